@@ -1,0 +1,96 @@
+// The one application object: settings, the Action index, the histories and what the screens hand
+// to one another. Made by main before anything else; interface thread only. A field that bears a
+// settings key's name holds that setting.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/history.h"
+#include "core/text_list.h"
+
+namespace core {
+
+inline constexpr std::u16string_view kProgramName = u"Morvenly";
+inline constexpr std::u16string_view kProgramVersion = u"3.2.2010.1114";
+inline constexpr std::u16string_view kCopyright = u"Copyright (C) 2026 The Morvenly founders";
+
+enum View { kViewDay = 1, kViewWeek = 2, kViewMonth = 3, kViewList = 4, kViewMap = 5 };
+
+class CAppState {
+ public:
+  CAppState();
+
+  // Action index: position i of one list belongs to position i of the other, by start ascending.
+  TextList ActIds;
+  TextList ActStarts;     // f_nchStaDateTime
+  int IndexCount = 0;     // entries of the index
+  int TotalCount = 0;     // Actions in the data file, by the last full reload
+  std::optional<std::u16string> FindWhere;  // condition of the active find, as SQL; none: no find
+
+  // What the views and the edit screen hand to one another.
+  int CurView = kViewDay;
+  int ListPage = 0;             // 0 the newest
+  int ListRowsPerScreen = 1;    // rows that the list control shows now, at least 1
+  int SelIndex = -1;            // position in the index, -1 for none
+  std::u16string SelActId;      // empty for none
+
+  // Settings.
+  std::optional<std::u16string> FileVersion;  // "Version" as read; none in a first run
+  int StartupMode;
+  int ViewModeSave;
+  int InitView;
+  int SeqViewRng;
+  int MonViewTapOpeMode;
+  int DayVwMltDayMode;
+  int OkBtnVwMode;
+  int ToolBarVwMode;
+  std::u16string DayVwGrdFntName, WekVwGrdFntName, MthVwGrdFntName, MthVwLstFntName,
+      LstVwGrdFntName, MapVwGrdFntName, MapVwLstFntName, RcdrFntName;
+  int DayVwGrdFntSize, WekVwGrdFntSize, MthVwGrdFntSize, MthVwLstFntSize, LstVwGrdFntSize,
+      MapVwGrdFntSize, MapVwLstFntSize, RcdrFntSize;
+  std::array<int, 4> DayVwPrtColWdh{-1, -1, -1, -1};
+  std::array<int, 4> DayVwLndColWdh{-1, -1, -1, -1};
+  std::array<int, 5> MapVwPrtColWdh{-1, -1, -1, -1, -1};
+  std::array<int, 5> MapVwLndColWdh{-1, -1, -1, -1, -1};
+  int SetNowForCreate;
+  int TimeInitForNewMode;
+  int TimeInitForFollowMode;
+  std::u16string PlaceSepaStr;
+  int NoMemPlaceSepaStr;
+  int EditOpeCont;
+  int DispListAfterFind;
+  std::u16string StaDtTmName, EndDtTmName, LatName, LonName, SbjctName, PlaceName, Cate1Name,
+      Cate2Name, MemoName;
+  int ActTxtMode;
+  int ItmSelMode;
+  std::u16string DataFile;  // full path, device form
+
+  HistoryList PlaceHistory{80};
+  HistoryList Category1History{80};
+  HistoryList Category2History{80};
+  HistoryList MemoHistory{20};
+  HistoryList FindHistory{10};
+
+  std::array<std::u16string, 49> HalfHourTable;  // "00:00", "00:30" .. "23:30", "24:00"
+
+  bool RcdrLoaded = false;  // the recorder's values have been read from the open data file
+};
+
+extern CAppState* g_App;
+
+// The current date of the views; -1 in all three after a calendar read of an invalid value.
+extern int CurYear;
+extern int CurMonth;
+extern int CurDay;
+extern int DaySeqVwLineNum;  // a setting that is read and written back, nothing else
+extern int MenuBarHeight;    // the bottom menu bar
+
+// Sets the current date from a date text: 0, or -1 and no change if it does not parse.
+int SetCurDate(std::u16string_view text);
+// The current date as yyyy/mm/dd.
+std::u16string CurDate();
+
+}  // namespace core

@@ -1,0 +1,30 @@
+// A list of recently used texts, most recent first, with a fixed capacity.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace core {
+
+class HistoryList {
+ public:
+  explicit HistoryList(size_t capacity) : capacity_(capacity) {}
+
+  const std::vector<std::u16string>& Entries() const { return entries_; }
+  size_t Capacity() const { return capacity_; }
+
+  // Moves an equal text (exact, case counts) to the front, or inserts `text` there; a full list
+  // drops its last entry. An empty text does nothing.
+  void Add(std::u16string_view text);
+  // Adds behind the last entry; dropped if the list is full.
+  void Append(std::u16string_view text);
+  void Clear() { entries_.clear(); }
+
+ private:
+  size_t capacity_;
+  std::vector<std::u16string> entries_;
+};
+
+}  // namespace core

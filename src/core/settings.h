@@ -1,0 +1,27 @@
+// The settings file Morvenly.dat beside the program: read once at start-up, written once at
+// shutdown. Text in code page 932: sections of lines, each ended by an empty line.
+#pragma once
+
+#include <string_view>
+
+#include "core/app_state.h"
+
+namespace core {
+
+// The settings stage of start-up. 0, or -1 after showing its message.
+int InitApp(CAppState& app);
+
+// Every default of the settings, and the half hours. Leaves the column widths alone.
+void SetDefaults(CAppState& app);
+// The first-run words of the histories.
+void SetDefaultLists(CAppState& app);
+
+// 0; -1 if the file cannot be opened; -9 if a line cannot be read. Lines that make no sense are
+// skipped.
+int ReadSettings(CAppState& app, std::u16string_view path);
+// 0; -1 if the file cannot be created; -2 if the first line cannot be written.
+int WriteSettings(const CAppState& app, std::u16string_view path);
+// WriteSettings beside the program; shows a message on failure. Result of WriteSettings.
+int SaveSettings(const CAppState& app);
+
+}  // namespace core

@@ -1,0 +1,19 @@
+// Code page 932, the system code page of settings and exchange files, by a static table of our own:
+// exactly as Windows reads and writes it, on every machine and under every locale.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// Every single byte and every valid pair gives its character, the user-defined area F040..F9FC
+// included (U+E000..U+E757). A lead byte with an invalid or missing second byte gives U+30FB, the
+// table's default character.
+std::u16string DecodeCodePage(std::string_view bytes);
+
+// Best fits of the table included (é gives e). A character that the table lacks gives one "?", a
+// surrogate pair counts as one character, half a pair too.
+std::string EncodeCodePage(std::u16string_view text);
+
+}  // namespace platform

@@ -1,0 +1,54 @@
+// The file system as the program sees it: byte streams and names, under paths of the device's form
+// (see device_paths.h). main sets the one Files of the process; a test sets its own for a scope.
+// Interface thread only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+inline constexpr uint32_t kAttributeReadOnly = 0x01;   // its owner may not write it
+inline constexpr uint32_t kAttributeHidden = 0x02;     // its name begins with a point
+inline constexpr uint32_t kAttributeDirectory = 0x10;  // a folder
+
+// An open file. Destroying it closes it.
+class File {
+ public:
+  virtual ~File() = default;
+  // Reads up to `size` bytes from the current position: their count, 0 at the end, -1 on failure.
+  virtual int64_t Read(void* data, size_t size) = 0;
+  // Writes all of `bytes` at the current position; false if any of them could not be written.
+  virtual bool Write(std::string_view bytes) = 0;
+  // Forces what was written to the disk; false on failure.
+  virtual bool Sync() = 0;
+};
+
+class Files {
+ public:
+  virtual ~Files() = default;
+  // Both answer nullptr on failure. Create empties an existing file; a new one is readable and
+  // writable by its owner alone.
+  virtual std::unique_ptr<File> OpenForReading(std::u16string_view path) = 0;
+  virtual std::unique_ptr<File> Create(std::u16string_view path) = 0;
+  // The attributes of what stands at `path` (links followed), or none if nothing does.
+  virtual std::optional<uint32_t> Attributes(std::u16string_view path) = 0;
+  // Each answers true on success.
+  virtual bool Remove(std::u16string_view path) = 0;
+  // Replaces a file that stands at `to`, in one step.
+  virtual bool Rename(std::u16string_view from, std::u16string_view to) = 0;
+  virtual bool MakeFolder(std::u16string_view path) = 0;
+
+  bool Exists(std::u16string_view path) { return Attributes(path).has_value(); }
+};
+
+Files& files();
+// Makes `newFiles` the process's file system and returns the former one. Not owned. Until it is
+// called, files() is the host's own file system.
+Files* SetFiles(Files* newFiles);
+
+}  // namespace platform

@@ -1,0 +1,42 @@
+// A screen that covers the program's window until it is left, as dialogs do on a pocket device.
+// It is a child of the window and not a window of its own, so that it keeps the window's size and
+// orientation under every window system.
+#pragma once
+
+#include <QEventLoop>
+#include <QPointer>
+#include <QWidget>
+
+namespace platform::qt {
+
+inline constexpr int kResultOk = 1;
+inline constexpr int kResultCancel = 2;
+
+class ModalScreen : public QWidget {
+ public:
+  // `over` is the window, or any widget in it.
+  explicit ModalScreen(QWidget* over);
+
+  // Shows the screen over the window, keeps everything below it from focus and taps, and runs until
+  // EndScreen. The focus goes back to where it was. Answers EndScreen's result.
+  int RunModal();
+  void EndScreen(int result);
+
+  // The user closes the window while this is the topmost screen. True lets the window go: the screen
+  // must have ended itself. The default ends it with kResultCancel.
+  virtual bool OnWindowClosing();
+
+  // The topmost running screen, or nullptr.
+  static ModalScreen* Topmost();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;  // Escape and Back act as OnEscape
+  virtual void OnEscape() { EndScreen(kResultCancel); }
+
+ private:
+  QEventLoop loop_;
+  int result_ = kResultCancel;
+};
+
+}  // namespace platform::qt

@@ -1,0 +1,31 @@
+// Texts and fonts between the program and Qt.
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "platform/metrics.h"
+
+namespace platform::qt {
+
+inline QString ToQt(std::u16string_view text) {
+  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+}
+
+inline std::u16string FromQt(const QString& text) { return text.toStdU16String(); }
+
+// A font by the name and size of a setting: a size below 0 is 9 units, the system's own; an empty
+// name leaves the system's face.
+inline QFont SettingFont(std::u16string_view name, int size) {
+  QFont font;
+  if (!name.empty()) font.setFamily(ToQt(name));
+  font.setPixelSize(size > 0 ? size : Scaled(9));
+  return font;
+}
+
+// The fixed font of headers and buttons.
+inline QFont FixedFont(int units) { return SettingFont(u"MS UI Gothic", Scaled(units)); }
+
+}  // namespace platform::qt

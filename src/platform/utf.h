@@ -1,0 +1,27 @@
+// UTF-8 to UTF-16 and back, for what lives outside the program in UTF-8: host paths, the data file.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// Half a surrogate pair is written as the three bytes that its number would take, and such bytes
+// are read back as that half: every 16-bit text survives the way there and back. Other malformed
+// bytes read as U+FFFD, one for each byte.
+void AppendUtf8(std::u16string_view text, std::string& out);
+void AppendUtf16(std::string_view bytes, std::u16string& out);
+
+inline std::string ToUtf8(std::u16string_view text) {
+  std::string out;
+  AppendUtf8(text, out);
+  return out;
+}
+
+inline std::u16string ToUtf16(std::string_view bytes) {
+  std::u16string out;
+  AppendUtf16(bytes, out);
+  return out;
+}
+
+}  // namespace platform

@@ -1,0 +1,35 @@
+// The Action index of the application object: all Actions as ids and starts, sorted by start,
+// rebuilt as a whole after every change and never patched. Its lookups need no SQL.
+#pragma once
+
+#include <string_view>
+
+#include "core/app_state.h"
+
+namespace store {
+
+// Reads ids and starts of all rows into the lists and sets both counts. 0, -3 if the select failed,
+// -101 if a row could not be read; the lists then hold what was read.
+int LoadActionIndex(core::CAppState& app);
+
+// Drops the find and rebuilds the index, then sets ListPage to the page of the current date.
+// 0, -2 (the page was not found), -3, -101.
+int ReloadActionIndex(core::CAppState& app);
+
+// First position whose start is at or after the moment (kAtOrAfter) or after it (kAfter);
+// IndexCount if there is none, -101 if the index is empty.
+enum class LowerMode { kAfter = 0, kAtOrAfter = 1 };
+int FindActionIndexLower(const core::CAppState& app, std::u16string_view date,
+                         std::u16string_view time, LowerMode mode);
+
+// Page of the list view, 0 the newest, that holds a moment. Pages are cut from the newest end, so
+// the oldest one takes the remainder. An empty `time` means "24:00:00". 0 for an empty index or
+// date; a page size of 0 means what fits the list control now (app.ListRowsPerScreen).
+int FindActionIndexByPosition(const core::CAppState& app, std::u16string_view date,
+                              std::u16string_view time, int pageSize);
+
+// Exact position of an id, -1 if the index has it not; -101 empty index, -103 select failed,
+// -104 no such row, -105 read failed.
+int FindActionPosition(const core::CAppState& app, std::u16string_view actId);
+
+}  // namespace store

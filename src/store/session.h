@@ -1,0 +1,38 @@
+// The one open data file: its engine and the five table objects that hang from it. They live from
+// ConnectDataFile or CreateDataFile to DisconnectDataFile; a pointer is null while no file is open.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "store/engine.h"
+#include "store/hresult.h"
+#include "store/named_value_table.h"
+#include "store/rcdr_data_table.h"
+#include "store/user_data_table.h"
+
+namespace store {
+
+struct CDbSession {
+  std::unique_ptr<Engine> Session;
+  std::unique_ptr<CUserDataTable> UserTable;
+  std::unique_ptr<CNamedValueTable> LongTable;
+  std::unique_ptr<CNamedValueTable> TextTable;
+  std::unique_ptr<CNamedValueTable> SysInfoTable;
+  std::unique_ptr<CRcdrDataTable> RcdrTable;
+};
+
+CDbSession& dbSession();
+
+// Opens an existing file. Whether it is one of ours shows at the first read.
+HRESULT ConnectDataFile(std::u16string_view path);
+// Replaces whatever stands at `path`, and what an unclosed file left beside it, by a new file with
+// the five empty tables, and opens it. The callers ask before. A failure leaves no session.
+HRESULT CreateEmptyDataFile(std::u16string_view path);
+// Harmless when nothing is open. The closed file is one file, complete in itself.
+void DisconnectDataFile();
+
+// Brings t_UserData of an older format to the present columns.
+HRESULT AlterUserData();
+
+}  // namespace store

@@ -1,0 +1,45 @@
+// t_UserData: every read and write of Actions goes through here.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "store/action.h"
+#include "store/rowset_table.h"
+
+namespace store {
+
+class CUserDataTable : public CRowsetTable {
+ public:
+  using CRowsetTable::CRowsetTable;
+  using CRowsetTable::GetNextRS;
+
+  // GetRS with all twelve columns.
+  HRESULT Select(std::u16string_view sql);
+  HRESULT GetNextRS(Action& action);
+  // One Action by the index. DB_E_NOTFOUND and an empty row if there is none.
+  HRESULT ReadById(std::u16string_view id, Action& action);
+
+  // Stamps kLastUpdate, and makes an id if kActId is none. E_INVALIDARG if the id or the times are
+  // refused; E_ABORT, after a message, if no unique id could be made. On a failure nothing is
+  // written and a made id is taken out again.
+  HRESULT Insert(Action& action);
+  // Writes all columns but the id, which never changes. DB_E_NOTFOUND if there is no such row.
+  HRESULT Update(std::u16string_view id, Action& action);
+  HRESULT Delete(std::u16string_view id);
+
+  // At most 50 draws; none if all of them are taken.
+  std::optional<std::u16string> MakeUniqueActId();
+};
+
+// 0, or the code of the first test that fails:
+// -107, -108 start, end absent; -109, -110 their length is not 19; -101, -102 their date is no date;
+// -103, -104 the end's, the start's time is no time; -105 "24:00:00" behind a start other than
+// 00:00:00; -106 the end lies before the start.
+int CheckActionTimes(const Action& action);
+
+// "select * from t_UserData where f_nchActId = '<id>'".
+std::u16string SelectByIdSql(std::u16string_view id);
+
+}  // namespace store

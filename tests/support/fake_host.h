@@ -1,0 +1,44 @@
+// A host for tests: it records every message and answers from a script, its clock stands where the
+// test puts it, and its draws are the test's.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/host.h"
+
+namespace testing_support {
+
+// The process's host for the scope of the object.
+class FakeHost : public platform::Host {
+ public:
+  FakeHost() : former_(platform::SetHost(this)) {}
+  ~FakeHost() override;
+
+  // Answers of the messages to come, in order. A message with more than one button fails the test
+  // when the script has run dry; a plain notice needs no answer.
+  std::deque<platform::Answer> answers;
+  std::vector<platform::Message> messages;
+
+  platform::LocalTime now{2010, 6, 23, 10, 45, 30};
+  std::deque<int> draws;  // then counts up from 0, wrapping at 32767
+  std::u16string programPath = u"\\morvenly\\Morvenly";
+  int waitDepth = 0;
+
+  platform::Answer ShowMessage(const platform::Message& message) override;
+  void SetWaitCursor(bool waiting) override { waitDepth += waiting ? 1 : -1; }
+  void BringForward() override {}
+  platform::LocalTime Now() override { return now; }
+  uint32_t TickCount() override { return 1; }
+  void SeedDraw(uint32_t) override {}
+  int Draw() override;
+  std::u16string ProgramPath() override { return programPath; }
+  int Dpi() override { return 96; }
+
+ private:
+  platform::Host* former_;
+  int nextDraw_ = 0;
+};
+
+}  // namespace testing_support
