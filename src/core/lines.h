@@ -28,6 +28,7 @@ class LineReader {
   size_t position_ = 0;
   size_t end_ = 0;
   bool failed_ = false;
+  bool lineFeedMayFollow_ = false;  // the last line ended in CR
 };
 
 // Writes `text` and CR LF. 0, or -1 on failure.

@@ -39,8 +39,9 @@ class Files {
   virtual std::optional<uint32_t> Attributes(std::u16string_view path) = 0;
   // Each answers true on success.
   virtual bool Remove(std::u16string_view path) = 0;
-  // Replaces a file that stands at `to`, in one step.
+  // Replaces a file that stands at `to`, in one step; a power cut does not undo it.
   virtual bool Rename(std::u16string_view from, std::u16string_view to) = 0;
+  // A new folder is open to its owner alone.
   virtual bool MakeFolder(std::u16string_view path) = 0;
 
   bool Exists(std::u16string_view path) { return Attributes(path).has_value(); }

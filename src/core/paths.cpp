@@ -1,0 +1,60 @@
+// Lengths are those of the device: a path that its buffers could not hold is refused or cut.
+#include "core/paths.h"
+
+#include "platform/files.h"
+#include "platform/host.h"
+
+namespace core {
+namespace {
+
+constexpr std::u16string_view kRoot = u"\\";
+constexpr size_t kMaxModulePath = 260;
+
+}  // namespace
+
+std::u16string JoinModulePath(std::u16string_view fileName) {
+  std::u16string path = platform::host().ProgramPath();
+  const size_t backslash = path.rfind(u'\\');
+  if (backslash != std::u16string::npos) {
+    path.resize(backslash + 1);
+  } else if (path.empty()) {
+    path = kRoot;
+  } else {
+    path.insert(0, kRoot).append(kRoot);
+  }
+  path += fileName;
+  if (path.size() > kMaxModulePath) path.resize(kMaxModulePath);
+  return path;
+}
+
+int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& name) {
+  const size_t backslash = path.rfind(u'\\');
+  if (backslash == std::u16string_view::npos) return -110;
+  std::u16string before(path.substr(0, backslash));
+  std::u16string behind(path.substr(backslash + 1));
+  if (before.size() > kMaxPath || behind.size() > kMaxPath) return -101;
+  folder = std::move(before);
+  name = std::move(behind);
+  return 0;
+}
+
+std::u16string FileExtension(std::u16string_view fileName) {
+  const size_t point = fileName.rfind(u'.');
+  if (point == std::u16string_view::npos) return {};
+  return std::u16string(fileName.substr(point + 1));
+}
+
+int EnsureFolder(std::u16string_view path) {
+  if (path.size() > kMaxPath || (path.size() < 2 && path != kRoot)) return -10;
+  if (const auto attributes = platform::files().Attributes(path)) {
+    return (*attributes & platform::kAttributeDirectory) != 0 ? 0 : -11;
+  }
+  const size_t backslash = path.rfind(u'\\');
+  if (backslash == std::u16string_view::npos) return -12;
+  const std::u16string_view parent = path.substr(0, backslash);
+  if (EnsureFolder(parent.empty() ? kRoot : parent) != 0) return -13;
+  platform::files().MakeFolder(path);
+  return 0;
+}
+
+}  // namespace core

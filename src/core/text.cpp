@@ -1,0 +1,149 @@
+// The escape form is written by one table and read back by a machine of three states.
+#include "core/text.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace core {
+namespace {
+
+constexpr size_t kMaxHexDigits = 4;
+
+bool IsDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
+
+bool IsLetterOrDigit(char16_t c) {
+  return IsDigit(c) || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+// 16 for what is no hexadecimal digit.
+int HexValue(char16_t c) {
+  if (IsDigit(c)) return c - u'0';
+  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
+  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
+  return 16;
+}
+
+// Base 16 as far as the digits go; at most kMaxHexDigits of them, so that 16 bits hold the value.
+char16_t FromHex(std::u16string_view digits) {
+  unsigned value = 0;
+  for (const char16_t c : digits) {
+    const int digit = HexValue(c);
+    if (digit == 16) break;
+    value = value * 16 + static_cast<unsigned>(digit);
+  }
+  return static_cast<char16_t>(value);
+}
+
+void AppendEscape(char16_t c, std::u16string& out) {
+  static constexpr std::u16string_view kDigits = u"0123456789abcdef";
+  out += u"\\x";
+  for (int shift = 12; shift >= 0; shift -= 4) out += kDigits[c >> shift & 0xF];
+}
+
+}  // namespace
+
+int AllDigits(std::u16string_view text) {
+  if (text.empty()) return -101;
+  return std::all_of(text.begin(), text.end(), IsDigit) ? 0 : -102;
+}
+
+int IsSignedInteger(std::u16string_view text) {
+  if (text.empty()) return -101;
+  const char16_t first = text.front();
+  if (first != u'+' && first != u'-' && !IsDigit(first)) return -101;
+  return std::all_of(text.begin() + 1, text.end(), IsDigit) ? 0 : -101;
+}
+
+int32_t ToInt32(std::u16string_view text) {
+  const bool negative = text.starts_with(u'-');
+  if (negative || text.starts_with(u'+')) text.remove_prefix(1);
+  uint32_t value = 0;  // unsigned, so that it wraps
+  for (const char16_t c : text) {
+    if (!IsDigit(c)) break;
+    value = value * 10 + static_cast<uint32_t>(c - u'0');
+  }
+  return static_cast<int32_t>(negative ? 0 - value : value);
+}
+
+std::u16string ZeroPadded(int value, int width) {
+  const std::string digits = std::to_string(value);
+  const size_t sign = value < 0 ? 1 : 0;
+  std::u16string out(digits.begin(), digits.end());
+  const size_t wanted = width > 0 ? static_cast<size_t>(width) : 0;
+  if (out.size() < wanted) out.insert(sign, wanted - out.size(), u'0');
+  return out;
+}
+
+std::u16string EscapeText(std::u16string_view text) {
+  std::u16string out;
+  out.reserve(text.size());
+  for (const char16_t c : text) {
+    switch (c) {
+      case u'\\':
+      case u'"':
+      case u'\'':
+        out += u'\\';
+        out += c;
+        break;
+      case u'\t':
+        out += u"\\t";
+        break;
+      case u'\n':
+        out += u"\\n";
+        break;
+      case u'\r':
+        out += u"\\r";
+        break;
+      default:
+        if (c < u' ') {
+          AppendEscape(c, out);
+        } else {
+          out += c;
+        }
+    }
+  }
+  return out;
+}
+
+std::u16string UnescapeText(std::u16string_view text) {
+  enum class State { kPlain, kEscape, kHex };
+  State state = State::kPlain;
+  size_t hexBegin = 0;
+  std::u16string out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char16_t c = text[i];
+    switch (state) {
+      case State::kPlain:
+        if (c == u'\\') {
+          state = State::kEscape;
+        } else {
+          out += c;
+        }
+        break;
+      case State::kEscape:
+        // Kept on purpose: a letter that is none of these is dropped, and the one behind it is
+        // taken as an escape letter too.
+        if (c == u'x') {
+          state = State::kHex;
+          hexBegin = i + 1;
+        } else if (c == u'\\' || c == u'"' || c == u'\'' || c == u't' || c == u'n' || c == u'r') {
+          out += c == u't' ? u'\t' : c == u'n' ? u'\n' : c == u'r' ? u'\r' : c;
+          state = State::kPlain;
+        }
+        break;
+      case State::kHex:
+        if (IsLetterOrDigit(c) && i + 1 - hexBegin < kMaxHexDigits) break;
+        if (!IsLetterOrDigit(c)) --i;  // read again in kPlain
+        out += FromHex(text.substr(hexBegin, i + 1 - hexBegin));
+        state = State::kPlain;
+        break;
+    }
+  }
+  if (state == State::kHex) out += FromHex(text.substr(hexBegin));
+  return out;
+}
+
+}  // namespace core

@@ -1,0 +1,135 @@
+// Nothing here remembers a path: every call asks the disk anew.
+#include "platform/posix_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "platform/device_paths.h"
+
+namespace platform {
+namespace {
+
+// A pipe among the files must not stop the program until somebody opens its other end.
+constexpr int kOpenFlags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+
+// Repeats a call as long as a signal interrupts it.
+template <typename Call>
+auto Uninterrupted(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+class PosixFile : public File {
+ public:
+  explicit PosixFile(int descriptor) : descriptor_(descriptor) {}
+  ~PosixFile() override { close(descriptor_); }
+  PosixFile(const PosixFile&) = delete;
+  PosixFile& operator=(const PosixFile&) = delete;
+
+  int64_t Read(void* data, size_t size) override {
+    return Uninterrupted([&] { return read(descriptor_, data, size); });
+  }
+
+  bool Write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written =
+          Uninterrupted([&] { return write(descriptor_, bytes.data(), bytes.size()); });
+      if (written < 0) return false;
+      bytes.remove_prefix(static_cast<size_t>(written));
+    }
+    return true;
+  }
+
+  bool Sync() override {
+    return Uninterrupted([&] { return fsync(descriptor_); }) == 0;
+  }
+
+ private:
+  int descriptor_;
+};
+
+// A descriptor, or -1.
+int Open(std::u16string_view path, int flags) {
+  const auto hostPath = ToHostPath(path);
+  if (!hostPath) return -1;
+  return Uninterrupted(
+      [&] { return open(hostPath->c_str(), flags | kOpenFlags, S_IRUSR | S_IWUSR); });
+}
+
+std::string_view WithoutEndSlashes(std::string_view hostPath) {
+  return hostPath.substr(0, hostPath.find_last_not_of('/') + 1);
+}
+
+// The last name of a path; npos + 1 is 0, so that a path without a slash is all name.
+std::string_view LastName(std::string_view hostPath) {
+  hostPath = WithoutEndSlashes(hostPath);
+  return hostPath.substr(hostPath.rfind('/') + 1);
+}
+
+bool IsHiddenName(std::string_view name) {
+  return name.starts_with('.') && name != "." && name != "..";
+}
+
+// Brings the names in a file's folder to the disk, so that a power cut cannot undo a rename after
+// which the file was written on. Not every file system offers it.
+void SyncFolderOf(std::string_view hostPath) {
+  const size_t slash = WithoutEndSlashes(hostPath).rfind('/');
+  const std::string folder(slash == std::string_view::npos ? "." : hostPath.substr(0, slash + 1));
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
+}  // namespace
+
+std::unique_ptr<File> PosixFiles::OpenForReading(std::u16string_view path) {
+  const int descriptor = Open(path, O_RDONLY);
+  if (descriptor < 0) return nullptr;
+  auto file = std::make_unique<PosixFile>(descriptor);
+  struct stat status;
+  if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+  return file;
+}
+
+std::unique_ptr<File> PosixFiles::Create(std::u16string_view path) {
+  const int descriptor = Open(path, O_WRONLY | O_CREAT | O_TRUNC);
+  if (descriptor < 0) return nullptr;
+  return std::make_unique<PosixFile>(descriptor);
+}
+
+std::optional<uint32_t> PosixFiles::Attributes(std::u16string_view path) {
+  const auto hostPath = ToHostPath(path);
+  struct stat status;
+  if (!hostPath || stat(hostPath->c_str(), &status) != 0) return {};
+  uint32_t attributes = 0;
+  if ((status.st_mode & S_IWUSR) == 0) attributes |= kAttributeReadOnly;
+  if (IsHiddenName(LastName(*hostPath))) attributes |= kAttributeHidden;
+  if (S_ISDIR(status.st_mode)) attributes |= kAttributeDirectory;
+  return attributes;
+}
+
+bool PosixFiles::Remove(std::u16string_view path) {
+  const auto hostPath = ToHostPath(path);
+  return hostPath && unlink(hostPath->c_str()) == 0;
+}
+
+bool PosixFiles::Rename(std::u16string_view from, std::u16string_view to) {
+  const auto hostFrom = ToHostPath(from);
+  const auto hostTo = ToHostPath(to);
+  if (!hostFrom || !hostTo || rename(hostFrom->c_str(), hostTo->c_str()) != 0) return false;
+  SyncFolderOf(*hostTo);
+  return true;
+}
+
+bool PosixFiles::MakeFolder(std::u16string_view path) {
+  const auto hostPath = ToHostPath(path);
+  return hostPath && mkdir(hostPath->c_str(), S_IRWXU) == 0;
+}
+
+}  // namespace platform

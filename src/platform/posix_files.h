@@ -1,0 +1,19 @@
+// The host's own file system. A path that the host cannot name fails like one that isn't there.
+#pragma once
+
+#include "platform/files.h"
+
+namespace platform {
+
+class PosixFiles : public Files {
+ public:
+  // Regular files only: a folder, a pipe or a device does not open.
+  std::unique_ptr<File> OpenForReading(std::u16string_view path) override;
+  std::unique_ptr<File> Create(std::u16string_view path) override;
+  std::optional<uint32_t> Attributes(std::u16string_view path) override;
+  bool Remove(std::u16string_view path) override;
+  bool Rename(std::u16string_view from, std::u16string_view to) override;
+  bool MakeFolder(std::u16string_view path) override;
+};
+
+}  // namespace platform
