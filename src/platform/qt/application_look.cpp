@@ -1,0 +1,100 @@
+#include "platform/qt/application_look.h"
+
+#include <QDialogButtonBox>
+#include <QFont>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QProxyStyle>
+#include <QScreen>
+#include <QTranslator>
+#include <clocale>
+
+#include "platform/qt/qt_text.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr char kScaleVariable[] = "QT_SCALE_FACTOR";
+
+bool scaleIsOurs = false;
+
+// Fusion for a finger on a small screen: three buttons of a message fit 240 units, and each is high
+// enough to be hit.
+class FingerStyle : public QProxyStyle {
+ public:
+  FingerStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    if (metric == PM_MessageBoxIconSize) return 32;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override {
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    const bool inDialog = type == CT_PushButton && widget != nullptr &&
+                          qobject_cast<QDialogButtonBox*>(widget->parentWidget()) != nullptr;
+    return inDialog ? QSize(qMax(60, contents.width() + 10), qMax(30, size.height())) : size;
+  }
+};
+
+void SubstituteFonts() {
+  QFont::insertSubstitutions(QStringLiteral("MS UI Gothic"),
+                             {QStringLiteral("VL PGothic"), QStringLiteral("IPAPGothic"),
+                              QStringLiteral("Noto Sans CJK JP")});
+  QFont::insertSubstitutions(QStringLiteral("MS Gothic"),
+                             {QStringLiteral("VL Gothic"), QStringLiteral("IPAGothic"),
+                              QStringLiteral("Noto Sans Mono CJK JP")});
+}
+
+void SpeakJapanese(QApplication& application) {
+  const QLocale japanese(QLocale::Japanese, QLocale::Japan);
+  QLocale::setDefault(japanese);
+  // The application object has taken over the user's locale, which may write 1,5 for 1.5.
+  std::setlocale(LC_NUMERIC, "C");
+  auto* translator = new QTranslator(&application);
+  if (translator->load(japanese, QStringLiteral("qtbase"), QStringLiteral("_"),
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(translator);
+  }
+}
+
+}  // namespace
+
+ScreenPlan ScaleToScreen(int& argc, char** argv) {
+  const QByteArray usersScale = qgetenv(kScaleVariable);
+  qunsetenv(kScaleVariable);
+  ScreenPlan plan;
+  {
+    const QGuiApplication probe(argc, argv);
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+      const QSize pixels = screen->size();
+      const QSize millimetres = screen->physicalSize().toSize();
+      plan =
+          PlanScreen({pixels.width(), pixels.height(), millimetres.width(), millimetres.height()});
+    }
+  }
+  scaleIsOurs = usersScale.isEmpty();
+  qputenv(kScaleVariable, scaleIsOurs ? QByteArray::number(plan.pixelsPerUnit) : usersScale);
+  return plan;
+}
+
+void DressApplication(QApplication& application) {
+  if (scaleIsOurs) qunsetenv(kScaleVariable);  // not for the browser that we may start
+  QApplication::setStyle(new FingerStyle);
+  QApplication::setPalette(QApplication::style()->standardPalette());
+  SubstituteFonts();
+  QApplication::setFont(FixedFont(12));
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  QGuiApplication::setDesktopFileName(QStringLiteral("morvenly"));
+  SpeakJapanese(application);
+}
+
+}  // namespace platform::qt

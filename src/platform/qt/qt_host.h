@@ -1,0 +1,41 @@
+// The machine we run on, seen through Qt: messages over the program's window, the wait cursor, the
+// clock of the place where the user is.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <random>
+#include <string>
+
+#include "platform/host.h"
+
+namespace platform::qt {
+
+// Made before the application object; messages, the cursor and Dpi need that one.
+class QtHost : public Host {
+ public:
+  QtHost();
+
+  // The window that messages stand over and that BringForward shows. Not owned.
+  void SetMainWindow(QWidget* window) { mainWindow_ = window; }
+
+  Answer ShowMessage(const Message& message) override;
+  void SetWaitCursor(bool waiting) override;
+  void BringForward() override;
+  LocalTime Now() override;
+  uint32_t TickCount() override;
+  void SeedDraw(uint32_t seed) override { chance_.seed(seed); }
+  int Draw() override { return static_cast<int>(chance_() >> 17); }
+  std::u16string ProgramPath() override { return programPath_; }
+  int Dpi() override;
+
+ private:
+  QWidget* Foremost() const;
+
+  QPointer<QWidget> mainWindow_;
+  int waitDepth_ = 0;
+  std::mt19937 chance_;         // 32 bits a draw
+  std::u16string programPath_;  // a reinstall moves the file away from under us: read once
+};
+
+}  // namespace platform::qt

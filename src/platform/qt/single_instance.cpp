@@ -1,0 +1,112 @@
+#include "platform/qt/single_instance.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <thread>
+
+namespace platform::qt {
+namespace {
+
+constexpr char kLockName[] = ".morvenly.lock";
+constexpr char kSocketName[] = ".morvenly.socket";
+// A first instance that has its lock but not yet its socket gets this long.
+constexpr std::chrono::milliseconds kPatience(2000);
+constexpr std::chrono::milliseconds kPause(20);
+// What a Wayland compositor gave the second start: the right to the focus, for the first to use.
+constexpr char kActivationVariable[] = "XDG_ACTIVATION_TOKEN";
+
+// The socket's address by way of the open folder: a folder's own path may be longer than the
+// address has room for.
+sockaddr_un AddressIn(int folderHandle) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  const std::string path = "/proc/self/fd/" + std::to_string(folderHandle) + "/" + kSocketName;
+  std::copy(path.begin(), path.end(), address.sun_path);
+  return address;
+}
+
+int OpenSocket() {
+  return socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const std::string& folder)
+    : folderHandle_(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
+
+SingleInstance::~SingleInstance() {
+  notifier_.reset();
+  if (socket_ >= 0) {
+    unlinkat(folderHandle_, kSocketName, 0);
+    close(socket_);
+  }
+  // The lock's file stays: taking it away would let two processes hold two files of one name.
+  if (lock_ >= 0) close(lock_);
+  if (folderHandle_ >= 0) close(folderHandle_);
+}
+
+bool SingleInstance::Claim(std::function<void()> onSecondStart) {
+  onSecondStart_ = std::move(onSecondStart);
+  const auto giveUp = std::chrono::steady_clock::now() + kPatience;
+  do {
+    switch (TakeLock()) {
+      case Lock::kTaken:
+        Listen();
+        return true;
+      case Lock::kImpossible:
+        return true;
+      case Lock::kHeldByAnother:
+        if (TellFirst()) return false;
+    }
+    std::this_thread::sleep_for(kPause);
+  } while (std::chrono::steady_clock::now() < giveUp);
+  return false;
+}
+
+SingleInstance::Lock SingleInstance::TakeLock() {
+  if (lock_ < 0) lock_ = openat(folderHandle_, kLockName, O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (lock_ < 0) return Lock::kImpossible;
+  if (flock(lock_, LOCK_EX | LOCK_NB) == 0) return Lock::kTaken;
+  return errno == EWOULDBLOCK ? Lock::kHeldByAnother : Lock::kImpossible;
+}
+
+void SingleInstance::Listen() {
+  unlinkat(folderHandle_, kSocketName, 0);  // of a first instance that was killed
+  socket_ = OpenSocket();
+  fchmod(socket_, S_IRUSR | S_IWUSR);  // the file that bind makes takes this mode
+  const sockaddr_un address = AddressIn(folderHandle_);
+  if (bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return;
+  notifier_ = std::make_unique<QSocketNotifier>(socket_, QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
+                   [this] { Receive(); });
+}
+
+bool SingleInstance::TellFirst() const {
+  const int sender = OpenSocket();
+  const QByteArray token = qgetenv(kActivationVariable);
+  const sockaddr_un address = AddressIn(folderHandle_);
+  const ssize_t sent = sendto(sender, token.data(), static_cast<size_t>(token.size()), 0,
+                              reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  const bool queueFull = sent < 0 && errno == EAGAIN;  // others have told it already
+  close(sender);
+  return sent >= 0 || queueFull;
+}
+
+void SingleInstance::Receive() {
+  std::array<char, 4096> token;
+  const ssize_t length = recv(socket_, token.data(), token.size(), 0);
+  if (length < 0) return;
+  if (length > 0) qputenv(kActivationVariable, QByteArray(token.data(), length));
+  onSecondStart_();
+}
+
+}  // namespace platform::qt

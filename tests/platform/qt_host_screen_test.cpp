@@ -1,0 +1,144 @@
+#include "platform/qt/qt_host.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <csignal>
+
+#include "platform/qt/end_signals.h"
+#include "platform/qt/message_box.h"
+#include "platform/qt/qt_text.h"
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+using platform::Message;
+using platform::qt::QtHost;
+
+namespace {
+
+// Shows a message and runs `act` on its box once it is up.
+Answer Show(QtHost& host, const Message& message, std::function<void(QMessageBox&)> act) {
+  QTimer::singleShot(0, [&act] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    act(*box);
+  });
+  return host.ShowMessage(message);
+}
+
+void Press(QMessageBox& box, QMessageBox::StandardButton button) {
+  box.button(button)->click();
+}
+
+const std::u16string kLongPath =
+    u"\\home\\" + std::u16string(200, u'a') + u"\\とても長い名前のフォルダ\\user.sdf";
+
+}  // namespace
+
+TEST(QtHostMessage, AnswersWhatWasPressedOrWhatClosingMeans) {
+  const struct {
+    const char* why;
+    Buttons buttons;
+    QMessageBox::StandardButton press;
+    Answer answer;
+    Answer closed;
+  } rows[] = {
+      {"a notice", Buttons::kOk, QMessageBox::Ok, Answer::kOk, Answer::kOk},
+      {"OK or not", Buttons::kOkCancel, QMessageBox::Ok, Answer::kOk, Answer::kCancel},
+      {"a question", Buttons::kYesNo, QMessageBox::Yes, Answer::kYes, Answer::kNo},
+      {"three ways", Buttons::kYesNoCancel, QMessageBox::No, Answer::kNo, Answer::kCancel},
+  };
+  QtHost host;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    const Message message{u"本文", u"題", Icon::kQuestion, row.buttons};
+    EXPECT_EQ(Show(host, message, [&](QMessageBox& box) { Press(box, row.press); }), row.answer);
+    EXPECT_EQ(Show(host, message, [](QMessageBox& box) { box.close(); }), row.closed);
+    EXPECT_EQ(Show(host, message, [](QMessageBox& box) { box.done(-1); }), row.closed);
+  }
+}
+
+TEST(QtHostMessage, StandsOverTheWindowInJapaneseAndFitsTheSmallScreen) {
+  QtHost host;
+  QWidget window;
+  window.resize(240, 320);
+  window.show();
+  host.SetMainWindow(&window);
+  const Message message{u"<終日> '" + kLongPath + u"' が見つかりません。\n初期化しますか。", u"題",
+                        Icon::kQuestion, Buttons::kYesNoCancel, 1};
+  Show(host, message, [&](QMessageBox& box) {
+    EXPECT_EQ(box.parentWidget(), &window);
+    EXPECT_EQ(box.windowModality(), Qt::WindowModal);
+    EXPECT_EQ(box.windowTitle(), QStringLiteral("題"));
+    EXPECT_EQ(box.icon(), QMessageBox::Question);
+    EXPECT_EQ(box.button(QMessageBox::Yes)->text(), QStringLiteral("はい(&Y)"));
+    EXPECT_EQ(box.button(QMessageBox::Cancel)->text(), QStringLiteral("キャンセル"));
+    EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+    EXPECT_EQ(box.text().remove(u'\n'), platform::qt::ToQt(message.text).remove(u'\n'));
+    EXPECT_LE(box.width(), 240);
+    EXPECT_LE(box.height(), 320);
+    EXPECT_GE(box.button(QMessageBox::Yes)->height(), 30);
+    box.close();
+  });
+}
+
+TEST(QtHostMessage, TakesTheWaitCursorOffAndPutsItBack) {
+  QtHost host;
+  host.SetWaitCursor(true);
+  host.SetWaitCursor(true);
+  Show(host, {u"本文", u"題"}, [](QMessageBox& box) {
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    box.close();
+  });
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  host.SetWaitCursor(false);
+  EXPECT_NE(QApplication::overrideCursor(), nullptr);
+  host.SetWaitCursor(false);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(QtHostMessage, BreaksLinesOnlyWhereItMust) {
+  const QFont font = platform::qt::FixedFont(12);
+  EXPECT_EQ(platform::qt::BreakIntoLines(QStringLiteral("短い\n\n文"), font, 200),
+            QStringLiteral("短い\n\n文"));
+  const QString path = platform::qt::ToQt(kLongPath);
+  const QString broken = platform::qt::BreakIntoLines(path, font, 120);
+  for (const QString& line : broken.split(u'\n')) {
+    EXPECT_LE(QFontMetrics(font).horizontalAdvance(line), 120);
+  }
+  EXPECT_EQ(QString(broken).remove(u'\n'), path);
+}
+
+TEST(QtHost, DrawsTheWholeRangeTheSameWayFromTheSameSeed) {
+  QtHost host;
+  host.SeedDraw(7);
+  const int first = host.Draw();
+  int lowest = first;
+  int highest = first;
+  for (int i = 0; i < 1000000; i++) {
+    const int draw = host.Draw();
+    lowest = std::min(lowest, draw);
+    highest = std::max(highest, draw);
+  }
+  EXPECT_EQ(lowest, 0);
+  EXPECT_EQ(highest, 32767);
+  host.SeedDraw(7);
+  EXPECT_EQ(host.Draw(), first);
+}
+
+TEST(EndSignals, ReachTheEventLoopAlsoInsideAMessage) {
+  QtHost host;
+  int ends = 0;
+  platform::qt::EndSignals asked([&ends] {
+    ends++;
+    QCoreApplication::exit(0);
+  });
+  const Message question{u"本文", u"題", Icon::kQuestion, Buttons::kYesNo};
+  EXPECT_EQ(Show(host, question, [](QMessageBox&) { raise(SIGTERM); }), Answer::kNo);
+  EXPECT_EQ(ends, 1);
+}

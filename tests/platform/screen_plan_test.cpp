@@ -1,0 +1,34 @@
+#include "platform/screen_plan.h"
+
+#include <gtest/gtest.h>
+
+using platform::PlanScreen;
+using platform::ScreenSize;
+
+TEST(ScreenPlan, EnlargesByTheScreenItFinds) {
+  const struct {
+    const char* why;
+    ScreenSize screen;
+    double pixelsPerUnit;
+    bool fillsScreen;
+  } rows[] = {
+      {"a desktop has two pixels a unit", {1920, 1080, 530, 300}, 2.0, false},
+      {"a large desktop no more", {3840, 2160, 600, 340}, 2.0, false},
+      {"a desktop turned upright is no phone", {1080, 1920, 300, 530}, 2.0, false},
+      {"a desktop that does not tell its millimetres", {1280, 800, 0, 0}, 2.0, false},
+      {"a low laptop keeps the window's frame on the screen", {1024, 600, 220, 130}, 1.5, false},
+      {"a phone's X server counts its pixels", {720, 1440, 65, 130}, 3.0, true},
+      {"a phone held sideways", {1440, 720, 130, 65}, 3.0, true},
+      {"a phone of uneven width", {1080, 2160, 68, 136}, 4.5, true},
+      {"a phone's Wayland has halved the pixels already", {360, 720, 65, 130}, 1.5, true},
+      {"the pocket device itself", {240, 320, 0, 0}, 1.0, true},
+      {"a watch is drawn no smaller", {200, 200, 35, 35}, 1.0, true},
+      {"millimetres that a driver made up", {1280, 1024, 16, 9}, 2.0, false},
+      {"no screen at all", {0, 0, 0, 0}, 1.0, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_DOUBLE_EQ(PlanScreen(row.screen).pixelsPerUnit, row.pixelsPerUnit);
+    EXPECT_EQ(PlanScreen(row.screen).fillsScreen, row.fillsScreen);
+  }
+}

@@ -1,0 +1,70 @@
+#include "platform/qt/single_instance.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <filesystem>
+
+#include "support/temp_folder.h"
+
+using platform::qt::SingleInstance;
+using testing_support::TempFolder;
+
+namespace {
+
+int PermissionsOf(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 ? static_cast<int>(status.st_mode & 0777) : -1;
+}
+
+}  // namespace
+
+TEST(SingleInstance, TellsTheFirstOfEveryLaterStart) {
+  const TempFolder folder;
+  int told = 0;
+  SingleInstance first(folder.HostPath());
+  ASSERT_TRUE(first.Claim([&told] { told++; }));
+  for (int start = 0; start < 3; start++) {
+    SingleInstance later(folder.HostPath());
+    EXPECT_FALSE(later.Claim([] { FAIL(); }));
+  }
+  while (told < 3) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.lock")), 0600);
+  EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.socket")), 0600);
+}
+
+TEST(SingleInstance, EndsWithItsFirstAndTakesOverWhatAKilledOneLeft) {
+  const TempFolder folder;
+  {
+    SingleInstance first(folder.HostPath());
+    ASSERT_TRUE(first.Claim([] {}));
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder.HostPath(".morvenly.socket")));
+  // A killed process leaves both files and no lock.
+  testing_support::WriteWholeFile(folder.HostPath(".morvenly.socket"), "");
+  SingleInstance next(folder.HostPath());
+  int told = 0;
+  ASSERT_TRUE(next.Claim([&told] { told++; }));
+  SingleInstance later(folder.HostPath());
+  EXPECT_FALSE(later.Claim([] { FAIL(); }));
+  while (told < 1) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+TEST(SingleInstance, IsOneForEachFolderHoweverLongItsName) {
+  const TempFolder folder;
+  const std::string deep = folder.HostPath(std::string(120, 'a') + "/" + std::string(120, 'b'));
+  std::filesystem::create_directories(deep);
+  SingleInstance here(folder.HostPath());
+  SingleInstance there(deep);
+  EXPECT_TRUE(here.Claim([] {}));
+  EXPECT_TRUE(there.Claim([] {}));
+  SingleInstance again(deep);
+  EXPECT_FALSE(again.Claim([] { FAIL(); }));
+}
+
+TEST(SingleInstance, LetsTheProgramRunWhereNothingCanBeLocked) {
+  SingleInstance nowhere("/no/such/folder");
+  EXPECT_TRUE(nowhere.Claim([] {}));
+}
