@@ -1,6 +1,8 @@
 // Lengths are those of the device: a path that its buffers could not hold is refused or cut.
 #include "core/paths.h"
 
+#include <utility>
+
 #include "platform/files.h"
 #include "platform/host.h"
 

@@ -9,7 +9,7 @@ namespace platform {
 
 // Every single byte and every valid pair gives its character, the user-defined area F040..F9FC
 // included (U+E000..U+E757). A lead byte with an invalid or missing second byte gives U+30FB, the
-// table's default character.
+// table's default character; it takes the second byte along unless that is NUL.
 std::u16string DecodeCodePage(std::string_view bytes);
 
 // Best fits of the table included (é gives e). A character that the table lacks gives one "?", a

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/conversion.h"
 #include "platform/utf.h"
 
 namespace platform {
@@ -11,11 +12,11 @@ namespace {
 
 bool HasHalfPair(std::u16string_view text) {
   for (size_t i = 0; i < text.size(); ++i) {
-    if ((text[i] & 0xF800) != 0xD800) continue;
-    const bool pair =
-        (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-    if (!pair) return true;
-    ++i;
+    if (IsHighHalf(text[i]) && i + 1 < text.size() && IsLowHalf(text[i + 1])) {
+      ++i;
+    } else if (IsHighHalf(text[i]) || IsLowHalf(text[i])) {
+      return true;
+    }
   }
   return false;
 }

@@ -16,7 +16,9 @@ Host& host() {
   return *currentHost;
 }
 
-Host* SetHost(Host* newHost) { return std::exchange(currentHost, newHost); }
+Host* SetHost(Host* newHost) {
+  return std::exchange(currentHost, newHost);
+}
 
 void ShowNotice(std::u16string text, std::u16string title, Icon icon) {
   host().ShowMessage({std::move(text), std::move(title), icon});

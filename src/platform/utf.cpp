@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "platform/ascii_run.h"
+#include "platform/conversion.h"
 
 namespace platform {
 namespace {
@@ -14,13 +14,6 @@ constexpr char32_t kFirstLowHalf = 0xDC00;
 constexpr char32_t kFirstPair = 0x10000;
 constexpr char32_t kLastCharacter = 0x10FFFF;
 constexpr char16_t kReplacement = 0xFFFD;
-
-bool IsHighHalf(char16_t unit) {
-  return (unit & 0xFC00) == kFirstHighHalf;
-}
-bool IsLowHalf(char16_t unit) {
-  return (unit & 0xFC00) == kFirstLowHalf;
-}
 
 struct Character {
   char32_t value;

@@ -1,4 +1,4 @@
-// The quick part of every text conversion: eight ASCII characters at a time.
+// What the text conversions share: the halves of surrogate pairs, and the quick way over ASCII.
 #pragma once
 
 #include <cstddef>
@@ -6,6 +6,13 @@
 #include <cstring>
 
 namespace platform {
+
+inline bool IsHighHalf(char16_t unit) {
+  return (unit & 0xFC00) == 0xD800;
+}
+inline bool IsLowHalf(char16_t unit) {
+  return (unit & 0xFC00) == 0xDC00;
+}
 
 inline constexpr size_t kAsciiRun = 8;
 

@@ -1,0 +1,144 @@
+// Code page 932: ASCII and half-width katakana in one byte, the rest in pairs of a lead byte and a
+// second byte. The table of the pairs is kept in the reading direction, as text; the other
+// direction is made from it at first use.
+#include "platform/code_page.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/conversion.h"
+
+namespace platform {
+namespace {
+
+constexpr char16_t kDefaultCharacter = 0x30FB;  // for bytes that mean nothing
+constexpr size_t kCells = 188;                  // second bytes, and so characters in a row
+constexpr unsigned kFirstUserLead = 0xF0;
+constexpr unsigned kLastUserLead = 0xF9;
+constexpr char16_t kFirstUserCharacter = 0xE000;
+
+struct Row {
+  unsigned char lead;
+  char16_t cells[kCells + 1];  // and the literal's closing NUL
+};
+
+constexpr Row kRows[] = {
+#include "platform/code_page_table.inc"
+};
+
+// Characters outside the code page, each followed by the one that is written in its place.
+constexpr std::u16string_view kBestFits =
+    u"¡!¢￠£￡¥\\¦|©cªa«≪¬￢\u00AD-®R¯￣²2³3µμ·・¸，¹1ºo»≫¿?ÀAÁAÂAÃAÄAÅAÆAÇCÈEÉEÊEËEÌIÍIÎIÏI"
+    u"ÐDÑNÒOÓOÔOÕOÖOØOÙUÚUÛUÜUÝYÞTßsàaáaâaãaäaåaæaçcèeéeêeëeìiíiîiïiðdñnòoóoôoõoöoøoùuúuûuüuýyþt"
+    u"ÿyゔヴ";
+
+constexpr bool IsLead(unsigned byte) {
+  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+constexpr bool IsSecond(unsigned byte) {
+  return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
+}
+
+constexpr size_t CellOf(unsigned second) {
+  return second - (second < 0x7F ? 0x40 : 0x41);
+}
+constexpr unsigned SecondOf(size_t cell) {
+  return static_cast<unsigned>(cell) + (cell < 0x3F ? 0x40 : 0x41);
+}
+
+char16_t DecodeSingle(unsigned byte) {
+  if (byte >= 0xA1 && byte <= 0xDF) return static_cast<char16_t>(0xFF61 + (byte - 0xA1));
+  if (byte == 0xA0) return 0xF8F0;
+  if (byte >= 0xFD) return static_cast<char16_t>(0xF8F1 + (byte - 0xFD));
+  return static_cast<char16_t>(byte);
+}
+
+constexpr auto kCellsByLead = [] {
+  std::array<const char16_t*, 256> cells{};
+  for (const Row& row : kRows) cells[row.lead] = row.cells;
+  return cells;
+}();
+
+char16_t DecodePair(unsigned lead, unsigned second) {
+  if (!IsSecond(second)) return kDefaultCharacter;
+  const size_t cell = CellOf(second);
+  if (const char16_t* cells = kCellsByLead[lead]) return cells[cell];
+  if (lead < kFirstUserLead || lead > kLastUserLead) return kDefaultCharacter;
+  return static_cast<char16_t>(kFirstUserCharacter + (lead - kFirstUserLead) * kCells + cell);
+}
+
+// The code of each character, the lead byte high; 0 for what the code page lacks, and for NUL.
+using Codes = std::array<uint16_t, 0x10000>;
+
+void AddRow(unsigned lead, Codes& codes) {
+  for (size_t cell = 0; cell < kCells; ++cell) {
+    const unsigned second = SecondOf(cell);
+    uint16_t& code = codes[DecodePair(lead, second)];
+    if (code == 0) code = static_cast<uint16_t>(lead << 8 | second);
+  }
+}
+
+// Some characters stand in the code page two or three times. Windows writes the first of them, but
+// never one of the rows ED and EE, which repeat the rows FA to FC.
+Codes MakeCodes() {
+  Codes codes{};
+  for (unsigned byte = 0; byte <= 0xFF; ++byte) {
+    if (!IsLead(byte)) codes[DecodeSingle(byte)] = static_cast<uint16_t>(byte);
+  }
+  for (const Row& row : kRows) {
+    if (row.lead != 0xED && row.lead != 0xEE) AddRow(row.lead, codes);
+  }
+  for (unsigned lead = kFirstUserLead; lead <= kLastUserLead; ++lead) AddRow(lead, codes);
+  for (size_t i = 0; i < kBestFits.size(); i += 2) codes[kBestFits[i]] = codes[kBestFits[i + 1]];
+  return codes;
+}
+
+}  // namespace
+
+std::u16string DecodeCodePage(std::string_view bytes) {
+  std::u16string out(bytes.size(), u'\0');
+  char16_t* to = out.data();
+  const char* from = bytes.data();
+  const char* const end = from + bytes.size();
+  while (from != end) {
+    CopyAsciiRuns(from, end, to);
+    if (from == end) break;
+    const unsigned byte = static_cast<unsigned char>(*from++);
+    if (!IsLead(byte)) {
+      *to++ = DecodeSingle(byte);
+    } else if (from == end || *from == '\0') {
+      *to++ = kDefaultCharacter;
+    } else {
+      *to++ = DecodePair(byte, static_cast<unsigned char>(*from++));
+    }
+  }
+  out.resize(static_cast<size_t>(to - out.data()));
+  return out;
+}
+
+std::string EncodeCodePage(std::u16string_view text) {
+  static const Codes codes = MakeCodes();
+  std::string out(text.size() * 2, '\0');
+  char* to = out.data();
+  const char16_t* from = text.data();
+  const char16_t* const end = from + text.size();
+  while (from != end) {
+    CopyAsciiRuns(from, end, to);
+    if (from == end) break;
+    const char16_t unit = *from++;
+    const uint16_t code = codes[unit];
+    if (code == 0 && unit != 0) {
+      if (IsHighHalf(unit) && from != end && IsLowHalf(*from)) ++from;
+      *to++ = '?';
+      continue;
+    }
+    if (code > 0xFF) *to++ = static_cast<char>(code >> 8);
+    *to++ = static_cast<char>(code & 0xFF);
+  }
+  out.resize(static_cast<size_t>(to - out.data()));
+  return out;
+}
+
+}  // namespace platform

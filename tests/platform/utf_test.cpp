@@ -1,0 +1,75 @@
+#include "platform/utf.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+using platform::ToUtf16;
+using platform::ToUtf8;
+
+TEST(Utf, ConvertsBothWays) {
+  const struct {
+    const char16_t* text;
+    const char* bytes;
+    const char* why;
+  } rows[] = {
+      {u"", "", "nothing"},
+      {u"1234567", "1234567", "one short of a run"},
+      {u"12345678é", "12345678\xC3\xA9", "a run, then two bytes"},
+      {u"1234567é90123456",
+       "1234567\xC3\xA9"
+       "90123456",
+       "no run at first, one later"},
+      {u"\x7F\x80\u07FF\u0800\uFFFF", "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF", "borders"},
+      {u"会社", "\xE4\xBC\x9A\xE7\xA4\xBE", "three bytes each"},
+      {u"\U00010000\U0010FFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "first and last pair"},
+      {u"\xD83Dx\xDE00", "\xED\xA0\xBDx\xED\xB8\x80", "halves of a pair, apart"},
+      {u"\xDE00\xD83D", "\xED\xB8\x80\xED\xA0\xBD", "halves of a pair, turned round"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(ToUtf8(row.text), row.bytes);
+    EXPECT_EQ(ToUtf16(row.bytes), row.text);
+  }
+}
+
+TEST(Utf, ReadsOneReplacementForEachMalformedByte) {
+  const struct {
+    std::string_view bytes;
+    const char16_t* text;
+    const char* why;
+  } rows[] = {
+      {"a\x80z", u"a\uFFFDz", "a continuation alone"},
+      {"\xC0\xAF", u"\uFFFD\uFFFD", "two bytes for an ASCII character"},
+      {"\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD", "three bytes for what takes two"},
+      {"\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD", "four bytes for what takes three"},
+      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", "beyond the last character"},
+      {"\xE4\xBC", u"\uFFFD\uFFFD", "cut off"},
+      {"\xE4\xBCz\xFF", u"\uFFFD\uFFFDz\uFFFD", "broken off, and no lead at all"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(ToUtf16(row.bytes), row.text);
+  }
+}
+
+TEST(Utf, AnyTextSurvives) {
+  std::mt19937 random(1);
+  const char16_t bases[] = {0x20, 0x3040, 0xD7F0, 0xDBF0};  // the last two cross into the halves
+  for (int round = 0; round < 2000; ++round) {
+    std::u16string text = u"in front ";
+    std::string bytes = "in front ";
+    std::u16string added;
+    for (size_t length = random() % 40; length > 0; --length) {
+      added += static_cast<char16_t>(bases[random() % 4] + random() % 32);
+    }
+    platform::AppendUtf8(added, bytes);
+    ASSERT_EQ(ToUtf16(bytes), text + added);
+    platform::AppendUtf16(ToUtf8(added), text);
+    ASSERT_EQ(text, u"in front " + added);
+  }
+}
+
+}  // namespace
