@@ -1,0 +1,106 @@
+#include "core/paths.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fake_host.h"
+#include "support/faulty_files.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using namespace core;
+using testing_support::FileCall;
+
+TEST(Paths, JoinsBesideTheProgram) {
+  testing_support::FakeHost host;
+  const std::u16string longName(300, u'n');
+  const struct {
+    std::u16string program;
+    std::u16string name;
+    std::u16string path;
+  } rows[] = {
+      {u"\\app\\Morvenly", u"user.sdf", u"\\app\\user.sdf"},
+      {u"\\Morvenly", u"user.sdf", u"\\user.sdf"},
+      {u"Morvenly", u"user.sdf", u"\\Morvenly\\user.sdf"},
+      {u"", u"user.sdf", u"\\user.sdf"},
+      {u"\\app\\Morvenly", longName, u"\\app\\" + longName.substr(0, 255)},
+  };
+  for (const auto& row : rows) {
+    host.programPath = row.program;
+    EXPECT_EQ(JoinModulePath(row.name), row.path);
+  }
+}
+
+TEST(Paths, SplitsAtTheLastBackslash) {
+  const std::u16string fits(259, u'a');
+  const struct {
+    std::u16string path;
+    int result;
+    std::u16string folder;
+    std::u16string name;
+  } rows[] = {
+      {u"\\a\\b\\c.txt", 0, u"\\a\\b", u"c.txt"},
+      {u"\\c.txt", 0, u"", u"c.txt"},
+      {u"\\a\\", 0, u"\\a", u""},
+      {fits + u"\\" + fits, 0, fits, fits},
+      {u"c.txt", -110, u"old", u"old"},
+      {fits + u"a\\c", -101, u"old", u"old"},
+      {u"c\\a" + fits, -101, u"old", u"old"},
+  };
+  for (const auto& row : rows) {
+    std::u16string folder = u"old";
+    std::u16string name = u"old";
+    EXPECT_EQ(SplitPath(row.path, folder, name), row.result);
+    EXPECT_EQ(folder, row.folder);
+    EXPECT_EQ(name, row.name);
+  }
+}
+
+TEST(Paths, TellsExtensions) {
+  EXPECT_EQ(FileExtension(u"a.b.sdf"), u"sdf");
+  EXPECT_EQ(FileExtension(u"sdf"), u"");
+  EXPECT_EQ(FileExtension(u"a."), u"");
+}
+
+TEST(EnsureFolder, MakesParentsFirst) {
+  const testing_support::TempFolder folder;
+  EXPECT_EQ(EnsureFolder(folder.Path(u"a\\日記\\c")), 0);
+  EXPECT_TRUE(platform::files().Exists(folder.Path(u"a\\日記\\c")));
+  EXPECT_EQ(EnsureFolder(folder.Path(u"a\\日記\\c")), 0) << "it is there already";
+  EXPECT_EQ(EnsureFolder(folder.Path(u"d\\e\\")), 0) << "a backslash at the end";
+  EXPECT_TRUE(platform::files().Exists(folder.Path(u"d\\e")));
+}
+
+TEST(EnsureFolder, TellsWhyNot) {
+  const testing_support::TempFolder folder;
+  testing_support::WriteWholeFile(folder.HostPath("file"), "");
+  const std::u16string longest = u"\\" + std::u16string(258, u'a');
+  const struct {
+    std::u16string path;
+    int result;
+    const char* why;
+  } rows[] = {
+      {u"\\", 0, "the root"},
+      {u"", -10, "too short"},
+      {u"a", -10, "too short"},
+      {longest + u"a", -10, "260 characters"},
+      {folder.Path(u"file"), -11, "a file"},
+      {u"no-such-folder", -12, "no backslash"},
+      {folder.Path(u"file\\b"), -13, "a file among the parents"},
+      {u"a\\b", -13, "a parent that is too short"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(EnsureFolder(row.path), row.result);
+  }
+}
+
+TEST(EnsureFolder, DoesNotLookAtWhatMakingGave) {
+  const testing_support::TempFolder folder;
+  testing_support::FaultyFiles faulty;
+  faulty.Fail(FileCall::kMakeFolder, 1, testing_support::FaultyFiles::kForever);
+  EXPECT_EQ(EnsureFolder(folder.Path(u"a\\b")), 0);
+  EXPECT_EQ(faulty.Count(FileCall::kMakeFolder), 2);
+}
+
+}  // namespace

@@ -1,0 +1,65 @@
+#include "support/faulty_files.h"
+
+#include <utility>
+
+namespace testing_support {
+
+class FaultyFiles::FaultyFile : public platform::File {
+ public:
+  FaultyFile(FaultyFiles& owner, std::unique_ptr<platform::File> real)
+      : owner_(owner), real_(std::move(real)) {}
+
+  int64_t Read(void* data, size_t size) override {
+    return owner_.Fails(FileCall::kRead) ? -1 : real_->Read(data, size);
+  }
+  bool Write(std::string_view bytes) override {
+    if (!owner_.Fails(FileCall::kWrite)) return real_->Write(bytes);
+    real_->Write(bytes.substr(0, bytes.size() / 2));
+    return false;
+  }
+  bool Sync() override { return !owner_.Fails(FileCall::kSync) && real_->Sync(); }
+
+ private:
+  FaultyFiles& owner_;
+  std::unique_ptr<platform::File> real_;
+};
+
+void FaultyFiles::Fail(FileCall call, int first, int last) {
+  orders_[static_cast<size_t>(call)] = {first, last, 0};
+}
+
+bool FaultyFiles::Fails(FileCall call) {
+  Order& order = orders_[static_cast<size_t>(call)];
+  ++order.count;
+  return order.count >= order.first && order.count <= order.last;
+}
+
+std::unique_ptr<platform::File> FaultyFiles::Wrap(std::unique_ptr<platform::File> file) {
+  return file ? std::make_unique<FaultyFile>(*this, std::move(file)) : nullptr;
+}
+
+std::unique_ptr<platform::File> FaultyFiles::OpenForReading(std::u16string_view path) {
+  return Fails(FileCall::kOpenForReading) ? nullptr : Wrap(real_.OpenForReading(path));
+}
+
+std::unique_ptr<platform::File> FaultyFiles::Create(std::u16string_view path) {
+  return Fails(FileCall::kCreate) ? nullptr : Wrap(real_.Create(path));
+}
+
+std::optional<uint32_t> FaultyFiles::Attributes(std::u16string_view path) {
+  return Fails(FileCall::kAttributes) ? std::nullopt : real_.Attributes(path);
+}
+
+bool FaultyFiles::Remove(std::u16string_view path) {
+  return !Fails(FileCall::kRemove) && real_.Remove(path);
+}
+
+bool FaultyFiles::Rename(std::u16string_view from, std::u16string_view to) {
+  return !Fails(FileCall::kRename) && real_.Rename(from, to);
+}
+
+bool FaultyFiles::MakeFolder(std::u16string_view path) {
+  return !Fails(FileCall::kMakeFolder) && real_.MakeFolder(path);
+}
+
+}  // namespace testing_support
