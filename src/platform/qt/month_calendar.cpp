@@ -1,0 +1,94 @@
+#include "platform/qt/month_calendar.h"
+
+#include <QHBoxLayout>
+#include <QLocale>
+#include <QTextCharFormat>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "platform/host.h"
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace platform::qt {
+namespace {
+
+QDate Today() {
+  const LocalTime now = host().Now();
+  return QDate(now.year, now.month, now.day);
+}
+
+void SetDayColor(QCalendarWidget& days, Qt::DayOfWeek day, const QColor& color) {
+  QTextCharFormat format;
+  format.setForeground(color);
+  days.setWeekdayTextFormat(day, format);
+}
+
+}  // namespace
+
+MonthCalendar::MonthCalendar(QWidget* parent)
+    : QWidget(parent), days_(new QCalendarWidget(this)), title_(new QLabel(this)) {
+  setAutoFillBackground(true);
+  setFocusProxy(days_);
+  days_->setFont(FixedFont(12));
+  days_->setLocale(QLocale(QLocale::Japanese, QLocale::Japan));
+  days_->setNavigationBarVisible(false);
+  days_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+  days_->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
+  days_->setFirstDayOfWeek(Qt::Sunday);
+  days_->setMinimumDate(QDate(1900, 1, 1));
+  days_->setMaximumDate(QDate(9999, 12, 31));
+  SetDayColor(*days_, Qt::Sunday, Qt::red);
+  SetDayColor(*days_, Qt::Saturday, Qt::blue);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(1, 1, 1, 1);
+  rows->setSpacing(0);
+  MakeHeader();
+  rows->addWidget(days_, 1);
+  connect(days_, &QCalendarWidget::currentPageChanged, this, &MonthCalendar::ShowTitle);
+  connect(days_, &QCalendarWidget::clicked, this, &MonthCalendar::Chosen);
+  connect(days_, &QCalendarWidget::activated, this, &MonthCalendar::Chosen);
+  Select(Today());
+}
+
+void MonthCalendar::MakeHeader() {
+  auto* header = new QHBoxLayout;
+  header->setSpacing(0);
+  const auto addStep = [&](const char* name, const QString& sign, auto step) {
+    auto* button = new QToolButton(this);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setText(sign);
+    button->setFont(FixedFont(14));
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setFixedSize(Scaled(30), Scaled(26));
+    connect(button, &QToolButton::clicked, days_, step);
+    header->addWidget(button);
+  };
+  addStep("previous_year", QStringLiteral("《"), &QCalendarWidget::showPreviousYear);
+  addStep("previous_month", QStringLiteral("<"), &QCalendarWidget::showPreviousMonth);
+  title_->setAlignment(Qt::AlignCenter);
+  title_->setFont(FixedFont(13));
+  title_->setObjectName(QStringLiteral("month_title"));
+  header->addWidget(title_, 1);
+  addStep("next_month", QStringLiteral(">"), &QCalendarWidget::showNextMonth);
+  addStep("next_year", QStringLiteral("》"), &QCalendarWidget::showNextYear);
+  static_cast<QVBoxLayout*>(layout())->addLayout(header);
+}
+
+void MonthCalendar::Select(const QDate& date) {
+  const QDate shown = date.isValid() && date >= days_->minimumDate() ? date : Today();
+  QTextCharFormat bold;
+  bold.setFontWeight(QFont::Bold);
+  days_->setDateTextFormat(QDate(), {});
+  days_->setDateTextFormat(Today(), bold);
+  days_->setSelectedDate(shown);
+  days_->setCurrentPage(shown.year(), shown.month());
+  ShowTitle(shown.year(), shown.month());
+}
+
+void MonthCalendar::ShowTitle(int year, int month) {
+  title_->setText(QStringLiteral("%1年%2月").arg(year).arg(month));
+}
+
+}  // namespace platform::qt

@@ -1,0 +1,36 @@
+// A month calendar for a finger: a header "2009年3月" between its steps, and the days below, weeks
+// from Sunday on. The edit screen and the main window share it.
+#pragma once
+
+#include <QCalendarWidget>
+#include <QDate>
+#include <QLabel>
+#include <QWidget>
+
+namespace platform::qt {
+
+class MonthCalendar : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit MonthCalendar(QWidget* parent);
+
+  // Shows the month of `date` with that day selected; today for a date that does not exist or lies
+  // before 1900.
+  void Select(const QDate& date);
+  QDate Selected() const { return days_->selectedDate(); }
+
+ signals:
+  // A tap on a day, or Enter on the selected one. The arrow keys, and Page Up and Page Down, only
+  // move the selection.
+  void Chosen(QDate date);
+
+ private:
+  void MakeHeader();
+  void ShowTitle(int year, int month);
+
+  QCalendarWidget* days_;
+  QLabel* title_;
+};
+
+}  // namespace platform::qt
