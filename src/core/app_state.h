@@ -25,17 +25,17 @@ class CAppState {
 
   // Action index: position i of one list belongs to position i of the other, by start ascending.
   TextList ActIds;
-  TextList ActStarts;     // f_nchStaDateTime
-  int IndexCount = 0;     // entries of the index
-  int TotalCount = 0;     // Actions in the data file, by the last full reload
+  TextList ActStarts;                       // f_nchStaDateTime
+  int IndexCount = 0;                       // entries of the index
+  int TotalCount = 0;                       // Actions in the data file, by the last full reload
   std::optional<std::u16string> FindWhere;  // condition of the active find, as SQL; none: no find
 
   // What the views and the edit screen hand to one another.
   int CurView = kViewDay;
-  int ListPage = 0;             // 0 the newest
-  int ListRowsPerScreen = 1;    // rows that the list control shows now, at least 1
-  int SelIndex = -1;            // position in the index, -1 for none
-  std::u16string SelActId;      // empty for none
+  int ListPage = 0;           // 0 the newest
+  int ListRowsPerScreen = 1;  // rows that the list control shows now, at least 1
+  int SelIndex = -1;          // position in the index, -1 for none
+  std::u16string SelActId;    // empty for none
 
   // Settings.
   std::optional<std::u16string> FileVersion;  // "Version" as read; none in a first run

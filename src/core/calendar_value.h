@@ -44,6 +44,9 @@ bool CalendarGreater(const CalendarValue& a, const CalendarValue& b);
 // By the day alone: -1, 0 or 1.
 int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b);
 
+// 28 to 31, or 0 if there is no such month.
+int DaysInMonth(int year, int month);
+
 // 1 Sunday .. 7 Saturday, or -1 for a date that does not exist.
 int WeekdayOf(int year, int month, int day);
 

@@ -18,16 +18,14 @@ std::u16string FormatTime(int hour, int minute, int second);
 std::u16string FormatHourMinute(int hour, int minute);
 
 // Both compare by code unit, the date first: 1, 0 or -1 as A stands to B.
-int CompareDateTime(std::u16string_view dateA, std::u16string_view timeA,
-                    std::u16string_view dateB, std::u16string_view timeB);
+int CompareDateTime(std::u16string_view dateA, std::u16string_view timeA, std::u16string_view dateB,
+                    std::u16string_view timeB);
 // Copies the earlier pair; 1 if B was taken, 0 if A was (also on a tie).
-int EarlierDateTime(std::u16string_view dateA, std::u16string_view timeA,
-                    std::u16string_view dateB, std::u16string_view timeB, std::u16string& date,
-                    std::u16string& time);
+int EarlierDateTime(std::u16string_view dateA, std::u16string_view timeA, std::u16string_view dateB,
+                    std::u16string_view timeB, std::u16string& date, std::u16string& time);
 // Copies the later pair; 1 if A was taken, 0 if B was (also on a tie).
-int LaterDateTime(std::u16string_view dateA, std::u16string_view timeA,
-                  std::u16string_view dateB, std::u16string_view timeB, std::u16string& date,
-                  std::u16string& time);
+int LaterDateTime(std::u16string_view dateA, std::u16string_view timeA, std::u16string_view dateB,
+                  std::u16string_view timeB, std::u16string& date, std::u16string& time);
 
 // The parsers answer 0, or -10 and leave their outputs untouched.
 // A date from 1900 on; padding is not required ("2010/1/2").

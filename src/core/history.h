@@ -18,8 +18,9 @@ class HistoryList {
   // Moves an equal text (exact, case counts) to the front, or inserts `text` there; a full list
   // drops its last entry. An empty text does nothing.
   void Add(std::u16string_view text);
-  // Adds behind the last entry; dropped if the list is full.
-  void Append(std::u16string_view text);
+  // Puts `text` at a position, which is at most one behind the last entry; dropped beyond the
+  // capacity.
+  void Set(size_t position, std::u16string_view text);
   void Clear() { entries_.clear(); }
 
  private:

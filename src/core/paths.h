@@ -23,8 +23,8 @@ int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& 
 std::u16string FileExtension(std::u16string_view fileName);
 
 // Makes a folder and its parents. 0 if it exists or its making was tried (the result of the making
-// itself is not examined); -10 if the path has more than kMaxPath characters, or fewer than 2 and is
-// not "\"; -11 if a file stands there; -12 if it has no backslash; -13 if a parent failed.
+// itself is not examined); -10 if the path has more than kMaxPath characters, or fewer than 2 and
+// is not "\"; -11 if a file stands there; -12 if it has no backslash; -13 if a parent failed.
 int EnsureFolder(std::u16string_view path);
 
 }  // namespace core

