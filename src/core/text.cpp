@@ -1,12 +1,17 @@
-// The escape form is written by one table and read back by a machine of three states.
+// The escape form is written and read by one table, and read by a machine of three states.
 #include "core/text.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace core {
 namespace {
 
+constexpr struct {
+  char16_t character;
+  char16_t letter;  // behind the backslash
+} kEscapes[] = {
+    {u'\\', u'\\'}, {u'"', u'"'}, {u'\'', u'\''}, {u'\t', u't'}, {u'\n', u'n'}, {u'\r', u'r'},
+};
 constexpr size_t kMaxHexDigits = 4;
 
 bool IsDigit(char16_t c) {
@@ -36,10 +41,31 @@ char16_t FromHex(std::u16string_view digits) {
   return static_cast<char16_t>(value);
 }
 
-void AppendEscape(char16_t c, std::u16string& out) {
-  static constexpr std::u16string_view kDigits = u"0123456789abcdef";
+// One character as EscapeText writes it.
+void AppendEscaped(char16_t c, std::u16string& out) {
+  static constexpr std::u16string_view kHexDigits = u"0123456789abcdef";
+  for (const auto& escape : kEscapes) {
+    if (c != escape.character) continue;
+    out += u'\\';
+    out += escape.letter;
+    return;
+  }
+  if (c >= u' ') {
+    out += c;
+    return;
+  }
   out += u"\\x";
-  for (int shift = 12; shift >= 0; shift -= 4) out += kDigits[c >> shift & 0xF];
+  for (int shift = 12; shift >= 0; shift -= 4) out += kHexDigits[c >> shift & 0xF];
+}
+
+// False if `letter` is none of the table's.
+bool AppendUnescaped(char16_t letter, std::u16string& out) {
+  for (const auto& escape : kEscapes) {
+    if (letter != escape.letter) continue;
+    out += escape.character;
+    return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -69,41 +95,16 @@ int32_t ToInt32(std::u16string_view text) {
 
 std::u16string ZeroPadded(int value, int width) {
   const std::string digits = std::to_string(value);
-  const size_t sign = value < 0 ? 1 : 0;
   std::u16string out(digits.begin(), digits.end());
-  const size_t wanted = width > 0 ? static_cast<size_t>(width) : 0;
-  if (out.size() < wanted) out.insert(sign, wanted - out.size(), u'0');
+  const auto wanted = static_cast<size_t>(std::max(width, 0));
+  if (out.size() < wanted) out.insert(value < 0 ? 1 : 0, wanted - out.size(), u'0');
   return out;
 }
 
 std::u16string EscapeText(std::u16string_view text) {
   std::u16string out;
   out.reserve(text.size());
-  for (const char16_t c : text) {
-    switch (c) {
-      case u'\\':
-      case u'"':
-      case u'\'':
-        out += u'\\';
-        out += c;
-        break;
-      case u'\t':
-        out += u"\\t";
-        break;
-      case u'\n':
-        out += u"\\n";
-        break;
-      case u'\r':
-        out += u"\\r";
-        break;
-      default:
-        if (c < u' ') {
-          AppendEscape(c, out);
-        } else {
-          out += c;
-        }
-    }
-  }
+  for (const char16_t c : text) AppendEscaped(c, out);
   return out;
 }
 
@@ -129,8 +130,7 @@ std::u16string UnescapeText(std::u16string_view text) {
         if (c == u'x') {
           state = State::kHex;
           hexBegin = i + 1;
-        } else if (c == u'\\' || c == u'"' || c == u'\'' || c == u't' || c == u'n' || c == u'r') {
-          out += c == u't' ? u'\t' : c == u'n' ? u'\n' : c == u'r' ? u'\r' : c;
+        } else if (AppendUnescaped(c, out)) {
           state = State::kPlain;
         }
         break;

@@ -101,6 +101,8 @@ TEST(EnsureFolder, DoesNotLookAtWhatMakingGave) {
   faulty.Fail(FileCall::kMakeFolder, 1, testing_support::FaultyFiles::kForever);
   EXPECT_EQ(EnsureFolder(folder.Path(u"a\\b")), 0);
   EXPECT_EQ(faulty.Count(FileCall::kMakeFolder), 2);
+  EXPECT_EQ(EnsureFolder(u"\\no-such-folder"), 0) << "its parent is the root";
+  EXPECT_EQ(faulty.Count(FileCall::kMakeFolder), 3);
 }
 
 }  // namespace

@@ -150,10 +150,7 @@ TEST(CodePage, WritesWhatWindowsWrites) {
     const char* why;
   } rows[] = {
       {u"会社－＞自宅", "\x89\xEF\x8E\xD0\x81\x7C\x81\x84\x8E\xA9\x91\xEE", "full-width minus"},
-      {u"10:00～11:30",
-       "10:00\x81\x60"
-       "11:30",
-       "full-width tilde, between runs of ASCII"},
+      {u"10:00～ 11:30", "10:00\x81\x60 11:30", "full-width tilde"},
       {u"〜−‖", "???", "wave dash and minus of other tables"},
       {u"①Ⅳ㈱", "\x87\x40\x87\x57\x87\x8A", "NEC row 13"},
       {u"髙﨑ⅰ", "\xFB\xFC\xFA\xB1\xFA\x40", "IBM's place, not NEC's"},
@@ -161,15 +158,25 @@ TEST(CodePage, WritesWhatWindowsWrites) {
       {u"ｱﾝ｡", "\xB1\xDD\xA1", "half-width katakana"},
       {u"Café ©ÿ ¥5 ゔ", "Cafe cy \\5 \x83\x94", "best fits"},
       {u"・", "\x81\x45", "not an empty cell, though these read alike"},
-      {u"😀a\xD83D"
-       u"b\xDE00",
-       "?a?b?", "one for a pair, one for half a pair"},
+      {u"😀a\xD83Dz\xDE00", "?a?z?", "one for a pair, one for half a pair"},
       {u"한€\u200B", "???", "one for each, the invisible one too"},
       {u"\uE000\uE757\uE758", "\xF0\x40\xF9\xFC?", "the user-defined area and its end"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     EXPECT_EQ(EncodeCodePage(row.text), row.bytes);
+  }
+}
+
+TEST(CodePage, OneOddCharacterAmongAsciiStaysWhereItIs) {
+  for (size_t at = 0; at < 16; ++at) {
+    SCOPED_TRACE(at);
+    std::u16string text = u"0123456789abcdef";
+    std::string bytes = "0123456789abcdef";
+    text[at] = u'ｱ';
+    bytes[at] = '\xB1';
+    EXPECT_EQ(DecodeCodePage(bytes), text);
+    EXPECT_EQ(EncodeCodePage(text), bytes);
   }
 }
 
