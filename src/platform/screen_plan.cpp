@@ -2,33 +2,45 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace platform {
 namespace {
 
 constexpr int kUnitsWide = 240;
 constexpr int kUnitsHigh = 320;
-constexpr double kDesktopPixelsPerUnit = 2.0;
+constexpr int kDesktopPixelsPerUnit = 2;
 constexpr int kFramePixels = 80;           // a title bar and a desktop's panel
 constexpr int kHandheldMillimetres = 100;  // no desktop's screen has so short a side
-constexpr int kTrustedMillimetres = 30;    // below this the size is a made-up one
+constexpr int kTrustedMillimetres = 30;    // shorter ones are made up
+constexpr double kUprightPhone = 1.7;      // height by width
 
-bool IsHandheld(const ScreenSize& screen, int shorterSide) {
-  if (shorterSide < kUnitsWide * kDesktopPixelsPerUnit) return true;
-  const int millimetres = std::min(screen.millimetresWide, screen.millimetresHigh);
-  return millimetres >= kTrustedMillimetres && millimetres <= kHandheldMillimetres;
+// A window system that does not know the millimetres tells none, or those of 96 dots per inch.
+bool KnowsMillimetres(const ScreenSize& screen) {
+  const double at96 = screen.width * 25.4 / 96.0;
+  return std::min(screen.millimetresWide, screen.millimetresHigh) >= kTrustedMillimetres &&
+         std::abs(screen.millimetresWide - at96) > 1.0;
+}
+
+bool IsHandheld(const ScreenSize& screen) {
+  // No room for a frame round a window of two pixels a unit.
+  if (std::min(screen.width, screen.height) <= kUnitsWide * kDesktopPixelsPerUnit) return true;
+  if (KnowsMillimetres(screen)) {
+    return std::min(screen.millimetresWide, screen.millimetresHigh) <= kHandheldMillimetres;
+  }
+  return screen.height >= screen.width * kUprightPhone;
 }
 
 }  // namespace
 
 ScreenPlan PlanScreen(const ScreenSize& screen) {
-  const int shorterSide = std::min(screen.width, screen.height);
-  if (IsHandheld(screen, shorterSide)) {
-    return {std::max(1.0, static_cast<double>(shorterSide) / kUnitsWide), true};
+  if (IsHandheld(screen)) {
+    const double shorterSide = std::min(screen.width, screen.height);
+    return {std::max(1.0, shorterSide / kUnitsWide), true};
   }
   const double fitting = static_cast<double>(screen.height - kFramePixels) / kUnitsHigh;
   const double inQuarters = std::floor(fitting * 4.0) / 4.0;  // where glyphs stay even
-  return {std::clamp(inQuarters, 1.0, kDesktopPixelsPerUnit), false};
+  return {std::clamp<double>(inQuarters, 1.0, kDesktopPixelsPerUnit), false};
 }
 
 }  // namespace platform

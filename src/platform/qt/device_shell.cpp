@@ -56,7 +56,8 @@ TapAndHold::TapAndHold(QWidget* watched, std::function<void(QPoint)> onHold)
 
 bool TapAndHold::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
-    case QEvent::MouseButtonPress: {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
       const auto* mouse = static_cast<QMouseEvent*>(event);
       press_ = mouse->pos();
       held_ = false;

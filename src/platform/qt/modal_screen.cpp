@@ -32,6 +32,7 @@ int ModalScreen::RunModal() {
     sibling->setEnabled(false);
     covered.emplace_back(sibling);
   }
+  setEnabled(true);  // another screen may have covered this one before it was run
   setGeometry(window->rect());
   window->installEventFilter(this);
   runningScreens.push_back(this);

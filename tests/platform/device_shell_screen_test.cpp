@@ -1,0 +1,133 @@
+#include "platform/qt/device_shell.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QTimer>
+#include <functional>
+#include <vector>
+
+#include "platform/qt/modal_screen.h"
+
+using platform::qt::ModalScreen;
+using platform::qt::SoftKeyBar;
+using platform::qt::TapAndHold;
+
+namespace {
+
+void Mouse(QWidget& widget, QEvent::Type type, QPoint at, Qt::MouseButton button) {
+  QMouseEvent event(type, at, widget.mapToGlobal(at), button, button, Qt::NoModifier);
+  QApplication::sendEvent(&widget, &event);
+}
+
+// Runs events until `done`, or fails after ten seconds.
+void RunUntil(const std::function<bool()>& done) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!done() && clock.elapsed() < 10000) QCoreApplication::processEvents();
+  EXPECT_TRUE(done());
+}
+
+// Counts what reaches it.
+class Watched : public QWidget {
+ public:
+  int presses = 0;
+  int moves = 0;
+  int releases = 0;
+
+ protected:
+  void mousePressEvent(QMouseEvent*) override { presses++; }
+  void mouseMoveEvent(QMouseEvent*) override { moves++; }
+  void mouseReleaseEvent(QMouseEvent*) override { releases++; }
+};
+
+}  // namespace
+
+TEST(TapAndHold, TellsAHoldFromATapAndADrag) {
+  const QPoint at(20, 30);
+  const struct {
+    const char* why;
+    Qt::MouseButton button;
+    QPoint movedTo;  // before half a second is over
+    bool released;   // before half a second is over
+    bool holds;
+  } rows[] = {
+      {"a press that stays", Qt::LeftButton, at, false, true},
+      {"a finger is never quite still", Qt::LeftButton, at + QPoint(2, 1), false, true},
+      {"a drag", Qt::LeftButton, at + QPoint(0, 40), false, false},
+      {"a tap", Qt::LeftButton, at, true, false},
+      {"the right button, at once", Qt::RightButton, at, false, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    Watched widget;
+    std::vector<QPoint> holds;
+    TapAndHold hold(&widget, [&holds](QPoint point) { holds.push_back(point); });
+    bool halfASecondIsOver = false;
+    QTimer::singleShot(600, [&halfASecondIsOver] { halfASecondIsOver = true; });
+
+    Mouse(widget, QEvent::MouseButtonPress, at, row.button);
+    Mouse(widget, QEvent::MouseMove, row.movedTo, row.button);
+    if (row.released) Mouse(widget, QEvent::MouseButtonRelease, at, row.button);
+    RunUntil([&halfASecondIsOver] { return halfASecondIsOver; });
+    EXPECT_EQ(holds, row.holds ? std::vector<QPoint>{at} : std::vector<QPoint>{});
+
+    const int movesBefore = widget.moves;
+    Mouse(widget, QEvent::MouseMove, at + QPoint(50, 50), row.button);
+    EXPECT_EQ(widget.moves - movesBefore, row.holds ? 0 : 1);
+    if (!row.released) Mouse(widget, QEvent::MouseButtonRelease, at, row.button);
+    EXPECT_EQ(widget.presses, 1);
+    EXPECT_EQ(widget.releases, row.holds ? 0 : 1);
+  }
+}
+
+TEST(SoftKeyBar, OpensItsMenuAboveItself) {
+  QWidget window;
+  window.resize(240, 320);
+  SoftKeyBar bar(&window);
+  bar.setGeometry(0, 294, 240, 26);
+  bar.Menu().addAction(QStringLiteral("終了"));
+  window.show();
+
+  bar.findChild<QPushButton*>(QStringLiteral("menu_key"))->click();
+  ASSERT_TRUE(bar.Menu().isVisible());
+  const QRect menu = bar.Menu().geometry();
+  EXPECT_EQ(menu.bottom() + 1, bar.mapToGlobal(QPoint(0, 0)).y());
+  EXPECT_EQ(menu.right() + 1, bar.mapToGlobal(QPoint(240, 0)).x());
+  bar.Menu().close();
+}
+
+TEST(ModalScreen, CoversTheWindowAndGivesItBack) {
+  QWidget window;
+  window.resize(240, 320);
+  QPushButton below(&window);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  below.setFocus();
+
+  ModalScreen outer(&below);
+  ModalScreen inner(&outer);
+  QTimer::singleShot(0, [&] {
+    EXPECT_FALSE(below.isEnabled());
+    EXPECT_TRUE(outer.isAncestorOf(window.focusWidget()) || window.focusWidget() == &outer);
+    window.resize(320, 240);
+    QTimer::singleShot(0, [&] {
+      EXPECT_EQ(ModalScreen::Topmost(), &inner);
+      EXPECT_FALSE(outer.isEnabled());
+      EXPECT_EQ(inner.size(), QSize(320, 240));
+      QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+      QApplication::sendEvent(&inner, &escape);
+    });
+    EXPECT_EQ(inner.RunModal(), platform::qt::kResultCancel);
+    EXPECT_EQ(ModalScreen::Topmost(), &outer);
+    EXPECT_TRUE(outer.isEnabled());
+    EXPECT_FALSE(below.isEnabled());
+    outer.EndScreen(platform::qt::kResultOk);
+  });
+  EXPECT_EQ(outer.RunModal(), platform::qt::kResultOk);
+  EXPECT_EQ(ModalScreen::Topmost(), nullptr);
+  EXPECT_TRUE(below.isEnabled());
+  EXPECT_EQ(window.focusWidget(), &below);
+}
