@@ -59,7 +59,10 @@ int LineReader::ReadTextLine(std::u16string& text, size_t& byteLength) {
     }
     lineFeedMayFollow_ = *lineEnd == '\r';
     ++position_;
-    if (!pieces.empty()) piece = pieces += piece;
+    if (!pieces.empty()) {
+      pieces += piece;
+      piece = pieces;
+    }
     text = platform::DecodeCodePage(piece);
     byteLength = piece.size();
     return 0;
