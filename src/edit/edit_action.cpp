@@ -1,0 +1,196 @@
+// Opening the screen, the commands that turn it into a new Action in place, the toggles, the end.
+#include "edit/edit_action.h"
+
+#include <utility>
+
+#include "edit/initial_times.h"
+#include "platform/host.h"
+#include "store/action_index.h"
+
+namespace edit {
+namespace {
+
+constexpr int kStartupBrowsing = 0;
+constexpr int kStartupNewAction = 2;
+
+}  // namespace
+
+struct CEditAction::Command {
+  int id;
+  void (CEditAction::*run)();
+};
+
+constexpr CEditAction::Command CEditAction::kCommands[] = {
+    {kIdWrite, &CEditAction::OnBtnWrite},
+    {kIdKeyWrite, &CEditAction::OnBtnWrite},
+    {kIdClose, &CEditAction::OnBtnClose},
+    {kIdMenuClose, &CEditAction::FxFileClose},
+    {kIdExit, &CEditAction::FxFileExit},
+    {kIdMenuExit, &CEditAction::FxFileExit},
+    {kIdStartNow, &CEditAction::OnBtnStartNow},
+    {kIdEndNow, &CEditAction::OnBtnEndNow},
+    {kIdPrevious, &CEditAction::OnBtnPrev},
+    {kIdNext, &CEditAction::OnBtnNext},
+    {kIdMenuNew, &CEditAction::FxEditNew},
+    {kIdToolNew, &CEditAction::FxEditNew},
+    {kIdMenuReference, &CEditAction::FxEditReference},
+    {kIdToolReference, &CEditAction::FxEditReference},
+    {kIdMenuFollow, &CEditAction::FxEditFollow},
+    {kIdToolFollow, &CEditAction::FxEditFollow},
+    {kIdMenuDelete, &CEditAction::FxEditDelete},
+    {kIdToolDelete, &CEditAction::FxEditDelete},
+    {kIdMenuContinue, &CEditAction::ToggleEditOpeCont},
+    {kIdToolContinue, &CEditAction::ToggleEditOpeCont},
+    {kIdMenuAtStart, &CEditAction::ToggleAtStart},
+    {kIdToolAtStart, &CEditAction::ToggleAtStart},
+};
+
+std::u16string_view CEditAction::Title() const {
+  return workingMode == WorkingMode::kCreate ? u"新規作成" : u"変更";
+}
+
+std::u16string_view CEditAction::WriteText() const {
+  return workingMode == WorkingMode::kCreate ? u"作成" : u"変更";
+}
+
+bool CEditAction::IsEnabled(int commandId) const {
+  switch (commandId) {
+    case kIdPrevious:
+      return app_.IndexCount > 0 && app_.SelIndex > 0;
+    case kIdNext:
+      return app_.IndexCount > 0 && app_.SelIndex <= app_.IndexCount - 1;
+    case kIdEndTime:
+      return !fields.times.AllDay();
+    case kIdToolDelete:
+    case kIdMenuDelete:
+    case kIdToolReference:
+    case kIdMenuReference:
+      return workingMode == WorkingMode::kChange;
+    case kIdMenuExtItems:
+    case kIdAskPosition:
+    case kIdShowPosition:
+    case kIdClearPosition:
+    case kIdMapLink:
+      return false;
+    default:
+      return true;
+  }
+}
+
+bool CEditAction::IsChecked(int commandId) const {
+  if (commandId == kIdToolContinue || commandId == kIdMenuContinue) return app_.EditOpeCont == 1;
+  return app_.StartupMode == kStartupNewAction;
+}
+
+bool CEditAction::Open(int openMode) {
+  formerStartupMode_ = app_.StartupMode == kStartupNewAction ? kStartupBrowsing : app_.StartupMode;
+  if (openMode != kOpenNew) return OpenSelected(openMode);
+  const platform::LocalTime now = platform::host().Now();
+  StartNew(app_.CurView == core::kViewList
+               ? DateOf(now)
+               : ExistingDate(core::CurYear, core::CurMonth, core::CurDay, now));
+  return true;
+}
+
+void CEditAction::OnCommand(int commandId) {
+  const Picker closed = picker;
+  if (!ApplyPicker() || !IsEnabled(commandId)) return;
+  if (commandId == kIdMemoInput) {
+    SwitchMemoInput(closed);
+  } else if (const Picker which = PickerOf(commandId); which != Picker::kNone) {
+    if (which != closed) OpenPicker(which);
+  } else {
+    for (const Command& command : kCommands) {
+      if (command.id == commandId) (this->*command.run)();
+    }
+  }
+}
+
+bool CEditAction::OnWindowClosing() {
+  OnCommand(kIdExit);
+  closeProgram = false;  // the window goes as it is
+  return ended.has_value();
+}
+
+void CEditAction::StartNew(std::u16string_view date) {
+  StartBlank(TimesOfNew(date, app_.TimeInitForNewMode, platform::host().Now()));
+}
+
+void CEditAction::StartReference() {
+  loaded_[store::kActId].reset();
+  loaded_[store::kLastUpdate].reset();
+  workingMode = WorkingMode::kCreate;
+  app_.SelIndex = app_.IndexCount;
+}
+
+void CEditAction::StartFollow() {
+  StartBlank(TimesOfFollow(fields.times, app_.TimeInitForFollowMode, platform::host().Now()));
+}
+
+void CEditAction::StartBlank(const StartEnd& times) {
+  fields = Fields();
+  fields.times = times;
+  loaded_ = {};
+  workingMode = WorkingMode::kCreate;
+  app_.SelIndex = app_.IndexCount;
+}
+
+void CEditAction::FxEditNew() {
+  if (!AskSave()) return;
+  StartNew(ExistingDate(core::CurYear, core::CurMonth, core::CurDay, platform::host().Now()));
+}
+
+void CEditAction::FxEditReference() {
+  if (AskSave()) StartReference();
+}
+
+void CEditAction::FxEditFollow() {
+  if (AskSave()) StartFollow();
+}
+
+void CEditAction::FxFileClose() {
+  if (AskSave()) End(kEndChanged);
+}
+
+void CEditAction::FxFileExit() {
+  if (!AskSave()) return;
+  closeProgram = true;
+  End(kEndChanged);
+}
+
+void CEditAction::OnBtnClose() {
+  if (AskSaveBriefly()) End(changed_ ? kEndChanged : kEndUnchanged);
+}
+
+void CEditAction::OnBtnStartNow() {
+  StartEnd times = fields.times;
+  SetStartToNow(times, platform::host().Now());
+  ChangeTimes(times);
+}
+
+void CEditAction::OnBtnEndNow() {
+  StartEnd times = fields.times;
+  SetEndToNow(times, platform::host().Now());
+  ChangeTimes(times);
+}
+
+void CEditAction::ToggleEditOpeCont() {
+  app_.EditOpeCont = app_.EditOpeCont == 1 ? 0 : 1;
+}
+
+// Cleared, the program starts as it did when this screen opened; with the browsing screen if it
+// opened here even then.
+void CEditAction::ToggleAtStart() {
+  app_.StartupMode = app_.StartupMode == kStartupNewAction ? formerStartupMode_ : kStartupNewAction;
+}
+
+// A list view behind this screen goes to the page of the selected date, unless nothing has moved.
+void CEditAction::End(int result) {
+  if (changed_) {
+    app_.ListPage =
+        store::FindActionIndexByPosition(app_, core::CurDate(), u"24:00:00", app_.SeqViewRng);
+  }
+  ended = result;
+}
+
+}  // namespace edit

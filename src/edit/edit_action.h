@@ -1,0 +1,200 @@
+// The screen on which one Action is created, changed, copied, followed or deleted: its whole state,
+// and what each of its commands does. The screen beside it only shows this state. Interface thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/app_state.h"
+#include "edit/start_end.h"
+#include "store/action.h"
+
+namespace edit {
+
+// How a caller asks for the screen.
+enum OpenMode { kOpenNew = 1, kOpenChange = 2, kOpenReference = 4, kOpenFollow = 5 };
+
+enum class WorkingMode { kCreate = 1, kChange = 2 };
+
+// The picker that is open in place.
+enum class Picker {
+  kNone,
+  kStartDate,
+  kStartTime,
+  kEndDate,
+  kEndTime,
+  kPlace,
+  kCategory1,
+  kCategory2,
+  kMemoList,
+  kMemoEdit
+};
+
+enum class MemoInput { kList = 1, kEdit = 2 };
+
+// Result codes of the screen.
+inline constexpr int kEndChanged = 1;  // the main window's views have to be filled anew
+inline constexpr int kEndUnchanged = 2;
+
+// Ids of the controls and commands.
+enum CommandId {
+  kIdClose = 2,
+  kIdWrite = 1102,
+  kIdExit = 1103,
+  kIdStartDate = 1105,
+  kIdStartTime = 1106,
+  kIdStartNow = 1107,
+  kIdEndDate = 1109,
+  kIdEndTime = 1110,
+  kIdEndNow = 1111,
+  kIdPlace = 1113,
+  kIdCategory1 = 1115,
+  kIdCategory2 = 1117,
+  kIdMemo = 1119,
+  kIdMemoInput = 1120,
+  kIdPrevious = 1121,
+  kIdNext = 1122,
+  kIdLatitude = 1128,
+  kIdLongitude = 1130,
+  kIdToolNew = 5006,
+  kIdToolDelete = 5007,
+  kIdToolFollow = 5008,
+  kIdToolReference = 5009,
+  kIdToolContinue = 5010,
+  kIdToolAtStart = 5011,
+  kIdMenuNew = 32781,
+  kIdMenuReference = 32783,
+  kIdMenuFollow = 32784,
+  kIdMenuDelete = 32785,
+  kIdMenuExtItems = 32805,
+  kIdMenuClose = 32900,
+  kIdMenuContinue = 32954,
+  kIdMenuAtStart = 32955,
+  kIdAskPosition = 33100,
+  kIdShowPosition = 33101,
+  kIdClearPosition = 33102,
+  kIdMapLink = 33104,
+  kIdKeyWrite = 40002,
+  kIdMenuExit = 40102
+};
+
+class CEditAction {
+ public:
+  explicit CEditAction(core::CAppState& app) : app_(app) {}
+
+  // The state that the screen shows.
+  struct Fields {
+    StartEnd times;
+    std::u16string latitude;  // degrees/minutes/seconds, or empty
+    std::u16string longitude;
+    std::u16string place;
+    std::u16string category1;
+    std::u16string category2;
+    std::u16string memo;
+  };
+  Fields fields;
+  WorkingMode workingMode = WorkingMode::kCreate;
+  MemoInput memoInput = MemoInput::kList;
+  Picker picker = Picker::kNone;
+  // What the open picker holds: a date for a calendar, the typed text for the others. The screen
+  // keeps it up to date while its user types.
+  std::u16string pickerText;
+  bool dirty = false;
+  std::optional<int> ended;   // the result code, once the screen is to end
+  bool closeProgram = false;  // and the main window is to be closed behind it
+
+  std::u16string_view Title() const;
+  std::u16string_view WriteText() const;  // of the write button and the soft key
+  bool IsEnabled(int commandId) const;
+  bool IsChecked(int commandId) const;  // of the two toggles
+  // What the list of the open picker offers, and the row it opens at (-1: none).
+  std::vector<std::u16string> PickerRows() const;
+  int PickerRow() const;
+
+  // Fills the state for an OpenMode. Modes 2, 4 and 5 take the Action at app.SelIndex, or that of
+  // app.SelActId where SelIndex is no position. False, after a message, if it cannot be read: there
+  // is nothing to show.
+  bool Open(int openMode);
+
+  // Runs a command of a control, the tool bar or the menu. An open picker is applied first; the
+  // command is abandoned if that fails.
+  void OnCommand(int commandId);
+  // The window is closed by its frame: as the exit command. True if the screen has ended.
+  bool OnWindowClosing();
+
+  // The user is done with the open picker: its text is taken, except that the top row of the memo
+  // list opens the multi-line edit. False if the text was refused; the picker is closed all the
+  // same.
+  bool ChoosePicker();
+  // Closes the open picker as every command does: its text is taken. False if it was refused.
+  bool ApplyPicker();
+  // Closes the open picker and leaves the field as it was.
+  void DropPicker();
+
+ private:
+  struct Command;
+  struct ReadSite;
+  static const Command kCommands[];
+
+  // edit_action.cpp
+  void StartNew(std::u16string_view date);
+  void StartReference();
+  void StartFollow();
+  void StartBlank(const StartEnd& times);
+  void FxEditNew();
+  void FxEditReference();
+  void FxEditFollow();
+  void FxFileClose();
+  void FxFileExit();
+  void OnBtnClose();
+  void OnBtnStartNow();
+  void OnBtnEndNow();
+  void ToggleEditOpeCont();
+  void ToggleAtStart();
+  void End(int result);
+
+  // edit_pickers.cpp
+  Picker PickerOf(int controlId) const;
+  void OpenPicker(Picker which);
+  bool ReadTime(Picker which, StartEnd& times) const;
+  void ApplyPlace();
+  void ApplyMemo(Picker which);
+  void SwitchMemoInput(Picker closed);
+  void ChangeField(std::u16string& field, std::u16string_view text);
+  void ChangeTimes(const StartEnd& times);
+
+  // edit_write.cpp
+  void OnBtnWrite();
+  bool Write();
+  bool WriteRow(store::Action& action);
+  store::Action BuildAction() const;
+  bool AskSave();
+  bool AskSaveBriefly();
+  bool SettleChanges(std::u16string_view question, std::u16string_view title);
+  void SelectDate(std::u16string_view date);
+
+  // edit_walk.cpp
+  bool OpenSelected(int openMode);
+  void OnBtnPrev();
+  void OnBtnNext();
+  void WalkTo(int index, const ReadSite& site);
+  void FxEditDelete();
+  bool DeleteRow();
+  int PositionBehindDelete(const std::optional<std::u16string>& neighbour) const;
+  bool ReadAction(std::u16string_view id, const ReadSite& site, store::Action& action) const;
+  void TakeAction(const store::Action& action);
+  void ShowAt(int index, const store::Action& action);
+  std::u16string IdAt(int index) const;
+
+  core::CAppState& app_;
+  // The row that the fields came from: its id, Subject, extended items and position are kept. In
+  // working mode 1 without id and last update.
+  store::Action loaded_;
+  std::u16string loadedDate_;  // its start date
+  int formerStartupMode_ = 0;  // what StartupMode goes back to when the toggle is cleared
+  bool changed_ = false;       // a row was written or deleted, or the selected date moved
+};
+
+}  // namespace edit

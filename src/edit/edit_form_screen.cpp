@@ -1,0 +1,141 @@
+#include "edit/edit_form_screen.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "edit/edit_layout.h"
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace edit {
+namespace {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+using platform::qt::ToQt;
+
+QRect ToQRect(const Rect& rect) {
+  return QRect(rect.x, rect.y, rect.width, rect.height);
+}
+
+}  // namespace
+
+EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(parent) {
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::NoFocus);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setWidget(new QWidget);
+  using Lines = FieldButton::Lines;
+  AddLabel(kIdStartLabel, app.StaDtTmName);
+  AddField(kIdStartDate, app.StaDtTmName, Lines::kOne);
+  AddField(kIdStartTime, app.StaDtTmName, Lines::kOne);
+  AddButton(kIdStartNow, QStringLiteral("・"), ToQt(app.StaDtTmName));
+  AddLabel(kIdEndLabel, app.EndDtTmName);
+  AddField(kIdEndDate, app.EndDtTmName, Lines::kOne);
+  AddField(kIdEndTime, app.EndDtTmName, Lines::kOne);
+  AddButton(kIdEndNow, QStringLiteral("・"), ToQt(app.EndDtTmName));
+  AddLabel(kIdLatitudeLabel, app.LatName);
+  AddField(kIdLatitude, app.LatName, Lines::kOne);
+  AddLabel(kIdLongitudeLabel, app.LonName);
+  AddField(kIdLongitude, app.LonName, Lines::kOne);
+  AddLabel(kIdPlaceLabel, app.PlaceName);
+  AddField(kIdPlace, app.PlaceName, Lines::kOne);
+  AddLabel(kIdCategory1Label, app.Cate1Name);
+  AddField(kIdCategory1, app.Cate1Name, Lines::kOne);
+  AddLabel(kIdCategory2Label, app.Cate2Name);
+  AddField(kIdCategory2, app.Cate2Name, Lines::kOne);
+  AddLabel(kIdMemoLabel, app.MemoName);
+  AddField(kIdMemo, app.MemoName, Lines::kMany);
+  AddButton(kIdMemoInput, QString(), ToQt(app.MemoName));
+  // A tap on a position would ask for one.
+  for (const int id : {kIdLatitude, kIdLongitude}) fields_[id]->setFocusPolicy(Qt::NoFocus);
+}
+
+void EditForm::AddField(int id, const std::u16string& name, FieldButton::Lines lines) {
+  auto* field = new FieldButton(lines, widget());
+  field->setObjectName(QString::number(id));
+  field->setAccessibleName(ToQt(name));
+  connect(field, &FieldButton::clicked, this, [this, id] { emit Tapped(id); });
+  fields_[id] = field;
+  controls_[id] = field;
+}
+
+void EditForm::AddLabel(int id, const std::u16string& name) {
+  auto* label = new QLabel(widget());
+  label->setObjectName(QString::number(id));
+  label->setTextFormat(Qt::PlainText);
+  label->setText(ToQt(name));
+  label->setFont(FixedFont(12));
+  label->setIndent(Scaled(3));
+  controls_[id] = label;
+}
+
+void EditForm::AddButton(int id, const QString& text, const QString& name) {
+  auto* button = new QPushButton(text, widget());
+  button->setObjectName(QString::number(id));
+  button->setAccessibleName(name);
+  button->setFont(FixedFont(12));
+  button->setAutoDefault(false);
+  connect(button, &QPushButton::clicked, this, [this, id] { emit Tapped(id); });
+  controls_[id] = button;
+}
+
+void EditForm::ShowState(const CEditAction& state) {
+  const CEditAction::Fields& fields = state.fields;
+  fields_[kIdStartDate]->ShowValue(ToQt(fields.times.staDate));
+  fields_[kIdStartTime]->ShowValue(ToQt(fields.times.staTime));
+  fields_[kIdEndDate]->ShowValue(ToQt(fields.times.endDate));
+  fields_[kIdEndTime]->ShowValue(ToQt(fields.times.endTime));
+  fields_[kIdEndTime]->setEnabled(state.IsEnabled(kIdEndTime));
+  fields_[kIdLatitude]->ShowValue(ToQt(fields.latitude));
+  fields_[kIdLongitude]->ShowValue(ToQt(fields.longitude));
+  fields_[kIdPlace]->ShowValue(ToQt(fields.place));
+  fields_[kIdCategory1]->ShowValue(ToQt(fields.category1));
+  fields_[kIdCategory2]->ShowValue(ToQt(fields.category2));
+  fields_[kIdMemo]->ShowValue(ToQt(fields.memo));
+  static_cast<QPushButton*>(controls_[kIdMemoInput])
+      ->setText(state.memoInput == MemoInput::kList ? QStringLiteral("▼") : QStringLiteral("≡"));
+}
+
+QRect EditForm::PlaceOf(int id) const {
+  const QWidget* control = Control(id);
+  return QRect(control->mapTo(parentWidget(), QPoint()), control->size());
+}
+
+void EditForm::LayOut(QWidget* before) {
+  const QSize screen = parentWidget()->size();
+  const Orientation orientation = ChooseOrientation(screen.width(), screen.height());
+  const int height = std::max(this->height(), MinimumHeight(orientation));
+  const int bar = height > this->height() ? verticalScrollBar()->sizeHint().width() : 0;
+  widget()->resize(width() - bar, height);
+  const EditLayout layout = LayOutFields(orientation, width() - bar, height, LabelWidth());
+  for (const PlacedControl& placed : layout.controls) {
+    QWidget* control = controls_[placed.id];
+    control->setGeometry(ToQRect(placed.rect));
+    if (control->focusPolicy() == Qt::NoFocus) continue;
+    QWidget::setTabOrder(before, control);
+    before = control;
+  }
+  while (separators_.size() < layout.separators.size()) {
+    separators_.push_back(new QFrame(widget()));
+    separators_.back()->setAutoFillBackground(true);
+    separators_.back()->setBackgroundRole(QPalette::Mid);
+  }
+  for (size_t i = 0; i < separators_.size(); i++) {
+    separators_[i]->setGeometry(ToQRect(layout.separators[i]));
+    separators_[i]->show();
+  }
+}
+
+// As wide as the widest label, within reason.
+int EditForm::LabelWidth() const {
+  int widest = 0;
+  for (QLabel* label : widget()->findChildren<QLabel*>()) {
+    widest = std::max(widest, label->fontMetrics().horizontalAdvance(label->text()));
+  }
+  return std::clamp(widest + Scaled(7), Scaled(34), Scaled(64));
+}
+
+}  // namespace edit

@@ -1,0 +1,95 @@
+#include "edit/field_button_screen.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+#include <QTextLayout>
+
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace edit {
+namespace {
+
+using platform::Scaled;
+
+constexpr QRgb kFieldColor = 0xFFE0E0E0;
+constexpr QRgb kPressedColor = 0xFFC0C0C0;
+constexpr QRgb kEdgeColor = 0xFFB0B0B0;
+constexpr QRgb kTextColor = 0xFF000000;
+constexpr QRgb kDisabledTextColor = 0xFF707070;
+
+}  // namespace
+
+FieldButton::FieldButton(Lines lines, QWidget* parent) : QAbstractButton(parent), lines_(lines) {
+  setFocusPolicy(Qt::StrongFocus);
+  setFont(platform::qt::FixedFont(12));
+}
+
+void FieldButton::ShowValue(const QString& value) {
+  if (value_ == value) return;
+  value_ = value;
+  setAccessibleDescription(value);
+  update();
+}
+
+void FieldButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), QColor(isDown() ? kPressedColor : kFieldColor));
+  painter.setPen(QColor(kEdgeColor));
+  painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+  painter.setPen(QColor(isEnabled() ? kTextColor : kDisabledTextColor));
+  const QRect area = rect().adjusted(Scaled(4), Scaled(3), -Scaled(4), -Scaled(3));
+  if (lines_ == Lines::kOne) {
+    PaintOneLine(painter, area);
+  } else {
+    PaintLines(painter, area);
+  }
+  if (hasFocus()) {
+    painter.setPen(QPen(palette().highlight(), Scaled(2)));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+}
+
+void FieldButton::PaintOneLine(QPainter& painter, const QRect& area) {
+  QFont shrunk = font();
+  while (QFontMetrics(shrunk).horizontalAdvance(value_) > area.width() &&
+         shrunk.pixelSize() > font().pixelSize() * 3 / 4) {
+    shrunk.setPixelSize(shrunk.pixelSize() - 1);
+  }
+  painter.setFont(shrunk);
+  painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   QFontMetrics(shrunk).elidedText(value_, Qt::ElideRight, area.width()));
+}
+
+void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
+  QString text = value_;
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  text.replace(u'\r', QChar::LineSeparator).replace(u'\n', QChar::LineSeparator);
+  QTextLayout layout(text, font());
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  const qreal lineHeight = QFontMetricsF(font()).height() + Scaled(2);
+  for (qreal y = area.top();; y += lineHeight) {
+    QTextLine line = layout.createLine();
+    if (!line.isValid()) break;
+    line.setLineWidth(area.width());
+    const bool isLast = y + 2 * lineHeight > area.bottom() + Scaled(2);
+    const bool isCut = isLast && line.textStart() + line.textLength() < text.size();
+    if (!isCut) {
+      line.draw(&painter, QPointF(area.left(), y));
+    } else {
+      const QString rest = text.mid(line.textStart(), line.textLength());
+      painter.setFont(font());
+      painter.drawText(QRectF(area.left(), y, area.width(), lineHeight), Qt::TextSingleLine,
+                       QFontMetrics(font()).elidedText(rest.trimmed() + QStringLiteral("……"),
+                                                       Qt::ElideRight, area.width()));
+    }
+    if (isLast) break;
+  }
+  layout.endLayout();
+}
+
+}  // namespace edit

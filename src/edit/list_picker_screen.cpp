@@ -1,0 +1,99 @@
+#include "edit/list_picker_screen.h"
+
+#include <QKeyEvent>
+#include <QScroller>
+#include <algorithm>
+
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace edit {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+using platform::qt::ToQt;
+
+ListPicker::ListPicker(QWidget* parent)
+    : QWidget(parent), line_(new QLineEdit(this)), rows_(new QListWidget(this)) {
+  setAutoFillBackground(true);
+  setFocusProxy(line_);
+  line_->setFont(FixedFont(12));
+  rows_->setFont(FixedFont(12));
+  rows_->setFocusPolicy(Qt::NoFocus);
+  rows_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  rows_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  rows_->setUniformItemSizes(true);
+  QScroller::grabGesture(rows_->viewport(), QScroller::LeftMouseButtonGesture);
+  line_->installEventFilter(this);
+  connect(line_, &QLineEdit::textEdited, this, &ListPicker::TextChanged);
+  connect(line_, &QLineEdit::returnPressed, this, &ListPicker::Chosen);
+  connect(rows_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+    TakeRow(rows_->row(item));
+    emit Chosen();
+  });
+  hide();
+}
+
+void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QString& text) {
+  rows_->clear();
+  for (const std::u16string& entry : rows) {
+    auto* item = new QListWidgetItem(ToQt(entry), rows_);
+    item->setSizeHint(QSize(0, Scaled(26)));
+  }
+  line_->setText(text);
+  line_->selectAll();
+  rows_->setCurrentRow(row);
+}
+
+void ListPicker::PlaceOver(const QRect& field, const QRect& area) {
+  const int wanted = rows_->count() * Scaled(26) + 2 * rows_->frameWidth();
+  const int below = area.bottom() - field.bottom();
+  const int above = field.top() - area.top();
+  const bool opensBelow = below >= std::min(wanted, above);
+  const int height = rows_->count() > 0 ? std::min(wanted, opensBelow ? below : above) : 0;
+  const int width = std::max(field.width(), Scaled(96));
+  const int x = std::min(field.left(), area.right() + 1 - width);
+  setGeometry(x, opensBelow ? field.top() : field.top() - height, width, field.height() + height);
+  line_->setGeometry(0, opensBelow ? 0 : height, width, field.height());
+  rows_->setGeometry(0, opensBelow ? field.height() : 0, width, height);
+  if (rows_->currentItem() != nullptr) {
+    rows_->scrollToItem(rows_->currentItem(), QAbstractItemView::PositionAtCenter);
+  }
+}
+
+bool ListPicker::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == line_ && event->type() == QEvent::KeyPress &&
+      MoveAlongRows(static_cast<QKeyEvent*>(event)->key())) {
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+// The line hands on the Enter that it has acted upon; nothing behind this picker may see it.
+void ListPicker::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+bool ListPicker::MoveAlongRows(int key) {
+  const int page = std::max(1, rows_->height() / Scaled(26) - 1);
+  const int step = key == Qt::Key_Down       ? 1
+                   : key == Qt::Key_Up       ? -1
+                   : key == Qt::Key_PageDown ? page
+                   : key == Qt::Key_PageUp   ? -page
+                                             : 0;
+  if (step == 0 || rows_->count() == 0) return false;
+  TakeRow(std::clamp(rows_->currentRow() + step, 0, rows_->count() - 1));
+  return true;
+}
+
+void ListPicker::TakeRow(int row) {
+  rows_->setCurrentRow(row);
+  const QString text = rows_->item(row)->text();
+  line_->setText(text);
+  line_->selectAll();
+  emit TextChanged(text);
+}
+
+}  // namespace edit

@@ -1,0 +1,44 @@
+// The shared list picker: a line to type in, right over its field, and the rows to choose from,
+// open below or above it.
+#pragma once
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRect>
+#include <QWidget>
+#include <string>
+#include <vector>
+
+namespace edit {
+
+class ListPicker : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ListPicker(QWidget* parent);
+
+  // `row` is marked and scrolled to; -1 for none.
+  void Open(const std::vector<std::u16string>& rows, int row, const QString& text);
+  // Puts the line over `field` and the rows where there is more room in `area`, both in the
+  // parent's coordinates.
+  void PlaceOver(const QRect& field, const QRect& area);
+
+ signals:
+  // The text was changed, by typing or by moving along the rows with the arrow keys.
+  void TextChanged(const QString& text);
+  // Enter, or a tap on a row.
+  void Chosen();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  bool MoveAlongRows(int key);
+  void TakeRow(int row);
+
+  QLineEdit* line_;
+  QListWidget* rows_;
+};
+
+}  // namespace edit
