@@ -1,3 +1,4 @@
+// The random tail keeps two Actions of the same second apart; a clash is the store's business.
 #include "core/action_id.h"
 
 #include "core/text.h"

@@ -1,3 +1,4 @@
+// The globals that stand beside the application object, and its start values.
 #include "core/app_state.h"
 
 #include "core/date_time.h"

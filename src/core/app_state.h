@@ -1,6 +1,6 @@
 // The one application object: settings, the Action index, the histories and what the screens hand
-// to one another. Made by main before anything else; interface thread only. A field that bears a
-// settings key's name holds that setting.
+// to one another. Interface thread only. A field that bears a settings key's name holds that
+// setting.
 #pragma once
 
 #include <array>
@@ -21,6 +21,7 @@ enum View { kViewDay = 1, kViewWeek = 2, kViewMonth = 3, kViewList = 4, kViewMap
 
 class CAppState {
  public:
+  // With the defaults, which the host has a share in: it is set before.
   CAppState();
 
   // Action index: position i of one list belongs to position i of the other, by start ascending.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include "core/calendar_value.h"
 #include "core/text.h"
@@ -13,43 +14,164 @@ namespace {
 constexpr int kRefused = -10;
 constexpr int kFirstYear = 1900;
 
-// Three numbers as they stand in a text, and whether all of them are digits alone.
-struct ThreeParts {
-  int first = 0;
-  int second = 0;
-  int third = 0;
-  bool valid = false;
-};
-
-ThreeParts ReadParts(std::u16string_view first, std::u16string_view second,
-                     std::u16string_view third) {
-  if (AllDigits(first) != 0 || AllDigits(second) != 0 || AllDigits(third) != 0) return {};
-  return {ToInt32(first), ToInt32(second), ToInt32(third), true};
+bool IsDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
 }
 
-// The hour, the minute and the second, 0 where it is left out. What stands behind a second ":" is
-// the second, later colons included, which are no digits.
-ThreeParts SplitClock(std::u16string_view text) {
+// None if the text is empty or holds anything but digits.
+std::optional<int> ReadNumber(std::u16string_view text) {
+  if (AllDigits(text) != 0) return {};
+  return ToInt32(text);
+}
+
+struct Clock {
+  int hour;
+  int minute;
+  int second;  // 0 where the text leaves it out
+};
+
+// The numbers of h:m or h:m:s, whatever their size. What stands behind the second ":" is the
+// second, a third ":" included, which then is no digit.
+std::optional<Clock> ReadClock(std::u16string_view text) {
   const size_t colon = text.find(u':');
   if (colon == std::u16string_view::npos) return {};
   const std::u16string_view rest = text.substr(colon + 1);
   const size_t nextColon = rest.find(u':');
-  if (nextColon == std::u16string_view::npos) return ReadParts(text.substr(0, colon), rest, u"00");
-  return ReadParts(text.substr(0, colon), rest.substr(0, nextColon), rest.substr(nextColon + 1));
+  const bool hasSecond = nextColon != std::u16string_view::npos;
+  const auto hour = ReadNumber(text.substr(0, colon));
+  const auto minute = ReadNumber(rest.substr(0, nextColon));
+  const auto second = ReadNumber(hasSecond ? rest.substr(nextColon + 1) : u"00");
+  if (!hour || !minute || !second) return {};
+  return Clock{*hour, *minute, *second};
 }
 
-// A wrapped number may be negative.
-bool InRange(int value, int end) {
+bool IsEndOfDay(const std::optional<Clock>& clock) {
+  return clock && clock->hour == 24 && clock->minute == 0 && clock->second == 0;
+}
+
+// A number that wrapped may be negative.
+bool IsBelow(int value, int end) {
   return value >= 0 && value < end;
-}
-
-bool IsEndOfDay(const ThreeParts& clock) {
-  return clock.valid && clock.first == 24 && clock.second == 0 && clock.third == 0;
 }
 
 int Sign(int order) {
   return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
+
+// Where ParseTimestamp stands in its text. The error codes are made of these numbers.
+enum TimestampState {
+  kBeforeYear = 10,
+  kYear = 11,
+  kBeforeMonth = 20,
+  kMonth = 21,
+  kBeforeDay = 30,
+  kDay = 31,
+  kBeforeHour = 40,
+  kHour = 41,
+  kBeforeMinute = 50,
+  kMinute = 51,
+  kBeforeSecond = 60,
+  kSecond = 61,
+  kBeforeFraction = 70,
+  kFraction = 71,
+  kTrailingBlanks = 80,
+};
+
+class TimestampReader {
+ public:
+  explicit TimestampReader(Timestamp& numbers) : numbers_(numbers) { numbers_.fill(0); }
+
+  // 0, or the error if the character cannot stand here.
+  int Take(char16_t c) { return Accepts(c) ? 0 : -1000 - state_; }
+
+  // 0, or the error if the text must not end here. A number that the end cuts off counts where it
+  // could have been the last.
+  int End() {
+    switch (state_) {
+      case kDay:
+      case kHour:
+      case kMinute:
+      case kSecond:
+      case kFraction:
+        StoreRun();
+        return 0;
+      case kBeforeHour:
+      case kBeforeFraction:
+      case kTrailingBlanks:
+        return 0;
+      default:
+        return -2000 - state_;
+    }
+  }
+
+ private:
+  bool Accepts(char16_t c) {
+    switch (state_) {
+      case kBeforeYear:
+        return IsBlank(c) || BeginRun(c, kYear);
+      case kYear:
+        return ExtendRun(c) || (IsSeparator(c) && Store(kBeforeMonth));
+      case kBeforeMonth:
+        return BeginRun(c, kMonth);
+      case kMonth:
+        return ExtendRun(c) || (IsSeparator(c) && Store(kBeforeDay));
+      case kBeforeDay:
+        return BeginRun(c, kDay);
+      case kDay:
+        return ExtendRun(c) || (IsBlank(c) && Store(kBeforeHour));
+      case kBeforeHour:
+        return IsBlank(c) || BeginRun(c, kHour);
+      case kHour:
+        return ExtendRun(c) || (c == u':' && Store(kBeforeMinute));
+      case kBeforeMinute:
+        return BeginRun(c, kMinute);
+      case kMinute:
+        return ExtendRun(c) || (c == u':' && Store(kBeforeSecond));
+      case kBeforeSecond:
+        return BeginRun(c, kSecond);
+      case kSecond:
+        return ExtendRun(c) || (c == u'.' && Store(kBeforeFraction)) ||
+               (IsBlank(c) && Store(kTrailingBlanks));
+      case kBeforeFraction:
+        return BeginRun(c, kFraction);
+      case kFraction:
+        return ExtendRun(c) || (IsBlank(c) && Store(kTrailingBlanks));
+      case kTrailingBlanks:
+        return IsBlank(c);
+    }
+    return false;
+  }
+
+  static bool IsBlank(char16_t c) { return c == u' '; }
+  // Those of one date need not match.
+  static bool IsSeparator(char16_t c) { return c == u'/' || c == u'.' || c == u'-'; }
+
+  bool BeginRun(char16_t c, TimestampState next) {
+    run_ = 0;
+    if (!ExtendRun(c)) return false;
+    state_ = next;
+    return true;
+  }
+
+  bool ExtendRun(char16_t c) {
+    if (!IsDigit(c)) return false;
+    run_ = static_cast<uint16_t>(run_ * 10 + (c - u'0'));
+    return true;
+  }
+
+  bool Store(TimestampState next) {
+    StoreRun();
+    state_ = next;
+    return true;
+  }
+
+  void StoreRun() { numbers_[field_++] = run_; }
+
+  Timestamp& numbers_;
+  TimestampState state_ = kBeforeYear;
+  size_t field_ = 0;
+  uint16_t run_ = 0;  // the low 16 bits of the digits so far
+};
 
 }  // namespace
 
@@ -90,35 +212,35 @@ int LaterDateTime(std::u16string_view dateA, std::u16string_view timeA, std::u16
 int ParseDate(std::u16string_view text, int& year, int& month, int& day) {
   const size_t slash = text.find(u'/');
   if (slash == std::u16string_view::npos) return kRefused;
-  const size_t nextSlash = text.find(u'/', slash + 1);
+  const std::u16string_view rest = text.substr(slash + 1);
+  const size_t nextSlash = rest.find(u'/');
   if (nextSlash == std::u16string_view::npos) return kRefused;
-  const ThreeParts parts =
-      ReadParts(text.substr(0, slash), text.substr(slash + 1, nextSlash - slash - 1),
-                text.substr(nextSlash + 1));
-  if (!parts.valid || parts.first < kFirstYear || parts.third < 1 ||
-      parts.third > DaysInMonth(parts.first, parts.second)) {
-    return kRefused;
-  }
-  year = parts.first;
-  month = parts.second;
-  day = parts.third;
+  const auto readYear = ReadNumber(text.substr(0, slash));
+  const auto readMonth = ReadNumber(rest.substr(0, nextSlash));
+  const auto readDay = ReadNumber(rest.substr(nextSlash + 1));
+  if (!readYear || !readMonth || !readDay) return kRefused;
+  if (*readYear < kFirstYear) return kRefused;
+  if (*readDay < 1 || *readDay > DaysInMonth(*readYear, *readMonth)) return kRefused;
+  year = *readYear;
+  month = *readMonth;
+  day = *readDay;
   return 0;
 }
 
 int ParseTime(std::u16string_view text, int& hour, int& minute, int& second) {
-  const ThreeParts clock = SplitClock(text);
-  if (!clock.valid || !InRange(clock.first, 24) || !InRange(clock.second, 60) ||
-      !InRange(clock.third, 60)) {
+  const auto clock = ReadClock(text);
+  if (!clock) return kRefused;
+  if (!IsBelow(clock->hour, 24) || !IsBelow(clock->minute, 60) || !IsBelow(clock->second, 60)) {
     return kRefused;
   }
-  hour = clock.first;
-  minute = clock.second;
-  second = clock.third;
+  hour = clock->hour;
+  minute = clock->minute;
+  second = clock->second;
   return 0;
 }
 
 int ParseEndTime(std::u16string_view text) {
-  if (IsEndOfDay(SplitClock(text))) return -1;
+  if (IsEndOfDay(ReadClock(text))) return -1;
   int hour, minute, second;
   return ParseTime(text, hour, minute, second);
 }
@@ -134,81 +256,19 @@ int ParseTimeEntry(std::u16string_view text, int& hour, int& minute, int& second
 }
 
 int IsEndOfDayClock(std::u16string_view text) {
-  return IsEndOfDay(SplitClock(text)) ? 0 : 1;
+  return IsEndOfDay(ReadClock(text)) ? 0 : 1;
 }
 
 int IsEndOfDayEntry(std::u16string_view text) {
   return text == u"2400" ? 0 : IsEndOfDayClock(text);
 }
 
-namespace {
-
-// One state of ParseTimestamp. A digit leads to `onDigit`; a character of `leave` or `otherLeave`
-// stores the field, if the state reads one, and leads on. Anything else is refused with -1000 less
-// the state, and a text that ends where it may not with -2000 less the state.
-struct TimestampState {
-  int state;
-  int onDigit;  // 0: none
-  std::u16string_view leave;
-  int next;
-  std::u16string_view otherLeave;
-  int otherNext;
-  int field;  // position in the Timestamp, -1: reads none
-  bool mayEnd;
-};
-
-constexpr std::u16string_view kSeparators = u"/.-";  // they need not match
-
-constexpr TimestampState kTimestampStates[] = {
-    {10, 11, u" ", 10, u"", 0, -1, false},        // before the year
-    {11, 11, kSeparators, 20, u"", 0, 0, false},  // year
-    {20, 21, u"", 0, u"", 0, -1, false},          // before the month
-    {21, 21, kSeparators, 30, u"", 0, 1, false},  // month
-    {30, 31, u"", 0, u"", 0, -1, false},          // before the day
-    {31, 31, u" ", 40, u"", 0, 2, true},          // day
-    {40, 41, u" ", 40, u"", 0, -1, true},         // before the hour
-    {41, 41, u":", 50, u"", 0, 3, true},          // hour
-    {50, 51, u"", 0, u"", 0, -1, false},          // before the minute
-    {51, 51, u":", 60, u"", 0, 4, true},          // minute
-    {60, 61, u"", 0, u"", 0, -1, false},          // before the second
-    {61, 61, u".", 70, u" ", 80, 5, true},        // second
-    {70, 71, u"", 0, u"", 0, -1, true},           // before the fraction
-    {71, 71, u" ", 80, u"", 0, 6, true},          // fraction
-    {80, 0, u" ", 80, u"", 0, -1, true},          // trailing blanks
-};
-
-const TimestampState& FindState(int state) {
-  return *std::find_if(std::begin(kTimestampStates), std::end(kTimestampStates),
-                       [state](const TimestampState& row) { return row.state == state; });
-}
-
-}  // namespace
-
 int ParseTimestamp(std::u16string_view text, Timestamp& numbers) {
-  numbers.fill(0);
-  const TimestampState* row = &kTimestampStates[0];
-  uint32_t run = 0;  // of digits; unsigned, so that it wraps
-  const auto store = [&] {
-    if (row->field >= 0) numbers[static_cast<size_t>(row->field)] = static_cast<uint16_t>(run);
-    run = 0;
-  };
+  TimestampReader reader(numbers);
   for (const char16_t c : text) {
-    if (c >= u'0' && c <= u'9' && row->onDigit != 0) {
-      run = run * 10 + static_cast<uint32_t>(c - u'0');
-      row = &FindState(row->onDigit);
-    } else if (row->leave.find(c) != std::u16string_view::npos) {
-      store();
-      row = &FindState(row->next);
-    } else if (row->otherLeave.find(c) != std::u16string_view::npos) {
-      store();
-      row = &FindState(row->otherNext);
-    } else {
-      return -1000 - row->state;
-    }
+    if (const int error = reader.Take(c); error != 0) return error;
   }
-  if (!row->mayEnd) return -2000 - row->state;
-  store();
-  return 0;
+  return reader.End();
 }
 
 std::u16string RemoveLineBreaks(std::u16string_view text) {

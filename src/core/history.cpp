@@ -1,3 +1,4 @@
+// The most recent entry stands at position 0 of the vector.
 #include "core/history.h"
 
 #include <algorithm>

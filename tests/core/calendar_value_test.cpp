@@ -1,0 +1,135 @@
+#include "core/calendar_value.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using namespace core;
+
+CalendarValue Value(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
+  CalendarValue value;
+  MakeCalendarValue(value, year, month, day, hour, minute, second);
+  return value;
+}
+
+DateSpan Days(int days) {
+  DateSpan span;
+  MakeDateSpan(span, days, 0, 0, 0);
+  return span;
+}
+
+TEST(CalendarValue, CountsDaysFrom1899AndCarriesTheFractionForward) {
+  const struct {
+    CalendarValue value;
+    double dt;
+    int weekday;
+  } rows[] = {
+      {Value(1899, 12, 30), 0.0, 7},      {Value(1899, 12, 29, 6), -1.25, 6},
+      {Value(1899, 12, 31, 18), 1.75, 1}, {Value(2010, 6, 23, 12), 40352.5, 4},
+      {Value(100, 1, 1), -657434.0, 6},   {Value(9999, 12, 31), 2958465.0, 6},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.dt);
+    EXPECT_EQ(row.value.status, 0);
+    EXPECT_DOUBLE_EQ(row.value.dt, row.dt);
+    CalendarParts parts;
+    ASSERT_TRUE(CalendarToParts(row.value, parts));
+    EXPECT_EQ(parts.weekday, row.weekday);
+  }
+}
+
+TEST(CalendarValue, RefusesWhatDoesNotComeBack) {
+  constexpr int kHuge = std::numeric_limits<int>::max();
+  const struct {
+    CalendarValue value;
+    const char* why;
+  } rows[] = {
+      {Value(2010, 11, 14, 24), "the end of a day has no calendar value"},
+      {Value(2010, 2, 30), "February 30"},
+      {Value(2010, 2, 29), "no leap year"},
+      {Value(2010, 13, 1), "month 13"},
+      {Value(2010, 0, 1), "month 0"},
+      {Value(2010, 1, 0), "day 0"},
+      {Value(2010, 1, 1, 0, 60), "minute 60"},
+      {Value(2010, 1, 1, 0, 0, 60), "second 60"},
+      {Value(99, 12, 31), "before the first year"},
+      {Value(10000, 1, 1), "behind the last year"},
+      {Value(-1, -1, -1, -1, -1, -1), "the parts of an invalid value"},
+      {Value(kHuge, kHuge, kHuge, kHuge, kHuge, kHuge), "no overflow"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_NE(row.value.status, 0);
+    CalendarParts parts;
+    EXPECT_FALSE(CalendarToParts(row.value, parts));
+    EXPECT_EQ(parts.year, -1);
+    EXPECT_EQ(parts.second, -1);
+    EXPECT_FALSE(CalendarLess(row.value, Value(2010, 1, 1)));
+    EXPECT_FALSE(CalendarGreater(row.value, Value(2010, 1, 1)));
+    EXPECT_EQ(CompareCalendarDays(row.value, Value(2010, 1, 1)), 0);
+    EXPECT_NE((row.value + Days(1)).status, 0);
+  }
+  EXPECT_EQ(WeekdayOf(2010, 2, 29), -1);
+  EXPECT_EQ(WeekdayOf(2012, 2, 29), 4);
+}
+
+// On both sides of day 0, where the fraction turns over, and at the end of the years, where the
+// fewest bits are left for it.
+TEST(CalendarValue, BringsEverySecondOfADayBackInOrder) {
+  for (const CalendarParts day : {CalendarParts{1899, 12, 28}, CalendarParts{1899, 12, 30},
+                                  CalendarParts{100, 1, 1}, CalendarParts{9999, 12, 31}}) {
+    SCOPED_TRACE(day.year);
+    CalendarValue former{-1e6};  // earlier than all
+    for (int second = 0; second < 86400; ++second) {
+      const CalendarValue value =
+          Value(day.year, day.month, day.day, second / 3600, second / 60 % 60, second % 60);
+      ASSERT_EQ(value.status, 0) << second;
+      ASSERT_TRUE(CalendarLess(former, value)) << second;
+      former = value;
+    }
+  }
+}
+
+TEST(CalendarValue, StepsFromDateToDate) {
+  CalendarValue value = Value(1895, 1, 1, 18, 30);
+  CalendarParts expected{1895, 1, 1, 18, 30, 0, WeekdayOf(1895, 1, 1)};
+  while (expected.year < 2105) {
+    CalendarParts parts;
+    ASSERT_TRUE(CalendarToParts(value, parts));
+    ASSERT_EQ(parts.year, expected.year);
+    ASSERT_EQ(parts.month, expected.month);
+    ASSERT_EQ(parts.day, expected.day);
+    ASSERT_EQ(parts.hour, 18);
+    ASSERT_EQ(parts.minute, 30);
+    ASSERT_EQ(parts.weekday, expected.weekday);
+    const CalendarValue next = value + Days(1);
+    ASSERT_EQ(CompareCalendarDays(value, next), -1);
+    ASSERT_EQ(CompareCalendarDays(next, value), 1);
+    value = next;
+    expected.weekday = expected.weekday % 7 + 1;
+    if (++expected.day > DaysInMonth(expected.year, expected.month)) {
+      expected.day = 1;
+      if (++expected.month > 12) {
+        expected.month = 1;
+        ++expected.year;
+      }
+    }
+  }
+  EXPECT_EQ(CompareCalendarDays(Value(2010, 1, 1), Value(2010, 1, 1, 23, 59, 59)), 0);
+  EXPECT_NE((Value(9999, 12, 31) + Days(1)).status, 0);
+  EXPECT_NE((Value(100, 1, 1) + Days(-1)).status, 0);
+}
+
+TEST(DateSpan, SumsItsPartsWithinItsBounds) {
+  DateSpan span;
+  EXPECT_EQ(MakeDateSpan(span, 1, 6, 30, 30), 0);
+  EXPECT_NEAR(span.dt, 1 + 23430.0 / 86400, 1e-12);
+  EXPECT_EQ(MakeDateSpan(span, -3615897, 0, 0, 0), 0);
+  EXPECT_EQ(MakeDateSpan(span, 3615897, 0, 0, 0), 0);
+  EXPECT_NE(MakeDateSpan(span, 3615897, 0, 0, 1), 0);
+  EXPECT_NE((Value(2010, 1, 1) + span).status, 0);
+}
+
+}  // namespace

@@ -1,0 +1,195 @@
+#include "core/date_time.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace core;
+
+TEST(DateTime, WritesPaddedForms) {
+  EXPECT_EQ(FormatDate(2010, 1, 2), u"2010/01/02");
+  EXPECT_EQ(FormatTime(7, 5, 0), u"07:05:00");
+  EXPECT_EQ(FormatHourMinute(24, 0), u"24:00");
+  EXPECT_EQ(FormatDate(-1, -1, -1), u"-001/-1/-1") << "an invalid current date is written too";
+}
+
+TEST(DateTime, ComparesByTextTheDateFirst) {
+  const struct {
+    const char16_t *dateA, *timeA, *dateB, *timeB;
+    int order;
+    const char* why;
+  } rows[] = {
+      {u"2010/11/14", u"24:00:00", u"2010/11/14", u"23:59:59", 1, "the end of a day is its last"},
+      {u"2010/11/14", u"24:00:00", u"2010/11/15", u"00:00:00", -1, "and before the next day"},
+      {u"2010/11/15", u"00:00:00", u"2010/11/14", u"12:00:00", 1, "the date outweighs the time"},
+      {u"2010/11/14", u"12:00:00", u"2010/11/14", u"12:00:00", 0, "equal"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(CompareDateTime(row.dateA, row.timeA, row.dateB, row.timeB), row.order);
+    const bool aIsLater = row.order > 0;
+    std::u16string date, time;
+    EXPECT_EQ(EarlierDateTime(row.dateA, row.timeA, row.dateB, row.timeB, date, time), aIsLater);
+    EXPECT_EQ(date + time, aIsLater ? std::u16string(row.dateB) + row.timeB
+                                    : std::u16string(row.dateA) + row.timeA);
+    EXPECT_EQ(LaterDateTime(row.dateA, row.timeA, row.dateB, row.timeB, date, time), aIsLater);
+    EXPECT_EQ(date + time, aIsLater ? std::u16string(row.dateA) + row.timeA
+                                    : std::u16string(row.dateB) + row.timeB);
+  }
+}
+
+// What a parser of three numbers answers; its outputs start at 77 and stay so on failure.
+struct Parsed {
+  int result;
+  int a = 77;
+  int b = 77;
+  int c = 77;
+  bool operator==(const Parsed&) const = default;
+};
+
+void PrintTo(const Parsed& parsed, std::ostream* out) {
+  *out << parsed.result << ": " << parsed.a << ' ' << parsed.b << ' ' << parsed.c;
+}
+
+Parsed Parse(int (*parser)(std::u16string_view, int&, int&, int&), std::u16string_view text) {
+  Parsed parsed{0};
+  parsed.result = parser(text, parsed.a, parsed.b, parsed.c);
+  return parsed;
+}
+
+TEST(ParseDate, TakesExistingDatesFrom1900) {
+  const struct {
+    const char16_t* text;
+    Parsed parsed;
+    const char* why;
+  } rows[] = {
+      {u"2010/1/2", {0, 2010, 1, 2}, "no padding needed"},
+      {u"2012/02/29", {0, 2012, 2, 29}, "by 4"},
+      {u"2010/02/29", {-10}, "no leap year"},
+      {u"1900/02/29", {-10}, "by 100"},
+      {u"2000/02/29", {0, 2000, 2, 29}, "by 400"},
+      {u"1900/01/01", {0, 1900, 1, 1}, "the first"},
+      {u"1899/12/31", {-10}, "before the first"},
+      {u"12345/12/31", {0, 12345, 12, 31}, "years have no upper bound"},
+      {u"2010/04/31", {-10}, "a day too many"},
+      {u"2010/04/00", {-10}, "no day"},
+      {u"2010/0/1", {-10}, "month below"},
+      {u"2010/13/1", {-10}, "month above"},
+      {u"2010/1/2/3", {-10}, "the day is \"2/3\""},
+      {u"2010/01", {-10}, "one separator"},
+      {u"2010//1", {-10}, "an empty part"},
+      {u"2010/1/", {-10}, "an empty day"},
+      {u"2010.1.2", {-10}, "other separators"},
+      {u"2010/1/ 2", {-10}, "a blank"},
+      {u"2010/+1/2", {-10}, "a sign"},
+      {u"２０１０/1/2", {-10}, "wide digits"},
+      {u"4294967295/1/1", {-10}, "a year that wraps below 0"},
+      {u"", {-10}, "nothing"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(Parse(ParseDate, row.text), row.parsed);
+  }
+}
+
+TEST(ParseTime, TellsTimesEndsAndEntriesApart) {
+  const struct {
+    const char16_t* text;
+    Parsed time;
+    int end;
+    Parsed entry;
+    int isEndOfDay;  // as an entry
+    const char* why;
+  } rows[] = {
+      {u"7:5", {0, 7, 5, 0}, 0, {0, 7, 5, 0}, 1, "no padding needed"},
+      {u"23:59:59", {0, 23, 59, 59}, 0, {0, 23, 59, 59}, 1, "the last second"},
+      {u"1:30", {0, 1, 30, 0}, 0, {0, 1, 30, 0}, 1, "four characters, not all digits"},
+      {u"0930", {-10}, -10, {0, 9, 30, 0}, 1, "hhmm is an entry alone"},
+      {u"2359", {-10}, -10, {0, 23, 59, 0}, 1, "the last hhmm"},
+      {u"1260", {-10}, -10, {-10}, 1, "minute 60"},
+      {u"930", {-10}, -10, {-10}, 1, "three digits"},
+      {u"2400", {-10}, -10, {-10}, 0, "the end of the day in four digits"},
+      {u"2401", {-10}, -10, {-10}, 1, "behind it"},
+      {u"24:0", {-10}, -1, {-10}, 0, "the end, short"},
+      {u"24:00:00", {-10}, -1, {-10}, 0, "the end, in full"},
+      {u"24:00:01", {-10}, -10, {-10}, 1, "a second behind the end"},
+      {u"24:01", {-10}, -10, {-10}, 1, "a minute behind the end"},
+      {u"25:00", {-10}, -10, {-10}, 1, "hour above"},
+      {u"00:00", {0, 0, 0, 0}, 0, {0, 0, 0, 0}, 1, "the day's beginning is not its end"},
+      {u"12:60", {-10}, -10, {-10}, 1, "minute 60"},
+      {u"12:30:60", {-10}, -10, {-10}, 1, "second 60"},
+      {u"12:", {-10}, -10, {-10}, 1, "empty minute"},
+      {u"12:30:", {-10}, -10, {-10}, 1, "empty second"},
+      {u":30", {-10}, -10, {-10}, 1, "empty hour"},
+      {u"12:30:15:1", {-10}, -10, {-10}, 1, "the second is \"15:1\""},
+      {u"4294967295:00", {-10}, -10, {-10}, 1, "an hour that wraps below 0"},
+      {u"<終日>", {-10}, -10, {-10}, 1, "the all-day mark is no time"},
+      {u"", {-10}, -10, {-10}, 1, "nothing"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(Parse(ParseTime, row.text), row.time);
+    EXPECT_EQ(ParseEndTime(row.text), row.end);
+    EXPECT_EQ(Parse(ParseTimeEntry, row.text), row.entry);
+    EXPECT_EQ(IsEndOfDayEntry(row.text), row.isEndOfDay);
+    const bool onlyAsEntry = std::u16string_view(row.text) == u"2400";
+    EXPECT_EQ(IsEndOfDayClock(row.text), onlyAsEntry ? 1 : row.isEndOfDay);
+  }
+}
+
+TEST(ParseTimestamp, AnswersForEveryStateItEndsOrStumblesIn) {
+  const std::u16string longRun(1000, u'1');
+  const struct {
+    std::u16string text;
+    int result;
+    Timestamp numbers;
+    const char* why;
+  } rows[] = {
+      {u"2010-1.2 3:4:5.678", 0, {2010, 1, 2, 3, 4, 5, 678}, "all seven, separators mixed"},
+      {u"  2010/01/02   12:30:15  ", 0, {2010, 1, 2, 12, 30, 15, 0}, "blanks around"},
+      {u"2010/13/99 77:88:99.1 ", 0, {2010, 13, 99, 77, 88, 99, 1}, "no ranges"},
+      {u"65536/65537/4294967299", 0, {0, 1, 3}, "the low 16 bits"},
+      {longRun + u"/1/1", 0, {29127, 1, 1}, "a run beyond any work area"},
+      {u"", -2010, {}, "before year"},
+      {u" x", -1010, {}, ""},
+      {u"2010", -2011, {}, "year: it has no end yet"},
+      {u"2010:", -1011, {}, ""},
+      {u"2010/", -2020, {2010}, "before month"},
+      {u"2010//", -1020, {2010}, ""},
+      {u"2010/1", -2021, {2010}, "month"},
+      {u"2010/1 ", -1021, {2010}, ""},
+      {u"2010/1/", -2030, {2010, 1}, "before day"},
+      {u"2010/1/ ", -1030, {2010, 1}, ""},
+      {u"2010/01/02", 0, {2010, 1, 2}, "day: a date alone is good"},
+      {u"2010/1/2/", -1031, {2010, 1}, ""},
+      {u"2010/1/2 ", 0, {2010, 1, 2}, "before hour"},
+      {u"2010/1/2 :", -1040, {2010, 1, 2}, ""},
+      {u"2010/1/2 3", 0, {2010, 1, 2, 3}, "hour"},
+      {u"2010/1/2 3 ", -1041, {2010, 1, 2}, ""},
+      {u"2010/01/02 12:", -2050, {2010, 1, 2, 12}, "before minute"},
+      {u"2010/1/2 3: ", -1050, {2010, 1, 2, 3}, ""},
+      {u"2010/1/2 3:4", 0, {2010, 1, 2, 3, 4}, "minute"},
+      {u"2010/1/2 3:4 ", -1051, {2010, 1, 2, 3}, ""},
+      {u"2010/1/2 3:4:", -2060, {2010, 1, 2, 3, 4}, "before second"},
+      {u"2010/1/2 3:4: ", -1060, {2010, 1, 2, 3, 4}, ""},
+      {u"2010/1/2 3:4:5", 0, {2010, 1, 2, 3, 4, 5}, "second"},
+      {u"2010/1/2 3:4:5:", -1061, {2010, 1, 2, 3, 4}, ""},
+      {u"2010/01/02 12:30:15.", 0, {2010, 1, 2, 12, 30, 15, 0}, "before fraction"},
+      {u"2010/1/2 3:4:5. ", -1070, {2010, 1, 2, 3, 4, 5}, ""},
+      {u"2010/1/2 3:4:5.006", 0, {2010, 1, 2, 3, 4, 5, 6}, "fraction"},
+      {u"2010/1/2 3:4:5.6.", -1071, {2010, 1, 2, 3, 4, 5}, ""},
+      {u"2010/1/2 3:4:5 6", -1080, {2010, 1, 2, 3, 4, 5}, "trailing blanks"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.why << " " << row.result);
+    Timestamp numbers{9, 9, 9, 9, 9, 9, 9};
+    EXPECT_EQ(ParseTimestamp(row.text, numbers), row.result);
+    EXPECT_EQ(numbers, row.numbers);
+  }
+}
+
+TEST(RemoveLineBreaks, KeepsEverythingElse) {
+  EXPECT_EQ(RemoveLineBreaks(u"\r\n会\r社\n\ta \r\n"), u"会社\ta ");
+}
+
+}  // namespace
