@@ -1,0 +1,74 @@
+// The list that the day view, the list view and the map share (control 1071): a report of rows high
+// enough for a finger, whose presses go through the row gesture.
+#pragma once
+
+#include <QFont>
+#include <QStringList>
+#include <QTreeWidget>
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "views/row_gesture.h"
+#include "views/view_rows.h"
+
+namespace views {
+
+class ActionList : public QTreeWidget {
+  Q_OBJECT
+
+ public:
+  explicit ActionList(QWidget* parent);
+
+  // Asked at a press before anything else: closes an open popup and tells whether there was one.
+  void SetPopupCloser(std::function<bool()> closer) { closePopups_ = std::move(closer); }
+  // Asked when a key that was pressed in the list is released; true swallows it.
+  void SetKeyFilter(std::function<bool(int key)> filter) { keyFilter_ = std::move(filter); }
+
+  // Empties the list and gives it a view's font and columns, which begin with `widths`.
+  void SetColumns(const QFont& font, const QStringList& headers, std::span<const int> widths);
+  // Shows the rows, behind them the one of kNewRowText, and selects what the fill says. The first
+  // columns take the widths of `widths`; one that is not above 0 is fitted to its texts.
+  void ShowRows(const ViewRows& rows, std::span<const int> widths = {});
+
+  // -1 if no row has the focus.
+  int FocusedRow() const;
+  // From the top down.
+  std::vector<int> SelectedRows() const;
+  // Rows that fit the list, at least 1.
+  int RowsPerScreen() const;
+
+ signals:
+  void RowTapped(int row);
+  void NewTapped();
+  void Held(QPoint globalPoint);
+  void ColumnDragged(int column, int width);
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+
+ private:
+  void FitColumns(std::span<const int> widths);
+  void ShowSelected(int row);
+  int RowAt(QPoint point) const;
+  RowRange VisibleRows() const;
+  void SelectRows(RowRange range, int focusedRow);
+  void Finish(RowGesture::Tap tap, int row);
+  void Hold(QPoint point);
+
+  std::function<bool()> closePopups_;
+  std::function<bool(int)> keyFilter_;
+  RowGesture gesture_;
+  bool filling_ = false;  // widths change by our own hand
+  int pressedKey_ = 0;    // a release without its press here belongs to another screen
+};
+
+}  // namespace views

@@ -1,0 +1,37 @@
+// The menus of the right soft key and of tap and hold, made of the command table, and the keys of
+// the commands.
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+#include <QObject>
+#include <map>
+
+#include "core/app_state.h"
+#include "views/command_table.h"
+
+namespace views {
+
+class CommandMenus : public QObject {
+  Q_OBJECT
+
+ public:
+  // Fills `top`. The keys work while `keyBearer` is enabled.
+  CommandMenus(QMenu& top, QWidget& keyBearer);
+
+  QMenu& EditMenu() { return *menus_.at(Menu::kEdit); }
+  // Greys what is not live in the view on show and sets the check marks.
+  void ShowState(const core::CAppState& app);
+
+ signals:
+  void Chosen(int id);
+
+ private:
+  void AddMenu(QMenu& top, Menu menu, const QString& text);
+  void AddCommand(const CommandRow& row, QWidget& keyBearer);
+
+  std::map<Menu, QMenu*> menus_;
+  std::map<int, QAction*> actions_;
+};
+
+}  // namespace views

@@ -1,0 +1,67 @@
+// The command table and what is read from it.
+#include "views/command_table.h"
+
+#include <algorithm>
+
+namespace views {
+namespace {
+
+constexpr unsigned kNowhere = 0;
+constexpr unsigned kInMap = 1u << core::kViewMap;
+constexpr unsigned kEverywhere = (1u << core::kViewDay) | (1u << core::kViewWeek) |
+                                 (1u << core::kViewMonth) | (1u << core::kViewList) | kInMap;
+
+constexpr CommandRow kCommands[] = {
+    {kExport, u"エクスポート...", Menu::kFile, "", kNowhere},
+    {kImport, u"インポート...", Menu::kFile, "", kNowhere},
+    {kNew, u"新規作成...", Menu::kEdit, "", kEverywhere},
+    {kChange, u"変更...", Menu::kEdit, "", kEverywhere},
+    {kReference, u"参照...", Menu::kEdit, "", kEverywhere},
+    {kFollow, u"後続...", Menu::kEdit, "", kEverywhere},
+    {kMapLink, u"地図表示", Menu::kEdit, "", kNowhere},
+    {kMove, u"移動", Menu::kEdit, "", kInMap},
+    {kDelete, u"削除", Menu::kEdit, "", kEverywhere},
+    {kShowDay, u"1日", Menu::kView, "", kEverywhere},
+    {kShowWeek, u"1週間", Menu::kView, "", kNowhere},
+    {kShowMonth, u"1ヶ月", Menu::kView, "", kNowhere},
+    {kShowList, u"一覧", Menu::kView, "", kEverywhere},
+    {kShowMap, u"マップ", Menu::kView, "", kNowhere},
+    {kMenuToday, u"今日", Menu::kView, "", kEverywhere},
+    {kSpanningMode, u"日またがり", Menu::kView, "", kEverywhere},
+    {kToolBarMode, u"ツールバー", Menu::kView, "", kEverywhere},
+    {kRecorder, u"レコーダー...", Menu::kTools, "", kNowhere},
+    {kFind, u"検索...", Menu::kTools, "", kNowhere},
+    {kFindClear, u"検索解除", Menu::kTools, "", kEverywhere},
+    {kOptions, u"オプション...", Menu::kTools, "", kNowhere},
+    {kAbout, u"バージョン情報...", Menu::kTools, "Ctrl+A", kNowhere},
+    {kQuit, u"終了", Menu::kTop, "", kEverywhere},
+    {kQuitKey, u"終了", Menu::kNone, "Ctrl+Q", kEverywhere},
+    {kSoftKeyNew, u"新規作成", Menu::kNone, "", kEverywhere},
+    {kToolNew, u"新規作成", Menu::kNone, "", kEverywhere},
+    {kToolDelete, u"削除", Menu::kNone, "", kEverywhere},
+    {kToolFind, u"検索", Menu::kNone, "", kNowhere},
+};
+
+}  // namespace
+
+std::span<const CommandRow> Commands() {
+  return kCommands;
+}
+
+const CommandRow* FindCommand(int id) {
+  const auto* row = std::ranges::find(kCommands, id, &CommandRow::id);
+  return row == std::end(kCommands) ? nullptr : row;
+}
+
+bool IsLive(int id, core::View view) {
+  const CommandRow* row = FindCommand(id);
+  return row == nullptr || (row->liveIn >> view & 1u) != 0;
+}
+
+core::View ViewOnShow(int curView) {
+  if (curView < core::kViewDay || curView > core::kViewMap) return core::kViewDay;
+  const auto view = static_cast<core::View>(curView);
+  return FindCommand(CommandOfView(view))->liveIn == kNowhere ? core::kViewDay : view;
+}
+
+}  // namespace views

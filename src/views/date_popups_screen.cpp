@@ -1,0 +1,85 @@
+// Opening, placing and closing the calendar and the box of pages.
+#include "views/date_popups_screen.h"
+
+#include <algorithm>
+
+#include "platform/qt/qt_text.h"
+#include "views/command_table.h"
+#include "views/navigation.h"
+
+namespace views {
+namespace {
+
+constexpr int kPageComboId = 1070;
+constexpr int kCalendarId = 1125;
+
+}  // namespace
+
+DatePopups::DatePopups(QWidget* window, HeaderRow& header)
+    : QObject(window),
+      window_(window),
+      header_(header),
+      calendar_(new platform::qt::MonthCalendar(window)),
+      pages_(new QComboBox(window)) {
+  calendar_->setObjectName(QString::number(kCalendarId));
+  pages_->setObjectName(QString::number(kPageComboId));
+  pages_->setFont(platform::qt::FixedFont(12));
+  calendar_->hide();
+  pages_->hide();
+  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &DatePopups::DateChosen);
+  connect(pages_, &QComboBox::activated, this, &DatePopups::PageChosen);
+}
+
+void DatePopups::Toggle(const core::CAppState& app) {
+  if (Close()) return;
+  if (ViewOnShow(app.CurView) == core::kViewList) {
+    OpenPages(app);
+  } else {
+    OpenCalendar();
+  }
+}
+
+bool DatePopups::Close() {
+  if (state_ == kNone) return false;
+  state_ = kNone;
+  calendar_->hide();
+  pages_->hide();
+  header_.DateLabel().show();
+  return true;
+}
+
+void DatePopups::TakeFocus() {
+  if (state_ == kCalendarOpen) calendar_->setFocus();
+}
+
+QRect DatePopups::LabelRect() const {
+  const QWidget& label = header_.DateLabel();
+  return {label.mapTo(window_, QPoint()), label.size()};
+}
+
+void DatePopups::OpenCalendar() {
+  calendar_->Select(QDate(core::CurYear, core::CurMonth, core::CurDay));
+  calendar_->resize(calendar_->minimumSizeHint().boundedTo(window_->size()));
+  calendar_->move(LabelRect().left(), header_.geometry().bottom() + 1);
+  calendar_->show();
+  calendar_->raise();
+  state_ = kCalendarOpen;
+}
+
+void DatePopups::OpenPages(const core::CAppState& app) {
+  QStringList numbers;
+  for (int page = 0; app.IndexCount > 0 && page <= LastPage(app); ++page) {
+    numbers << QString::number(page + 1);
+  }
+  pages_->clear();
+  pages_->addItems(numbers);
+  pages_->setCurrentIndex(app.ListPage);
+  pages_->setGeometry(LabelRect());
+  header_.DateLabel().hide();
+  pages_->show();
+  pages_->raise();
+  pages_->showPopup();
+  state_ = kPagesOpen;
+}
+
+}  // namespace views

@@ -1,0 +1,49 @@
+// Where the main window's parts lie: pure functions from the window's size to rectangles, in the
+// units of platform::Scaled.
+#pragma once
+
+#include <array>
+
+#include "core/app_state.h"
+
+namespace views {
+
+struct Rect {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const Rect&) const = default;
+};
+
+inline constexpr int kHeaderButtons = 12;
+
+// The header's buttons from left to right: Sunday to Saturday, then the five of the navigation.
+extern const std::array<int, kHeaderButtons> kHeaderButtonIds;
+
+struct HeaderLayout {
+  std::array<Rect, kHeaderButtons> buttons;
+  Rect dateLabel;  // fills what the visible buttons leave
+};
+
+// The header row of a window, in its own coordinates.
+HeaderLayout LayoutHeader(int width, core::View view);
+bool ShowsWeekdays(core::View view);
+// The label that stands in the place of the current weekday's button, slightly to the left.
+Rect WeekdayLabelRect(const HeaderLayout& header, int weekday);
+
+struct WindowLayout {
+  Rect caption;  // title and (ok) button; empty where the button is hidden
+  Rect header;
+  Rect actionList;
+  Rect toolBar;  // empty where it is hidden
+  Rect softKeys;
+};
+
+WindowLayout LayoutWindow(int width, int height, bool showsToolBar, bool showsOkButton);
+
+inline bool IsPortrait(int width, int height) {
+  return height > width;
+}
+
+}  // namespace views

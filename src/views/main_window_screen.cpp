@@ -1,0 +1,309 @@
+// The main window: children, commands, and what is shown anew after each of them.
+#include "views/main_window_screen.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+
+#include "edit/edit_action_screen.h"
+#include "platform/host.h"
+#include "platform/qt/modal_screen.h"
+#include "platform/qt/qt_text.h"
+#include "store/action_index.h"
+#include "views/day_view_screen.h"
+#include "views/list_view_screen.h"
+#include "views/navigation.h"
+#include "views/selection.h"
+
+namespace views {
+namespace {
+
+using platform::Scaled;
+
+constexpr int kOkButtonShown = 2;
+constexpr int kToolBarHidden = 1;
+constexpr int kToolBarShown = 2;
+constexpr int kSingleDayMode = 1;
+constexpr int kSpanningDayMode = 2;
+
+QRect ToQt(const Rect& rect) {
+  return {rect.x, rect.y, rect.width, rect.height};
+}
+
+}  // namespace
+
+CMainWnd::CMainWnd(core::CAppState& app)
+    : app_(app),
+      caption_(new QWidget(this)),
+      header_(new HeaderRow(this)),
+      list_(new ActionList(this)),
+      toolBar_(new ToolBar(this)),
+      softKeys_(new platform::qt::SoftKeyBar(this)),
+      menus_(new CommandMenus(softKeys_->Menu(), *softKeys_)),
+      popups_(new DatePopups(this, *header_)),
+      dayView_(std::make_unique<DayViewScreen>(app, SharedControls{*header_, *list_})),
+      listView_(std::make_unique<ListViewScreen>(app, SharedControls{*header_, *list_})) {
+  app_.CurView = app_.InitView;
+  setWindowTitle(platform::qt::ToQt(core::kProgramName));
+  resize(Scaled(240), Scaled(320));
+  setMinimumSize(Scaled(240), Scaled(200));
+  softKeys_->LeftKey().setText(platform::qt::ToQt(FindCommand(kSoftKeyNew)->text));
+  softKeys_->LeftKey().setObjectName(QString::number(kSoftKeyNew));
+  MakeCaption();
+  ConnectChildren();
+  ShowState();
+}
+
+// The device's shell showed the title and the (ok) button above every window.
+void CMainWnd::MakeCaption() {
+  auto* title = new QLabel(windowTitle(), caption_);
+  auto* ok = new QPushButton(QStringLiteral("ok"), caption_);
+  ok->setObjectName(QString::number(kShellOk));
+  ok->setFixedWidth(Scaled(36));
+  ok->setFocusPolicy(Qt::TabFocus);
+  for (QWidget* part : {static_cast<QWidget*>(title), static_cast<QWidget*>(ok)}) {
+    part->setFont(platform::qt::FixedFont(12));
+  }
+  auto* row = new QHBoxLayout(caption_);
+  row->setContentsMargins(Scaled(4), 0, 0, 0);
+  row->addWidget(title, 1);
+  row->addWidget(ok);
+  connect(ok, &QPushButton::clicked, this, [this] { OnCommand(kShellOk); });
+}
+
+void CMainWnd::ConnectChildren() {
+  connect(&softKeys_->LeftKey(), &QPushButton::clicked, this, [this] { OnCommand(kSoftKeyNew); });
+  connect(&softKeys_->Menu(), &QMenu::aboutToShow, this, [this] { popups_->Close(); });
+  connect(menus_, &CommandMenus::Chosen, this, &CMainWnd::OnCommand);
+  connect(toolBar_, &ToolBar::Pressed, this, &CMainWnd::OnCommand);
+  connect(header_, &HeaderRow::Pressed, this, &CMainWnd::OnCommand);
+  connect(popups_, &DatePopups::DateChosen, this, &CMainWnd::OnDateChosen);
+  connect(popups_, &DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
+  connect(list_, &ActionList::RowTapped, this, &CMainWnd::OpenRow);
+  connect(list_, &ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
+  connect(list_, &ActionList::Held, this, &CMainWnd::OnRowHeld);
+  connect(list_, &ActionList::ColumnDragged, this,
+          [this](int column, int width) { View().OnColumnDragged(column, width); });
+  list_->SetPopupCloser([this] { return popups_->Close(); });
+  list_->SetKeyFilter([this](int key) { return OnKeyReleased(key); });
+}
+
+ViewScreen& CMainWnd::View() {
+  return ViewOnShow(app_.CurView) == core::kViewList ? *listView_ : *dayView_;
+}
+
+void CMainWnd::Relayout() {
+  const WindowLayout layout = LayoutWindow(width(), height(), app_.ToolBarVwMode == kToolBarShown,
+                                           app_.OkBtnVwMode == kOkButtonShown);
+  caption_->setGeometry(ToQt(layout.caption));
+  header_->setGeometry(ToQt(layout.header));
+  list_->setGeometry(ToQt(layout.actionList));
+  toolBar_->setGeometry(ToQt(layout.toolBar));
+  softKeys_->setGeometry(ToQt(layout.softKeys));
+  app_.ListRowsPerScreen = list_->RowsPerScreen();
+  KeepPageInRange(app_);
+}
+
+void CMainWnd::resizeEvent(QResizeEvent*) {
+  popups_->Close();
+  Relayout();
+  if (isVisible()) Refresh();
+}
+
+void CMainWnd::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) ShowView(app_.CurView);
+}
+
+void CMainWnd::closeEvent(QCloseEvent* event) {
+  auto* topmost = platform::qt::ModalScreen::Topmost();
+  event->setAccepted(topmost == nullptr || topmost->OnWindowClosing());
+}
+
+void CMainWnd::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) popups_->Close();
+}
+
+void CMainWnd::ShowState() {
+  menus_->ShowState(app_);
+  toolBar_->ShowState(ViewOnShow(app_.CurView));
+}
+
+void CMainWnd::Refresh() {
+  View().Refill();
+  list_->setFocus();
+}
+
+void CMainWnd::OnCommand(int id) {
+  if (!IsLive(id, ViewOnShow(app_.CurView))) return;
+  if (id == kDateLabel) return OnDateLabel();
+  if (id != kQuitKey) popups_->Close();
+  switch (id) {
+    case kShellOk:
+    case kQuitKey:
+    case kQuit:
+      close();
+      break;
+    case kSoftKeyNew:
+    case kToolNew:
+    case kNew:
+      RunEditScreen(edit::kOpenNew);
+      break;
+    case kChange:
+      FxEditSelected(edit::kOpenChange);
+      break;
+    case kReference:
+      FxEditSelected(edit::kOpenReference);
+      break;
+    case kFollow:
+      FxEditSelected(edit::kOpenFollow);
+      break;
+    case kToolDelete:
+    case kDelete:
+      FxEditDelete();
+      break;
+    case kShowDay:
+    case kShowWeek:
+    case kShowMonth:
+    case kShowList:
+    case kShowMap:
+      ShowView(ViewOfCommand(id));
+      break;
+    case kSpanningMode:
+      ToggleSpanningMode();
+      break;
+    case kToolBarMode:
+      ToggleToolBar();
+      break;
+    case kFindClear:
+      FxFindClear();
+      break;
+    default:
+      OnHeaderStep(id);
+      break;
+  }
+}
+
+void CMainWnd::OnHeaderStep(int id) {
+  switch (id) {
+    case kMenuToday:
+    case kToday:
+      GoToToday(app_);
+      break;
+    case kBigStepBack:
+      TakeStep(app_, Step::kBigBack);
+      break;
+    case kStepBack:
+      TakeStep(app_, Step::kBack);
+      break;
+    case kStepForward:
+      TakeStep(app_, Step::kForward);
+      break;
+    case kBigStepForward:
+      TakeStep(app_, Step::kBigForward);
+      break;
+    default:
+      GoToWeekday(id - kSunday + 1);
+      break;
+  }
+  Refresh();
+}
+
+void CMainWnd::OnDateLabel() {
+  const bool byKey = header_->DateLabel().hasFocus();
+  popups_->Toggle(app_);
+  Refresh();
+  if (byKey) popups_->TakeFocus();
+}
+
+void CMainWnd::OnDateChosen(QDate date) {
+  popups_->Close();
+  core::CurYear = date.year();
+  core::CurMonth = date.month();
+  core::CurDay = date.day();
+  Refresh();
+}
+
+void CMainWnd::OnPageChosen(int page) {
+  popups_->Close();
+  app_.ListPage = page;
+  Refresh();
+}
+
+void CMainWnd::OnRowHeld(QPoint globalPoint) {
+  menus_->EditMenu().popup(globalPoint);
+}
+
+bool CMainWnd::OnKeyReleased(int key) {
+  const auto step = [this](Arrow arrow) {
+    popups_->Close();
+    const bool moved = TakeArrow(app_, arrow);
+    if (moved) Refresh();
+    return !moved;
+  };
+  switch (key) {
+    case Qt::Key_Left:
+      return step(Arrow::kLeft);
+    case Qt::Key_Right:
+      return step(Arrow::kRight);
+    case Qt::Key_Up:
+      return step(Arrow::kUp);
+    case Qt::Key_Down:
+      return step(Arrow::kDown);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      popups_->Close();
+      OpenRow(list_->FocusedRow());
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CMainWnd::ShowView(int view) {
+  app_.CurView = view;
+  header_->SetView(ViewOnShow(view));
+  ShowState();
+  View().Enter();
+  Refresh();
+}
+
+void CMainWnd::OpenRow(int row) {
+  RunEditScreen(SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
+}
+
+void CMainWnd::FxEditSelected(int openMode) {
+  if (SelectRowToChange(app_, View().Rows(), list_->FocusedRow())) RunEditScreen(openMode);
+}
+
+void CMainWnd::FxEditDelete() {
+  if (views::FxEditDelete(app_, View().Rows(), list_->SelectedRows())) Refresh();
+}
+
+void CMainWnd::FxFindClear() {
+  {
+    const platform::WaitCursor waiting;
+    store::ReloadActionIndex(app_);
+  }
+  Refresh();
+}
+
+void CMainWnd::ToggleSpanningMode() {
+  app_.DayVwMltDayMode = SpansDays(app_) ? kSingleDayMode : kSpanningDayMode;
+  ShowState();
+  Refresh();
+}
+
+void CMainWnd::ToggleToolBar() {
+  app_.ToolBarVwMode = app_.ToolBarVwMode == kToolBarShown ? kToolBarHidden : kToolBarShown;
+  ShowState();
+  Relayout();
+  Refresh();
+}
+
+void CMainWnd::RunEditScreen(int openMode) {
+  edit::CEditActionDlg(this, app_, openMode).RunModal();
+  Refresh();
+}
+
+}  // namespace views

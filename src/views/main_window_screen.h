@@ -1,0 +1,74 @@
+// The program's one window: it owns the header row, the list, the menus, the toolbar and the views,
+// routes every command, and shows the view anew after whatever has changed.
+#pragma once
+
+#include <QPushButton>
+#include <QWidget>
+#include <memory>
+
+#include "core/app_state.h"
+#include "platform/qt/device_shell.h"
+#include "views/action_list_screen.h"
+#include "views/command_menus_screen.h"
+#include "views/date_popups_screen.h"
+#include "views/header_row_screen.h"
+#include "views/tool_bar_screen.h"
+#include "views/view_screen.h"
+
+namespace views {
+
+class CMainWnd : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The view on show becomes InitView. `app` outlives the window, and the data file is open while
+  // the window is shown.
+  explicit CMainWnd(core::CAppState& app);
+
+  // Does what the control or menu item of that number does (command_table.h).
+  void OnCommand(int id);
+  // Reads the rows of the view on show again and shows them.
+  void Refresh();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void MakeCaption();
+  void ConnectChildren();
+  ViewScreen& View();
+  void Relayout();
+  void ShowState();
+
+  void OnHeaderStep(int id);
+  void OnDateLabel();
+  void OnDateChosen(QDate date);
+  void OnPageChosen(int page);
+  void OnRowHeld(QPoint globalPoint);
+  bool OnKeyReleased(int key);
+
+  void ShowView(int view);
+  void OpenRow(int row);
+  void FxEditSelected(int openMode);
+  void FxEditDelete();
+  void FxFindClear();
+  void ToggleSpanningMode();
+  void ToggleToolBar();
+  void RunEditScreen(int openMode);
+
+  core::CAppState& app_;
+  QWidget* caption_;
+  HeaderRow* header_;
+  ActionList* list_;
+  ToolBar* toolBar_;
+  platform::qt::SoftKeyBar* softKeys_;
+  CommandMenus* menus_;
+  DatePopups* popups_;
+  std::unique_ptr<ViewScreen> dayView_;
+  std::unique_ptr<ViewScreen> listView_;
+};
+
+}  // namespace views

@@ -1,0 +1,36 @@
+// Moving the current date and the list's page: what the header's buttons, the arrow keys and "今日"
+// do. The functions only move; the window shows the new place.
+#pragma once
+
+#include "core/app_state.h"
+
+namespace views {
+
+// By real calendar arithmetic. From a date that does not exist all three parts become -1.
+void MoveDate(int days);
+// `months` is 1 or -1, `years` likewise. The day number stays as it is, also where the new month is
+// shorter. Going back stops at 1900.
+void MoveMonth(int months);
+void MoveYear(int years);
+// To weekday 1 Sunday .. 7 Saturday of the week of the current date, which begins on Sunday.
+void GoToWeekday(int weekday);
+// To the host's date, and in the list to its page.
+void GoToToday(core::CAppState& app);
+
+// Rows on a page of the list: the setting, or what the list control shows; at least 1.
+int RowsPerPage(const core::CAppState& app);
+// The oldest page, 0 if there are no Actions.
+int LastPage(const core::CAppState& app);
+void GoToPageOfCurDate(core::CAppState& app);
+// For pages that have become longer.
+void KeepPageInRange(core::CAppState& app);
+
+enum class Step { kBigBack, kBack, kForward, kBigForward };
+// A header button in the view on show.
+void TakeStep(core::CAppState& app, Step step);
+
+enum class Arrow { kLeft, kRight, kUp, kDown };
+// An arrow key in the view on show; false if it means nothing there.
+bool TakeArrow(core::CAppState& app, Arrow arrow);
+
+}  // namespace views

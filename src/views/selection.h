@@ -1,0 +1,23 @@
+// Which Actions the rows of the shared list mean, and what the commands do with them.
+#pragma once
+
+#include <span>
+
+#include "core/app_state.h"
+#include "views/view_rows.h"
+
+namespace views {
+
+// Hands the Action of a row to the edit screen (SelActId, SelIndex); false and no change if the row
+// is no Action's: -1, or the one of kNewRowText. In the spanning mode too it is the Action that the
+// row shows.
+bool SelectRow(core::CAppState& app, const ViewRows& rows, int row);
+
+// SelectRow for a command of the edit menu, with a message if there is no Action to change.
+bool SelectRowToChange(core::CAppState& app, const ViewRows& rows, int row);
+
+// Asks, then deletes the Actions of the rows and rebuilds the index, which also ends a find. False
+// if nothing was deleted: no Action among the rows (after a message), or the answer was No.
+bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const int> selectedRows);
+
+}  // namespace views

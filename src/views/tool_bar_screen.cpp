@@ -1,0 +1,47 @@
+// The toolbar's buttons in a row.
+#include "views/tool_bar_screen.h"
+
+#include "platform/qt/qt_text.h"
+#include "views/command_icons_screen.h"
+#include "views/command_table.h"
+
+namespace views {
+namespace {
+
+using platform::Scaled;
+
+constexpr int kToolBarId = 150;
+constexpr int kButtonSize = 24;  // for a finger round a picture of 16
+constexpr int kIconSize = 16;
+constexpr int kSeparatorWidth = 8;
+
+}  // namespace
+
+ToolBar::ToolBar(QWidget* parent) : QWidget(parent) {
+  setObjectName(QString::number(kToolBarId));
+  int x = 0;
+  for (const int id : kToolBarCommands) {
+    if (id != 0) AddButton(id, x);
+    x += Scaled(id == 0 ? kSeparatorWidth : kButtonSize);
+  }
+}
+
+void ToolBar::AddButton(int id, int x) {
+  auto* button = new QToolButton(this);
+  button->setObjectName(QString::number(id));
+  button->setToolTip(platform::qt::ToQt(FindCommand(id)->text));
+  button->setAccessibleName(button->toolTip());
+  button->setIcon(CommandIcon(id));
+  button->setIconSize(QSize(Scaled(kIconSize), Scaled(kIconSize)));
+  button->setAutoRaise(true);
+  button->setGeometry(x, 0, Scaled(kButtonSize), Scaled(kButtonSize));
+  connect(button, &QToolButton::clicked, this, [this, id] { emit Pressed(id); });
+  buttons_.push_back(button);
+}
+
+void ToolBar::ShowState(core::View view) {
+  for (QToolButton* button : buttons_)
+    button->setEnabled(IsLive(button->objectName().toInt(), view));
+}
+
+}  // namespace views

@@ -1,0 +1,59 @@
+// The rows that a fill puts into the shared list, and what the commands need to know about them.
+// The fills know no widget: the screen shows what they return.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/app_state.h"
+#include "store/action.h"
+
+namespace views {
+
+inline constexpr std::u16string_view kNewRowText = u"<新規作成>";
+
+// Whether an Action shows on every day that it touches, and not only on the one it starts on.
+inline bool SpansDays(const core::CAppState& app) {
+  return app.DayVwMltDayMode == 2;
+}
+
+// How a row's number leads to its Action's position in the index.
+enum class RowOrder {
+  kByStart,      // FirstRowIndex + row
+  kSpanning,     // not by counting: Actions between the first and the last may be missing
+  kNewestFirst,  // FirstRowIndex - row
+};
+
+struct ViewRows {
+  RowOrder order = RowOrder::kByStart;
+  std::vector<std::vector<std::u16string>> cells;  // of the Actions' rows, column by column
+  std::vector<std::u16string> RowActIds;           // of the same rows
+  int FirstRowIndex = 0;
+  int LastRowIndex = -1;
+  int selectedRow = 0;  // row to select, focus and show; one that is no row: none
+  // A read failed and its message was shown: the rows end here, without kNewRowText behind them.
+  bool abandoned = false;
+};
+
+// The parts of a start or an end; empty where the text is too short.
+struct MomentText {
+  std::u16string_view date;  // yyyy/mm/dd
+  std::u16string_view time;  // hh:mm:ss
+
+  std::u16string_view MonthDay() const;    // mm/dd
+  std::u16string_view HourMinute() const;  // hh:mm
+  bool IsEndOfDay() const { return time.starts_with(u"24:00"); }
+};
+
+MomentText SplitMoment(std::u16string_view moment);
+
+// Reads the Action of an id. `caller` names the fill in the message of a failed read.
+enum class RowRead { kRead, kGone, kFailed };
+RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Action& action);
+
+// "<caller> <step> Err (ln=%d, hr=%x)", titled "ERROR".
+void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result);
+
+}  // namespace views
