@@ -20,7 +20,7 @@ enum ActionColumn {
   kPlace,
   kCategory1,
   kCategory2,
-  kMemo,         // may hold line breaks
+  kMemo,  // may hold line breaks
   kExtItems,
   kActionColumnCount
 };

@@ -21,8 +21,7 @@ HRESULT CreateDataFile(std::u16string_view path);
 // not be read; -101, -110 and -200 end the process.
 int OpenDataFile(core::CAppState& app);
 // -4 a file stands ready at `newPath`; -3 or -2 the user said no; -1 failure.
-int ResolveMissingDataFile(core::CAppState& app, std::u16string_view path,
-                           std::u16string& newPath);
+int ResolveMissingDataFile(core::CAppState& app, std::u16string_view path, std::u16string& newPath);
 // 0 current; -4 upgraded; -1 the user said no; -2 not a file of ours; -3 the upgrade failed.
 int UpgradeDataFile(core::CAppState& app);
 // 0, or -8, -9, -10 for the step that failed.

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +24,9 @@ class CNamedValueTable {
   HRESULT GetLong(std::u16string_view key, int32_t& value);
 
  private:
+  HRESULT Set(std::u16string_view key, const Field& value);
+  HRESULT Get(std::u16string_view key, std::u16string_view column, std::u16string& value);
+
   Engine& Session;  // not owned
   std::u16string tableName_;
 };

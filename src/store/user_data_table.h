@@ -34,9 +34,9 @@ class CUserDataTable : public CRowsetTable {
 };
 
 // 0, or the code of the first test that fails:
-// -107, -108 start, end absent; -109, -110 their length is not 19; -101, -102 their date is no date;
-// -103, -104 the end's, the start's time is no time; -105 "24:00:00" behind a start other than
-// 00:00:00; -106 the end lies before the start.
+// -107, -108 start, end absent; -109, -110 their length is not 19; -101, -102 their date is no
+// date; -103, -104 the end's, the start's time is no time; -105 "24:00:00" behind a start other
+// than 00:00:00; -106 the end lies before the start.
 int CheckActionTimes(const Action& action);
 
 // "select * from t_UserData where f_nchActId = '<id>'".

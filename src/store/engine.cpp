@@ -1,0 +1,442 @@
+// Statements are prepared once for each shape and kept: a view reads its rows by thirty selects
+// that differ in the id alone.
+#include "store/engine.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "core/text.h"
+#include "platform/device_paths.h"
+#include "platform/files.h"
+#include "platform/host.h"
+#include "platform/utf.h"
+#include "store/sql_text.h"
+
+namespace store {
+namespace {
+
+constexpr int kLockWaitMs = 2000;
+constexpr size_t kMaxIdleStatements = 32;
+// The file itself, and what an open engine keeps beside it.
+constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
+
+HRESULT ResultOf(int code) {
+  if (code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW) return S_OK;
+  return code == SQLITE_NOMEM ? E_OUTOFMEMORY : E_FAIL;
+}
+
+// The statements of tables. Tables and columns are named by the program, never by its user.
+std::string SeekSql(std::string_view what, std::u16string_view table, const Field& key) {
+  return std::string(what) + " from " + platform::ToUtf8(table) + " where " +
+         platform::ToUtf8(key.column) + " = ? limit 1";
+}
+
+std::string AtFirstRow(std::u16string_view table, const Field& key) {
+  return " where rowid = (" + SeekSql("select rowid", table, key) + ")";
+}
+
+// "a,b,c" of all items.
+template <typename Items, typename ToName>
+std::string Listed(const Items& items, ToName name) {
+  std::string list;
+  for (const auto& item : items) {
+    if (!list.empty()) list += ',';
+    list += name(item);
+  }
+  return list;
+}
+
+// Only a file that is not ours has such a column; it is written as text.
+void TellForeignType(const Column& column) {
+  const std::string text = "type=" + std::to_string(static_cast<int>(column.type)) +
+                           ",colsize=" + std::to_string(column.length);
+  platform::ShowNotice(platform::ToUtf16(text), u"debug", platform::Icon::kNone);
+}
+
+// Takes away what others than the owner may do; another's file is left alone.
+void NarrowRights(const std::string& hostPath) {
+  struct stat status;
+  if (stat(hostPath.c_str(), &status) != 0 || status.st_uid != geteuid()) return;
+  if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+    chmod(hostPath.c_str(), status.st_mode & S_IRWXU);
+  }
+}
+
+}  // namespace
+
+// One prepared statement and the names of the columns that it yields.
+class Statement {
+ public:
+  Statement(sqlite3_stmt* prepared, std::string_view sql) : prepared_(prepared), sql_(sql) {
+    const int count = sqlite3_column_count(prepared);
+    for (int i = 0; i < count; ++i) {
+      names_.push_back(platform::ToUtf16(sqlite3_column_name(prepared, i)));
+    }
+  }
+  ~Statement() { sqlite3_finalize(prepared_); }
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+
+  sqlite3_stmt* Get() const { return prepared_; }
+  const std::string& Sql() const { return sql_; }
+
+  // Position of a column, tried at `expected` first; -1 if the select has none of that name.
+  int Find(std::u16string_view name, size_t expected) const {
+    if (expected < names_.size() && names_[expected] == name) return static_cast<int>(expected);
+    for (size_t i = 0; i < names_.size(); ++i) {
+      if (SameName(names_[i], name)) return static_cast<int>(i);
+    }
+    return -1;
+  }
+
+  // `bytes` need not live on.
+  void BindText(int parameter, std::string_view bytes) {
+    sqlite3_bind_text(prepared_, parameter, bytes.data(), static_cast<int>(bytes.size()),
+                      SQLITE_TRANSIENT);
+  }
+
+  // As the column's declaration wants it: cut to its length, or converted to a number.
+  void BindValue(int parameter, const Column& column, std::u16string_view text) {
+    if (column.type == ColumnType::kInteger) {
+      sqlite3_bind_int(prepared_, parameter, core::ToInt32(text));
+    } else if (column.type == ColumnType::kFloat) {
+      sqlite3_bind_double(prepared_, parameter, ReadFloat(text));
+    } else {
+      if (column.length > 0) text = text.substr(0, column.length);
+      BindText(parameter, platform::ToUtf8(text));
+    }
+  }
+
+  void Read(int column, std::optional<std::u16string>& text) const {
+    switch (sqlite3_column_type(prepared_, column)) {
+      case SQLITE_NULL:
+        text.reset();
+        break;
+      case SQLITE_FLOAT:
+        text = FloatText(sqlite3_column_double(prepared_, column));
+        break;
+      default: {
+        const auto bytes = reinterpret_cast<const char*>(sqlite3_column_text(prepared_, column));
+        const int size = sqlite3_column_bytes(prepared_, column);
+        if (text) {
+          text->clear();  // keeps its memory for the next row
+        } else {
+          text.emplace();
+        }
+        if (bytes) platform::AppendUtf16({bytes, static_cast<size_t>(size)}, *text);
+      }
+    }
+  }
+
+  void Reset() {
+    sqlite3_reset(prepared_);
+    sqlite3_clear_bindings(prepared_);
+  }
+
+ private:
+  sqlite3_stmt* prepared_;
+  std::string sql_;
+  std::vector<std::u16string> names_;
+};
+
+void GiveBack::operator()(Statement* statement) const {
+  statement->Reset();
+  auto& idle = engine->idle_;
+  if (idle.size() == kMaxIdleStatements) idle.erase(idle.begin());
+  idle.emplace_back(statement);
+}
+
+RowSet::RowSet(Engine& engine, StatementLoan statement, std::vector<std::string> literals)
+    : engine_(engine), statement_(std::move(statement)), literals_(std::move(literals)) {
+  ++engine_.openRowSets_;
+}
+
+RowSet::~RowSet() {
+  --engine_.openRowSets_;
+}
+
+// The first row is read at once: a select that cannot run tells it here and not at its first row,
+// and Count counts under the same view of the data.
+HRESULT RowSet::Run() {
+  for (size_t i = 0; i < literals_.size(); ++i) {
+    statement_->BindText(static_cast<int>(i) + 1, literals_[i]);
+  }
+  Step();
+  atFirstRow_ = true;
+  return Failed(state_) ? state_ : S_OK;
+}
+
+void RowSet::Step() {
+  const int code = sqlite3_step(statement_->Get());
+  state_ = code == SQLITE_DONE ? DB_S_ENDOFROWSET : ResultOf(code);
+}
+
+HRESULT RowSet::Bind(std::span<const std::u16string_view> columns) {
+  positions_.clear();
+  for (const std::u16string_view column : columns) {
+    const int position = statement_->Find(column, positions_.size());
+    if (position < 0) return E_FAIL;
+    positions_.push_back(position);
+  }
+  return S_OK;
+}
+
+HRESULT RowSet::Next(ColumnTexts row) {
+  if (!atFirstRow_ && state_ == S_OK) Step();
+  atFirstRow_ = false;
+  if (state_ != S_OK) return state_;
+  const size_t count = std::min(row.size(), positions_.size());
+  for (size_t i = 0; i < count; ++i) statement_->Read(positions_[i], row[i]);
+  return S_OK;
+}
+
+HRESULT RowSet::Restart() {
+  if (atFirstRow_) return S_OK;
+  sqlite3_reset(statement_->Get());
+  return Run();
+}
+
+std::optional<int> RowSet::Count() {
+  const StatementLoan counting = engine_.Borrow("select count(*) from (" + statement_->Sql() + ")");
+  if (!counting) return {};
+  for (size_t i = 0; i < literals_.size(); ++i) {
+    counting->BindText(static_cast<int>(i) + 1, literals_[i]);
+  }
+  if (sqlite3_step(counting->Get()) != SQLITE_ROW) return {};
+  return sqlite3_column_int(counting->Get(), 0);
+}
+
+bool Engine::Available() {
+  return sqlite3_initialize() == SQLITE_OK;
+}
+
+std::unique_ptr<Engine> Engine::Open(std::u16string_view path) {
+  const auto hostPath = platform::ToHostPath(path);
+  if (!hostPath) return nullptr;
+  sqlite3* database = nullptr;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+  if (sqlite3_open_v2(hostPath->c_str(), &database, flags, nullptr) != SQLITE_OK) {
+    sqlite3_close(database);
+    return nullptr;
+  }
+  return std::unique_ptr<Engine>(new Engine(database, *hostPath));
+}
+
+void Engine::Remove(std::u16string_view path) {
+  for (const std::string_view suffix : kFileSuffixes) {
+    platform::files().Remove(std::u16string(path) + platform::ToUtf16(suffix));
+  }
+}
+
+Engine::Engine(sqlite3* database, std::string hostPath)
+    : database_(database), hostPath_(std::move(hostPath)) {
+  sqlite3_busy_timeout(database_, kLockWaitMs);
+}
+
+// A reader in another program may keep the file from its rollback form. It is right all the same.
+Engine::~Engine() {
+  idle_.clear();
+  if (inCharge_) RunScript("PRAGMA journal_mode=DELETE");
+  sqlite3_close(database_);
+}
+
+void Engine::TakeCharge() {
+  inCharge_ = true;
+  for (const std::string_view suffix : kFileSuffixes) NarrowRights(hostPath_ + std::string(suffix));
+}
+
+HRESULT Engine::BeginTransaction() {
+  PrepareJournal();
+  return RunScript("BEGIN IMMEDIATE");
+}
+
+HRESULT Engine::Commit() {
+  const HRESULT result = RunScript("COMMIT");
+  if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
+  return result;
+}
+
+HRESULT Engine::Execute(std::u16string_view sql) {
+  PrepareJournal();
+  const std::string text = platform::ToUtf8(sql);
+  const auto change = ReadColumnChange(text);
+  const HRESULT result = change ? ChangeColumn(*change) : RunScript(text);
+  idle_.clear();
+  tables_.clear();
+  return result;
+}
+
+HRESULT Engine::OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows) {
+  rows.reset();
+  SelectShape shape = LiftLiterals(sql);
+  StatementLoan statement = Borrow(shape.sql);
+  if (!statement) return E_FAIL;
+  auto opened = std::make_unique<RowSet>(*this, std::move(statement), std::move(shape.literals));
+  const HRESULT result = opened->Run();
+  if (!Failed(result)) rows = std::move(opened);
+  return result;
+}
+
+HRESULT Engine::ReadFirst(std::u16string_view table, const Field& key,
+                          std::span<const std::u16string_view> columns, ColumnTexts row) {
+  const auto name = [](std::u16string_view column) { return platform::ToUtf8(column); };
+  const StatementLoan statement = Borrow(SeekSql("select " + Listed(columns, name), table, key));
+  if (!statement) return E_FAIL;
+  const HRESULT bound = Bind(*statement, ColumnsOf(table), {&key, 1});
+  if (Failed(bound)) return bound;
+  const int code = sqlite3_step(statement->Get());
+  if (code != SQLITE_ROW) return code == SQLITE_DONE ? DB_E_NOTFOUND : ResultOf(code);
+  const size_t count = std::min(row.size(), columns.size());
+  for (size_t i = 0; i < count; ++i) statement->Read(static_cast<int>(i), row[i]);
+  return S_OK;
+}
+
+HRESULT Engine::UpdateFirst(std::u16string_view table, const Field& key,
+                            std::span<const Field> fields) {
+  const auto assignment = [](const Field& field) { return platform::ToUtf8(field.column) + "=?"; };
+  std::vector<Field> all(fields.begin(), fields.end());
+  all.push_back(key);
+  return WriteFirst("update " + platform::ToUtf8(table) + " set " + Listed(fields, assignment) +
+                        AtFirstRow(table, key),
+                    table, all);
+}
+
+HRESULT Engine::DeleteFirst(std::u16string_view table, const Field& key) {
+  return WriteFirst("delete from " + platform::ToUtf8(table) + AtFirstRow(table, key), table,
+                    {&key, 1});
+}
+
+HRESULT Engine::WriteFirst(std::string_view sql, std::u16string_view table,
+                           std::span<const Field> fields) {
+  const StatementLoan statement = Borrow(sql);
+  if (!statement) return E_FAIL;
+  HRESULT result = Bind(*statement, ColumnsOf(table), fields);
+  if (!Failed(result)) result = Write(*statement);
+  if (Failed(result)) return result;
+  return sqlite3_changes(database_) == 0 ? DB_E_NOTFOUND : S_OK;
+}
+
+HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields) {
+  const auto name = [](const Field& field) { return platform::ToUtf8(field.column); };
+  const auto mark = [](const Field&) { return "?"; };
+  const StatementLoan statement =
+      Borrow("insert into " + platform::ToUtf8(table) + " (" + Listed(fields, name) + ") values (" +
+             Listed(fields, mark) + ")");
+  if (!statement) return E_FAIL;
+  const Columns& columns = ColumnsOf(table);
+  for (const Column& column : columns) {
+    if (column.type == ColumnType::kBytes) TellForeignType(column);
+  }
+  const HRESULT result = Bind(*statement, columns, fields);
+  return Failed(result) ? result : Write(*statement);
+}
+
+StatementLoan Engine::Borrow(std::string_view sql) {
+  const auto known = std::find_if(idle_.rbegin(), idle_.rend(),
+                                  [sql](const auto& statement) { return statement->Sql() == sql; });
+  if (known != idle_.rend()) {
+    StatementLoan loan(known->release(), GiveBack{this});
+    idle_.erase(std::next(known).base());
+    return loan;
+  }
+  sqlite3_stmt* prepared = nullptr;
+  sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
+                     &prepared, nullptr);
+  if (!prepared) return StatementLoan(nullptr, GiveBack{this});
+  return StatementLoan(new Statement(prepared, sql), GiveBack{this});
+}
+
+HRESULT Engine::RunScript(const std::string& sql) {
+  return ResultOf(sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, nullptr));
+}
+
+// The first value that a statement yields.
+std::optional<std::string> Engine::ReadValue(std::string_view sql,
+                                             std::initializer_list<std::string_view> arguments) {
+  const StatementLoan statement = Borrow(sql);
+  if (!statement) return {};
+  int parameter = 0;
+  for (const std::string_view argument : arguments) statement->BindText(++parameter, argument);
+  if (sqlite3_step(statement->Get()) != SQLITE_ROW) return {};
+  std::optional<std::u16string> value;
+  statement->Read(0, value);
+  return platform::ToUtf8(value.value_or(u""));
+}
+
+HRESULT Engine::ChangeColumn(const ColumnChange& change) {
+  HRESULT result = RunScript("PRAGMA writable_schema=ON; BEGIN IMMEDIATE");
+  if (!Failed(result)) result = ReplaceDeclaration(change);
+  if (!Failed(result)) result = Commit();
+  if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
+  RunScript("PRAGMA writable_schema=OFF");
+  return result;
+}
+
+// The length stands in the table's create statement and nowhere else, so it is changed there: no
+// row is touched, however many there are. The raised version makes every connection read anew.
+HRESULT Engine::ReplaceDeclaration(const ColumnChange& change) {
+  const auto created = ReadValue(
+      "select sql from sqlite_schema where type='table' and name=? collate nocase", {change.table});
+  const auto declared =
+      ReadValue("select type from pragma_table_info(?) where name=? collate nocase",
+                {change.table, change.column});
+  const auto version = ReadValue("select schema_version + 1 from pragma_schema_version", {});
+  if (!created || !declared || !version) return E_FAIL;
+  const auto changed = WithDeclaration(*created, change.column, *declared, change.declaration);
+  const StatementLoan update =
+      Borrow("update sqlite_schema set sql=? where type='table' and name=? collate nocase");
+  if (!changed || !update) return E_FAIL;
+  update->BindText(1, *changed);
+  update->BindText(2, change.table);
+  const HRESULT result = ResultOf(sqlite3_step(update->Get()));
+  return Failed(result) ? result : RunScript("PRAGMA schema_version=" + *version);
+}
+
+const Engine::Columns& Engine::ColumnsOf(std::u16string_view table) {
+  const auto known = tables_.find(table);
+  if (known != tables_.end()) return known->second;
+  Columns& columns = tables_[std::u16string(table)];
+  const StatementLoan all = Borrow("select * from " + platform::ToUtf8(table) + " limit 0");
+  if (!all) return columns;
+  const int count = sqlite3_column_count(all->Get());
+  for (int i = 0; i < count; ++i) {
+    const char* const declaration = sqlite3_column_decltype(all->Get(), i);
+    columns.push_back(ReadDeclaration(platform::ToUtf16(sqlite3_column_name(all->Get(), i)),
+                                      declaration ? declaration : ""));
+  }
+  return columns;
+}
+
+HRESULT Engine::Bind(Statement& statement, const Columns& columns, std::span<const Field> fields) {
+  int parameter = 0;
+  for (const Field& field : fields) {
+    ++parameter;
+    const auto column = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
+      return SameName(candidate.name, field.column);
+    });
+    if (column == columns.end()) return E_FAIL;
+    if (field.text) statement.BindValue(parameter, *column, *field.text);
+  }
+  return S_OK;
+}
+
+HRESULT Engine::Write(Statement& statement) {
+  PrepareJournal();
+  return ResultOf(sqlite3_step(statement.Get()));
+}
+
+// While a row set of ours is open the journal cannot be switched: that write goes through a
+// rollback journal, which is as safe and only slower.
+void Engine::PrepareJournal() {
+  if (!inCharge_) TakeCharge();
+  if (journalReady_ || openRowSets_ > 0) return;
+  RunScript("PRAGMA synchronous=FULL; PRAGMA journal_mode=WAL");
+  journalReady_ = true;
+}
+
+}  // namespace store

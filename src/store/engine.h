@@ -1,0 +1,143 @@
+// The engine under the tables, and the only place that knows which one it is: SQLite. Columns go in
+// and out as texts: a number as "%d", a float as "%f", a NULL column as none. A text longer than
+// its column's declared length is cut to it. Interface thread only.
+//
+// Journal: opening and reading leave a file as it is, to the byte. Before the first write it is
+// switched to a write-ahead log with full sync, so that every write that has returned survives a
+// kill and a power cut; closing brings a file in our charge back to the rollback form: one file,
+// complete in itself. What another program holds locked is waited for about two seconds.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/column.h"
+#include "store/hresult.h"
+
+struct sqlite3;
+
+namespace store {
+
+class Engine;
+class Statement;
+struct ColumnChange;
+
+using ColumnTexts = std::span<std::optional<std::u16string>>;
+
+// A column and the text that goes into it, or that a row is sought by; none is NULL.
+struct Field {
+  std::u16string_view column;
+  std::optional<std::u16string_view> text;
+};
+
+// A prepared statement on loan; goes back to its engine with this handle.
+struct GiveBack {
+  Engine* engine;
+  void operator()(Statement* statement) const;
+};
+using StatementLoan = std::unique_ptr<Statement, GiveBack>;
+
+// The rows of one select, read one at a time under one view of the data. Must not outlive its
+// engine.
+class RowSet {
+ public:
+  RowSet(Engine& engine, StatementLoan statement, std::vector<std::string> literals);
+  ~RowSet();
+  RowSet(const RowSet&) = delete;
+  RowSet& operator=(const RowSet&) = delete;
+
+  // Which columns of the select Next hands out, in that order, without regard to case. E_FAIL if
+  // one is missing.
+  HRESULT Bind(std::span<const std::u16string_view> columns);
+  // Reads the next row. DB_S_ENDOFROWSET, and nothing written, when none is left.
+  HRESULT Next(ColumnTexts row);
+  // Back to the first row.
+  HRESULT Restart();
+  // How many rows the select finds: runs it a second time. None on a failure.
+  std::optional<int> Count();
+
+ private:
+  friend class Engine;
+
+  HRESULT Run();
+  void Step();
+
+  Engine& engine_;
+  StatementLoan statement_;
+  std::vector<std::string> literals_;
+  std::vector<int> positions_;  // of the bound columns in the select
+  bool atFirstRow_ = false;     // which Next has not handed out yet
+  HRESULT state_ = S_OK;        // of the last step
+};
+
+class Engine {
+ public:
+  // False if there is no engine on this machine.
+  static bool Available();
+  // Opens an existing file; nullptr if it cannot be opened. Whether it is a data file shows at the
+  // first read.
+  static std::unique_ptr<Engine> Open(std::u16string_view path);
+  // Removes a file, and what an engine that did not close it left beside it.
+  static void Remove(std::u16string_view path);
+  ~Engine();
+  Engine(const Engine&) = delete;
+  Engine& operator=(const Engine&) = delete;
+
+  // The file is ours: makes it, and what stands beside it, its owner's alone; from now on closing
+  // brings it to the rollback form.
+  void TakeCharge();
+
+  // All writes until Commit are one; a Commit that fails, and closing without one, undo them.
+  HRESULT BeginTransaction();
+  HRESULT Commit();
+  // A statement without result.
+  HRESULT Execute(std::u16string_view sql);
+  // A select; `rows` stays empty on a failure.
+  HRESULT OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows);
+
+  // Each takes the first row, by the table's index, whose key column equals the key's text.
+  // DB_E_NOTFOUND if there is none. `row` is written on success only.
+  HRESULT ReadFirst(std::u16string_view table, const Field& key,
+                    std::span<const std::u16string_view> columns, ColumnTexts row);
+  HRESULT UpdateFirst(std::u16string_view table, const Field& key, std::span<const Field> fields);
+  HRESULT DeleteFirst(std::u16string_view table, const Field& key);
+  // One row in a transaction of its own.
+  HRESULT Insert(std::u16string_view table, std::span<const Field> fields);
+
+ private:
+  friend class RowSet;
+  friend struct GiveBack;
+  using Columns = std::vector<Column>;
+
+  Engine(sqlite3* database, std::string hostPath);
+
+  StatementLoan Borrow(std::string_view sql);
+  HRESULT RunScript(const std::string& sql);
+  HRESULT ChangeColumn(const ColumnChange& change);
+  HRESULT ReplaceDeclaration(const ColumnChange& change);
+  std::optional<std::string> ReadValue(std::string_view sql,
+                                       std::initializer_list<std::string_view> arguments);
+  const Columns& ColumnsOf(std::u16string_view table);
+  HRESULT Bind(Statement& statement, const Columns& columns, std::span<const Field> fields);
+  HRESULT WriteFirst(std::string_view sql, std::u16string_view table,
+                     std::span<const Field> fields);
+  HRESULT Write(Statement& statement);
+  void PrepareJournal();
+
+  sqlite3* database_;
+  std::string hostPath_;
+  std::vector<std::unique_ptr<Statement>> idle_;           // prepared, the last used last
+  std::map<std::u16string, Columns, std::less<>> tables_;  // those asked for so far
+  int openRowSets_ = 0;
+  bool journalReady_ = false;
+  bool inCharge_ = false;
+};
+
+}  // namespace store

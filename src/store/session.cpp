@@ -1,0 +1,97 @@
+// Connecting makes the engine and hangs the tables from it; disconnecting takes both away.
+#include "store/session.h"
+
+#include "platform/files.h"
+#include "platform/host.h"
+#include "store/schema.h"
+
+namespace store {
+namespace {
+
+HRESULT OpenEngine(std::u16string_view path) {
+  CDbSession& session = dbSession();
+  session.Session = Engine::Open(path);
+  return session.Session ? S_OK : E_FAIL;
+}
+
+bool EngineAvailable() {
+  if (Engine::Available()) return true;
+  platform::ShowNotice(u"SQL Server がインストールされていません。", u"環境不正",
+                       platform::Icon::kNone);
+  return false;
+}
+
+void MakeTables() {
+  CDbSession& session = dbSession();
+  Engine& engine = *session.Session;
+  session.UserTable = std::make_unique<CUserDataTable>(engine);
+  session.LongTable = std::make_unique<CNamedValueTable>(engine, kLongDataTable);
+  session.TextTable = std::make_unique<CNamedValueTable>(engine, kTextDataTable);
+  session.SysInfoTable = std::make_unique<CNamedValueTable>(engine, kSysInfoTable);
+  session.RcdrTable = std::make_unique<CRcdrDataTable>(engine);
+}
+
+// In one transaction: a dozen commits in a row would be felt on a slow card.
+HRESULT MakeSchema(Engine& engine) {
+  const HRESULT begun = engine.BeginTransaction();
+  if (Failed(begun)) return begun;
+  for (const TableStatements& table : kTableStatements) {
+    engine.Execute(table.drop);  // fails on a new file, as it should
+    HRESULT result = engine.Execute(table.create);
+    if (!Failed(result)) result = engine.Execute(table.index);
+    if (Failed(result)) return result;
+  }
+  return engine.Commit();
+}
+
+}  // namespace
+
+CDbSession& dbSession() {
+  static CDbSession session;
+  return session;
+}
+
+HRESULT ConnectDataFile(std::u16string_view path) {
+  DisconnectDataFile();
+  if (!EngineAvailable()) return E_FAIL;
+  const HRESULT result = OpenEngine(path);
+  if (!Failed(result)) MakeTables();
+  return result;
+}
+
+HRESULT CreateEmptyDataFile(std::u16string_view path) {
+  DisconnectDataFile();
+  Engine::Remove(path);
+  if (!EngineAvailable()) return E_FAIL;
+  // Made here and not by the engine, because files() makes it its owner's alone.
+  if (!platform::files().Create(path)) return E_FAIL;
+  HRESULT result = OpenEngine(path);
+  if (!Failed(result)) result = MakeSchema(*dbSession().Session);
+  if (Failed(result)) {
+    DisconnectDataFile();
+  } else {
+    MakeTables();
+  }
+  return result;
+}
+
+void DisconnectDataFile() {
+  CDbSession& session = dbSession();
+  session.UserTable.reset();
+  session.LongTable.reset();
+  session.TextTable.reset();
+  session.SysInfoTable.reset();
+  session.RcdrTable.reset();
+  session.Session.reset();
+}
+
+HRESULT AlterUserData() {
+  if (!dbSession().Session) return E_POINTER;
+  for (const std::u16string_view statement : kAlterStatements) {
+    const HRESULT result = dbSession().Session->Execute(statement);
+    if (Failed(result)) return result;
+  }
+  return S_OK;
+}
+
+}  // namespace store

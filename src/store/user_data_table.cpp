@@ -1,0 +1,133 @@
+// Every write stamps the row and checks its times first, so that no row of the file can hold an end
+// before its start.
+#include "store/user_data_table.h"
+
+#include <array>
+#include <utility>
+
+#include "core/action_id.h"
+#include "core/date_time.h"
+#include "platform/host.h"
+#include "store/schema.h"
+
+namespace store {
+namespace {
+
+constexpr size_t kDateLength = 10;
+constexpr size_t kTimeBegin = 11;
+constexpr size_t kTimeLength = 8;
+constexpr size_t kDateTimeLength = 19;
+constexpr int kMaxIdDraws = 50;
+
+std::u16string_view DateOf(std::u16string_view dateTime) {
+  return dateTime.substr(0, kDateLength);
+}
+
+std::u16string_view TimeOf(std::u16string_view dateTime) {
+  return dateTime.substr(kTimeBegin, kTimeLength);
+}
+
+void Stamp(Action& action) {
+  const platform::LocalTime now = platform::host().Now();
+  action[kLastUpdate] = core::FormatDate(now.year, now.month, now.day) + u' ' +
+                        core::FormatTime(now.hour, now.minute, now.second);
+}
+
+using ActionFields = std::array<Field, kActionColumnCount>;
+
+ActionFields FieldsOf(const Action& action) {
+  ActionFields fields;
+  for (size_t i = 0; i < fields.size(); ++i) fields[i] = {kActionColumns[i], action[i]};
+  return fields;
+}
+
+Field IdField(std::u16string_view id) {
+  return {kActionColumns[kActId], id};
+}
+
+}  // namespace
+
+HRESULT CUserDataTable::Select(std::u16string_view sql) {
+  return GetRS(sql, kActionColumns);
+}
+
+HRESULT CUserDataTable::GetNextRS(Action& action) {
+  return CRowsetTable::GetNextRS(action);
+}
+
+HRESULT CUserDataTable::ReadById(std::u16string_view id, Action& action) {
+  action = {};
+  return Session.ReadFirst(kUserDataTable, IdField(id), kActionColumns, action);
+}
+
+HRESULT CUserDataTable::Insert(Action& action) {
+  const bool idIsMade = !action[kActId];
+  if (idIsMade) {
+    action[kActId] = MakeUniqueActId();
+    if (!action[kActId]) {
+      platform::ShowNotice(u"ユニークキーの生成に失敗しました。", u"アクションの作成失敗",
+                           platform::Icon::kStop);
+      return E_ABORT;
+    }
+  } else if (core::CheckActId(*action[kActId]) != 0) {
+    return E_INVALIDARG;
+  }
+  Stamp(action);
+  const HRESULT result = CheckActionTimes(action) == 0
+                             ? Session.Insert(kUserDataTable, FieldsOf(action))
+                             : E_INVALIDARG;
+  if (Failed(result) && idIsMade) action[kActId].reset();
+  return result;
+}
+
+HRESULT CUserDataTable::Update(std::u16string_view id, Action& action) {
+  if (core::CheckActId(id) != 0) return E_INVALIDARG;
+  Stamp(action);
+  if (CheckActionTimes(action) != 0) return E_INVALIDARG;
+  const ActionFields fields = FieldsOf(action);
+  return Session.UpdateFirst(kUserDataTable, IdField(id), std::span(fields).subspan(kLastUpdate));
+}
+
+HRESULT CUserDataTable::Delete(std::u16string_view id) {
+  if (core::CheckActId(id) != 0) return E_INVALIDARG;
+  return Session.DeleteFirst(kUserDataTable, IdField(id));
+}
+
+std::optional<std::u16string> CUserDataTable::MakeUniqueActId() {
+  for (int draw = 0; draw < kMaxIdDraws; ++draw) {
+    std::u16string id = core::GenerateActId();
+    const std::u16string sql =
+        u"select f_nchActId from t_UserData where f_nchActId = '" + id + u"'";
+    const HRESULT opened = GetRS(sql, {&kActionColumns[kActId], 1});
+    const int count = Failed(opened) ? 0 : RowCount();
+    CloseRS();
+    if (Failed(opened)) return {};
+    if (count == 0) return id;
+  }
+  return {};
+}
+
+int CheckActionTimes(const Action& action) {
+  if (!action[kStaDateTime]) return -107;
+  if (!action[kEndDateTime]) return -108;
+  const std::u16string_view start = *action[kStaDateTime];
+  const std::u16string_view end = *action[kEndDateTime];
+  if (start.size() != kDateTimeLength) return -109;
+  if (end.size() != kDateTimeLength) return -110;
+  int year, month, day, hour, minute, second;
+  if (core::ParseDate(DateOf(start), year, month, day) != 0) return -101;
+  if (core::ParseDate(DateOf(end), year, month, day) != 0) return -102;
+  if (core::ParseEndTime(TimeOf(end)) == -10) return -103;
+  if (core::ParseTime(TimeOf(start), hour, minute, second) != 0) return -104;
+  if (TimeOf(end) == core::kEndOfDay && TimeOf(start) != u"00:00:00") return -105;
+  if (core::CompareDateTime(DateOf(end), TimeOf(end), DateOf(start), TimeOf(start)) < 0) {
+    return -106;
+  }
+  return 0;
+}
+
+std::u16string SelectByIdSql(std::u16string_view id) {
+  return u"select * from t_UserData where f_nchActId = '" + std::u16string(id) + u"'";
+}
+
+}  // namespace store

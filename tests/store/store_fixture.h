@@ -1,0 +1,44 @@
+// What the tests of the store share: a data file of their own in a temporary folder.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/app_state.h"
+#include "platform/utf.h"
+#include "store/data_file.h"
+#include "store/session.h"
+#include "support/fake_host.h"
+#include "support/temp_folder.h"
+
+namespace store_test {
+
+class StoreTest : public testing::Test {
+ protected:
+  ~StoreTest() override { store::DisconnectDataFile(); }
+
+  void CreateFile() { ASSERT_EQ(store::CreateDataFile(path), 0); }
+
+  static store::Action MakeAction(std::u16string_view start, std::u16string_view end) {
+    store::Action action;
+    action[store::kStaDateTime] = start;
+    action[store::kEndDateTime] = end;
+    return action;
+  }
+
+  static store::CUserDataTable& Users() { return *store::dbSession().UserTable; }
+
+  testing_support::FakeHost host;
+  testing_support::TempFolder folder;
+  core::CAppState app;
+  std::u16string path = folder.Path(u"user.sdf");
+  std::string hostPath = folder.HostPath("user.sdf");
+};
+
+// Readable in the output of a failed test.
+inline std::string Readable(const std::optional<std::u16string>& text) {
+  return text ? platform::ToUtf8(*text) : "(none)";
+}
+
+}  // namespace store_test

@@ -1,0 +1,205 @@
+#include "store/user_data_table.h"
+
+#include "store_fixture.h"
+
+namespace store_test {
+namespace {
+
+using namespace store;
+
+constexpr char16_t kNoon[] = u"2010/06/23 12:00:00";
+constexpr char16_t kOne[] = u"2010/06/23 13:00:00";
+
+class UserDataTableTest : public StoreTest {
+ protected:
+  void SetUp() override { CreateFile(); }
+
+  int Rows() {
+    EXPECT_EQ(Users().Select(u"select * from t_UserData"), S_OK);
+    const int count = Users().RowCount();
+    Users().CloseRS();
+    return count;
+  }
+};
+
+TEST_F(UserDataTableTest, InsertMakesIdAndStamps) {
+  Action action = MakeAction(kNoon, kNoon);
+  action[kLastUpdate] = u"whatever the caller put there";
+  ASSERT_EQ(Users().Insert(action), 0);
+  EXPECT_EQ(action[kActId], u"ID2010062310453000");
+  EXPECT_EQ(action[kLastUpdate], u"2010/06/23 10:45:30");
+}
+
+TEST_F(UserDataTableTest, EveryColumnComesBack) {
+  struct Row {
+    const char* why;
+    ActionColumn column;
+    std::optional<std::u16string> written;
+    std::optional<std::u16string> read;
+  };
+  const std::u16string half(1, u'\xD83D');
+  const Row rows[] = {
+      {"absent is another thing than empty", kSubject, {}, {}},
+      {"empty is another thing than absent", kSubject, u"", u""},
+      {"101 characters are cut to 100", kSubject, std::u16string(101, u'あ'),
+       std::u16string(100, u'あ')},
+      {"a cut counts 16-bit units, also through a pair", kSubject,
+       std::u16string(99, u'x') + u"\U0001F600", std::u16string(99, u'x') + half},
+      {"2001 characters are cut to 2000", kMemo, std::u16string(2001, u'm'),
+       std::u16string(2000, u'm')},
+      {"a quote needs no care", kPlace, u"O'Brien's", u"O'Brien's"},
+      {"line breaks stay", kMemo, u"a\r\nb\nc", u"a\r\nb\nc"},
+      {"no position", kLatitude, {}, {}},
+      {"six decimals", kLatitude, u"35.5", u"35.500000"},
+      {"south", kLongitude, u"-139.6917064", u"-139.691706"},
+      {"an empty number is 0", kLatitude, u"", u"0.000000"},
+      {"the number ends at the first letter", kLatitude, u" +12.5abc", u"12.500000"},
+      {"words are no number", kLatitude, u"inf", u"0.000000"},
+      {"an exponent", kLatitude, u"1.5e2", u"150.000000"},
+      {"extended items", kExtItems, u"a=1;", u"a=1;"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    Action action = MakeAction(kNoon, kOne);
+    action[row.column] = row.written;
+    ++host.now.second;  // another id
+    ASSERT_EQ(Users().Insert(action), 0);
+    Action byId, bySelect;
+    ASSERT_EQ(Users().ReadById(*action[kActId], byId), 0);
+    ASSERT_EQ(Users().Select(SelectByIdSql(*action[kActId])), 0);
+    ASSERT_EQ(Users().GetNextRS(bySelect), 0);
+    Users().CloseRS();
+    EXPECT_EQ(Readable(byId[row.column]), Readable(row.read));
+    EXPECT_EQ(bySelect, byId);
+  }
+}
+
+TEST_F(UserDataTableTest, InsertRefuses) {
+  struct Row {
+    const char* why;
+    std::optional<std::u16string> id, start, end;
+    int code;
+  };
+  const Row rows[] = {
+      {"an id of 17", u"ID201006231200000", kNoon, kOne, 0},
+      {"an id without ID", u"AB2010062312000000", kNoon, kOne, 0},
+      {"no start", {}, {}, kOne, -107},
+      {"no end", {}, kNoon, {}, -108},
+      {"a short start", {}, u"2010/06/23 12:00", kOne, -109},
+      {"a short end", {}, kNoon, u"2010/06/23 13:00", -110},
+      {"a start on a day that does not exist", {}, u"2010/02/29 12:00:00", kOne, -101},
+      {"an end on a day that does not exist", {}, kNoon, u"2010/06/31 12:00:00", -102},
+      {"an end of 24:00:01", {}, u"2010/06/23 00:00:00", u"2010/06/23 24:00:01", -103},
+      {"a start of 24:00:00", {}, u"2010/06/23 24:00:00", u"2010/06/24 01:00:00", -104},
+      {"24:00:00 behind a start at noon", {}, kNoon, u"2010/06/23 24:00:00", -105},
+      {"an end before the start", {}, kOne, kNoon, -106},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    Action action;
+    action[kActId] = row.id;
+    action[kStaDateTime] = row.start;
+    action[kEndDateTime] = row.end;
+    EXPECT_EQ(CheckActionTimes(action), row.code);
+    EXPECT_EQ(static_cast<uint32_t>(Users().Insert(action)), 0x80070057u);
+    EXPECT_EQ(action[kActId], row.id) << "a made id is taken out again";
+  }
+  EXPECT_EQ(Rows(), 0);
+}
+
+TEST_F(UserDataTableTest, TimesThatPass) {
+  Action running = MakeAction(kNoon, kNoon);
+  EXPECT_EQ(CheckActionTimes(running), 0);
+  Action allDay = MakeAction(u"2010/06/23 00:00:00", u"2010/06/23 24:00:00");
+  EXPECT_EQ(CheckActionTimes(allDay), 0);
+  Action twoDays = MakeAction(u"2010/06/22 00:00:00", u"2010/06/23 24:00:00");
+  EXPECT_EQ(CheckActionTimes(twoDays), 0);
+}
+
+TEST_F(UserDataTableTest, UpdateKeepsIdAndMovesStamp) {
+  Action action = MakeAction(kNoon, kOne);
+  ASSERT_EQ(Users().Insert(action), 0);
+  const std::u16string id = *action[kActId];
+  host.now.second = 31;
+  Action changed = MakeAction(kNoon, kOne);
+  changed[kActId] = u"ID9999999999999999";
+  changed[kPlace] = u"自宅";
+  ASSERT_EQ(Users().Update(id, changed), 0);
+  Action read;
+  ASSERT_EQ(Users().ReadById(id, read), 0);
+  EXPECT_EQ(read[kActId], id);
+  EXPECT_EQ(read[kPlace], u"自宅");
+  EXPECT_EQ(read[kLastUpdate], u"2010/06/23 10:45:31");
+}
+
+TEST_F(UserDataTableTest, OnlyTheFirstOfEqualIdsIsTouched) {
+  for (const char16_t* place : {u"first", u"second"}) {
+    Action action = MakeAction(kNoon, kOne);
+    action[kActId] = u"ID2010062312000000";
+    action[kPlace] = place;
+    ASSERT_EQ(Users().Insert(action), 0);
+  }
+  ASSERT_EQ(Users().Delete(u"ID2010062312000000"), 0);
+  EXPECT_EQ(Rows(), 1);
+  Action read;
+  ASSERT_EQ(Users().ReadById(u"ID2010062312000000", read), 0);
+  EXPECT_EQ(read[kPlace], u"second");
+}
+
+TEST_F(UserDataTableTest, MissingIdIsNotFound) {
+  Action action = MakeAction(kNoon, kOne);
+  Action read = action;
+  EXPECT_EQ(static_cast<uint32_t>(Users().Update(u"ID2010062312000000", action)), 0x80040E19u);
+  EXPECT_EQ(static_cast<uint32_t>(Users().Delete(u"ID2010062312000000")), 0x80040E19u);
+  EXPECT_EQ(static_cast<uint32_t>(Users().ReadById(u"ID2010062312000000", read)), 0x80040E19u);
+  EXPECT_EQ(read, Action());
+  EXPECT_EQ(static_cast<uint32_t>(Users().Update(u"ID", action)), 0x80070057u);
+  EXPECT_EQ(static_cast<uint32_t>(Users().Delete(u"ID")), 0x80070057u);
+}
+
+TEST_F(UserDataTableTest, FiftyTakenIdsEndInAMessage) {
+  Action action = MakeAction(kNoon, kOne);
+  host.draws = {7};
+  ASSERT_EQ(Users().Insert(action), 0);
+  host.draws.assign(50, 7);
+  Action late = MakeAction(kNoon, kOne);
+  EXPECT_EQ(static_cast<uint32_t>(Users().Insert(late)), 0x80004004u);
+  EXPECT_TRUE(host.draws.empty());
+  ASSERT_EQ(host.messages.size(), 1u);
+  EXPECT_EQ(host.messages[0].text, u"ユニークキーの生成に失敗しました。");
+  EXPECT_EQ(host.messages[0].title, u"アクションの作成失敗");
+  EXPECT_EQ(host.messages[0].icon, platform::Icon::kStop);
+  EXPECT_EQ(Rows(), 1);
+}
+
+TEST_F(UserDataTableTest, RowSetEndsRestartsAndCloses) {
+  for (int i = 0; i < 3; ++i) {
+    Action action = MakeAction(kNoon, kOne);
+    host.now.second = i;
+    ASSERT_EQ(Users().Insert(action), 0);
+  }
+  constexpr std::u16string_view kOneColumn[] = {u"F_NCHACTID"};
+  std::optional<std::u16string> id;
+  ASSERT_EQ(Users().GetRS(u"select * from t_UserData", kOneColumn), 0);
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(Users().RowCount(), 3);
+    for (int i = 0; i < 3; ++i) {
+      EXPECT_EQ(Users().CRowsetTable::GetNextRS({&id, 1}, 2), 0) << "one row, also of two asked";
+      EXPECT_TRUE(id);
+    }
+    EXPECT_EQ(Users().CRowsetTable::GetNextRS({&id, 1}), 0x00040EC6);
+    EXPECT_FALSE(id);
+    EXPECT_EQ(Users().CRowsetTable::GetNextRS({&id, 1}), 0x00040EC6) << "the end stays the end";
+    EXPECT_EQ(Users().RestartRS(), 0);
+  }
+  EXPECT_EQ(Users().CloseRS(), 0);
+  EXPECT_EQ(Users().CloseRS(), 0);
+  EXPECT_LT(Users().CRowsetTable::GetNextRS({&id, 1}), 0);
+  constexpr std::u16string_view kMissing[] = {u"f_none"};
+  EXPECT_EQ(static_cast<uint32_t>(Users().GetRS(u"select * from t_UserData", kMissing)),
+            0x80004005u);
+  EXPECT_LT(Users().Select(u"select * from t_UserData where f_nvcPlace = 'open"), 0);
+}
+
+}  // namespace
+}  // namespace store_test
