@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/app_state.h"
+#include "core/text.h"
 #include "platform/utf.h"
 #include "store/data_file.h"
 #include "store/session.h"
@@ -27,6 +28,16 @@ class StoreTest : public testing::Test {
     return action;
   }
 
+  // An Action with an id of its own, and of its start if `end` is empty.
+  std::u16string InsertAction(std::u16string_view start, std::u16string_view end = {}) {
+    store::Action action = MakeAction(start, end.empty() ? start : end);
+    action[store::kActId] = u"ID" + core::ZeroPadded(++lastId_, 16);
+    EXPECT_EQ(Users().Insert(action), 0);
+    return *action[store::kActId];
+  }
+
+  std::string FileBytes() const { return testing_support::ReadWholeFile(hostPath); }
+
   static store::CUserDataTable& Users() { return *store::dbSession().UserTable; }
 
   testing_support::FakeHost host;
@@ -34,6 +45,9 @@ class StoreTest : public testing::Test {
   core::CAppState app;
   std::u16string path = folder.Path(u"user.sdf");
   std::string hostPath = folder.HostPath("user.sdf");
+
+ private:
+  int lastId_ = 0;
 };
 
 // Readable in the output of a failed test.

@@ -1,0 +1,219 @@
+// Files that are no data files, disks that are full, folders that may not be written, files that
+// another program holds: the message that belongs to it, nothing lost, nothing changed.
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <random>
+
+#include "store/action_index.h"
+#include "store_fixture.h"
+
+namespace store_test {
+namespace {
+
+using namespace store;
+using testing_support::WriteWholeFile;
+
+class DamagedFileTest : public StoreTest {
+ protected:
+  void SetUp() override { app.DataFile = path; }
+
+  std::string SomeDataFile() {
+    CreateFile();
+    for (int i = 10; i < 60; ++i) {
+      InsertAction(u"2010/06/23 10:" + core::ZeroPadded(i, 2) + u":00");
+    }
+    DisconnectDataFile();
+    return FileBytes();
+  }
+};
+
+std::string RandomBytes(size_t size) {
+  std::mt19937 random(1);
+  std::string bytes(size, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(random());
+  return bytes;
+}
+
+TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
+  const std::string good = SomeDataFile();
+  std::string noRows = good;
+  {
+    ASSERT_EQ(ConnectDataFile(path), 0);
+    dbSession().Session->Execute(u"delete from t_SysInfo");
+    DisconnectDataFile();
+    noRows = FileBytes();
+    dbSession().Session = Engine::Open(path);
+    for (const char16_t* table : {u"t_SysInfo", u"t_UserData"}) {
+      dbSession().Session->Execute(u"drop table " + std::u16string(table));
+    }
+    DisconnectDataFile();
+  }
+  struct Row {
+    const char* why;
+    std::string bytes;
+  };
+  const Row rows[] = {
+      {"random bytes", RandomBytes(40000)},
+      {"an empty file", ""},
+      {"one byte", "S"},
+      {"the beginning alone", good.substr(0, 100)},
+      {"half a page", good.substr(0, 2048)},
+      {"without our rows", noRows},
+      {"without our tables", FileBytes()},
+      {"zeros behind a good header", good.substr(0, 100) + std::string(8092, '\0')},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    WriteWholeFile(hostPath, row.bytes);
+    host.messages.clear();
+    EXPECT_EQ(OpenDataFile(app), -110);
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0].text, u"データファイルの内容が不正です。\nプログラムを終了します。");
+    EXPECT_EQ(host.messages[0].title, u"データファイル不正");
+    EXPECT_FALSE(dbSession().Session);
+    EXPECT_TRUE(FileBytes() == row.bytes);
+    EXPECT_FALSE(std::filesystem::exists(hostPath + "-wal"));
+  }
+}
+
+TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
+  const std::string good = SomeDataFile();
+  std::mt19937 random(2);
+  for (int round = 0; round < 60; ++round) {
+    std::string bytes = good;
+    if (round % 2 == 0) {
+      bytes.resize(random() % good.size());
+    } else {
+      const std::string scribble = RandomBytes(200);
+      bytes.replace(100 + random() % (good.size() - 300), 200, scribble);
+    }
+    WriteWholeFile(hostPath, bytes);
+    if (OpenDataFile(app) > -100) {
+      Action action;
+      for (int i = 0; i < app.IndexCount; ++i) {
+        Users().ReadById(app.ActIds.At(static_cast<size_t>(i)), action);
+      }
+      EXPECT_EQ(static_cast<size_t>(app.IndexCount), app.ActStarts.Count());
+    }
+    DisconnectDataFile();
+    EXPECT_TRUE(FileBytes() == bytes);
+  }
+}
+
+TEST_F(DamagedFileTest, AFolderIsNoDataFile) {
+  std::filesystem::create_directory(hostPath);
+  EXPECT_EQ(OpenDataFile(app), -200);
+  EXPECT_LT(CreateDataFile(path), 0);
+}
+
+TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
+  SomeDataFile();
+  const auto holder = Engine::Open(path);
+  holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE");
+  ASSERT_EQ(holder->Execute(u"delete from t_TextData"), S_OK);
+  EXPECT_EQ(OpenDataFile(app), -110);
+  EXPECT_EQ(host.messages.back().text,
+            u"データファイルの内容が不正です。\nプログラムを終了します。");
+}
+
+// The largest file that this process may write, for a scope: what is behind it fails as on a full
+// disk.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    former_ = std::signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit smaller{bytes, limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &smaller);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    std::signal(SIGXFSZ, former_);
+  }
+
+ private:
+  rlimit limit_;
+  void (*former_)(int);
+};
+
+TEST_F(DamagedFileTest, AFullDiskLosesNothing) {
+  SomeDataFile();
+  ASSERT_EQ(OpenDataFile(app), 0);
+  int written = app.IndexCount;
+  {
+    const FullDisk full(200000);
+    HRESULT result = S_OK;
+    for (int i = 0; i < 2000 && !Failed(result); ++i) {
+      Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
+      action[kActId] = u"ID9" + core::ZeroPadded(i, 15);
+      action[kMemo] = std::u16string(500, u'長');
+      result = Users().Insert(action);
+      if (!Failed(result)) ++written;
+    }
+    EXPECT_EQ(static_cast<uint32_t>(result), 0x80004005u);
+    EXPECT_EQ(LoadActionIndex(app), 0);
+    EXPECT_EQ(app.IndexCount, written) << "what was written can still be read";
+  }
+  InsertAction(u"2010/06/25 10:00:00");
+  DisconnectDataFile();
+  EXPECT_EQ(OpenDataFile(app), 0);
+  EXPECT_EQ(app.IndexCount, written + 1);
+}
+
+TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
+  for (const rlim_t bytes : {0, 1000, 4096, 9000, 30000, 60000, 90000}) {
+    SCOPED_TRACE(bytes);
+    const FullDisk full(bytes);
+    std::filesystem::remove(hostPath);
+    host.messages.clear();
+    host.answers = {platform::Answer::kYes};
+    const int result = OpenDataFile(app);
+    EXPECT_EQ(dbSession().Session != nullptr, result == -1);
+    if (result == -1) continue;
+    EXPECT_EQ(result, -101);
+    EXPECT_EQ(host.messages.back().text,
+              u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。");
+  }
+}
+
+// Without root's rights for a scope; a test that needs it is skipped where it can't be had.
+class AsNobody {
+ public:
+  static constexpr uid_t kNobody = 65534;
+  AsNobody() : active_(seteuid(kNobody) == 0) {}
+  ~AsNobody() {
+    if (active_ && seteuid(0) != 0) std::abort();
+  }
+  bool Active() const { return active_; }
+
+ private:
+  bool active_;
+};
+
+TEST_F(DamagedFileTest, AReadOnlyFolderCanBeRead) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root, to be somebody else";
+  const std::string before = SomeDataFile();
+  ASSERT_EQ(chown(hostPath.c_str(), AsNobody::kNobody, AsNobody::kNobody), 0);
+  ASSERT_EQ(chmod(folder.HostPath().c_str(), 0555), 0);
+  for (const mode_t fileMode : {0600, 0400}) {
+    SCOPED_TRACE(fileMode);
+    ASSERT_EQ(chmod(hostPath.c_str(), fileMode), 0);
+    const AsNobody nobody;
+    ASSERT_TRUE(nobody.Active());
+    EXPECT_EQ(OpenDataFile(app), 0);
+    EXPECT_EQ(app.IndexCount, 50);
+    Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
+    EXPECT_EQ(static_cast<uint32_t>(Users().Insert(action)), 0x80004005u);
+    EXPECT_FALSE(action[kActId]);
+    EXPECT_EQ(LoadActionIndex(app), 0);
+    DisconnectDataFile();
+    EXPECT_TRUE(FileBytes() == before);
+  }
+}
+
+}  // namespace
+}  // namespace store_test
