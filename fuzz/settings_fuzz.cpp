@@ -1,0 +1,91 @@
+// Any bytes are read as settings, and the state that they give survives writing and reading.
+#include <memory>
+
+#include "core/settings.h"
+#include "input.h"
+#include "platform/files.h"
+#include "platform/host.h"
+
+namespace {
+
+class QuietHost : public platform::Host {
+ public:
+  platform::Answer ShowMessage(const platform::Message&) override { return platform::Answer::kOk; }
+  void SetWaitCursor(bool) override {}
+  void BringForward() override {}
+  platform::LocalTime Now() override { return {2010, 6, 23, 10, 45, 30}; }
+  uint32_t TickCount() override { return 1; }
+  void SeedDraw(uint32_t) override {}
+  int Draw() override { return 0; }
+  std::u16string ProgramPath() override { return u"\\m\\Morvenly"; }
+  int Dpi() override { return 96; }
+};
+
+// The one content that every name reads and writes.
+class OneFile : public platform::Files {
+ public:
+  std::string content;
+
+  std::unique_ptr<platform::File> OpenForReading(std::u16string_view) override {
+    return std::make_unique<Stream>(content);
+  }
+  std::unique_ptr<platform::File> Create(std::u16string_view) override {
+    content.clear();
+    return std::make_unique<Stream>(content);
+  }
+  std::optional<uint32_t> Attributes(std::u16string_view) override { return 0; }
+  bool Remove(std::u16string_view) override { return true; }
+  bool Rename(std::u16string_view, std::u16string_view) override { return true; }
+  bool MakeFolder(std::u16string_view) override { return true; }
+
+ private:
+  class Stream : public platform::File {
+   public:
+    explicit Stream(std::string& bytes) : bytes_(bytes) {}
+    int64_t Read(void* data, size_t size) override {
+      const size_t count = bytes_.copy(static_cast<char*>(data), size, at_);
+      at_ += count;
+      return static_cast<int64_t>(count);
+    }
+    bool Write(std::string_view bytes) override {
+      bytes_ += bytes;
+      return true;
+    }
+    bool Sync() override { return true; }
+
+   private:
+    std::string& bytes_;
+    size_t at_ = 0;
+  };
+};
+
+std::string Written(const core::CAppState& app, OneFile& file) {
+  fuzz::Require(core::WriteSettings(app, u"\\x") == 0);
+  return file.content;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static QuietHost host;
+  static OneFile file;
+  platform::SetHost(&host);
+  platform::SetFiles(&file);
+
+  file.content = fuzz::AsBytes(data, size);
+  core::CAppState app;
+  fuzz::Require(core::InitApp(app) == 0);
+  fuzz::Require(app.PlaceHistory.Entries().size() <= 80 && app.FindHistory.Entries().size() <= 10);
+  fuzz::Require(app.RcdrFntName.size() <= 31 && !app.DataFile.empty());
+  app.CurView = app.InitView;  // as the main window does
+  const std::string written = Written(app, file);
+  core::CAppState again;
+  fuzz::Require(core::ReadSettings(again, u"\\x") == 0);
+  fuzz::Require(again.FileVersion == core::kProgramVersion);
+  again.CurView = again.InitView;
+  // The written form holds the whole state: every setting and every list.
+  fuzz::Require(again.DataFile == app.DataFile && again.InitView == app.InitView);
+  fuzz::Require(again.PlaceHistory.Entries() == app.PlaceHistory.Entries());
+  fuzz::Require(Written(again, file) == written);
+  return 0;
+}

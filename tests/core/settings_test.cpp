@@ -1,0 +1,322 @@
+#include "core/settings.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "platform/code_page.h"
+#include "platform/utf.h"
+#include "support/fake_host.h"
+#include "support/faulty_files.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using namespace core;
+using testing_support::FileCall;
+
+using Entries = std::vector<std::u16string>;
+
+constexpr std::u16string_view kFirstRun =
+    u"[System]\r\n"
+    u"Program Name:Morvenly\r\nVersion:3.2.2010.1114\r\n"
+    u"Copyright:Copyright (C) 2026 The Morvenly founders\r\n"
+    u"StartupMode:0\r\nViewModeSave:1\r\nInitView:1\r\nDaySeqVwLineNum:0\r\nSeqViewRng:0\r\n"
+    u"MonViewTapOpeMode:1\r\nDayVwMltDayMode:1\r\nOkBtnVwMode:1\r\nToolBarVwMode:1\r\n"
+    u"DayVwGrdFntName:MS UI Gothic\r\nDayVwGrdFntSize:9\r\n"
+    u"WekVwGrdFntName:MS UI Gothic\r\nWekVwGrdFntSize:9\r\n"
+    u"MthVwGrdFntName:MS UI Gothic\r\nMthVwGrdFntSize:9\r\n"
+    u"MthVwLstFntName:MS UI Gothic\r\nMthVwLstFntSize:9\r\n"
+    u"LstVwGrdFntName:MS UI Gothic\r\nLstVwGrdFntSize:9\r\n"
+    u"MapVwGrdFntName:MS UI Gothic\r\nMapVwGrdFntSize:9\r\n"
+    u"MapVwLstFntName:MS UI Gothic\r\nMapVwLstFntSize:9\r\n"
+    u"RcdrFntName:MS UI Gothic\r\nRcdrFntSize:10\r\n"
+    u"DayVwPrtColWdh00:-1\r\nDayVwPrtColWdh01:-1\r\nDayVwPrtColWdh02:-1\r\n"
+    u"DayVwPrtColWdh03:-1\r\n"
+    u"DayVwLndColWdh00:-1\r\nDayVwLndColWdh01:-1\r\nDayVwLndColWdh02:-1\r\n"
+    u"DayVwLndColWdh03:-1\r\n"
+    u"MapVwPrtColWdh00:-1\r\nMapVwPrtColWdh01:-1\r\nMapVwPrtColWdh02:-1\r\n"
+    u"MapVwPrtColWdh03:-1\r\nMapVwPrtColWdh04:-1\r\n"
+    u"MapVwLndColWdh00:-1\r\nMapVwLndColWdh01:-1\r\nMapVwLndColWdh02:-1\r\n"
+    u"MapVwLndColWdh03:-1\r\nMapVwLndColWdh04:-1\r\n"
+    u"TimeInitForNewMode:1\r\nTimeInitForFollowMode:1\r\nPlaceSepaStr:－＞\r\n"
+    u"NoMemPlaceSepaStr:0\r\nEditOpeCont:0\r\nDispListAfterFind:0\r\n"
+    u"StaDtTmName:開始\r\nEndDtTmName:終了\r\nLatName:緯度\r\nLonName:経度\r\nSbjctName:件名\r\n"
+    u"PlaceName:場所\r\nCate1Name:分類1\r\nCate2Name:分類2\r\nMemoName:メモ\r\n"
+    u"ActTxtMode:1\r\nItmSelMode:1\r\nDataFile:<folder>\\user.sdf\r\n\r\n"
+    u"[Place]\r\n会社\r\n学校\r\n自宅\r\nレストラン\r\n公園\r\n\r\n"
+    u"[Memo]\r\n\r\n"
+    u"[Category1]\r\n仕事\r\nアルバイト\r\n授業\r\nクラブ\r\n遊び\r\nスポーツ\r\n食事\r\n散歩\r\n"
+    u"その他\r\n\r\n"
+    u"[Category2]\r\nデスクワーク\r\n打合せ\r\n出張\r\nコンビニ\r\nガソリンスタンド\r\n"
+    u"おしゃべり\r\n映画\r\n買い物\r\nスキー\r\n水泳\r\n\r\n"
+    u"[Find]\r\n\r\n";
+
+// A program in a folder of its own, with its settings file beside it.
+class Settings : public testing::Test {
+ protected:
+  Settings() { host.programPath = folder.Path(u"Morvenly"); }
+
+  void Put(std::string_view content) { testing_support::WriteWholeFile(HostFile(), content); }
+  void PutText(std::u16string_view content) { Put(platform::EncodeCodePage(content)); }
+  std::string Content() { return testing_support::ReadWholeFile(HostFile()); }
+  std::string HostFile() { return folder.HostPath("Morvenly.dat"); }
+  std::u16string File() { return folder.Path(u"Morvenly.dat"); }
+  std::string Golden() {
+    std::u16string text(kFirstRun);
+    const std::u16string_view mark = u"<folder>\\";
+    text.replace(text.find(mark), mark.size(), folder.Path(u""));
+    return platform::EncodeCodePage(text);
+  }
+  // The one message since the last call, as "title: text".
+  std::u16string TakeMessage(platform::Icon icon) {
+    if (host.messages.size() != 1) return u"not one message";
+    const platform::Message message = host.messages.front();
+    host.messages.clear();
+    EXPECT_EQ(message.icon, icon);
+    return message.title + u": " + message.text;
+  }
+
+  testing_support::FakeHost host;
+  const testing_support::TempFolder folder;
+};
+
+TEST_F(Settings, WritesAFullFileAfterAFirstRun) {
+  CAppState app;
+  EXPECT_EQ(InitApp(app), 0);
+  EXPECT_EQ(TakeMessage(platform::Icon::kInformation),
+            u"設定ファイルエラー: 設定ファイルが見つからないので初期化します。");
+  EXPECT_EQ(CurDate(), u"2010/06/23");
+  EXPECT_EQ(MenuBarHeight, 26);
+  EXPECT_FALSE(std::filesystem::exists(HostFile())) << "written at the end alone";
+  EXPECT_EQ(SaveSettings(app), 0);
+  EXPECT_EQ(Content(), Golden());
+  EXPECT_NE(Content().find("\x89\xEF\x8E\xD0\r\n"), std::string::npos) << "in code page 932";
+  struct stat status;
+  ASSERT_EQ(stat(HostFile().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u) << "a diary is private";
+
+  CAppState again;
+  EXPECT_EQ(InitApp(again), 0);
+  EXPECT_TRUE(host.messages.empty());
+  EXPECT_EQ(SaveSettings(again), 0);
+  EXPECT_EQ(Content(), Golden());
+}
+
+// Every value differs from its default and from its neighbours, so that none can take another's.
+TEST_F(Settings, KeepsEveryChangedValue) {
+  std::string changed = Golden();
+  int number = 100;
+  for (size_t at = changed.find("\r\nStartupMode"); at < changed.find("\r\n\r\n");
+       at = changed.find("\r\n", at + 2)) {
+    const size_t value = changed.find(':', at) + 1;
+    changed.replace(value, changed.find("\r\n", value) - value, std::to_string(number++));
+  }
+  EXPECT_EQ(number, 161);
+  Put(changed);
+  CAppState app;
+  ASSERT_EQ(InitApp(app), 0);
+  EXPECT_EQ(app.StartupMode, 100);
+  EXPECT_EQ(app.ViewModeSave, 101);
+  EXPECT_EQ(app.MapVwLndColWdh[4], 142);
+  EXPECT_EQ(app.DataFile, u"160");
+  EXPECT_EQ(SaveSettings(app), 0);
+  EXPECT_EQ(Content(), changed);
+}
+
+TEST_F(Settings, TakesWhatFitsItsKeyAndSkipsTheRest) {
+  const struct {
+    const char16_t* lines;
+    int CAppState::*field;
+    int value;
+    const char* why;
+  } rows[] = {
+      {u"StartupMode:2", &CAppState::StartupMode, 2, "digits"},
+      {u"StartupMode:1\r\nStartupMode:-1", &CAppState::StartupMode, 1, "a sign is no digit"},
+      {u"StartupMode:1\r\nStartupMode:", &CAppState::StartupMode, 1, "empty"},
+      {u"StartupMode:1\r\nStartupMode: 2", &CAppState::StartupMode, 1, "no blank is trimmed"},
+      {u"StartupMode:1\r\nstartupmode:2", &CAppState::StartupMode, 1, "case counts"},
+      {u"StartupMode:1\r\nStartupMode", &CAppState::StartupMode, 1, "no colon"},
+      {u"StartupMode:1\r\nStartupMode :2", &CAppState::StartupMode, 1, "another key"},
+      {u"InitView:9", &CAppState::InitView, 9, "ranges are not checked"},
+      {u"InitView:99999999999", &CAppState::InitView, 2147483647, "beyond 32 bits: the nearest"},
+      {u"DayVwGrdFntSize:-12", &CAppState::DayVwGrdFntSize, -12, "font sizes take a sign"},
+      {u"DayVwGrdFntSize:-", &CAppState::DayVwGrdFntSize, 0, "a lone sign passes"},
+      {u"DayVwGrdFntSize:1x", &CAppState::DayVwGrdFntSize, 9, "no number"},
+      {u"RcdrFntSize:-99999999999", &CAppState::RcdrFntSize, -2147483647 - 1, "beyond below"},
+      {u"[Place]\r\nStartupMode:2", &CAppState::StartupMode, 2, "no header inside a section"},
+      {u"\r\nStartupMode:2", &CAppState::StartupMode, 0, "outside any section"},
+      {u"\r\n[system]\r\nStartupMode:2", &CAppState::StartupMode, 0, "headers: case counts"},
+      {u"\r\n[System]\r\nStartupMode:2", &CAppState::StartupMode, 2, "a second time"},
+      {u"StartupMode:1\rStartupMode:2\nx", &CAppState::StartupMode, 2, "any line end"},
+      // What InitApp mends.
+      {u"SeqViewRng:15", &CAppState::SeqViewRng, 0, "no version"},
+      {u"Version:2.3.2003.1122\r\nSeqViewRng:5", &CAppState::SeqViewRng, 0, "the last old one"},
+      {u"Version:2.3.2003.1122\r\nSeqViewRng:10", &CAppState::SeqViewRng, 10, "not too short"},
+      {u"Version:2.3.2003.1123\r\nSeqViewRng:5", &CAppState::SeqViewRng, 5, "the next one"},
+      {u"Version:3.0\r\nSeqViewRng:5", &CAppState::SeqViewRng, 5, "a new one"},
+      {u"Version:\r\nSeqViewRng:5", &CAppState::SeqViewRng, 0, "an empty one is old"},
+      {u"Version:3.0", &CAppState::SeqViewRng, 20, "the default of a file with a version"},
+      {u"x:", &CAppState::TimeInitForNewMode, 1, "neither key"},
+      {u"SetNowForCreate:0", &CAppState::TimeInitForNewMode, 2, "half hours of old"},
+      {u"SetNowForCreate:1", &CAppState::TimeInitForNewMode, 1, "the clock of old"},
+      {u"SetNowForCreate:0\r\nTimeInitForNewMode:3", &CAppState::TimeInitForNewMode, 3, "both"},
+      {u"SetNowForCreate:0", &CAppState::TimeInitForFollowMode, 1, "is there by then"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    PutText(std::u16string(u"[System]\r\n") + row.lines + u"\r\n");
+    CAppState app;
+    EXPECT_EQ(InitApp(app), 0);
+    EXPECT_EQ(app.*row.field, row.value);
+  }
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(Settings, TakesTextsAsTheyStand) {
+  PutText(u"[System]\r\nRcdrFntName:" + std::u16string(40, u'あ') +
+          u"\r\nPlaceSepaStr: : \r\nMemoName:\r\nDataFile:\r\n");
+  CAppState app;
+  EXPECT_EQ(InitApp(app), 0);
+  EXPECT_EQ(app.RcdrFntName, std::u16string(31, u'あ'));
+  EXPECT_EQ(app.PlaceSepaStr, u" : ") << "the first colon splits";
+  EXPECT_EQ(app.MemoName, u"");
+  EXPECT_EQ(app.DataFile, folder.Path(u"user.sdf")) << "an empty one falls back";
+}
+
+TEST_F(Settings, ReadsTheHistoriesOfAnyFile) {
+  std::u16string places;
+  for (int i = 0; i < 81; ++i) places += u"p" + std::u16string(1, char16_t(0x4E00 + i)) + u"\r\n";
+  PutText(
+      u"[Find]\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11\r\n\r\n"
+      u"[Place]\r\n" +
+      places +
+      u"\r\n"
+      u"[Category1]\r\na\r\n\r\nb\r\n[Memo]\r\n\r\n"
+      u"[Category2]\r\none\r\ntwo\r\n\r\n[Category2]\r\nthree\r\n\r\n"
+      u"[Memo]\r\ncut");
+  CAppState app;
+  EXPECT_EQ(InitApp(app), 0);
+  EXPECT_EQ(app.FindHistory.Entries().size(), 10u);
+  EXPECT_EQ(app.FindHistory.Entries().back(), u"10");
+  ASSERT_EQ(app.PlaceHistory.Entries().size(), 80u);
+  EXPECT_EQ(app.PlaceHistory.Entries()[79], u"p" + std::u16string(1, char16_t(0x4E00 + 79)));
+  EXPECT_EQ(app.Category1History.Entries(), Entries{u"a"}) << "an empty line ends the section";
+  EXPECT_EQ(app.Category2History.Entries(), (Entries{u"three", u"two"}));
+  EXPECT_TRUE(app.MemoHistory.Entries().empty()) << "a line without an end is dropped";
+}
+
+TEST_F(Settings, WritesTheViewByItsModeAndLineBreaksAsTheyAre) {
+  CAppState app;
+  app.CurView = kViewMonth;
+  app.InitView = kViewList;
+  app.MemoHistory.Add(u"one\r\ntwo");
+  for (const int save : {1, 0}) {
+    app.ViewModeSave = save;
+    ASSERT_EQ(WriteSettings(app, File()), 0);
+    CAppState read;
+    ASSERT_EQ(ReadSettings(read, File()), 0);
+    EXPECT_EQ(read.InitView, save == 1 ? kViewMonth : kViewList);
+    EXPECT_EQ(read.MemoHistory.Entries(), (Entries{u"one", u"two"}));
+  }
+}
+
+TEST_F(Settings, StartsFromAFileThatIsCutAnywhere) {
+  const std::string whole = Golden();
+  for (size_t length = 0; length <= whole.size(); ++length) {
+    SCOPED_TRACE(length);
+    Put(std::string_view(whole).substr(0, length));
+    CAppState app;
+    ASSERT_EQ(InitApp(app), 0);
+    ASSERT_EQ(app.ItmSelMode, 1);
+    ASSERT_EQ(app.RcdrFntName, u"MS UI Gothic");
+    ASSERT_LE(app.PlaceHistory.Entries().size(), 5u);
+    ASSERT_EQ(app.DataFile, folder.Path(u"user.sdf"));
+  }
+  EXPECT_TRUE(host.messages.empty());
+}
+
+// What is quadratic takes hours and meets the time limit of the test run.
+TEST_F(Settings, Reads100Megabytes) {
+  constexpr size_t kSize = 100'000'000;
+  const struct {
+    std::string head;
+    std::string line;
+    const char* why;
+  } rows[] = {
+      {"[Place]\r\n", std::string(kSize, 'x') + "\r\n", "one line"},
+      {"[System]\r\n", "DataFile:" + std::string(1000, 'x') + "\r\n", "a key over and over"},
+      {"[Place]\r\n", std::string(1000, 'x') + "\r\n", "a list without end"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    std::string content = row.head;
+    content.reserve(kSize + row.line.size());
+    while (content.size() < kSize) content += row.line;
+    Put(content);
+    CAppState app;
+    EXPECT_EQ(InitApp(app), 0);
+    EXPECT_EQ(app.DataFile.size() == 1000, row.head == "[System]\r\n");
+    EXPECT_LE(app.PlaceHistory.Entries().size(), 80u);
+  }
+}
+
+TEST_F(Settings, EndsTheStartWhenTheFileCannotBeRead) {
+  testing_support::FaultyFiles faulty;
+  Put("[System]\r\n");
+  for (const FileCall call : {FileCall::kOpenForReading, FileCall::kRead}) {
+    faulty.Fail(call);
+    CAppState app;
+    EXPECT_EQ(InitApp(app), -1);
+    EXPECT_EQ(TakeMessage(platform::Icon::kStop),
+              u"起動時エラー: 設定ファイルが読込めません。\nプログラムを終了します。");
+    faulty.Fail(call);
+    EXPECT_EQ(ReadSettings(app, File()), call == FileCall::kRead ? -9 : -1);
+  }
+  std::filesystem::remove(HostFile());
+  std::filesystem::create_directory(HostFile());
+  CAppState app;
+  EXPECT_EQ(InitApp(app), -1) << "a folder of that name";
+  host.messages.clear();
+}
+
+TEST_F(Settings, LosesNothingWhenWritingFails) {
+  testing_support::FaultyFiles faulty;
+  const std::string old = "[System]\r\nStartupMode:1\r\n\r\n";
+  const struct {
+    FileCall call;
+    int nth;
+    int result;
+    const char* why;
+  } rows[] = {
+      {FileCall::kCreate, 1, -1, "the new file"}, {FileCall::kWrite, 1, -2, "its first line"},
+      {FileCall::kWrite, 2, 0, "its second"},     {FileCall::kWrite, 70, 0, "one in the lists"},
+      {FileCall::kSync, 1, 0, "the disk"},        {FileCall::kRename, 1, -1, "its place"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    Put(old);
+    CAppState app;
+    faulty.Fail(row.call, row.nth);
+    EXPECT_EQ(SaveSettings(app), row.result);
+    EXPECT_GE(faulty.Count(row.call), row.nth) << "the call was never made";
+    EXPECT_EQ(Content(), old);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.HostPath()), {}), 1)
+        << "nothing is left beside it";
+    if (row.result != 0) {
+      EXPECT_EQ(TakeMessage(platform::Icon::kStop),
+                u"書込みエラー: 設定ファイルの書込みに失敗しました。");
+    }
+    EXPECT_TRUE(host.messages.empty());
+  }
+}
+
+TEST_F(Settings, LeavesAReadOnlyFileAlone) {
+  Put("[System]\r\n");
+  std::filesystem::permissions(HostFile(), std::filesystem::perms::owner_read);
+  EXPECT_EQ(WriteSettings(CAppState(), File()), -1);
+  EXPECT_EQ(Content(), "[System]\r\n");
+}
+
+}  // namespace
