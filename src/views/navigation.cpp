@@ -14,80 +14,34 @@ namespace views {
 namespace {
 
 constexpr int kFirstYear = 1900;
+constexpr int kMonths = 12;
 
-bool NextPage(core::CAppState& app) {
-  if (app.ListPage >= LastPage(app)) return false;
-  ++app.ListPage;
-  return true;
+// In the order of Step.
+constexpr std::array<int, 4> kStepDays = {-7, -1, 1, 7};
+constexpr std::array<int, 4> kStepMonths = {-kMonths, -1, 1, kMonths};
+
+// Days by which the arrows move, in the order of Arrow; 0 means nothing.
+constexpr std::array<int, 4> kArrowDays = {-1, 1, 0, 0};
+constexpr std::array<int, 4> kArrowDaysInWeek = {-7, 7, -1, 1};
+constexpr std::array<int, 4> kArrowDaysInMonth = {-1, 1, -7, 7};
+
+int ArrowDays(core::View view, Arrow arrow) {
+  const auto& days = view == core::kViewWeek    ? kArrowDaysInWeek
+                     : view == core::kViewMonth ? kArrowDaysInMonth
+                                                : kArrowDays;
+  return days[static_cast<size_t>(arrow)];
 }
 
-bool PreviousPage(core::CAppState& app) {
-  if (app.ListPage <= 0) return false;
-  --app.ListPage;
-  return true;
+// To the nearest page that there is; false if that is the one on show.
+bool GoToPage(core::CAppState& app, int page) {
+  const int former = app.ListPage;
+  app.ListPage = std::clamp(page, 0, LastPage(app));
+  return app.ListPage != former;
 }
 
 void StepPages(core::CAppState& app, Step step) {
-  switch (step) {
-    case Step::kBigBack:
-      app.ListPage = 0;
-      break;
-    case Step::kBack:
-      PreviousPage(app);
-      break;
-    case Step::kForward:
-      NextPage(app);
-      break;
-    case Step::kBigForward:
-      app.ListPage = LastPage(app);
-      break;
-  }
-}
-
-void StepMonths(Step step) {
-  switch (step) {
-    case Step::kBigBack:
-      MoveYear(-1);
-      break;
-    case Step::kBack:
-      MoveMonth(-1);
-      break;
-    case Step::kForward:
-      MoveMonth(1);
-      break;
-    case Step::kBigForward:
-      MoveYear(1);
-      break;
-  }
-}
-
-void StepDays(Step step) {
-  switch (step) {
-    case Step::kBigBack:
-      MoveDate(-7);
-      break;
-    case Step::kBack:
-      MoveDate(-1);
-      break;
-    case Step::kForward:
-      MoveDate(1);
-      break;
-    case Step::kBigForward:
-      MoveDate(7);
-      break;
-  }
-}
-
-// Days by which left, right, up and down move; 0 means nothing.
-std::array<int, 4> ArrowDays(core::View view) {
-  switch (view) {
-    case core::kViewWeek:
-      return {-7, 7, -1, 1};
-    case core::kViewMonth:
-      return {-1, 1, -7, 7};
-    default:
-      return {-1, 1, 0, 0};
-  }
+  const std::array<int, 4> pages = {0, app.ListPage - 1, app.ListPage + 1, LastPage(app)};
+  GoToPage(app, pages[static_cast<size_t>(step)]);
 }
 
 }  // namespace
@@ -105,17 +59,11 @@ void MoveDate(int days) {
 }
 
 void MoveMonth(int months) {
-  const int month = core::CurMonth + months;
-  if (month >= 1 && month <= 12) {
-    core::CurMonth = month;
-  } else if (months > 0 || core::CurYear > kFirstYear) {
-    core::CurMonth = months > 0 ? 1 : 12;
-    core::CurYear += months;
-  }
-}
-
-void MoveYear(int years) {
-  if (years > 0 || core::CurYear > kFirstYear) core::CurYear += years;
+  if (core::CurMonth < 1) return;
+  const int month = core::CurYear * kMonths + core::CurMonth - 1 + months;
+  if (months < 0 && month < kFirstYear * kMonths) return;
+  core::CurYear = month / kMonths;
+  core::CurMonth = month % kMonths + 1;
 }
 
 void GoToWeekday(int weekday) {
@@ -144,27 +92,28 @@ void GoToPageOfCurDate(core::CAppState& app) {
 }
 
 void KeepPageInRange(core::CAppState& app) {
-  app.ListPage = std::min(app.ListPage, LastPage(app));
+  GoToPage(app, app.ListPage);
 }
 
 void TakeStep(core::CAppState& app, Step step) {
+  const auto place = static_cast<size_t>(step);
   switch (ViewOnShow(app.CurView)) {
     case core::kViewList:
       return StepPages(app, step);
     case core::kViewMonth:
-      return StepMonths(step);
+      return MoveMonth(kStepMonths[place]);
     default:
-      return StepDays(step);
+      return MoveDate(kStepDays[place]);
   }
 }
 
 bool TakeArrow(core::CAppState& app, Arrow arrow) {
   const core::View view = ViewOnShow(app.CurView);
   if (view == core::kViewList) {
-    if (arrow == Arrow::kLeft) return PreviousPage(app);
-    return arrow == Arrow::kRight && NextPage(app);
+    const bool sideways = arrow == Arrow::kLeft || arrow == Arrow::kRight;
+    return sideways && GoToPage(app, app.ListPage + (arrow == Arrow::kRight ? 1 : -1));
   }
-  const int days = ArrowDays(view)[static_cast<size_t>(arrow)];
+  const int days = ArrowDays(view, arrow);
   if (days != 0) MoveDate(days);
   return days != 0;
 }

@@ -8,10 +8,9 @@ namespace views {
 
 // By real calendar arithmetic. From a date that does not exist all three parts become -1.
 void MoveDate(int days);
-// `months` is 1 or -1, `years` likewise. The day number stays as it is, also where the new month is
-// shorter. Going back stops at 1900.
+// The day number stays as it is, also where the new month is shorter. A step back that would lead
+// before 1900 is not taken.
 void MoveMonth(int months);
-void MoveYear(int years);
 // To weekday 1 Sunday .. 7 Saturday of the week of the current date, which begins on Sunday.
 void GoToWeekday(int weekday);
 // To the host's date, and in the list to its page.

@@ -1,0 +1,134 @@
+// The two fills of the day view.
+#include "views/day_view.h"
+
+#include "core/calendar_value.h"
+#include "core/date_time.h"
+#include "store/action_index.h"
+#include "store/session.h"
+
+namespace views {
+namespace {
+
+std::u16string DayBeforeCurDate() {
+  core::CalendarValue date;
+  core::MakeCalendarValue(date, core::CurYear, core::CurMonth, core::CurDay, 0, 0, 0);
+  core::DateSpan day;
+  core::MakeDateSpan(day, -1, 0, 0, 0);
+  core::CalendarParts parts;
+  core::CalendarToParts(date + day, parts);
+  return core::FormatDate(parts.year, parts.month, parts.day);
+}
+
+// The positions of the Actions that start on the current date. The day before at 24:00:00 sorts
+// behind all of that day and ahead of all of this one.
+void SpanTheDay(const core::CAppState& app, ViewRows& rows) {
+  if (app.IndexCount < 1) return;
+  rows.FirstRowIndex = store::FindActionIndexLower(app, DayBeforeCurDate(), core::kEndOfDay,
+                                                   store::LowerMode::kAtOrAfter);
+  rows.LastRowIndex = store::FindActionIndexLower(app, core::CurDate(), core::kEndOfDay,
+                                                  store::LowerMode::kAtOrAfter) -
+                      1;
+}
+
+// Either part is a clock time on `day` and a date elsewhere; an Action to the end of a day shows
+// its dates.
+std::u16string SpanningTimeText(const MomentText& start, const MomentText& end,
+                                std::u16string_view day) {
+  const bool dates = end.IsEndOfDay();
+  std::u16string text(!dates && start.date == day ? start.HourMinute() : start.MonthDay());
+  text += u'-';
+  text += !dates && end.date == day ? end.HourMinute() : end.MonthDay();
+  return text;
+}
+
+std::u16string SingleTimeText(const MomentText& start, const MomentText& end) {
+  const bool dates = end.IsEndOfDay();
+  std::u16string text(dates ? start.MonthDay() : start.HourMinute());
+  text += u'-';
+  text += dates ? end.MonthDay() : end.HourMinute();
+  return text;
+}
+
+void AddRow(const core::CAppState& app, const store::Action& action, std::u16string timeText,
+            ViewRows& rows) {
+  const std::u16string_view id = TextOf(action, store::kActId);
+  if (app.SelActId == id) rows.selectedRow = static_cast<int>(rows.RowActIds.size());
+  rows.RowActIds.emplace_back(id);
+  rows.cells.push_back({std::move(timeText), std::u16string(TextOf(action, store::kPlace)),
+                        std::u16string(TextOf(action, store::kCategory1)),
+                        core::RemoveLineBreaks(TextOf(action, store::kMemo))});
+}
+
+std::u16string SpanningSql(const core::CAppState& app, const std::u16string& day) {
+  std::u16string sql = u"select * from t_UserData where f_nchStaDateTime < '" + day +
+                       u" 24:00:00' and f_nchEndDateTime >= '" + day + u" 00:00:00'";
+  if (app.FindWhere) sql += u" and " + *app.FindWhere;
+  return sql + u" order by f_nchStaDateTime asc";
+}
+
+// Takes the rows of the open select, up to the first that cannot be read.
+void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
+                      const std::u16string& day, ViewRows& rows) {
+  store::Action action;
+  store::HRESULT result;
+  while ((result = table.GetNextRS(action)) != store::DB_S_ENDOFROWSET) {
+    if (store::Failed(result)) {
+      rows.abandoned = true;
+      ShowReadError(u"CMainWnd:SetDataDayViewForMulti", u"GetNextRS", 2, result);
+      return;
+    }
+    AddRow(app, action,
+           SpanningTimeText(SplitMoment(TextOf(action, store::kStaDateTime)),
+                            SplitMoment(TextOf(action, store::kEndDateTime)), day),
+           rows);
+  }
+}
+
+}  // namespace
+
+ViewRows SetDataDayView(const core::CAppState& app) {
+  return SpansDays(app) ? SetDataDayViewForMulti(app) : SetDataDayViewForSingle(app);
+}
+
+ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
+  ViewRows rows;
+  SpanTheDay(app, rows);
+  for (int position = rows.FirstRowIndex; position <= rows.LastRowIndex; ++position) {
+    store::Action action;
+    const RowRead read = ReadAction(app.ActIds.At(static_cast<size_t>(position)),
+                                    u"CMainWnd:SetDataDayViewForSingle", action);
+    rows.abandoned = read == RowRead::kFailed;
+    if (read != RowRead::kRead) break;
+    AddRow(app, action,
+           SingleTimeText(SplitMoment(TextOf(action, store::kStaDateTime)),
+                          SplitMoment(TextOf(action, store::kEndDateTime))),
+           rows);
+  }
+  return rows;
+}
+
+ViewRows SetDataDayViewForMulti(const core::CAppState& app) {
+  ViewRows rows;
+  rows.order = RowOrder::kSpanning;
+  const std::u16string day = core::CurDate();
+  store::CUserDataTable* table = store::dbSession().UserTable.get();
+  const store::HRESULT result =
+      table == nullptr ? store::E_POINTER : table->Select(SpanningSql(app, day));
+  if (store::Failed(result)) {
+    rows.abandoned = true;
+    if (table != nullptr) table->CloseRS();
+    ShowReadError(u"CMainWnd:SetDataDayViewForMulti", u"Select", 1, result);
+    return rows;
+  }
+  ReadSpanningRows(app, *table, day, rows);
+  table->CloseRS();
+  if (rows.RowActIds.empty()) {
+    SpanTheDay(app, rows);
+  } else if (!rows.abandoned) {
+    rows.FirstRowIndex = store::FindActionPosition(app, rows.RowActIds.front());
+    rows.LastRowIndex = store::FindActionPosition(app, rows.RowActIds.back());
+  }
+  return rows;
+}
+
+}  // namespace views

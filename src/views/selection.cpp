@@ -1,0 +1,76 @@
+// The commands on the selected rows.
+#include "views/selection.h"
+
+#include "core/text.h"
+#include "platform/host.h"
+#include "store/action_index.h"
+#include "store/session.h"
+
+namespace views {
+namespace {
+
+constexpr std::u16string_view kNothingSelected = u"有効なアクションが選択されていません。";
+
+bool IsActionRow(const ViewRows& rows, int row) {
+  return row >= 0 && row < static_cast<int>(rows.RowActIds.size());
+}
+
+int PositionOfRow(const core::CAppState& app, const ViewRows& rows, int row) {
+  switch (rows.order) {
+    case RowOrder::kByStart:
+      return rows.FirstRowIndex + row;
+    case RowOrder::kNewestFirst:
+      return rows.FirstRowIndex - row;
+    case RowOrder::kSpanning:
+      break;
+  }
+  return store::FindActionPosition(app, rows.RowActIds[static_cast<size_t>(row)]);
+}
+
+bool ConfirmDelete(size_t count) {
+  return platform::AskYesNo(count == 1
+                                ? u"このアクションを削除しますか？"
+                                : u"これらの " + core::ZeroPadded(static_cast<int>(count), 1) +
+                                      u"個のアクションを削除しますか？",
+                            u"アクションの削除の確認");
+}
+
+}  // namespace
+
+bool SelectRow(core::CAppState& app, const ViewRows& rows, int row) {
+  if (!IsActionRow(rows, row)) return false;
+  app.SelActId = rows.RowActIds[static_cast<size_t>(row)];
+  app.SelIndex = PositionOfRow(app, rows, row);
+  return true;
+}
+
+bool SelectRowToChange(core::CAppState& app, const ViewRows& rows, int row) {
+  if (SelectRow(app, rows, row)) return true;
+  platform::ShowNotice(std::u16string(kNothingSelected), u"変更不可", platform::Icon::kWarning);
+  return false;
+}
+
+bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const int> selectedRows) {
+  std::vector<std::u16string_view> ids;
+  for (const int row : selectedRows) {
+    if (IsActionRow(rows, row)) ids.push_back(rows.RowActIds[static_cast<size_t>(row)]);
+  }
+  if (ids.empty()) {
+    platform::ShowNotice(std::u16string(kNothingSelected), u"削除不可", platform::Icon::kWarning);
+    return false;
+  }
+  if (!ConfirmDelete(ids.size())) return false;
+  const platform::WaitCursor waiting;
+  store::CUserDataTable* table = store::dbSession().UserTable.get();
+  for (const std::u16string_view id : ids) {
+    const store::HRESULT result = table == nullptr ? store::E_POINTER : table->Delete(id);
+    if (store::Failed(result)) {
+      ShowReadError(u"CMainWnd::FxEditDelete", u"Delete", 1, result);
+      break;
+    }
+  }
+  store::ReloadActionIndex(app);
+  return true;
+}
+
+}  // namespace views

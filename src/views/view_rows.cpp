@@ -1,0 +1,66 @@
+// What the fills of the views share: the parts of a moment, the read of one Action.
+#include "views/view_rows.h"
+
+#include <charconv>
+
+#include "core/text.h"
+#include "platform/host.h"
+#include "store/session.h"
+#include "store/user_data_table.h"
+
+namespace views {
+namespace {
+
+constexpr size_t kDateLength = 10;
+constexpr size_t kTimeBegin = 11;
+constexpr size_t kTimeLength = 8;
+constexpr size_t kShortLength = 5;  // mm/dd and hh:mm
+
+std::u16string HexText(uint32_t value) {
+  char digits[8];
+  const char* end = std::to_chars(digits, digits + sizeof digits, value, 16).ptr;
+  return std::u16string(static_cast<const char*>(digits), end);
+}
+
+}  // namespace
+
+std::u16string_view MomentText::MonthDay() const {
+  return date.size() < kShortLength ? date : date.substr(date.size() - kShortLength);
+}
+
+std::u16string_view MomentText::HourMinute() const {
+  return time.substr(0, kShortLength);
+}
+
+MomentText SplitMoment(std::u16string_view moment) {
+  MomentText parts{moment.substr(0, kDateLength), {}};
+  if (moment.size() > kTimeBegin) parts.time = moment.substr(kTimeBegin, kTimeLength);
+  return parts;
+}
+
+void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result) {
+  platform::ShowNotice(std::u16string(caller) + u" " + std::u16string(step) + u" Err (ln=" +
+                           core::ZeroPadded(line, 1) + u", hr=" +
+                           HexText(static_cast<uint32_t>(result)) + u")",
+                       u"ERROR", platform::Icon::kStop);
+}
+
+RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Action& action) {
+  store::CUserDataTable* table = store::dbSession().UserTable.get();
+  store::HRESULT result =
+      table == nullptr ? store::E_POINTER : table->Select(store::SelectByIdSql(id));
+  if (store::Failed(result)) {
+    if (table != nullptr) table->CloseRS();
+    ShowReadError(caller, u"Select", 1, result);
+    return RowRead::kFailed;
+  }
+  result = table->GetNextRS(action);
+  table->CloseRS();
+  if (!store::Failed(result)) {
+    return result == store::DB_S_ENDOFROWSET ? RowRead::kGone : RowRead::kRead;
+  }
+  ShowReadError(caller, u"GetNextRS", 2, result);
+  return RowRead::kFailed;
+}
+
+}  // namespace views

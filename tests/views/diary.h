@@ -1,0 +1,47 @@
+// A real data file in a temporary folder with Actions for the tests of the views, the application
+// object over it, and the current date on 2010/06/23.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "core/app_state.h"
+#include "store/action_index.h"
+#include "store/session.h"
+#include "support/fake_host.h"
+#include "support/temp_folder.h"
+
+namespace views {
+
+class Diary : public testing::Test {
+ protected:
+  Diary() {
+    EXPECT_EQ(0, store::CreateEmptyDataFile(folder.Path(u"user.sdf")));
+    app.SeqViewRng = 10;
+    core::SetCurDate(u"2010/06/23");
+  }
+  ~Diary() override { store::DisconnectDataFile(); }
+
+  // The id is made of `number`, two digits.
+  std::u16string Add(std::u16string_view number, std::u16string_view start, std::u16string_view end,
+                     std::u16string_view place = u"place", std::u16string_view memo = u"memo") {
+    store::Action action;
+    action[store::kActId] = u"ID20100623000000" + std::u16string(number);
+    action[store::kStaDateTime] = start;
+    action[store::kEndDateTime] = end;
+    action[store::kPlace] = place;
+    action[store::kCategory1] = u"cat";
+    action[store::kMemo] = memo;
+    EXPECT_EQ(0, store::dbSession().UserTable->Insert(action));
+    EXPECT_EQ(0, store::ReloadActionIndex(app));
+    return *action[store::kActId];
+  }
+
+  testing_support::FakeHost host;
+  testing_support::TempFolder folder;
+  core::CAppState app;
+};
+
+}  // namespace views

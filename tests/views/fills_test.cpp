@@ -1,0 +1,137 @@
+// The rows of the day view and the list view, on a real data file.
+#include "views/day_view.h"
+#include "views/diary.h"
+#include "views/list_view.h"
+
+namespace views {
+namespace {
+
+class Fills : public Diary {
+ protected:
+  static std::vector<std::u16string> FirstCells(const ViewRows& rows) {
+    std::vector<std::u16string> texts;
+    for (const auto& cells : rows.cells) texts.push_back(cells.front());
+    return texts;
+  }
+};
+
+using Texts = std::vector<std::u16string>;
+
+TEST_F(Fills, AnEmptyDiaryHasNoRows) {
+  for (const int mode : {1, 2}) {
+    app.DayVwMltDayMode = mode;
+    const ViewRows rows = SetDataDayView(app);
+    EXPECT_TRUE(rows.cells.empty());
+    EXPECT_FALSE(rows.abandoned);
+    EXPECT_EQ(0, rows.FirstRowIndex);
+    EXPECT_EQ(-1, rows.LastRowIndex);
+  }
+  EXPECT_TRUE(SetDataListView(app).cells.empty());
+  EXPECT_EQ(u"0/0 - 0", ListTitle(app));
+}
+
+TEST_F(Fills, TheSingleDayShowsWhatStartsOnIt) {
+  Add(u"01", u"2010/06/22 22:00:00", u"2010/06/23 01:00:00");
+  Add(u"02", u"2010/06/23 00:00:00", u"2010/06/23 24:00:00");
+  const auto late = Add(u"03", u"2010/06/23 22:00:00", u"2010/06/24 01:00:00", u"駅", u"a\r\nb");
+  Add(u"04", u"2010/06/24 00:00:00", u"2010/06/24 01:00:00");
+  app.SelActId = late;
+  const ViewRows rows = SetDataDayViewForSingle(app);
+  EXPECT_EQ((Texts{u"06/23-06/23", u"22:00-01:00"}), FirstCells(rows));
+  EXPECT_EQ((Texts{u"22:00-01:00", u"駅", u"cat", u"ab"}), rows.cells[1]);
+  EXPECT_EQ(1, rows.selectedRow);
+  EXPECT_EQ(1, rows.FirstRowIndex);
+  EXPECT_EQ(2, rows.LastRowIndex);
+}
+
+TEST_F(Fills, TheSpanningDayShowsWhatTouchesIt) {
+  const auto first = Add(u"01", u"2010/06/20 08:00:00", u"2010/06/25 09:00:00");
+  Add(u"02", u"2010/06/21 00:00:00", u"2010/06/22 24:00:00");
+  Add(u"03", u"2010/06/22 22:00:00", u"2010/06/23 00:00:00");
+  Add(u"04", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
+  Add(u"05", u"2010/06/23 00:00:00", u"2010/06/23 24:00:00");
+  Add(u"06", u"2010/06/24 00:00:00", u"2010/06/24 01:00:00");
+  const ViewRows rows = SetDataDayViewForMulti(app);
+  EXPECT_EQ((Texts{u"06/20-06/25", u"06/22-00:00", u"06/23-06/23", u"10:00-11:00"}),
+            FirstCells(rows));
+  EXPECT_EQ(first, rows.RowActIds.front());
+  EXPECT_EQ(0, rows.FirstRowIndex);
+  EXPECT_EQ(4, rows.LastRowIndex);
+}
+
+TEST_F(Fills, TheFindNarrowsTheSpanningDay) {
+  Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00", u"駅");
+  Add(u"02", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00", u"家");
+  app.FindWhere = u"f_nvcPlace like '%家%'";
+  EXPECT_EQ((Texts{u"12:00-13:00"}), FirstCells(SetDataDayViewForMulti(app)));
+  app.FindWhere = u"f_nvcPlace like '%海%'";
+  const ViewRows none = SetDataDayViewForMulti(app);
+  EXPECT_TRUE(none.cells.empty());
+  EXPECT_EQ(0, none.FirstRowIndex) << "the day's range stands all the same";
+  EXPECT_EQ(1, none.LastRowIndex);
+}
+
+TEST_F(Fills, AVanishedRowEndsTheDayQuietly) {
+  Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
+  const auto gone = Add(u"02", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00");
+  Add(u"03", u"2010/06/23 14:00:00", u"2010/06/23 15:00:00");
+  store::dbSession().UserTable->Delete(gone);
+  const ViewRows rows = SetDataDayViewForSingle(app);
+  EXPECT_EQ((Texts{u"10:00-11:00"}), FirstCells(rows));
+  EXPECT_FALSE(rows.abandoned);
+  EXPECT_TRUE(host.messages.empty());
+}
+
+TEST_F(Fills, AFailedReadIsToldAndAbandonsTheFill) {
+  Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
+  app.FindWhere = u"no sql";
+  store::DisconnectDataFile();
+  const struct {
+    ViewRows rows;
+    const char16_t* text;
+  } fills[] = {
+      {SetDataDayViewForSingle(app),
+       u"CMainWnd:SetDataDayViewForSingle Select Err (ln=1, hr=80004003)"},
+      {SetDataDayViewForMulti(app),
+       u"CMainWnd:SetDataDayViewForMulti Select Err (ln=1, hr=80004003)"},
+      {SetDataListView(app), u"CMainWnd::SetDataListView Select Err (ln=1, hr=80004003)"},
+  };
+  ASSERT_EQ(std::size(fills), host.messages.size());
+  for (size_t k = 0; k < std::size(fills); ++k) {
+    EXPECT_TRUE(fills[k].rows.abandoned);
+    EXPECT_EQ(fills[k].text, host.messages[k].text);
+    EXPECT_EQ(u"ERROR", host.messages[k].title);
+  }
+}
+
+TEST_F(Fills, TheListTellsAnActionInALine) {
+  Add(u"01", u"2010/06/22 00:00:00", u"2010/06/22 24:00:00", u"家");
+  Add(u"02", u"2010/06/22 22:00:00", u"2010/06/23 01:00:00", u"駅", u"a\nb");
+  app.DayVwMltDayMode = 1;
+  EXPECT_EQ((Texts{u"2010/06/22 22:00-01:00 駅:cat:ab", u"2010/06/22-06/22 家:cat:memo"}),
+            FirstCells(SetDataListView(app)));
+  app.DayVwMltDayMode = 2;
+  EXPECT_EQ(u"2010/06/22 22:00-06/23 駅:cat:ab", SetDataListView(app).cells.front().front());
+}
+
+TEST_F(Fills, TheListIsPagedFromTheNewest) {
+  app.SeqViewRng = 2;
+  for (const char16_t* number : {u"01", u"02", u"03", u"04", u"05"}) {
+    Add(number, u"2010/06/23 10:" + std::u16string(number) + u":00", u"2010/06/23 11:00:00");
+  }
+  app.ListPage = 2;
+  ViewRows rows = SetDataListView(app);
+  EXPECT_EQ(u"3/3 - 5", ListTitle(app));
+  EXPECT_EQ(0, rows.FirstRowIndex);
+  EXPECT_EQ(1u, rows.cells.size()) << "the oldest page takes the remainder";
+  app.ListPage = 1;
+  app.SelActId = u"ID2010062300000002";
+  rows = SetDataListView(app);
+  EXPECT_EQ(2, rows.FirstRowIndex);
+  EXPECT_EQ(1, rows.selectedRow) << "the position of the Action, which is row 1 only by chance";
+  app.TotalCount = 120;
+  EXPECT_EQ(u"2/3 - 5(120)", ListTitle(app));
+}
+
+}  // namespace
+}  // namespace views

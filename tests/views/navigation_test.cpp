@@ -1,0 +1,128 @@
+#include "views/navigation.h"
+
+#include <gtest/gtest.h>
+
+#include "core/app_state.h"
+#include "support/fake_host.h"
+#include "views/command_table.h"
+
+namespace views {
+namespace {
+
+class Navigation : public testing::Test {
+ protected:
+  testing_support::FakeHost host;
+  core::CAppState app;
+};
+
+TEST_F(Navigation, DateStepsFollowTheCalendar) {
+  const struct {
+    const char16_t* from;
+    int days;
+    const char16_t* to;
+    const char* why;
+  } rows[] = {
+      {u"2010/12/31", 1, u"2011/01/01", "over the year's end"},
+      {u"2012/03/01", -1, u"2012/02/29", "back into a leap day"},
+      {u"2010/03/07", -7, u"2010/02/28", "a week back"},
+      {u"1900/01/01", -1, u"1899/12/31", "dates do not stop at 1900"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    ASSERT_EQ(0, core::SetCurDate(row.from));
+    MoveDate(row.days);
+    EXPECT_EQ(row.to, core::CurDate());
+  }
+}
+
+TEST_F(Navigation, ADateThatDoesNotExistBecomesMinusOne) {
+  core::SetCurDate(u"2010/01/31");
+  MoveMonth(1);
+  EXPECT_EQ(u"2010/02/31", core::CurDate()) << "the day number is kept";
+  MoveDate(1);
+  EXPECT_EQ(-1, core::CurYear);
+  EXPECT_EQ(-1, core::CurMonth);
+  EXPECT_EQ(-1, core::CurDay);
+  GoToToday(app);
+  EXPECT_EQ(u"2010/06/23", core::CurDate()) << "today leads out";
+}
+
+TEST_F(Navigation, MonthStepsWrapAndStopAt1900) {
+  const struct {
+    const char16_t* from;
+    int months;
+    const char16_t* to;
+  } rows[] = {
+      {u"2010/12/05", 1, u"2011/01/05"},   {u"2010/01/05", -1, u"2009/12/05"},
+      {u"2010/06/05", 12, u"2011/06/05"},  {u"1900/02/05", -1, u"1900/01/05"},
+      {u"1900/01/05", -1, u"1900/01/05"},  {u"1900/06/05", -12, u"1900/06/05"},
+      {u"1901/06/05", -12, u"1900/06/05"},
+  };
+  for (const auto& row : rows) {
+    core::SetCurDate(row.from);
+    MoveMonth(row.months);
+    EXPECT_EQ(row.to, core::CurDate());
+  }
+}
+
+TEST_F(Navigation, WeekdaysBelongToTheWeekFromSundayOn) {
+  core::SetCurDate(u"2010/06/23");  // a Wednesday
+  GoToWeekday(1);
+  EXPECT_EQ(u"2010/06/20", core::CurDate());
+  GoToWeekday(7);
+  EXPECT_EQ(u"2010/06/26", core::CurDate());
+}
+
+TEST_F(Navigation, ListPages) {
+  app.CurView = core::kViewList;
+  app.IndexCount = 25;
+  app.SeqViewRng = 10;
+  EXPECT_EQ(2, LastPage(app));
+  TakeStep(app, Step::kBigForward);
+  EXPECT_EQ(2, app.ListPage);
+  EXPECT_FALSE(TakeArrow(app, Arrow::kRight)) << "there is no older page";
+  EXPECT_TRUE(TakeArrow(app, Arrow::kLeft));
+  EXPECT_EQ(1, app.ListPage);
+  EXPECT_FALSE(TakeArrow(app, Arrow::kDown));
+  TakeStep(app, Step::kBigBack);
+  EXPECT_FALSE(TakeArrow(app, Arrow::kLeft));
+  app.ListPage = 2;
+  app.SeqViewRng = 0;
+  app.ListRowsPerScreen = 20;
+  KeepPageInRange(app);
+  EXPECT_EQ(1, app.ListPage) << "a screen of 20 rows leaves two pages";
+  app.IndexCount = 0;
+  app.ListRowsPerScreen = 1;
+  EXPECT_EQ(0, LastPage(app));
+}
+
+TEST_F(Navigation, ArrowsInTheDayViewMoveSideways) {
+  app.CurView = core::kViewDay;
+  core::SetCurDate(u"2010/06/23");
+  EXPECT_FALSE(TakeArrow(app, Arrow::kUp));
+  EXPECT_FALSE(TakeArrow(app, Arrow::kDown));
+  EXPECT_TRUE(TakeArrow(app, Arrow::kLeft));
+  EXPECT_EQ(u"2010/06/22", core::CurDate());
+}
+
+TEST(CommandTable, AViewThatIsNotThereShowsTheDay) {
+  const struct {
+    int curView;
+    core::View shown;
+  } rows[] = {{0, core::kViewDay},
+              {1, core::kViewDay},
+              {4, core::kViewList},
+              {9, core::kViewDay},
+              {-1, core::kViewDay}};
+  for (const auto& row : rows) EXPECT_EQ(row.shown, ViewOnShow(row.curView)) << row.curView;
+}
+
+TEST(CommandTable, TheMapAloneMoves) {
+  EXPECT_FALSE(IsLive(32787, core::kViewDay));
+  EXPECT_FALSE(IsLive(32787, core::kViewList));
+  EXPECT_TRUE(IsLive(32787, core::kViewMap));
+  for (const int id : kToolBarCommands) EXPECT_TRUE(id == 0 || FindCommand(id) != nullptr) << id;
+}
+
+}  // namespace
+}  // namespace views

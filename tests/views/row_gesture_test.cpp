@@ -1,0 +1,74 @@
+#include "views/row_gesture.h"
+
+#include <gtest/gtest.h>
+
+namespace views {
+namespace {
+
+constexpr RowRange kTenRows = {0, 9};
+constexpr int kNoRow = -1;
+
+TEST(RowGesture, WhatAPressAndItsReleaseMean) {
+  using Tap = RowGesture::Tap;
+  const struct {
+    int press;
+    bool closedPopup;
+    int release;
+    Tap tap;
+    const char* why;
+  } rows[] = {
+      {3, false, 3, Tap::kOpenRow, "a tap opens its row"},
+      {3, false, 4, Tap::kNone, "a drag opens nothing"},
+      {3, true, 3, Tap::kNone, "the tap only closed the popup"},
+      {kNoRow, false, kNoRow, Tap::kNewAction, "below the rows: a new Action"},
+      {kNoRow, true, kNoRow, Tap::kNone, "there too a popup takes the tap"},
+      {kNoRow, false, 4, Tap::kNone, "pressed below the rows, released on one"},
+      {4, false, kNoRow, Tap::kNone, "the other way round"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    RowGesture gesture;
+    gesture.Press(row.press, row.closedPopup);
+    gesture.Move(row.release, kTenRows);
+    EXPECT_EQ(row.tap, gesture.Release(row.release));
+    EXPECT_EQ(Tap::kNone, gesture.Release(row.release)) << "a release without a press";
+  }
+}
+
+TEST(RowGesture, AHeldRowIsNotOpened) {
+  RowGesture gesture;
+  gesture.Press(3, false);
+  gesture.Hold();
+  EXPECT_FALSE(gesture.Move(4, kTenRows).selects);
+  EXPECT_EQ(RowGesture::Tap::kNone, gesture.Release(3));
+}
+
+TEST(RowGesture, ADragCoversTheRowsFromThePressOn) {
+  RowGesture gesture;
+  gesture.Press(5, false);
+  EXPECT_FALSE(gesture.Move(5, kTenRows).selects) << "still on the row";
+  EXPECT_EQ((RowRange{5, 7}), gesture.Move(7, kTenRows).selection);
+  EXPECT_EQ((RowRange{5, 6}), gesture.Move(6, kTenRows).selection) << "turned back";
+  EXPECT_EQ((RowRange{3, 5}), gesture.Move(3, kTenRows).selection) << "over the pressed row";
+  EXPECT_FALSE(gesture.Move(kNoRow, kTenRows).selects);
+  EXPECT_FALSE(gesture.Move(8, kTenRows).selects) << "leaving the rows has ended the drag";
+}
+
+TEST(RowGesture, TheEdgesScroll) {
+  const struct {
+    int row;
+    RowRange visible;
+    int scrollBy;
+  } rows[] = {
+      {20, {20, 29}, -1}, {29, {20, 29}, 1}, {24, {20, 29}, 0},
+      {20, {20, 20}, 0},  {30, {20, 29}, 1},
+  };
+  for (const auto& row : rows) {
+    RowGesture gesture;
+    gesture.Press(25, false);
+    EXPECT_EQ(row.scrollBy, gesture.Move(row.row, row.visible).scrollBy) << row.row;
+  }
+}
+
+}  // namespace
+}  // namespace views

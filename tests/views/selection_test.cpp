@@ -1,0 +1,104 @@
+// Rows to Actions, and the delete of several rows, on a real data file.
+#include "views/selection.h"
+
+#include "views/day_view.h"
+#include "views/diary.h"
+#include "views/list_view.h"
+
+namespace views {
+namespace {
+
+using platform::Answer;
+
+class Selection : public Diary {
+ protected:
+  Selection() {
+    Add(u"01", u"2010/06/20 08:00:00", u"2010/06/25 09:00:00");
+    Add(u"02", u"2010/06/21 08:00:00", u"2010/06/22 09:00:00");
+    Add(u"03", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
+    Add(u"04", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00");
+  }
+
+  std::u16string LeftIds() const {
+    std::u16string ids;
+    for (int i = 0; i < app.IndexCount; ++i) {
+      ids += app.ActIds.At(static_cast<size_t>(i)).back();
+    }
+    return ids;
+  }
+};
+
+TEST_F(Selection, ARowMeansTheActionThatItShows) {
+  const struct {
+    ViewRows rows;
+    int row;
+    int position;  // -1: no Action
+    const char* why;
+  } cases[] = {
+      {SetDataDayViewForSingle(app), 1, 3, "counted from the day's first"},
+      {SetDataDayViewForSingle(app), 2, -1, "the row of a new Action"},
+      {SetDataDayViewForSingle(app), -1, -1, "no row"},
+      {SetDataDayViewForMulti(app), 1, 2, "the Action of the 21st is not among the rows"},
+      {SetDataListView(app), 0, 3, "newest first"},
+      {SetDataListView(app), 3, 0, "down to the oldest"},
+      {SetDataListView(app), 4, -1, "the row of a new Action on a page that is not full"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    app.SelIndex = -7;
+    EXPECT_EQ(c.position >= 0, SelectRow(app, c.rows, c.row));
+    EXPECT_EQ(c.position >= 0 ? c.position : -7, app.SelIndex);
+    if (c.position >= 0) {
+      EXPECT_EQ(app.ActIds.At(static_cast<size_t>(c.position)), app.SelActId);
+    }
+  }
+}
+
+TEST_F(Selection, WithoutAnActionTheCommandsSaySo) {
+  const ViewRows rows = SetDataDayViewForSingle(app);
+  EXPECT_FALSE(SelectRowToChange(app, rows, 2));
+  const std::vector<int> newRow = {2};
+  EXPECT_FALSE(FxEditDelete(app, rows, newRow));
+  ASSERT_EQ(2u, host.messages.size());
+  EXPECT_EQ(u"有効なアクションが選択されていません。", host.messages[0].text);
+  EXPECT_EQ(u"変更不可", host.messages[0].title);
+  EXPECT_EQ(platform::Icon::kWarning, host.messages[0].icon);
+  EXPECT_EQ(u"有効なアクションが選択されていません。", host.messages[1].text);
+  EXPECT_EQ(u"削除不可", host.messages[1].title);
+}
+
+TEST_F(Selection, DeleteTakesTheActionsOfTheMarkedRows) {
+  const struct {
+    std::vector<int> marked;
+    Answer answer;
+    const char16_t* question;
+    const char16_t* left;
+    const char* why;
+  } cases[] = {
+      {{0, 1}, Answer::kNo, u"これらの 2個のアクションを削除しますか？", u"1234", "No"},
+      {{2, 3},
+       Answer::kYes,
+       u"このアクションを削除しますか？",
+       u"123",
+       "of a spanning day, with the row of a new Action"},
+      {{0, 1},
+       Answer::kYes,
+       u"これらの 2個のアクションを削除しますか？",
+       u"2",
+       "the Action between the two is not on show and stays"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    app.FindWhere = u"1 = 1";
+    host.answers = {c.answer};
+    EXPECT_EQ(c.answer == Answer::kYes, FxEditDelete(app, SetDataDayViewForMulti(app), c.marked));
+    EXPECT_EQ(c.question, host.messages.back().text);
+    EXPECT_EQ(u"アクションの削除の確認", host.messages.back().title);
+    EXPECT_EQ(platform::Icon::kQuestion, host.messages.back().icon);
+    EXPECT_EQ(c.left, LeftIds());
+    EXPECT_EQ(c.answer == Answer::kNo, app.FindWhere.has_value()) << "a delete ends the find";
+  }
+}
+
+}  // namespace
+}  // namespace views
