@@ -329,9 +329,8 @@ void CEditActionDlg::PlacePicker() {
     const int x = std::min(field.left(), area.right() + 1 - size.width());
     calendar_->setGeometry(QRect(QPoint(x, y), size));
   } else if (shownPicker_ == Picker::kMemoEdit) {
-    const int height = std::max(field.height(), std::min(Scaled(100), area.height()));
-    memoEdit_->setGeometry(field.x(), std::min(field.y(), area.bottom() + 1 - height),
-                           field.width(), height);
+    const int height = std::max(field.height(), std::min(Scaled(78), field.bottom() + 1));
+    memoEdit_->setGeometry(field.x(), field.bottom() + 1 - height, field.width(), height);
   } else {
     list_->PlaceOver(field, area);
   }

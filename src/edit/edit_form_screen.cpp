@@ -16,6 +16,8 @@ using platform::Scaled;
 using platform::qt::FixedFont;
 using platform::qt::ToQt;
 
+constexpr int kSmallestDigits = 9;  // below that of a text, where it would blot
+
 QRect ToQRect(const Rect& rect) {
   return QRect(rect.x, rect.y, rect.width, rect.height);
 }
@@ -27,34 +29,33 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(pa
   setFocusPolicy(Qt::NoFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWidget(new QWidget);
-  using Lines = FieldButton::Lines;
   AddLabel(kIdStartLabel, app.StaDtTmName);
-  AddField(kIdStartDate, app.StaDtTmName, Lines::kOne);
-  AddField(kIdStartTime, app.StaDtTmName, Lines::kOne);
+  AddField(kIdStartDate, app.StaDtTmName);
+  AddField(kIdStartTime, app.StaDtTmName);
   AddButton(kIdStartNow, QStringLiteral("・"), ToQt(app.StaDtTmName));
   AddLabel(kIdEndLabel, app.EndDtTmName);
-  AddField(kIdEndDate, app.EndDtTmName, Lines::kOne);
-  AddField(kIdEndTime, app.EndDtTmName, Lines::kOne);
+  AddField(kIdEndDate, app.EndDtTmName);
+  AddField(kIdEndTime, app.EndDtTmName);
   AddButton(kIdEndNow, QStringLiteral("・"), ToQt(app.EndDtTmName));
   AddLabel(kIdLatitudeLabel, app.LatName);
-  AddField(kIdLatitude, app.LatName, Lines::kOne);
+  AddField(kIdLatitude, app.LatName, kSmallestDigits);
   AddLabel(kIdLongitudeLabel, app.LonName);
-  AddField(kIdLongitude, app.LonName, Lines::kOne);
+  AddField(kIdLongitude, app.LonName, kSmallestDigits);
   AddLabel(kIdPlaceLabel, app.PlaceName);
-  AddField(kIdPlace, app.PlaceName, Lines::kOne);
+  AddField(kIdPlace, app.PlaceName);
   AddLabel(kIdCategory1Label, app.Cate1Name);
-  AddField(kIdCategory1, app.Cate1Name, Lines::kOne);
+  AddField(kIdCategory1, app.Cate1Name);
   AddLabel(kIdCategory2Label, app.Cate2Name);
-  AddField(kIdCategory2, app.Cate2Name, Lines::kOne);
+  AddField(kIdCategory2, app.Cate2Name);
   AddLabel(kIdMemoLabel, app.MemoName);
-  AddField(kIdMemo, app.MemoName, Lines::kMany);
+  AddField(kIdMemo, app.MemoName);
   AddButton(kIdMemoInput, QString(), ToQt(app.MemoName));
   // A tap on a position would ask for one.
   for (const int id : {kIdLatitude, kIdLongitude}) fields_[id]->setFocusPolicy(Qt::NoFocus);
 }
 
-void EditForm::AddField(int id, const std::u16string& name, FieldButton::Lines lines) {
-  auto* field = new FieldButton(lines, widget());
+void EditForm::AddField(int id, const std::u16string& name, int smallest) {
+  auto* field = new FieldButton(smallest, widget());
   field->setObjectName(QString::number(id));
   field->setAccessibleName(ToQt(name));
   connect(field, &FieldButton::clicked, this, [this, id] { emit Tapped(id); });

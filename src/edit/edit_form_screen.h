@@ -31,7 +31,7 @@ class EditForm : public QScrollArea {
   void Tapped(int id);
 
  private:
-  void AddField(int id, const std::u16string& name, FieldButton::Lines lines);
+  void AddField(int id, const std::u16string& name, int smallest = 10);
   void AddLabel(int id, const std::u16string& name);
   void AddButton(int id, const QString& text, const QString& name);
   int LabelWidth() const;

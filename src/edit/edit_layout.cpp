@@ -22,6 +22,7 @@ int SeparatorSpace() {
 int ButtonWidth() {
   return Scaled(28);
 }
+int NarrowLabel(int labelWidth) { return std::min(labelWidth, Scaled(28)); }
 int MinimumMemoHeight() {
   return Scaled(60);
 }
@@ -32,18 +33,19 @@ class Column {
   Column(EditLayout& layout, int x, int width, int labelWidth)
       : layout_(layout), x_(x), width_(width), labelWidth_(labelWidth) {}
 
-  void AddField(int labelId, int fieldId) {
+  void AddField(int labelId, int fieldId, int extraHeight = 0) {
     AddLabel(labelId, x_);
-    Place(fieldId, FieldX(), x_ + width_ - FieldX());
-    y_ += RowHeight();
+    Place(fieldId, FieldX(), x_ + width_ - FieldX(), extraHeight);
+    y_ += RowHeight() + extraHeight;
   }
 
   void AddTwoFields(int labelId, int fieldId, int secondLabelId, int secondFieldId) {
-    const int middle = x_ + width_ / 2;
-    AddLabel(labelId, x_);
-    Place(fieldId, FieldX(), middle - FieldX() - Gap());
-    AddLabel(secondLabelId, middle);
-    Place(secondFieldId, middle + labelWidth_, width_ / 2 - labelWidth_);
+    const int half = width_ / 2;
+    const int label = NarrowLabel(labelWidth_);
+    Place(labelId, x_, label);
+    Place(fieldId, x_ + label, half - label - Gap());
+    Place(secondLabelId, x_ + half, label);
+    Place(secondFieldId, x_ + half + label, width_ - half - label);
     y_ += RowHeight();
   }
 
@@ -74,8 +76,8 @@ class Column {
  private:
   int FieldX() const { return x_ + labelWidth_; }
   void AddLabel(int id, int x) { Place(id, x, labelWidth_); }
-  void Place(int id, int x, int width) {
-    layout_.controls.push_back({id, {x, y_, width, RowHeight() - Gap()}});
+  void Place(int id, int x, int width, int extraHeight = 0) {
+    layout_.controls.push_back({id, {x, y_, width, RowHeight() - Gap() + extraHeight}});
   }
 
   EditLayout& layout_;
@@ -91,8 +93,8 @@ void AddStartAndEnd(Column& column) {
   column.AddSeparator();
 }
 
-void AddPlaceAndCategories(Column& column) {
-  column.AddField(kIdPlaceLabel, kIdPlace);
+void AddPlaceAndCategories(Column& column, int extraHeight = 0) {
+  column.AddField(kIdPlaceLabel, kIdPlace, extraHeight);
   column.AddField(kIdCategory1Label, kIdCategory1);
   column.AddField(kIdCategory2Label, kIdCategory2);
 }
@@ -110,12 +112,14 @@ EditLayout LayOutPortrait(int width, int height, int labelWidth) {
 
 EditLayout LayOutLandscape(int width, int height, int labelWidth) {
   EditLayout layout;
-  const int leftWidth = width * 11 / 20;
+  const int leftWidth = width * 19 / 32;
   Column left(layout, 0, leftWidth, labelWidth);
   AddStartAndEnd(left);
-  AddPlaceAndCategories(left);
+  // What the left column has to spare gives the place a second line.
+  const int spare = height - MinimumHeight(Orientation::kLandscape);
+  AddPlaceAndCategories(left, std::min(spare, RowHeight()));
   const int rightX = leftWidth + SeparatorSpace();
-  Column right(layout, rightX, width - rightX, labelWidth);
+  Column right(layout, rightX, width - rightX, NarrowLabel(labelWidth));
   right.AddField(kIdLatitudeLabel, kIdLatitude);
   right.AddField(kIdLongitudeLabel, kIdLongitude);
   right.AddMemo(height);

@@ -21,7 +21,8 @@ constexpr QRgb kDisabledTextColor = 0xFF707070;
 
 }  // namespace
 
-FieldButton::FieldButton(Lines lines, QWidget* parent) : QAbstractButton(parent), lines_(lines) {
+FieldButton::FieldButton(int smallest, QWidget* parent)
+    : QAbstractButton(parent), smallest_(Scaled(smallest)) {
   setFocusPolicy(Qt::StrongFocus);
   setFont(platform::qt::FixedFont(12));
 }
@@ -39,8 +40,8 @@ void FieldButton::paintEvent(QPaintEvent*) {
   painter.setPen(QColor(kEdgeColor));
   painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
   painter.setPen(QColor(isEnabled() ? kTextColor : kDisabledTextColor));
-  const QRect area = rect().adjusted(Scaled(4), Scaled(3), -Scaled(4), -Scaled(3));
-  if (lines_ == Lines::kOne) {
+  const QRect area = rect().adjusted(Scaled(3), Scaled(3), -Scaled(3), -Scaled(3));
+  if (area.height() < 2 * LineHeight()) {
     PaintOneLine(painter, area);
   } else {
     PaintLines(painter, area);
@@ -51,15 +52,20 @@ void FieldButton::paintEvent(QPaintEvent*) {
   }
 }
 
+int FieldButton::LineHeight() const {
+  return QFontMetrics(font()).height() + Scaled(2);
+}
+
 void FieldButton::PaintOneLine(QPainter& painter, const QRect& area) {
   QFont shrunk = font();
-  while (QFontMetrics(shrunk).horizontalAdvance(value_) > area.width() &&
-         shrunk.pixelSize() > font().pixelSize() * 3 / 4) {
+  const auto fitted = [&] {
+    return QFontMetrics(shrunk).elidedText(value_, Qt::ElideRight, area.width());
+  };
+  while (fitted() != value_ && shrunk.pixelSize() > smallest_) {
     shrunk.setPixelSize(shrunk.pixelSize() - 1);
   }
   painter.setFont(shrunk);
-  painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                   QFontMetrics(shrunk).elidedText(value_, Qt::ElideRight, area.width()));
+  painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, fitted());
 }
 
 void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
@@ -71,12 +77,12 @@ void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   layout.setTextOption(option);
   layout.beginLayout();
-  const qreal lineHeight = QFontMetricsF(font()).height() + Scaled(2);
-  for (qreal y = area.top();; y += lineHeight) {
+  const int lineHeight = LineHeight();
+  for (int y = area.top();; y += lineHeight) {
     QTextLine line = layout.createLine();
     if (!line.isValid()) break;
     line.setLineWidth(area.width());
-    const bool isLast = y + 2 * lineHeight > area.bottom() + Scaled(2);
+    const bool isLast = y + 2 * lineHeight > area.bottom() + 1 + Scaled(2);
     const bool isCut = isLast && line.textStart() + line.textLength() < text.size();
     if (!isCut) {
       line.draw(&painter, QPointF(area.left(), y));

@@ -1,4 +1,5 @@
-// A field that shows a value and opens its picker when it is tapped, or by Enter or Space.
+// A field that shows a value and opens its picker when it is tapped. A field of one line sets its
+// text smaller before it cuts it; a higher one wraps it and cuts what does not fit.
 #pragma once
 
 #include <QAbstractButton>
@@ -8,12 +9,8 @@ namespace edit {
 
 class FieldButton : public QAbstractButton {
  public:
-  enum class Lines {
-    kOne,  // set smaller, down to three quarters, before it is cut with "…"
-    kMany  // wrapped, from the top; the last line that fits is cut with "…"
-  };
-
-  FieldButton(Lines lines, QWidget* parent);
+  // A line is set in `smallest` units at least.
+  FieldButton(int smallest, QWidget* parent);
 
   // The text as it is: no character of it is a mnemonic.
   void ShowValue(const QString& value);
@@ -23,10 +20,11 @@ class FieldButton : public QAbstractButton {
   QSize sizeHint() const override { return minimumSize(); }
 
  private:
+  int LineHeight() const;
   void PaintOneLine(QPainter& painter, const QRect& area);
   void PaintLines(QPainter& painter, const QRect& area);
 
-  Lines lines_;
+  int smallest_;
   QString value_;
 };
 

@@ -40,12 +40,14 @@ void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QS
     auto* item = new QListWidgetItem(ToQt(entry), rows_);
     item->setSizeHint(QSize(0, Scaled(26)));
   }
-  line_->setText(text);
-  line_->selectAll();
+  ShowText(text);
   rows_->setCurrentRow(row);
 }
 
-void ListPicker::PlaceOver(const QRect& field, const QRect& area) {
+void ListPicker::PlaceOver(const QRect& wholeField, const QRect& area) {
+  // Of a field of several lines the first one.
+  const QRect field(wholeField.topLeft(),
+                    QSize(wholeField.width(), std::min(wholeField.height(), Scaled(25))));
   const int wanted = rows_->count() * Scaled(26) + 2 * rows_->frameWidth();
   const int below = area.bottom() - field.bottom();
   const int above = field.top() - area.top();
@@ -91,9 +93,14 @@ bool ListPicker::MoveAlongRows(int key) {
 void ListPicker::TakeRow(int row) {
   rows_->setCurrentRow(row);
   const QString text = rows_->item(row)->text();
-  line_->setText(text);
-  line_->selectAll();
+  ShowText(text);
   emit TextChanged(text);
+}
+
+// All of it selected, its beginning in sight.
+void ListPicker::ShowText(const QString& text) {
+  line_->setText(text);
+  line_->setSelection(static_cast<int>(text.size()), -static_cast<int>(text.size()));
 }
 
 }  // namespace edit

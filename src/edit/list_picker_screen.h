@@ -19,9 +19,9 @@ class ListPicker : public QWidget {
 
   // `row` is marked and scrolled to; -1 for none.
   void Open(const std::vector<std::u16string>& rows, int row, const QString& text);
-  // Puts the line over `field` and the rows where there is more room in `area`, both in the
+  // Puts the line over the field and the rows where there is more room in `area`, both in the
   // parent's coordinates.
-  void PlaceOver(const QRect& field, const QRect& area);
+  void PlaceOver(const QRect& wholeField, const QRect& area);
 
  signals:
   // The text was changed, by typing or by moving along the rows with the arrow keys.
@@ -36,6 +36,7 @@ class ListPicker : public QWidget {
  private:
   bool MoveAlongRows(int key);
   void TakeRow(int row);
+  void ShowText(const QString& text);
 
   QLineEdit* line_;
   QListWidget* rows_;

@@ -27,8 +27,9 @@ void SetDayColor(QCalendarWidget& days, Qt::DayOfWeek day, const QColor& color) 
 }  // namespace
 
 MonthCalendar::MonthCalendar(QWidget* parent)
-    : QWidget(parent), days_(new QCalendarWidget(this)), title_(new QLabel(this)) {
+    : QFrame(parent), days_(new QCalendarWidget(this)), title_(new QLabel(this)) {
   setAutoFillBackground(true);
+  setFrameStyle(QFrame::Box | QFrame::Plain);
   setFocusProxy(days_);
   days_->setFont(FixedFont(12));
   days_->setLocale(QLocale(QLocale::Japanese, QLocale::Japan));
@@ -41,7 +42,7 @@ MonthCalendar::MonthCalendar(QWidget* parent)
   SetDayColor(*days_, Qt::Sunday, Qt::red);
   SetDayColor(*days_, Qt::Saturday, Qt::blue);
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(1, 1, 1, 1);
+  rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
   MakeHeader();
   rows->addWidget(days_, 1);

@@ -4,12 +4,12 @@
 
 #include <QCalendarWidget>
 #include <QDate>
+#include <QFrame>
 #include <QLabel>
-#include <QWidget>
 
 namespace platform::qt {
 
-class MonthCalendar : public QWidget {
+class MonthCalendar : public QFrame {
   Q_OBJECT
 
  public:

@@ -1,0 +1,160 @@
+// Loading an Action: when the screen opens, with previous and next, and behind a delete.
+#include <algorithm>
+
+#include "edit/edit_action.h"
+#include "edit/messages.h"
+#include "edit/position_text.h"
+#include "platform/host.h"
+#include "store/action_index.h"
+#include "store/session.h"
+
+namespace edit {
+
+using platform::Icon;
+
+// Where an Action is read, for the message of a failure: the handler's name, and the numbers that
+// name its two steps.
+struct CEditAction::ReadSite {
+  std::u16string_view method;
+  int selectLine;
+  int fetchLine;
+  bool decimalFetchCode = false;
+};
+
+bool CEditAction::OpenSelected(int openMode) {
+  const bool isListed = app_.SelIndex >= 0 && app_.SelIndex < app_.IndexCount;
+  const std::u16string id = isListed ? IdAt(app_.SelIndex) : app_.SelActId;
+  store::Action action;
+  if (!ReadAction(id, {u"OnInitDialog", 1, 2}, action)) return false;
+  TakeAction(action);
+  app_.SelActId = id;
+  if (openMode == kOpenReference) StartReference();
+  if (openMode == kOpenFollow) StartFollow();
+  return true;
+}
+
+void CEditAction::OnBtnPrev() {
+  if (!AskSave()) return;
+  const int index =
+      workingMode == WorkingMode::kCreate ? app_.IndexCount - 1 : std::max(app_.SelIndex - 1, 0);
+  if (index >= 0) WalkTo(index, {u"OnBtnPrev", 1, 2});
+}
+
+void CEditAction::OnBtnNext() {
+  if (!AskSave()) return;
+  if (app_.SelIndex < app_.IndexCount - 1) {
+    WalkTo(app_.SelIndex + 1, {u"OnBtnNext", 1, 2});
+  } else {
+    StartNew(DateOf(platform::host().Now()));
+  }
+}
+
+void CEditAction::WalkTo(int index, const ReadSite& site) {
+  store::Action action;
+  if (ReadAction(IdAt(index), site, action)) ShowAt(index, action);
+}
+
+void CEditAction::FxEditDelete() {
+  if (!platform::AskYesNo(u"このアクションを削除しますか？", u"アクションの削除の確認")) return;
+  std::optional<std::u16string> neighbour;
+  if (app_.SelIndex + 1 < app_.IndexCount) {
+    neighbour = IdAt(app_.SelIndex + 1);
+  } else if (app_.SelIndex > 0) {
+    neighbour = IdAt(app_.SelIndex - 1);
+  }
+  if (!DeleteRow()) return;
+  dirty = false;
+  changed_ = true;
+  // Without a row to show, the screen has nothing left to stand on.
+  const int index = app_.IndexCount > 0 ? PositionBehindDelete(neighbour) : -1;
+  store::Action action;
+  if (index < 0 || !ReadAction(IdAt(index), {u"FxEditDelete", 1, 2, true}, action)) {
+    End(kEndChanged);
+  } else if (app_.EditOpeCont == 1) {
+    ShowAt(index, action);
+  } else {
+    End(kEndChanged);
+  }
+}
+
+bool CEditAction::DeleteRow() {
+  store::HRESULT result = store::E_POINTER;
+  if (store::CUserDataTable* table = store::dbSession().UserTable.get()) {
+    const platform::WaitCursor wait;
+    result = table->Delete(*loaded_[store::kActId]);
+    if (result == store::S_OK) store::ReloadActionIndex(app_);
+  }
+  if (result == store::S_OK) return true;
+  platform::ShowNotice(u"アクションの削除に失敗しました。(" + Hex(result) + u")",
+                       u"アクション削除エラー", Icon::kStop);
+  return false;
+}
+
+// The neighbour's place in the reloaded index. The last Action of a find has no neighbour, but the
+// reload has ended the find: then the first Action from the deleted one's time on, or the last one.
+int CEditAction::PositionBehindDelete(const std::optional<std::u16string>& neighbour) const {
+  if (!neighbour) {
+    const std::u16string_view start = store::TextOf(loaded_, store::kStaDateTime);
+    const int index = store::FindActionIndexLower(app_, start.substr(0, 10), start.substr(11, 8),
+                                                  store::LowerMode::kAtOrAfter);
+    return std::min(index, app_.IndexCount - 1);
+  }
+  const int index = store::FindActionPosition(app_, *neighbour);
+  if (index < 0) {
+    platform::ShowNotice(u"対象のアクションIDが見つかりません。", u"内部エラー", Icon::kStop);
+  }
+  return index;
+}
+
+bool CEditAction::ReadAction(std::u16string_view id, const ReadSite& site,
+                             store::Action& action) const {
+  const auto tellFailure = [&](std::u16string_view step, int line, std::u16string_view code) {
+    platform::ShowNotice(u"CEditActionDlg::" + std::u16string(site.method) + std::u16string(step) +
+                             u" Err (ln=" + Decimal(line) + u", " + std::u16string(code) + u")",
+                         u"Error", Icon::kStop);
+    return false;
+  };
+  store::CUserDataTable* table = store::dbSession().UserTable.get();
+  store::HRESULT result =
+      table != nullptr ? table->Select(store::SelectByIdSql(id)) : store::E_POINTER;
+  if (store::Failed(result)) {
+    if (table != nullptr) table->CloseRS();
+    return tellFailure(u" Select", site.selectLine, u"hr=" + Hex(result));
+  }
+  result = table->GetNextRS(action);
+  table->CloseRS();
+  if (result == store::S_OK) return true;
+  return tellFailure(u" GetNextRS", site.fetchLine,
+                     site.decimalFetchCode ? u"rc=" + Decimal(result) : u"hr=" + Hex(result));
+}
+
+// The whole screen shows `action`, unchanged.
+void CEditAction::TakeAction(const store::Action& action) {
+  const auto text = [&action](store::ActionColumn column) {
+    return std::u16string(store::TextOf(action, column));
+  };
+  fields.times = FromStored(text(store::kStaDateTime), text(store::kEndDateTime));
+  fields.latitude = ShownPosition(action[store::kLatitude]);
+  fields.longitude = ShownPosition(action[store::kLongitude]);
+  fields.place = text(store::kPlace);
+  fields.category1 = text(store::kCategory1);
+  fields.category2 = text(store::kCategory2);
+  fields.memo = text(store::kMemo);
+  loaded_ = action;
+  loadedDate_ = fields.times.staDate;
+  workingMode = WorkingMode::kChange;
+  dirty = false;
+}
+
+void CEditAction::ShowAt(int index, const store::Action& action) {
+  TakeAction(action);
+  app_.SelIndex = index;
+  app_.SelActId = *action[store::kActId];
+  SelectDate(loadedDate_);
+}
+
+std::u16string CEditAction::IdAt(int index) const {
+  return std::u16string(app_.ActIds.At(static_cast<size_t>(index)));
+}
+
+}  // namespace edit

@@ -1,0 +1,119 @@
+// Building an Action from the fields, writing it, and the questions before something is lost.
+#include "core/date_time.h"
+#include "edit/edit_action.h"
+#include "edit/messages.h"
+#include "edit/position_text.h"
+#include "platform/host.h"
+#include "store/action_index.h"
+#include "store/session.h"
+
+namespace edit {
+
+using platform::Answer;
+using platform::Icon;
+
+void CEditAction::OnBtnWrite() {
+  if (!Write()) return;
+  if (app_.EditOpeCont != 1) {
+    End(kEndChanged);
+    return;
+  }
+  const int index = store::FindActionPosition(app_, app_.SelActId);
+  if (index < 0) {
+    platform::ShowNotice(u"変更したアクションIDが見つかりません。", u"内部エラー", Icon::kStop);
+    return;
+  }
+  app_.SelIndex = index;
+  workingMode = WorkingMode::kChange;
+}
+
+bool CEditAction::Write() {
+  if (workingMode == WorkingMode::kChange && fields.times.staDate != loadedDate_ &&
+      !platform::AskYesNo(
+          u"開始日が変更されたので、指定の日にアクションを移動しますがよろしいですか。",
+          u"開始日変更確認")) {
+    return false;
+  }
+  store::Action action = BuildAction();
+  if (!WriteRow(action)) {
+    platform::ShowNotice(u"入力値が不正です。値を見直しください", u"入力値不正", Icon::kWarning);
+    return false;
+  }
+  loaded_ = action;
+  loadedDate_ = fields.times.staDate;
+  app_.SelActId = *action[store::kActId];
+  SelectDate(loadedDate_);
+  // The reload has dropped a find and sorted anew: previous and next count from where the Action
+  // stands now.
+  if (workingMode == WorkingMode::kChange) {
+    const int index = store::FindActionPosition(app_, app_.SelActId);
+    if (index >= 0) app_.SelIndex = index;
+  }
+  dirty = false;
+  return true;
+}
+
+bool CEditAction::WriteRow(store::Action& action) {
+  const bool create = workingMode == WorkingMode::kCreate;
+  store::HRESULT result = store::E_POINTER;
+  if (store::CUserDataTable* table = store::dbSession().UserTable.get()) {
+    const platform::WaitCursor wait;
+    result = create ? table->Insert(action) : table->Update(*action[store::kActId], action);
+    // Any code but 0 tells of a row that was not there to be changed.
+    if (result == store::S_OK) store::ReloadActionIndex(app_);
+  }
+  if (result == store::S_OK) return true;
+  const std::u16string code = u"(" + Hex(result) + u")";
+  if (create) {
+    platform::ShowNotice(u"アクションの作成に失敗しました。" + code, u"アクション作成エラー",
+                         Icon::kStop);
+  } else {
+    platform::ShowNotice(u"アクションの変更に失敗しました。" + code, u"アクション変更エラー",
+                         Icon::kStop);
+  }
+  return false;
+}
+
+store::Action CEditAction::BuildAction() const {
+  store::Action action = loaded_;
+  if (workingMode == WorkingMode::kCreate) action[store::kActId].reset();
+  action[store::kStaDateTime] = StoredStart(fields.times);
+  action[store::kEndDateTime] = StoredEnd(fields.times);
+  action[store::kLatitude] = StoredPosition(fields.latitude, loaded_[store::kLatitude]);
+  action[store::kLongitude] = StoredPosition(fields.longitude, loaded_[store::kLongitude]);
+  action[store::kPlace] = fields.place;
+  action[store::kCategory1] = fields.category1;
+  action[store::kCategory2] = fields.category2;
+  action[store::kMemo] = fields.memo;
+  return action;
+}
+
+bool CEditAction::AskSave() {
+  return workingMode == WorkingMode::kCreate
+             ? SettleChanges(u"アクションの内容が入力されています。作成しますか。", u"作成確認")
+             : SettleChanges(u"アクションの内容が変更されています。変更しますか。", u"変更確認");
+}
+
+// Kept on purpose: both questions of the close button bear the same title.
+bool CEditAction::AskSaveBriefly() {
+  return SettleChanges(workingMode == WorkingMode::kCreate ? u"作成しますか。" : u"変更しますか。",
+                       u"作成確認");
+}
+
+// True if the command may go on: nothing was changed, or it is written, or it may be lost.
+bool CEditAction::SettleChanges(std::u16string_view question, std::u16string_view title) {
+  if (!dirty) return true;
+  const Answer answer =
+      platform::host().ShowMessage({std::u16string(question), std::u16string(title),
+                                    Icon::kQuestion, platform::Buttons::kYesNoCancel});
+  if (answer == Answer::kCancel || (answer == Answer::kYes && !Write())) return false;
+  dirty = false;
+  return true;
+}
+
+void CEditAction::SelectDate(std::u16string_view date) {
+  core::SetCurDate(date);
+  changed_ = true;
+}
+
+}  // namespace edit
