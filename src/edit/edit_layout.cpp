@@ -22,7 +22,9 @@ int SeparatorSpace() {
 int ButtonWidth() {
   return Scaled(28);
 }
-int NarrowLabel(int labelWidth) { return std::min(labelWidth, Scaled(28)); }
+int NarrowLabel(int labelWidth) {
+  return std::min(labelWidth, Scaled(28));
+}
 int MinimumMemoHeight() {
   return Scaled(60);
 }
