@@ -2,6 +2,7 @@
 #include "core/history.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace core {
 
@@ -12,8 +13,9 @@ void HistoryList::Add(std::u16string_view text) {
     std::rotate(entries_.begin(), found, found + 1);
     return;
   }
+  std::u16string copy(text);  // first: `text` may lie in the entry that goes
   if (entries_.size() == capacity_) entries_.pop_back();
-  entries_.insert(entries_.begin(), std::u16string(text));
+  entries_.insert(entries_.begin(), std::move(copy));
 }
 
 void HistoryList::Set(size_t position, std::u16string_view text) {

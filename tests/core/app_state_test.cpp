@@ -39,8 +39,14 @@ TEST(HistoryList, MovesToTheFrontAndDropsTheLast) {
   EXPECT_EQ(list.Entries(), (Entries{u"a", u"c", u"b"})) << "from the last slot of a full list";
   list.Add(u"A");
   EXPECT_EQ(list.Entries(), (Entries{u"A", u"a", u"c"})) << "case counts, the last goes";
-  list.Add(std::u16string_view(list.Entries()[2]).substr(0, 1));
-  EXPECT_EQ(list.Entries(), (Entries{u"c", u"A", u"a"})) << "a text out of the list itself";
+  list.Add(std::u16string_view(list.Entries()[2]));
+  EXPECT_EQ(list.Entries(), (Entries{u"c", u"A", u"a"})) << "an entry of the list itself";
+  const std::u16string longText(30, u'x');  // not inside the text object
+  list.Add(longText);
+  list.Add(u"1");
+  list.Add(u"2");
+  list.Add(std::u16string_view(list.Entries()[2]).substr(5));
+  EXPECT_EQ(list.Entries(), (Entries{longText.substr(5), u"2", u"1"})) << "a part of the last";
 }
 
 TEST(ActionId, HoldsTheClockAndTheDraw) {
