@@ -21,7 +21,7 @@ enum View { kViewDay = 1, kViewWeek = 2, kViewMonth = 3, kViewList = 4, kViewMap
 
 class CAppState {
  public:
-  // With the defaults, which the host has a share in: it is set before.
+  // With the defaults of the settings. Asks the host, which must be set before.
   CAppState();
 
   // Action index: position i of one list belongs to position i of the other, by start ascending.

@@ -19,7 +19,9 @@ void SetDefaultLists(CAppState& app);
 // 0; -1 if the file cannot be opened; -9 if a line cannot be read. Lines that make no sense are
 // skipped.
 int ReadSettings(CAppState& app, std::u16string_view path);
-// 0; -1 if the file cannot be created; -2 if the first line cannot be written.
+// 0; -1 if the file cannot be created, or stands there read-only; -2 if the first line cannot be
+// written. A write that fails behind it is not told. Whenever writing fails, the file that stood
+// there stays as it was.
 int WriteSettings(const CAppState& app, std::u16string_view path);
 // WriteSettings beside the program; shows a message on failure. Result of WriteSettings.
 int SaveSettings(const CAppState& app);
