@@ -44,6 +44,7 @@ QStringList ToQt(const std::vector<std::u16string>& cells) {
 ActionList::ActionList(QWidget* parent) : QTreeWidget(parent) {
   setObjectName(QString::number(kActionListId));
   setItemDelegate(new FingerRow(this));
+  setFrameShape(NoFrame);
   setRootIsDecorated(false);
   setItemsExpandable(false);
   setIndentation(0);

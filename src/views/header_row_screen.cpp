@@ -44,6 +44,14 @@ HeaderButton::Colors WeekdayColors(size_t weekday) {
   return colors;
 }
 
+// The widget's font, made as much smaller as `text` needs to fit `width`.
+QFont FittedFont(QFont font, const QString& text, int width) {
+  while (font.pixelSize() > 1 && QFontMetrics(font).horizontalAdvance(text) > width) {
+    font.setPixelSize(font.pixelSize() - 1);
+  }
+  return font;
+}
+
 QRect ToQt(const Rect& rect) {
   return QRect(rect.x, rect.y, rect.width, rect.height);
 }
@@ -64,6 +72,7 @@ void HeaderButton::paintEvent(QPaintEvent*) {
   painter.setPen(QColor(hasFocus() ? 0xFF000000 : 0xFFA0A0A0));
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
   painter.setPen(QColor(isDown() ? colors_.pressedText : colors_.text));
+  painter.setFont(FittedFont(font(), text(), width() - 2));
   painter.drawText(rect(), Qt::AlignCenter, text());
 }
 
