@@ -1,7 +1,8 @@
 // Opening, placing and closing the calendar and the box of pages.
 #include "views/date_popups_screen.h"
 
-#include <algorithm>
+#include <QAbstractItemView>
+#include <QStyledItemDelegate>
 
 #include "platform/qt/qt_text.h"
 #include "views/command_table.h"
@@ -10,24 +11,44 @@
 namespace views {
 namespace {
 
+using platform::Scaled;
+
 constexpr int kPageComboId = 1070;
+constexpr int kVisiblePages = 8;
 constexpr int kCalendarId = 1125;
 
 }  // namespace
+
+PageBox::PageBox(QWidget* parent) : QComboBox(parent) {
+  setObjectName(QString::number(kPageComboId));
+  setFont(platform::qt::FixedFont(12));
+  setMaxVisibleItems(kVisiblePages);
+  // A list that drops down, with a scroll bar, and not one over the whole height of the screen.
+  setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"
+                               "QAbstractItemView::item { min-height: %1px; }")
+                    .arg(Scaled(24)));
+  view()->setItemDelegate(new QStyledItemDelegate(view()));
+  view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void PageBox::hidePopup() {
+  QComboBox::hidePopup();
+  emit ListGone();
+}
 
 DatePopups::DatePopups(QWidget* window, HeaderRow& header)
     : QObject(window),
       window_(window),
       header_(header),
       calendar_(new platform::qt::MonthCalendar(window)),
-      pages_(new QComboBox(window)) {
+      pages_(new PageBox(window)) {
   calendar_->setObjectName(QString::number(kCalendarId));
-  pages_->setObjectName(QString::number(kPageComboId));
-  pages_->setFont(platform::qt::FixedFont(12));
   calendar_->hide();
   pages_->hide();
   connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &DatePopups::DateChosen);
   connect(pages_, &QComboBox::activated, this, &DatePopups::PageChosen);
+  // Behind the choice, and behind a press elsewhere that comes to the list as well.
+  connect(pages_, &PageBox::ListGone, this, &DatePopups::Close, Qt::QueuedConnection);
 }
 
 void DatePopups::Toggle(const core::CAppState& app) {
@@ -59,8 +80,9 @@ QRect DatePopups::LabelRect() const {
 
 void DatePopups::OpenCalendar() {
   calendar_->Select(QDate(core::CurYear, core::CurMonth, core::CurDay));
-  calendar_->resize(calendar_->minimumSizeHint().boundedTo(window_->size()));
-  calendar_->move(LabelRect().left(), header_.geometry().bottom() + 1);
+  const QPoint place(LabelRect().left(), header_.geometry().bottom() + 1);
+  const QSize room(window_->width(), window_->height() - core::MenuBarHeight - place.y());
+  calendar_->setGeometry(QRect(place, QSize(Scaled(228), Scaled(200)).boundedTo(room)));
   calendar_->show();
   calendar_->raise();
   state_ = kCalendarOpen;

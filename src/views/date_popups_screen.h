@@ -12,6 +12,18 @@
 
 namespace views {
 
+// A combo box that tells when its list has gone, by a choice or without one.
+class PageBox : public QComboBox {
+  Q_OBJECT
+
+ public:
+  explicit PageBox(QWidget* parent);
+  void hidePopup() override;
+
+ signals:
+  void ListGone();
+};
+
 class DatePopups : public QObject {
   Q_OBJECT
 
@@ -40,7 +52,7 @@ class DatePopups : public QObject {
   QWidget* window_;
   HeaderRow& header_;
   platform::qt::MonthCalendar* calendar_;
-  QComboBox* pages_;
+  PageBox* pages_;
   State state_ = kNone;
 };
 
