@@ -1,0 +1,205 @@
+// The main window offscreen: from taps and keys to what is shown.
+#include "views/main_window_screen.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "platform/qt/modal_screen.h"
+#include "platform/qt/qt_text.h"
+#include "views/diary.h"
+
+namespace views {
+namespace {
+
+using platform::qt::ModalScreen;
+
+class MainWindow : public Diary {
+ protected:
+  MainWindow() {
+    core::MenuBarHeight = 26;
+    Add(u"01", u"2010/06/22 09:00:00", u"2010/06/22 10:00:00", u"前の日");
+    Add(u"02", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00", u"駅");
+    Add(u"03", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00", u"家");
+    window = std::make_unique<CMainWnd>(app);
+    window->show();
+    list = window->findChild<ActionList*>(QStringLiteral("1071"));
+  }
+
+  QString Title() const {
+    return window->findChild<QAbstractButton*>(QStringLiteral("1050"))->text();
+  }
+
+  QStringList FirstCells() const {
+    QStringList texts;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+      texts << list->topLevelItem(row)->text(0);
+    }
+    return texts;
+  }
+
+  void Press(const char* id) {
+    window->findChild<QAbstractButton*>(QString::fromLatin1(id))->click();
+  }
+
+  void Mouse(QEvent::Type type, QPoint at) {
+    QMouseEvent event(type, at, list->viewport()->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(list->viewport(), &event);
+  }
+  QPoint RowPoint(int row) const { return list->visualItemRect(list->topLevelItem(row)).center(); }
+  void Tap(QPoint at) {
+    Mouse(QEvent::MouseButtonPress, at);
+    Mouse(QEvent::MouseButtonRelease, at);
+  }
+
+  void Key(QEvent::Type type, int key) {
+    QKeyEvent event(type, key, Qt::NoModifier);
+    QApplication::sendEvent(list, &event);
+  }
+
+  // The title of the edit screen that `act` opens, empty if it opens none; leaves the screen again.
+  QString EditTitleAfter(const std::function<void()>& act) {
+    QString title;
+    QTimer::singleShot(0, window.get(), [&title] {
+      ModalScreen* screen = ModalScreen::Topmost();
+      if (screen == nullptr) return;
+      title = screen->findChild<QLabel*>(QStringLiteral("1100"))->text();
+      screen->EndScreen(platform::qt::kResultCancel);
+    });
+    act();
+    QCoreApplication::processEvents();
+    return title;
+  }
+
+  std::unique_ptr<CMainWnd> window;
+  ActionList* list;
+};
+
+TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title());
+  EXPECT_EQ((QStringList{"10:00-11:00", "12:00-13:00", "<新規作成>"}), FirstCells());
+  Key(QEvent::KeyPress, Qt::Key_Left);
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "a key acts as it is released";
+  Key(QEvent::KeyRelease, Qt::Key_Left);
+  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  EXPECT_EQ((QStringList{"09:00-10:00", "<新規作成>"}), FirstCells());
+  Press("1060");
+  EXPECT_EQ(QStringLiteral("2010/06/29"), Title());
+  Press("1051");
+  EXPECT_EQ(QStringLiteral("2010/06/27"), Title()) << "the Sunday of that week";
+  Press("1058");
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "the host's today";
+}
+
+TEST_F(MainWindow, ATapOpensWhatItMeans) {
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] { Tap(RowPoint(1)); }));
+  EXPECT_EQ(2, app.SelIndex);
+  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+  EXPECT_EQ(1, list->FocusedRow()) << "the Action is still selected after the screen";
+  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] { Tap(RowPoint(2)); }));
+  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] {
+              Tap({20, list->viewport()->height() - 5});
+            }))
+      << "below the rows";
+}
+
+TEST_F(MainWindow, EnterOpensTheRowOnceAndOnlyWhereItWasPressed) {
+  EXPECT_EQ(QString(), EditTitleAfter([this] { Key(QEvent::KeyRelease, Qt::Key_Return); }))
+      << "pressed on another screen";
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
+              Key(QEvent::KeyPress, Qt::Key_Down);
+              Key(QEvent::KeyRelease, Qt::Key_Down);
+              Key(QEvent::KeyPress, Qt::Key_Return);
+              Key(QEvent::KeyRelease, Qt::Key_Return);
+            }));
+  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+}
+
+TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
+  host.answers = {platform::Answer::kYes};
+  Mouse(QEvent::MouseButtonPress, RowPoint(0));
+  Mouse(QEvent::MouseMove, RowPoint(1));
+  Mouse(QEvent::MouseButtonRelease, RowPoint(1));
+  window->OnCommand(kDelete);
+  EXPECT_EQ(u"これらの 2個のアクションを削除しますか？", host.messages.back().text);
+  EXPECT_EQ(QStringList{"<新規作成>"}, FirstCells());
+}
+
+TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
+  auto* calendar = window->findChild<platform::qt::MonthCalendar*>(QStringLiteral("1125"));
+  Press("1050");
+  EXPECT_TRUE(calendar->isVisible());
+  EXPECT_EQ(QDate(2010, 6, 23), calendar->Selected());
+  EXPECT_EQ(QString(), EditTitleAfter([this] { Tap(RowPoint(0)); }));
+  EXPECT_FALSE(calendar->isVisible());
+  Press("1050");
+  emit calendar->Chosen(QDate(2010, 6, 22));
+  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  EXPECT_FALSE(calendar->isVisible());
+}
+
+TEST_F(MainWindow, TheListViewPagesByWhatFits) {
+  app.SeqViewRng = 0;
+  window->OnCommand(kShowList);
+  EXPECT_EQ(QStringLiteral("1/1 - 3"), Title());
+  EXPECT_EQ(list->viewport()->height() / 24, app.ListRowsPerScreen);
+  EXPECT_FALSE(window->findChild<QWidget*>(QStringLiteral("1051"))->isVisible());
+  EXPECT_EQ(QStringLiteral("2010/06/23 12:00-13:00 家:cat:memo"), FirstCells().front());
+  window->resize(320, 240);
+  window->OnCommand(kToolBarMode);
+  EXPECT_EQ(list->viewport()->height() / 24, app.ListRowsPerScreen) << "in landscape over the bar";
+}
+
+TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
+  const struct {
+    int id;
+    bool enabled;
+    bool checked;
+  } rows[] = {{kShowDay, true, true},       {kShowList, true, false}, {kShowWeek, false, false},
+              {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
+              {kAbout, false, false},       {kFindClear, true, false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.id);
+    const auto* action = window->findChild<QAction*>(QString::number(row.id));
+    EXPECT_EQ(row.enabled, action->isEnabled());
+    EXPECT_EQ(row.checked, action->isChecked());
+  }
+  window->OnCommand(kShowWeek);
+  EXPECT_EQ(core::kViewDay, app.CurView) << "a greyed command does nothing";
+}
+
+TEST_F(MainWindow, AnUnknownFirstViewShowsTheDayAndIsKept) {
+  app.InitView = 9;
+  CMainWnd second(app);
+  second.show();
+  EXPECT_EQ(9, app.CurView);
+  EXPECT_EQ(9, app.InitView);
+  EXPECT_TRUE(second.findChild<QAction*>(QString::number(kShowDay))->isChecked());
+}
+
+TEST_F(MainWindow, ADraggedWidthGoesToTheOrientationsSetting) {
+  list->header()->resizeSection(1, 77);
+  window->resize(320, 240);
+  list->header()->resizeSection(0, 55);
+  EXPECT_EQ((std::array<int, 4>{-1, 77, -1, -1}), app.DayVwPrtColWdh);
+  EXPECT_EQ((std::array<int, 4>{55, -1, -1, -1}), app.DayVwLndColWdh);
+  window->resize(240, 320);
+  EXPECT_EQ(77, list->columnWidth(1));
+}
+
+TEST_F(MainWindow, ClosingTheFrameLeavesTheScreenOnTopFirst) {
+  bool closed = false;
+  QTimer::singleShot(0, window.get(), [&] { closed = window->close(); });
+  Press("40002");
+  EXPECT_TRUE(closed) << "nothing was typed: the screen has let it go";
+  EXPECT_EQ(nullptr, ModalScreen::Topmost());
+}
+
+}  // namespace
+}  // namespace views
