@@ -1,0 +1,173 @@
+#include "edit/edit_action_screen.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTimer>
+#include <functional>
+
+#include "edit_fixture.h"
+
+namespace edit {
+namespace {
+
+using platform::Answer;
+
+// A window as the main window behaves when its frame is closed.
+class Window : public QWidget {
+ public:
+  int closings = 0;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override {
+    auto* screen = platform::qt::ModalScreen::Topmost();
+    event->setAccepted(screen == nullptr || screen->OnWindowClosing());
+    if (event->isAccepted()) closings++;
+  }
+};
+
+class EditActionScreen : public edit_test::EditTest {
+ protected:
+  EditActionScreen() {
+    window.resize(240, 320);
+    window.show();
+    QApplication::setActiveWindow(&window);
+  }
+
+  // Runs the screen on the noon Action and `drive` once it is up; what drives it must end it.
+  int Run(const std::function<void()>& drive) {
+    app.SelIndex = 1;
+    CEditActionDlg dialog(&window, app, kOpenChange);
+    QTimer::singleShot(0, &dialog, [&] {
+      screen = &dialog;
+      drive();
+    });
+    QTimer::singleShot(5000, &dialog, [&] {
+      ADD_FAILURE() << "the screen was not ended";
+      dialog.EndScreen(-1);
+    });
+    return dialog.RunModal();
+  }
+
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = screen->findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+
+  const QAction* MenuItem(int id) {
+    for (const QMenu* menu : screen->findChildren<QMenu*>()) {
+      for (const QAction* action : menu->actions()) {
+        if (action->data().toInt() == id) return action;
+      }
+    }
+    ADD_FAILURE() << "no menu item " << id;
+    return nullptr;
+  }
+
+  void Tap(const char* name) { Find<QAbstractButton>(name)->click(); }
+  std::string Shown(const char* name) {
+    return Find<FieldButton>(name)->accessibleDescription().toStdString();
+  }
+
+  static void Press(int key, const QString& text = QString()) {
+    QWidget* focus = QApplication::focusWidget();
+    ASSERT_NE(focus, nullptr);
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(focus, &press);
+  }
+
+  Window window;
+  CEditActionDlg* screen = nullptr;
+};
+
+TEST_F(EditActionScreen, ShowsTheAction) {
+  app.PlaceName = u"行き先";
+  EXPECT_EQ(Run([&] {
+              EXPECT_EQ(Find<QLabel>("1100")->text(), QStringLiteral("変更"));
+              EXPECT_EQ(Find<QLabel>("1112")->text(), QStringLiteral("行き先"));
+              EXPECT_EQ(Shown("1105"), "2010/06/23");
+              EXPECT_EQ(Shown("1110"), "13:00");
+              EXPECT_EQ(Shown("1113"), "レストラン");
+              EXPECT_TRUE(Find<QAbstractButton>("5007")->isEnabled());
+              EXPECT_FALSE(Find<QWidget>("1124")->isVisible());
+              EXPECT_TRUE(MenuItem(kIdMenuFollow)->isEnabled());
+              EXPECT_FALSE(MenuItem(kIdMenuExtItems)->isEnabled());
+              EXPECT_FALSE(MenuItem(kIdAskPosition)->isEnabled());
+              Tap("2");
+            }),
+            platform::qt::kResultCancel);
+}
+
+TEST_F(EditActionScreen, TypesAPlaceByKeyboardAlone) {
+  EXPECT_EQ(Run([&] {
+              Find<QWidget>("1113")->setFocus();
+              Press(Qt::Key_Return);
+              ASSERT_TRUE(Find<QWidget>("1124")->isVisible());
+              Press(Qt::Key_X, QStringLiteral("公園"));  // replaces what stood there
+              Press(Qt::Key_Return);
+              EXPECT_FALSE(Find<QWidget>("1124")->isVisible());
+              EXPECT_EQ(Shown("1113"), "公園");
+              EXPECT_TRUE(Find<QWidget>("1113")->hasFocus());
+              Press(Qt::Key_Return);
+              Press(Qt::Key_Y, QStringLiteral("駅"));
+              Press(Qt::Key_Escape);  // the picker goes, the screen stays
+              EXPECT_EQ(Shown("1113"), "公園");
+              Tap("40002");
+            }),
+            platform::qt::kResultOk);
+  EXPECT_EQ(Stored(noon, store::kPlace), "公園");
+}
+
+TEST_F(EditActionScreen, PicksADateInTheCalendar) {
+  Run([&] {
+    Tap("1109");
+    auto* calendar = Find<platform::qt::MonthCalendar>("1126");
+    ASSERT_TRUE(calendar->isVisible());
+    EXPECT_EQ(calendar->Selected(), QDate(2010, 6, 23));
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(calendar->isVisible());
+    EXPECT_EQ(Shown("1109"), "2010/06/24");
+    host.answers = {Answer::kNo};
+    Press(Qt::Key_Escape);  // as the close button
+  });
+  EXPECT_EQ(LastMessage(), "変更しますか。");
+}
+
+TEST_F(EditActionScreen, TheMultiLineEditExchangesNoCharacter) {
+  store::Action action = Read(noon);
+  action[store::kMemo] = u"一行目\n二\u00A0行目\u2028三行目";
+  ASSERT_EQ(Users().Update(noon, action), 0);
+  Run([&] {
+    Tap("1120");
+    Tap("1119");
+    ASSERT_TRUE(Find<QWidget>("1123")->isVisible());
+    Press(Qt::Key_A, QStringLiteral("!"));
+    Press(Qt::Key_Escape);  // keeps what was typed
+    Tap("1102");
+  });
+  EXPECT_EQ(Stored(noon, store::kMemo), "一行目\r\n二\u00A0行目\u2028三行目!");
+}
+
+TEST_F(EditActionScreen, ClosesWithItsWindow) {
+  Run([&] {
+    Find<QWidget>("1115")->setFocus();
+    Press(Qt::Key_Return);
+    Press(Qt::Key_X, QStringLiteral("食事"));
+    host.answers = {Answer::kCancel};
+    EXPECT_FALSE(window.close());
+    host.answers = {Answer::kNo};
+    EXPECT_TRUE(window.close());
+  });
+  EXPECT_EQ(window.closings, 1);
+  window.show();
+  Run([&] { Tap("1103"); });
+  QApplication::processEvents();
+  EXPECT_EQ(window.closings, 2);
+}
+
+}  // namespace
+}  // namespace edit

@@ -1,0 +1,337 @@
+#include "edit/edit_action.h"
+
+#include "edit_fixture.h"
+
+namespace edit {
+namespace {
+
+using platform::Answer;
+
+class EditAction : public edit_test::EditTest {
+ protected:
+  // Opens the screen on a position of the index.
+  CEditAction OpenAt(int index, int mode = kOpenChange) {
+    app.SelIndex = index;
+    CEditAction screen(app);
+    EXPECT_TRUE(screen.Open(mode));
+    return screen;
+  }
+
+  CEditAction OpenNew() {
+    CEditAction screen(app);
+    EXPECT_TRUE(screen.Open(kOpenNew));
+    return screen;
+  }
+
+  static void Pick(CEditAction& screen, int controlId, std::u16string_view text) {
+    screen.OnCommand(controlId);
+    screen.pickerText = text;
+    screen.ChoosePicker();
+  }
+};
+
+TEST_F(EditAction, ANewActionTakesItsDayFromTheView) {
+  core::SetCurDate(u"2010/06/20");
+  const struct {
+    const char* why;
+    int view;
+    std::u16string date, time;
+  } rows[] = {
+      {"the day that the view shows", core::kViewDay, u"2010/06/20", u"12:00"},
+      {"the map shows a day as well", core::kViewMap, u"2010/06/20", u"12:00"},
+      {"the list shows all days: today", core::kViewList, u"2010/06/23", u"10:45"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    app.CurView = row.view;
+    const CEditAction screen = OpenNew();
+    EXPECT_EQ(screen.fields.times, AtOneMoment(row.date, row.time));
+    EXPECT_EQ(screen.WriteText(), u"作成");
+    EXPECT_EQ(app.SelIndex, app.IndexCount);
+    EXPECT_FALSE(screen.IsEnabled(kIdToolDelete));
+  }
+}
+
+TEST_F(EditAction, CreatesAnAllDayAction) {
+  CEditAction screen = OpenNew();
+  Pick(screen, kIdStartTime, u"<終日>");
+  EXPECT_FALSE(screen.IsEnabled(kIdEndTime));
+  Pick(screen, kIdPlace, u"公園");
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(screen.ended, 1);
+  EXPECT_EQ(Stored(app.SelActId, store::kStaDateTime), "2010/06/23 00:00:00");
+  EXPECT_EQ(Stored(app.SelActId, store::kEndDateTime), "2010/06/23 24:00:00");
+  EXPECT_EQ(Stored(app.SelActId, store::kPlace), "公園");
+  EXPECT_EQ(Stored(app.SelActId, store::kLatitude), "(none)");
+  EXPECT_EQ(Stored(app.SelActId, store::kSubject), "(none)");
+  EXPECT_EQ(app.IndexCount, 4);
+}
+
+TEST_F(EditAction, AChangeKeepsWhatTheScreenDoesNotEdit) {
+  store::Action action = Read(noon);
+  action[store::kLatitude] = u"-0.500000";  // its shown form has lost the sign
+  action[store::kLongitude] = u"139.691733";
+  action[store::kSubject] = u"件名";
+  action[store::kExtItems] = u"items";
+  action[store::kMemo] = u"#a#\r\n二行目";
+  ASSERT_EQ(Users().Update(noon, action), 0);
+  app.ActTxtMode = 2;
+  CEditAction screen = OpenAt(1);
+  EXPECT_EQ(screen.fields.latitude, u"0/30/0.000000");
+  EXPECT_EQ(screen.fields.longitude, u"139/41/30.238800");
+  Pick(screen, kIdCategory1, u"食事");
+  screen.OnCommand(kIdKeyWrite);
+  EXPECT_EQ(screen.ended, 1);
+  const store::Action after = Read(noon);
+  for (const auto column : {store::kLatitude, store::kLongitude, store::kSubject, store::kExtItems,
+                            store::kMemo, store::kStaDateTime}) {
+    EXPECT_EQ(after[column], action[column]) << "column " << column;
+  }
+  EXPECT_EQ(after[store::kCategory1], u"食事");
+}
+
+TEST_F(EditAction, AReferenceIsANewActionWithTheOldContent) {
+  CEditAction screen = OpenAt(1, kOpenReference);
+  EXPECT_EQ(screen.Title(), u"新規作成");
+  EXPECT_FALSE(screen.dirty);
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(app.IndexCount, 4);
+  EXPECT_NE(app.SelActId, noon);
+  EXPECT_EQ(Stored(app.SelActId, store::kPlace), "レストラン");
+}
+
+TEST_F(EditAction, AFollowStartsAtTheEndAndIsBlank) {
+  CEditAction screen = OpenAt(0, kOpenFollow);
+  EXPECT_EQ(screen.fields.times.staTime, u"10:00");
+  EXPECT_EQ(screen.fields.times.endTime, u"10:45");
+  EXPECT_EQ(screen.fields.place, u"");
+  EXPECT_EQ(screen.workingMode, WorkingMode::kCreate);
+  // In place it goes on from what the fields say.
+  Pick(screen, kIdEndTime, u"1030");
+  host.answers = {Answer::kNo};
+  screen.OnCommand(kIdMenuFollow);
+  EXPECT_EQ(screen.fields.times.staTime, u"10:30");
+}
+
+TEST_F(EditAction, AnActionThatIsGoneOpensNothing) {
+  ASSERT_EQ(Users().Delete(noon), 0);
+  app.SelIndex = 1;
+  CEditAction screen(app);
+  EXPECT_FALSE(screen.Open(kOpenChange));
+  EXPECT_EQ(LastMessage(), "CEditActionDlg::OnInitDialog GetNextRS Err (ln=2, hr=40ec6)");
+  EXPECT_EQ(LastTitle(), "Error");
+}
+
+TEST_F(EditAction, AsksBeforeChangesAreLost) {
+  const struct {
+    const char* why;
+    int mode;
+    int command;
+    Answer answer;
+    std::string question, title;
+    bool written, abandoned;
+  } rows[] = {
+      {"next, yes", kOpenChange, kIdNext, Answer::kYes,
+       "アクションの内容が変更されています。変更しますか。", "変更確認", true, false},
+      {"next, no", kOpenChange, kIdNext, Answer::kNo,
+       "アクションの内容が変更されています。変更しますか。", "変更確認", false, false},
+      {"next, cancel", kOpenChange, kIdNext, Answer::kCancel,
+       "アクションの内容が変更されています。変更しますか。", "変更確認", false, true},
+      {"leaving a new one", kOpenReference, kIdMenuClose, Answer::kYes,
+       "アクションの内容が入力されています。作成しますか。", "作成確認", true, false},
+      {"exit", kOpenReference, kIdMenuExit, Answer::kCancel,
+       "アクションの内容が入力されています。作成しますか。", "作成確認", false, true},
+      {"the close button is brief", kOpenReference, kIdClose, Answer::kNo, "作成しますか。",
+       "作成確認", false, false},
+      {"and has one title for both", kOpenChange, kIdClose, Answer::kCancel, "変更しますか。",
+       "作成確認", false, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    const int count = app.IndexCount;
+    CEditAction screen = OpenAt(1, row.mode);
+    const std::string former = Stored(noon, store::kCategory2);
+    const std::u16string typed = platform::ToUtf16(std::string(row.why));
+    Pick(screen, kIdCategory2, typed);
+    host.answers = {row.answer};
+    screen.OnCommand(row.command);
+    EXPECT_EQ(LastMessage(), row.question);
+    EXPECT_EQ(LastTitle(), row.title);
+    const bool created = row.written && row.mode == kOpenReference;
+    EXPECT_EQ(app.IndexCount, count + (created ? 1 : 0));
+    EXPECT_EQ(Stored(noon, store::kCategory2), row.written && !created ? row.why : former);
+    EXPECT_EQ(screen.dirty, row.abandoned);
+    EXPECT_EQ(screen.fields.category2 == typed && !screen.ended, row.abandoned);
+  }
+}
+
+TEST_F(EditAction, AsksBeforeAnActionMovesToAnotherDay) {
+  CEditAction screen = OpenAt(1);
+  Pick(screen, kIdEndDate, u"2010/06/20");
+  host.answers = {Answer::kNo};
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(LastTitle(), "開始日変更確認");
+  EXPECT_FALSE(screen.ended);
+  EXPECT_TRUE(screen.dirty);
+  EXPECT_EQ(Stored(noon, store::kStaDateTime), "2010/06/23 12:00:00");
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(screen.ended, 1);
+  EXPECT_EQ(Stored(noon, store::kStaDateTime), "2010/06/20 13:00:00");
+  EXPECT_EQ(core::CurDate(), u"2010/06/20");
+}
+
+TEST_F(EditAction, AFailedWriteKeepsTheScreen) {
+  CEditAction screen = OpenAt(1);
+  Pick(screen, kIdPlace, u"公園");
+  ASSERT_EQ(Users().Delete(noon), 0);
+  screen.OnCommand(kIdWrite);
+  ASSERT_EQ(host.messages.size(), 2u);
+  EXPECT_EQ(platform::ToUtf8(host.messages[0].text), "アクションの変更に失敗しました。(80040e19)");
+  EXPECT_EQ(LastMessage(), "入力値が不正です。値を見直しください");
+  EXPECT_FALSE(screen.ended);
+  EXPECT_TRUE(screen.dirty);
+  EXPECT_EQ(screen.fields.place, u"公園");
+}
+
+TEST_F(EditAction, ContinuousEntryStaysOnWhatWasWritten) {
+  CEditAction screen = OpenNew();
+  screen.OnCommand(kIdToolContinue);
+  EXPECT_TRUE(screen.IsChecked(kIdMenuContinue));
+  screen.OnCommand(kIdWrite);
+  EXPECT_FALSE(screen.ended);
+  EXPECT_EQ(screen.WriteText(), u"変更");
+  EXPECT_TRUE(screen.IsEnabled(kIdToolDelete));
+  EXPECT_EQ(app.SelIndex, 1);  // 10:45, behind the morning
+  Pick(screen, kIdPlace, u"公園");
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(app.IndexCount, 4);
+  EXPECT_EQ(Stored(app.SelActId, store::kPlace), "公園");
+}
+
+TEST_F(EditAction, WalksThroughTheListAndPastItsEnd) {
+  CEditAction screen = OpenAt(1);
+  screen.OnCommand(kIdPrevious);
+  EXPECT_EQ(screen.fields.place, u"会社");
+  EXPECT_EQ(app.SelActId, morning);
+  EXPECT_FALSE(screen.IsEnabled(kIdPrevious));
+  screen.OnCommand(kIdNext);
+  screen.OnCommand(kIdNext);
+  EXPECT_EQ(screen.fields.place, u"自宅");
+  core::SetCurDate(u"2010/01/01");
+  screen.OnCommand(kIdNext);
+  EXPECT_EQ(screen.Title(), u"新規作成");
+  EXPECT_EQ(screen.fields.times, AtOneMoment(u"2010/06/23", u"10:45"));
+  EXPECT_FALSE(screen.IsEnabled(kIdNext));
+  screen.OnCommand(kIdPrevious);
+  EXPECT_EQ(screen.Title(), u"変更");
+  EXPECT_EQ(app.SelActId, evening);
+  EXPECT_EQ(core::CurDate(), u"2010/06/23");
+}
+
+TEST_F(EditAction, ASavedChangeIsWalkedOnFromItsNewPlace) {
+  CEditAction screen = OpenAt(0);
+  Pick(screen, kIdStartTime, u"15:00");  // now behind noon
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdNext);
+  EXPECT_EQ(app.SelActId, evening);
+}
+
+TEST_F(EditAction, NewInPlaceForgetsWhatWasHeld) {
+  store::Action action = Read(noon);
+  action[store::kSubject] = u"件名";
+  action[store::kLatitude] = u"35.5";
+  ASSERT_EQ(Users().Update(noon, action), 0);
+  CEditAction screen = OpenAt(1);
+  screen.OnCommand(kIdMenuNew);
+  EXPECT_EQ(screen.fields.latitude, u"");
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(Stored(app.SelActId, store::kSubject), "(none)");
+  EXPECT_EQ(Stored(app.SelActId, store::kLatitude), "(none)");
+}
+
+TEST_F(EditAction, DeleteShowsTheNeighbourInContinuousEntry) {
+  app.EditOpeCont = 1;
+  CEditAction screen = OpenAt(1);
+  host.answers = {Answer::kNo};
+  screen.OnCommand(kIdMenuDelete);
+  EXPECT_EQ(app.IndexCount, 3);
+  const struct {
+    const char* why;
+    std::u16string shown;
+  } rows[] = {{"the next one", evening}, {"behind the last one the previous", morning}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    host.answers = {Answer::kYes};
+    screen.OnCommand(kIdToolDelete);
+    EXPECT_FALSE(screen.ended);
+    EXPECT_EQ(app.SelActId, row.shown);
+    EXPECT_EQ(std::u16string(app.ActIds.At(static_cast<size_t>(app.SelIndex))), row.shown);
+  }
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdToolDelete);
+  EXPECT_EQ(screen.ended, 1);
+  EXPECT_EQ(app.IndexCount, 0);
+}
+
+TEST_F(EditAction, DeletingTheOnlyFoundActionShowsTheNextOfAll) {
+  app.EditOpeCont = 1;
+  app.FindWhere = u"f_nvcPlace = 'レストラン'";
+  app.ActIds.Clear();
+  app.ActStarts.Clear();
+  app.ActIds.Append(noon);
+  app.ActStarts.Append(u"2010/06/23 12:00:00");
+  app.IndexCount = 1;
+  CEditAction screen = OpenAt(0);
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdMenuDelete);
+  EXPECT_EQ(app.SelActId, evening);
+  EXPECT_EQ(app.SelIndex, 1);
+}
+
+TEST_F(EditAction, DeleteEndsTheScreenOtherwise) {
+  CEditAction screen = OpenAt(2);
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdMenuDelete);
+  EXPECT_EQ(screen.ended, 1);
+  EXPECT_EQ(app.IndexCount, 2);
+}
+
+TEST_F(EditAction, LeavesWithTheResultThatTheViewsNeed) {
+  app.ListPage = 7;
+  CEditAction untouched = OpenAt(1);
+  untouched.OnCommand(kIdClose);
+  EXPECT_EQ(untouched.ended, 2);
+  EXPECT_EQ(app.ListPage, 7);
+  CEditAction walked = OpenAt(1);
+  walked.OnCommand(kIdNext);
+  walked.OnCommand(kIdClose);
+  EXPECT_EQ(walked.ended, 1);
+  EXPECT_EQ(app.ListPage, 0);
+  CEditAction exited = OpenAt(1);
+  exited.OnCommand(kIdExit);
+  EXPECT_TRUE(exited.closeProgram);
+  CEditAction framed = OpenAt(1);
+  framed.fields.place = u"公園";
+  framed.dirty = true;
+  host.answers = {Answer::kCancel};
+  EXPECT_FALSE(framed.OnWindowClosing());
+  EXPECT_FALSE(framed.ended);
+}
+
+TEST_F(EditAction, TheStartUpToggleGoesBackToTheFormerScreen) {
+  app.StartupMode = 1;
+  CEditAction screen = OpenNew();
+  screen.OnCommand(kIdMenuAtStart);
+  EXPECT_EQ(app.StartupMode, 2);
+  screen.OnCommand(kIdToolAtStart);
+  EXPECT_EQ(app.StartupMode, 1);
+  app.StartupMode = 2;
+  CEditAction opened = OpenNew();
+  EXPECT_TRUE(opened.IsChecked(kIdToolAtStart));
+  opened.OnCommand(kIdMenuAtStart);
+  EXPECT_EQ(app.StartupMode, 0);
+}
+
+}  // namespace
+}  // namespace edit

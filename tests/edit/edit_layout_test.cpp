@@ -1,0 +1,52 @@
+#include "edit/edit_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "edit/edit_action.h"
+#include "support/fake_host.h"
+
+namespace edit {
+namespace {
+
+bool Overlap(const Rect& a, const Rect& b) {
+  return a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height;
+}
+
+TEST(EditLayout, FitsEveryControlForAFinger) {
+  const testing_support::FakeHost host;
+  const struct {
+    const char* why;
+    int screenWidth, screenHeight, width, height;
+    Orientation orientation;
+  } rows[] = {
+      {"a phone", 240, 320, 240, 242, Orientation::kPortrait},
+      {"a phone on its side", 320, 240, 320, 162, Orientation::kLandscape},
+      {"beside an input panel", 240, 200, 227, 0, Orientation::kPortrait},
+      {"a flat window", 320, 160, 307, 0, Orientation::kLandscape},
+      {"a large window", 900, 700, 900, 622, Orientation::kLandscape},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    ASSERT_EQ(ChooseOrientation(row.screenWidth, row.screenHeight), row.orientation);
+    const int height = std::max(row.height, MinimumHeight(row.orientation));
+    const EditLayout layout = LayOutFields(row.orientation, row.width, height, 39);
+    EXPECT_EQ(layout.controls.size(), 21u);
+    for (size_t i = 0; i < layout.controls.size(); i++) {
+      const auto& [id, rect] = layout.controls[i];
+      SCOPED_TRACE(id);
+      EXPECT_GE(rect.height, 24);
+      EXPECT_GE(rect.width, 26);
+      EXPECT_LE(rect.x + rect.width, row.width);
+      EXPECT_LE(rect.y + rect.height, height);
+      for (size_t k = 0; k < i; k++) {
+        EXPECT_FALSE(Overlap(rect, layout.controls[k].rect)) << "with " << layout.controls[k].id;
+      }
+      for (const Rect& separator : layout.separators) EXPECT_FALSE(Overlap(rect, separator));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace edit

@@ -1,0 +1,159 @@
+#include "edit/edit_action.h"
+#include "edit_fixture.h"
+
+namespace edit {
+namespace {
+
+class EditPickers : public edit_test::EditTest {
+ protected:
+  EditPickers() {
+    app.SelIndex = 1;
+    EXPECT_TRUE(screen.Open(kOpenChange));
+  }
+
+  void Pick(int controlId, std::u16string_view text) {
+    screen.OnCommand(controlId);
+    screen.pickerText = text;
+    screen.ChoosePicker();
+  }
+
+  CEditAction screen{app};
+};
+
+TEST_F(EditPickers, TakeATypedTime) {
+  const struct {
+    const char* why;
+    int control;
+    std::u16string typed;
+    bool taken;
+    std::u16string start, end;
+  } rows[] = {
+      {"four digits", kIdStartTime, u"0930", true, u"09:30", u"13:00"},
+      {"without padding", kIdEndTime, u"9:5", true, u"09:05", u"09:05"},
+      {"the end of the day is no entry here", kIdEndTime, u"2400", false, u"12:00", u"13:00"},
+      {"nor is a whole day an end", kIdEndTime, u"<終日>", false, u"12:00", u"13:00"},
+      {"nothing typed", kIdStartTime, u"", false, u"12:00", u"13:00"},
+      {"no such minute", kIdStartTime, u"1260", false, u"12:00", u"13:00"},
+      {"what stood there", kIdStartTime, u"12:00", true, u"12:00", u"13:00"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    screen.fields.times = {u"2010/06/23", u"12:00", u"2010/06/23", u"13:00"};
+    screen.dirty = false;
+    host.messages.clear();
+    Pick(row.control, row.typed);
+    EXPECT_EQ(screen.picker, Picker::kNone);
+    EXPECT_EQ(screen.fields.times.staTime, row.start);
+    EXPECT_EQ(screen.fields.times.endTime, row.end);
+    EXPECT_EQ(LastMessage(),
+              row.taken ? "" : "入力した時刻の値が不正です。入力値を見直してください。");
+    EXPECT_EQ(screen.dirty, row.start != u"12:00" || row.end != u"13:00");
+  }
+}
+
+TEST_F(EditPickers, ARefusedTimeStopsTheCommand) {
+  screen.OnCommand(kIdStartTime);
+  screen.pickerText = u"soon";
+  screen.OnCommand(kIdClose);
+  EXPECT_FALSE(screen.ended);
+  screen.OnCommand(kIdClose);
+  EXPECT_EQ(screen.ended, 2);
+}
+
+TEST_F(EditPickers, OfferHalfHours) {
+  screen.OnCommand(kIdStartTime);
+  EXPECT_EQ(screen.PickerRows().size(), 49u);
+  EXPECT_EQ(screen.PickerRows().front(), u"<終日>");
+  EXPECT_EQ(screen.PickerRows()[25], u"12:00");
+  EXPECT_EQ(screen.PickerRow(), 25);
+  screen.OnCommand(kIdEndTime);
+  EXPECT_EQ(screen.PickerRows().size(), 48u);
+  screen.pickerText = u"13:20";
+  EXPECT_EQ(screen.PickerRows()[static_cast<size_t>(screen.PickerRow())], u"13:00");
+  screen.DropPicker();
+  screen.fields.times.endTime.clear();
+  screen.OnCommand(kIdEndTime);
+  EXPECT_EQ(screen.pickerText, u"11:30");
+  EXPECT_EQ(screen.PickerRow(), 23);
+}
+
+TEST_F(EditPickers, ACommandTakesTheOpenPickerFirst) {
+  screen.OnCommand(kIdCategory1);
+  screen.pickerText = u"食事";
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(Stored(noon, store::kCategory1), "食事");
+  EXPECT_EQ(app.Category1History.Entries().front(), u"食事");
+}
+
+TEST_F(EditPickers, ADroppedPickerLeavesTheField) {
+  screen.OnCommand(kIdPlace);
+  screen.pickerText = u"公園";
+  screen.DropPicker();
+  EXPECT_EQ(screen.fields.place, u"レストラン");
+  EXPECT_FALSE(screen.dirty);
+  EXPECT_TRUE(app.PlaceHistory.Entries().empty());
+}
+
+TEST_F(EditPickers, MovementsMayStayOutOfThePlaces) {
+  const struct {
+    const char* why;
+    int keepOut;
+    std::u16string separator, place;
+    bool remembered;
+  } rows[] = {
+      {"kept in", 0, u"－＞", u"会社－＞自宅", true},
+      {"kept out", 1, u"－＞", u"会社－＞学校", false},
+      {"a plain place", 1, u"－＞", u"公園", true},
+      {"no separator to tell them by", 1, u"", u"図書館", false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    app.NoMemPlaceSepaStr = row.keepOut;
+    app.PlaceSepaStr = row.separator;
+    Pick(kIdPlace, row.place);
+    EXPECT_EQ(screen.fields.place, row.place);
+    const auto& places = app.PlaceHistory.Entries();
+    EXPECT_EQ(!places.empty() && places.front() == row.place, row.remembered);
+  }
+}
+
+TEST_F(EditPickers, TheMemoListKeepsTheLineBreaksOfAnUntouchedMemo) {
+  screen.fields.memo = u"一行目\r\n二行目";
+  screen.OnCommand(kIdMemo);
+  EXPECT_EQ(screen.PickerRows().front(), u"<複数行枠で入力>");
+  EXPECT_EQ(screen.pickerText, u"一行目二行目");
+  screen.OnCommand(kIdClose);
+  EXPECT_EQ(screen.fields.memo, u"一行目\r\n二行目");
+  EXPECT_FALSE(screen.dirty);
+  EXPECT_EQ(app.MemoHistory.Entries().front(), u"一行目\r\n二行目");
+}
+
+TEST_F(EditPickers, TheTopRowOfTheMemoListOpensTheEdit) {
+  screen.fields.memo = u"一行目\n";
+  Pick(kIdMemo, u"<複数行枠で入力>");
+  ASSERT_EQ(screen.picker, Picker::kMemoEdit);
+  EXPECT_EQ(screen.pickerText, u"一行目\n");
+  screen.ChoosePicker();
+  EXPECT_FALSE(screen.dirty) << "the form of its line ends is no change";
+  screen.OnCommand(kIdMemo);
+  screen.pickerText = u"<複数行枠で入力>";
+  screen.OnCommand(kIdCategory1);  // the row was marked but not chosen
+  EXPECT_EQ(screen.fields.memo, u"一行目\n");
+}
+
+TEST_F(EditPickers, TheMemoButtonSwitchesTheKindOrTheOpenPicker) {
+  screen.OnCommand(kIdMemoInput);
+  EXPECT_EQ(screen.picker, Picker::kNone);
+  screen.OnCommand(kIdMemo);
+  EXPECT_EQ(screen.picker, Picker::kMemoEdit);
+  screen.pickerText = u"一\n二";
+  screen.OnCommand(kIdMemoInput);
+  EXPECT_EQ(screen.picker, Picker::kMemoList);
+  EXPECT_EQ(screen.pickerText, u"一二");
+  screen.OnCommand(kIdMemoInput);
+  EXPECT_EQ(screen.picker, Picker::kMemoEdit);
+  EXPECT_EQ(screen.pickerText, u"一\r\n二");
+}
+
+}  // namespace
+}  // namespace edit

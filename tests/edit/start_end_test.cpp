@@ -1,0 +1,192 @@
+#include "edit/start_end.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "edit/initial_times.h"
+#include "platform/utf.h"
+
+namespace edit {
+
+void PrintTo(const StartEnd& times, std::ostream* out) {
+  *out << platform::ToUtf8(times.staDate + u' ' + times.staTime + u" - " + times.endDate + u' ' +
+                           times.endTime);
+}
+
+namespace {
+
+const std::u16string kMark = u"<終日>";
+
+platform::LocalTime At(int hour, int minute) {
+  return {2010, 6, 23, hour, minute, 59};
+}
+
+TEST(TimesOfNew, FollowTheSettingOnTodayAndElseNoon) {
+  const struct {
+    const char* why;
+    std::u16string date;
+    int mode;
+    platform::LocalTime now;
+    std::u16string time;
+  } rows[] = {
+      {"today, the clock", u"2010/06/23", 1, At(10, 45), u"10:45"},
+      {"today, the half hour that has passed", u"2010/06/23", 2, At(10, 45), u"10:30"},
+      {"the half hour begins", u"2010/06/23", 2, At(10, 30), u"10:30"},
+      {"just before it", u"2010/06/23", 2, At(10, 29), u"10:00"},
+      {"today, all day", u"2010/06/23", 3, At(10, 45), kMark},
+      {"a setting that nobody offers", u"2010/06/23", 9, At(10, 45), u"10:45"},
+      {"another day", u"2010/06/24", 1, At(10, 45), u"12:00"},
+      {"another day, half hours", u"2010/06/22", 2, At(10, 45), u"12:00"},
+      {"another day, all day", u"2010/06/24", 3, At(10, 45), kMark},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(TimesOfNew(row.date, row.mode, row.now), AtOneMoment(row.date, row.time));
+  }
+}
+
+TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
+  const std::u16string today = u"2010/06/23";
+  const struct {
+    const char* why;
+    StartEnd former;
+    int mode;
+    platform::LocalTime now;
+    StartEnd expected;
+  } rows[] = {
+      {"up to the clock",
+       {today, u"08:00", today, u"09:10"},
+       1,
+       At(10, 45),
+       {today, u"09:10", today, u"10:45"}},
+      {"the clock stands before it",
+       {today, u"08:00", today, u"11:00"},
+       1,
+       At(10, 45),
+       {today, u"11:00", today, u"11:00"}},
+      {"from yesterday into today",
+       {u"2010/06/22", u"22:00", today, u"01:00"},
+       1,
+       At(10, 45),
+       {today, u"01:00", today, u"10:45"}},
+      {"ended on another day",
+       {u"2010/06/21", u"08:00", u"2010/06/21", u"09:00"},
+       1,
+       At(10, 45),
+       {u"2010/06/21", u"09:00", u"2010/06/21", u"09:00"}},
+      {"up to this hour's half",
+       {today, u"08:00", today, u"09:10"},
+       2,
+       At(10, 30),
+       {today, u"09:10", today, u"10:30"}},
+      {"up to the next hour",
+       {today, u"08:00", today, u"09:10"},
+       2,
+       At(10, 31),
+       {today, u"09:10", today, u"11:00"}},
+      {"up to midnight, which belongs to the next day",
+       {today, u"23:00", today, u"23:40"},
+       2,
+       At(23, 50),
+       {today, u"23:40", u"2010/06/24", u"00:00"}},
+      {"a start in a later hour",
+       {today, u"08:00", today, u"11:00"},
+       2,
+       At(10, 45),
+       {today, u"11:00", today, u"11:00"}},
+      {"a start in this hour behind its half: the end never lies before the start",
+       {today, u"08:00", today, u"10:50"},
+       2,
+       At(10, 20),
+       {today, u"10:50", today, u"10:50"}},
+      {"all day: the next day, all day",
+       {u"2010/06/28", kMark, u"2010/06/30", kMark},
+       1,
+       At(10, 45),
+       {u"2010/07/01", kMark, u"2010/07/01", kMark}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(TimesOfFollow(row.former, row.mode, row.now), row.expected);
+  }
+}
+
+TEST(StartEnd, EachSideDragsTheOtherAlong) {
+  const StartEnd day = {u"2010/06/23", u"09:00", u"2010/06/23", u"10:00"};
+  const StartEnd whole = {u"2010/06/23", kMark, u"2010/06/24", kMark};
+  const struct {
+    const char* why;
+    StartEnd before;
+    std::function<void(StartEnd&)> change;
+    StartEnd after;
+  } rows[] = {
+      {"a start before the end moves alone",
+       day,
+       [](auto& t) { SetStartTime(t, u"09:30"); },
+       {u"2010/06/23", u"09:30", u"2010/06/23", u"10:00"}},
+      {"a start past the end takes it along",
+       day,
+       [](auto& t) { SetStartTime(t, u"11:00"); },
+       {u"2010/06/23", u"11:00", u"2010/06/23", u"11:00"}},
+      {"a start on a later day takes date and time along",
+       day,
+       [](auto& t) { SetStartDate(t, u"2010/06/25"); },
+       {u"2010/06/25", u"09:00", u"2010/06/25", u"09:00"}},
+      {"an end before the start takes it along",
+       day,
+       [](auto& t) { SetEndTime(t, u"08:00"); },
+       {u"2010/06/23", u"08:00", u"2010/06/23", u"08:00"}},
+      {"an end on an earlier day",
+       day,
+       [](auto& t) { SetEndDate(t, u"2010/06/20"); },
+       {u"2010/06/20", u"10:00", u"2010/06/20", u"10:00"}},
+      {"an end on a later day moves alone",
+       day,
+       [](auto& t) { SetEndDate(t, u"2010/06/24"); },
+       {u"2010/06/23", u"09:00", u"2010/06/24", u"10:00"}},
+      {"all day is all day at both ends",
+       day,
+       [](auto& t) { SetStartTime(t, u"<終日>"); },
+       {u"2010/06/23", kMark, u"2010/06/23", kMark}},
+      {"a real start ends the whole days",
+       whole,
+       [](auto& t) { SetStartTime(t, u"08:00"); },
+       {u"2010/06/23", u"08:00", u"2010/06/24", u"08:00"}},
+      {"whole days keep their order too",
+       whole,
+       [](auto& t) { SetEndDate(t, u"2010/06/22"); },
+       {u"2010/06/22", kMark, u"2010/06/22", kMark}},
+      {"start now",
+       day,
+       [](auto& t) { SetStartToNow(t, At(9, 45)); },
+       {u"2010/06/23", u"09:45", u"2010/06/23", u"10:00"}},
+      {"end now, before the start",
+       day,
+       [](auto& t) { SetEndToNow(t, At(8, 15)); },
+       {u"2010/06/23", u"08:15", u"2010/06/23", u"08:15"}},
+      {"whole days start on the day of now",
+       {u"2010/06/20", kMark, u"2010/06/21", kMark},
+       [](auto& t) { SetStartToNow(t, At(9, 45)); },
+       {u"2010/06/23", kMark, u"2010/06/23", kMark}},
+      {"whole days end on the day of now",
+       whole,
+       [](auto& t) { SetEndToNow(t, At(9, 45)); },
+       {u"2010/06/23", kMark, u"2010/06/23", kMark}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    StartEnd times = row.before;
+    row.change(times);
+    EXPECT_EQ(times, row.after);
+  }
+}
+
+TEST(ExistingDate, IsTakenFromADateThatMayNotExist) {
+  EXPECT_EQ(ExistingDate(2010, 2, 31, At(0, 0)), u"2010/02/28");
+  EXPECT_EQ(ExistingDate(2012, 2, 31, At(0, 0)), u"2012/02/29");
+  EXPECT_EQ(ExistingDate(-1, -1, -1, At(0, 0)), u"2010/06/23");
+}
+
+}  // namespace
+}  // namespace edit
