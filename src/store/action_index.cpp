@@ -5,6 +5,8 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/date_time.h"
 #include "core/text.h"
@@ -12,6 +14,9 @@
 
 namespace store {
 namespace {
+
+constexpr size_t kIdLength = 18;
+constexpr size_t kStartLength = 19;
 
 std::u16string_view DateOf(std::u16string_view start) {
   return start.substr(0, 10);
@@ -42,6 +47,34 @@ int ReadStart(std::u16string_view actId, std::optional<std::u16string>& start) {
   return Failed(result) ? -105 : 0;
 }
 
+// The rows come in the order of their insertion, which equal starts keep. A diary grows nearly in
+// the order of time, so only the rows that come late are sorted: quicker than the engine, which
+// would sort them all and put a large diary into temporary files to do it.
+void SortByStart(core::TextList& ids, core::TextList& starts) {
+  std::vector<size_t> inTime, late;
+  for (size_t row = 0; row < starts.Count(); ++row) {
+    const bool isLate = !inTime.empty() && starts.At(row) < starts.At(inTime.back());
+    (isLate ? late : inTime).push_back(row);
+  }
+  if (late.empty()) return;
+  const auto earlier = [&starts](size_t a, size_t b) {
+    const int order = starts.At(a).compare(starts.At(b));
+    return order != 0 ? order < 0 : a < b;
+  };
+  std::sort(late.begin(), late.end(), earlier);
+  std::vector<size_t> all(starts.Count());
+  std::merge(inTime.begin(), inTime.end(), late.begin(), late.end(), all.begin(), earlier);
+  core::TextList sortedIds, sortedStarts;
+  sortedIds.Reserve(all.size(), all.size() * kIdLength);
+  sortedStarts.Reserve(all.size(), all.size() * kStartLength);
+  for (const size_t row : all) {
+    sortedIds.Append(ids.At(row));
+    sortedStarts.Append(starts.At(row));
+  }
+  ids = std::move(sortedIds);
+  starts = std::move(sortedStarts);
+}
+
 }  // namespace
 
 int LoadActionIndex(core::CAppState& app) {
@@ -52,9 +85,7 @@ int LoadActionIndex(core::CAppState& app) {
   app.IndexCount = app.TotalCount = 0;
   if (!dbSession().UserTable) return -3;
   CUserDataTable& table = *dbSession().UserTable;
-  HRESULT result = table.GetRS(
-      u"select f_nchActId,f_nchStaDateTime from t_UserData order by f_nchStaDateTime asc,rowid",
-      kColumns);
+  HRESULT result = table.GetRS(u"select f_nchActId,f_nchStaDateTime from t_UserData", kColumns);
   if (Failed(result)) {
     table.CloseRS();
     return -3;
@@ -65,6 +96,7 @@ int LoadActionIndex(core::CAppState& app) {
     app.ActStarts.Append(row[1] ? *row[1] : std::u16string_view());
   }
   table.CloseRS();
+  SortByStart(app.ActIds, app.ActStarts);
   app.IndexCount = app.TotalCount = static_cast<int>(app.ActIds.Count());
   return result == DB_S_ENDOFROWSET ? 0 : -101;
 }

@@ -236,6 +236,7 @@ void Engine::Remove(std::u16string_view path) {
 Engine::Engine(sqlite3* database, std::string hostPath)
     : database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);
+  RunScript("PRAGMA temp_store=MEMORY");  // no row of a diary into a temporary file
 }
 
 // A reader in another program may keep the file from its rollback form. It is right all the same.
