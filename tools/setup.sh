@@ -5,9 +5,9 @@
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev)
 # Japanese letters, and Qt's own texts in Japanese. Qt and SQLite themselves came with the above.
 run_packages=(fonts-vlgothic qt6-translations-l10n)
-# An X server without a screen, its way in, a viewer's way in, and a camera.
-headless_packages=(xvfb xauth x11vnc xdotool scrot)
-test_packages=(libgtest-dev clang libclang-rt-dev xvfb xauth xdotool scrot)
+# An X server without a screen, a pocket shell for it, a viewer's way in, and a camera.
+headless_packages=(xvfb xauth matchbox-window-manager x11vnc xdotool scrot)
+test_packages=(libgtest-dev clang libclang-rt-dev xvfb xauth matchbox-window-manager xdotool scrot)
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -19,7 +19,8 @@ require_packages() {
     exit 1
   fi
   local installed missing
-  installed=$(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "$@" 2>/dev/null |
+  # dpkg-query fails when one of them is unknown to it, and still tells of the others.
+  installed=$( (dpkg-query -W -f='${db:Status-Status} ${Package}\n' "$@" 2>/dev/null || true) |
     sed -n 's/^installed //p')
   missing=$(comm -13 <(sort <<<"$installed") <(printf '%s\n' "$@" | sort -u) | xargs)
   [ -n "$missing" ] || return 0

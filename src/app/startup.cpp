@@ -1,0 +1,94 @@
+#include "app/startup.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <filesystem>
+#include <memory>
+
+#include "core/settings.h"
+#include "edit/edit_action_screen.h"
+#include "platform/device_paths.h"
+#include "platform/metrics.h"
+#include "platform/qt/end_signals.h"
+#include "platform/qt/single_instance.h"
+#include "recorder/recorder_state.h"
+#include "store/data_file.h"
+#include "views/main_window_screen.h"
+
+namespace app {
+namespace {
+
+constexpr int kUnitsWide = 240;
+constexpr int kUnitsHigh = 320;
+constexpr int kLastResultThatEnds = -100;  // of OpenDataFile
+constexpr int kStartWithNewAction = 2;     // StartupMode
+
+std::string ProgramFolder() {
+  const std::string program = *platform::ToHostPath(platform::host().ProgramPath());
+  return std::filesystem::path(program).parent_path().string();
+}
+
+void ShowWindow(QWidget& window, const platform::ScreenPlan& plan) {
+  window.resize(platform::Scaled(kUnitsWide), platform::Scaled(kUnitsHigh));
+  if (plan.fillsScreen) {
+    // No frame takes from a hand-held screen, but a shell's own panel may. The geometry serves
+    // where no window manager is there to maximize.
+    window.setWindowFlag(Qt::FramelessWindowHint);
+    window.setGeometry(window.screen()->availableGeometry());
+    window.showMaximized();
+  } else {
+    window.show();
+  }
+}
+
+// The main window, or nullptr if the process is to end.
+std::unique_ptr<views::CMainWnd> InitInstance(core::CAppState& app, platform::qt::QtHost& host,
+                                              platform::qt::SingleInstance& instance,
+                                              const platform::ScreenPlan& plan) {
+  if (!instance.Claim([&host] { host.BringForward(); })) return nullptr;
+  if (core::InitApp(app) != 0) return nullptr;
+  if (store::OpenDataFile(app) <= kLastResultThatEnds) return nullptr;
+  auto window = std::make_unique<views::CMainWnd>(app);
+  host.SetMainWindow(window.get());
+  ShowWindow(*window, plan);
+  return window;
+}
+
+void RunFirstScreen(core::CAppState& app, views::CMainWnd& window) {
+  if (app.StartupMode != kStartWithNewAction) return;
+  edit::CEditActionDlg firstScreen(&window, app, edit::kOpenNew);
+  if (firstScreen.RunModal() == platform::qt::kResultOk) window.Refresh();
+}
+
+}  // namespace
+
+int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
+  const auto app = std::make_unique<core::CAppState>();
+  core::g_App = app.get();
+  // A signal ends every loop that runs, and keeps the next one from starting.
+  bool ending = false;
+  const platform::qt::EndSignals endSignals([&ending] {
+    ending = true;
+    QCoreApplication::exit(0);
+  });
+  platform::qt::SingleInstance instance(ProgramFolder());
+
+  host.SetWaitCursor(true);
+  std::unique_ptr<views::CMainWnd> window = InitInstance(*app, host, instance, plan);
+  host.SetWaitCursor(false);
+  if (window == nullptr) return 0;
+
+  RunFirstScreen(*app, *window);
+  const bool goesOn = !ending && window->isVisible();
+  const int result = goesOn ? QApplication::exec() : 0;
+  window.reset();
+  ShutdownApp(*app);
+  return result;
+}
+
+void ShutdownApp(core::CAppState& app) {
+  core::SaveSettings(app);
+  recorder::CloseRecorderSession(app);
+}
+
+}  // namespace app

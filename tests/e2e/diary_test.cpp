@@ -1,0 +1,222 @@
+// The whole program on a pocket device, by real taps and keys, as its user meets it.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <filesystem>
+#include <set>
+
+#include "e2e/pocket_device.h"
+#include "platform/utf.h"
+#include "store/session.h"
+#include "support/temp_folder.h"
+
+using e2e::PocketDevice;
+using e2e::Process;
+using e2e::WaitUntil;
+using testing_support::TempFolder;
+
+namespace {
+
+constexpr char kWindow[] = "Morvenly";
+constexpr char kQuestionDelete[] = "アクションの削除の確認";
+
+// The program in a folder of its own, as it is installed.
+class Installed {
+ public:
+  Installed() { std::filesystem::copy_file(MORVENLY_PROGRAM, folder_.HostPath("morvenly")); }
+
+  Process Start() { return Process({folder_.HostPath("morvenly")}, folder_.HostPath("output")); }
+
+  std::vector<store::Action> Actions() const {
+    std::vector<store::Action> actions;
+    if (store::Failed(store::ConnectDataFile(folder_.Path(u"user.sdf")))) return actions;
+    store::CUserDataTable& table = *store::dbSession().UserTable;
+    table.Select(u"select * from t_UserData order by f_nchActId");
+    for (store::Action action; table.GetNextRS(action) == store::S_OK;) actions.push_back(action);
+    table.CloseRS();
+    store::DisconnectDataFile();
+    return actions;
+  }
+
+  // Waits until exactly these texts stand in that column, in any order.
+  bool Holds(store::ActionColumn column, const std::multiset<std::u16string>& texts) const {
+    return WaitUntil([&] {
+      std::multiset<std::u16string> found;
+      for (const store::Action& action : Actions()) {
+        found.insert(std::u16string(store::TextOf(action, column)));
+      }
+      return found == texts;
+    });
+  }
+
+  const TempFolder& Folder() const { return folder_; }
+
+ private:
+  TempFolder folder_;
+};
+
+std::set<std::string> FilesIn(const TempFolder& folder) {
+  std::set<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.HostPath())) {
+    names.insert(entry.path().filename());
+  }
+  return names;
+}
+
+void PressAll(PocketDevice& device, std::initializer_list<const char*> keys) {
+  for (const char* key : keys) device.Press(key);
+}
+
+// Answers the two messages of a first start.
+void ComeThroughFirstStart(PocketDevice& device) {
+  ASSERT_TRUE(device.Shows("設定ファイルエラー"));
+  device.Picture("first_start");
+  device.TapFromCorner("設定ファイルエラー", 41, 26);  // OK
+  ASSERT_TRUE(device.Shows("データファイル初期化確認"));
+  device.Picture("first_question");
+  device.Press("Return");  // Yes
+  ASSERT_TRUE(device.Shows(kWindow));
+}
+
+}  // namespace
+
+TEST(Diary, FromAnEmptyFolderToTheNextDay) {
+  PocketDevice device;
+  Installed diary;
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+
+  device.Tap(60, 307);   // the left soft key: new
+  device.Tap(160, 123);  // the place
+  device.Tap(160, 175);  // the second word of its list
+  device.Tap(160, 225);  // the memo
+  device.Type("lunch");
+  device.Picture("new_by_touch");
+  device.Tap(60, 307);
+  ASSERT_TRUE(diary.Holds(store::kMemo, {u"lunch"}));
+  EXPECT_EQ(diary.Actions()[0][store::kPlace], u"学校");
+
+  PressAll(device, {"F1", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "space"});  // to the place
+  device.Type("office");
+  device.Picture("new_by_keyboard");
+  PressAll(device, {"Return", "F1"});
+  ASSERT_TRUE(diary.Holds(store::kPlace, {u"学校", u"office"}));
+  device.Picture("day_view");
+
+  PressAll(device, {"F2", "Up", "Up", "Up", "Right", "Down", "Return"});  // to the list view
+  device.Picture("list_view");
+  device.Tap(100, 51);   // its first row
+  device.Tap(160, 225);  // the memo
+  device.Press("ctrl+a");
+  device.Type("changed");
+  device.Tap(60, 307);
+  ASSERT_TRUE(WaitUntil([&] {
+    int changed = 0;
+    for (const auto& action : diary.Actions()) changed += action[store::kMemo] == u"changed";
+    return changed == 1;
+  }));
+
+  device.Hold(100, 75);                // its second row
+  PressAll(device, {"Up", "Return"});  // the last item of the menu: delete
+  ASSERT_TRUE(device.Shows(kQuestionDelete));
+  device.Picture("delete");
+  device.Press("Return");
+  ASSERT_TRUE(diary.Holds(store::kMemo, {u"changed"}));
+
+  device.Press("ctrl+q");
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(FilesIn(diary.Folder()), (std::set<std::string>{".morvenly.lock", "Morvenly.dat",
+                                                            "morvenly", "output", "user.sdf"}));
+  for (const char* name : {"Morvenly.dat", "user.sdf", ".morvenly.lock"}) {
+    struct stat status {};
+    stat(diary.Folder().HostPath(name).c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777, 0600u) << name;
+  }
+
+  const auto before = diary.Actions();
+  program = diary.Start();
+  ASSERT_TRUE(device.Shows(kWindow));
+  device.Picture("next_day");
+  device.Press("ctrl+q");
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(diary.Actions(), before);
+}
+
+TEST(Diary, SecondStartBringsTheFirstForward) {
+  PocketDevice device;
+  Installed diary;
+  Installed other;
+  Process first = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  const std::string firstWindow = device.FocusedWindow();
+  Process cover = other.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  ASSERT_TRUE(WaitUntil([&] { return device.FocusedWindow() != firstWindow; }));
+
+  const std::set<std::string> files = FilesIn(diary.Folder());
+  EXPECT_EQ(diary.Start().Wait(), 0);
+  EXPECT_TRUE(WaitUntil([&] { return device.FocusedWindow() == firstWindow; }));
+  EXPECT_EQ(FilesIn(diary.Folder()), files);
+  EXPECT_TRUE(first.Running());
+}
+
+TEST(Diary, LosesNothingWhenKilledAndStartsAgain) {
+  PocketDevice device;
+  Installed diary;
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  PressAll(device, {"F1", "F1"});
+  ASSERT_TRUE(WaitUntil([&] { return diary.Actions().size() == 1; }));
+  program.Kill();
+  ASSERT_TRUE(device.ShowsWindows(0));
+
+  program = diary.Start();
+  ASSERT_TRUE(device.Shows("設定ファイルエラー"));  // settings are written at the end alone
+  device.Press("Return");
+  ASSERT_TRUE(device.Shows(kWindow));
+  EXPECT_EQ(diary.Actions().size(), 1u);
+  EXPECT_EQ(diary.Start().Wait(), 0) << "the instance after a killed one answers the next start";
+}
+
+TEST(Diary, EndsInOrderWhenTheSessionDoes) {
+  PocketDevice device;
+  Installed diary;
+  const struct {
+    const char* why;
+    std::initializer_list<const char*> keys;
+  } rows[] = {
+      {"in the main window", {}},
+      {"in the edit screen", {"F1"}},
+      {"in an open menu", {"F2"}},
+      {"in an open list of the edit screen", {"F1", "Tab", "space"}},
+  };
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    PressAll(device, row.keys);
+    std::filesystem::remove(diary.Folder().HostPath("Morvenly.dat"));
+    program.Signal(SIGTERM);
+    EXPECT_EQ(program.Wait(), 0);
+    EXPECT_TRUE(std::filesystem::exists(diary.Folder().HostPath("Morvenly.dat")));
+    EXPECT_FALSE(std::filesystem::exists(diary.Folder().HostPath("user.sdf-wal")));
+    program = diary.Start();
+    ASSERT_TRUE(device.Shows(kWindow));
+  }
+}
+
+TEST(Diary, StartsWithANewActionWhereItsUserWantsThat) {
+  PocketDevice device;
+  Installed diary;
+  testing_support::WriteWholeFile(diary.Folder().HostPath("Morvenly.dat"),
+                                  "[System]\r\nVersion:3.2.2010.1114\r\nStartupMode:2\r\n\r\n");
+  Process program = diary.Start();
+  ASSERT_TRUE(device.Shows("データファイル初期化確認"));
+  device.Press("Return");
+  ASSERT_TRUE(device.Shows(kWindow));
+  device.Press("F1");
+  ASSERT_TRUE(WaitUntil([&] { return diary.Actions().size() == 1; }));
+  device.Press("ctrl+q");
+  EXPECT_EQ(program.Wait(), 0);
+}
