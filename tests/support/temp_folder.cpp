@@ -11,9 +11,14 @@
 
 namespace testing_support {
 
-TempFolder::TempFolder() {
-  std::string pattern = testing::TempDir() + "/morvenly-test-XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr) std::abort();
+TempFolder::TempFolder() : TempFolder(testing::TempDir()) {}
+
+TempFolder::TempFolder(const std::string& parent) {
+  std::string pattern = parent + "/morvenly-test-XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr) {
+    pattern = testing::TempDir() + "/morvenly-test-XXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr) std::abort();
+  }
   hostPath_ = std::filesystem::canonical(pattern).string();
 }
 

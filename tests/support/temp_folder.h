@@ -9,6 +9,8 @@ namespace testing_support {
 class TempFolder {
  public:
   TempFolder();
+  // In `parent` if it can be made there, otherwise as above.
+  explicit TempFolder(const std::string& parent);
   ~TempFolder();
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
