@@ -21,6 +21,7 @@ constexpr int kKills = 200;
 constexpr unsigned kMaxReports = 12;  // that a writer gets off before its last moments begin
 constexpr unsigned kMaxWaitMicroseconds = 1500;
 constexpr int kWritesPerOpening = 4;
+constexpr unsigned kMostActions = 60;
 
 enum class Write : int { kInsert, kUpdate, kDelete };
 
@@ -53,6 +54,7 @@ class CrashTest : public StoreTest {
  protected:
   void SetUp() override {
     app.DataFile = path = memory_.Path(u"user.sdf");
+    hostPath = memory_.HostPath("user.sdf");
     CreateFile();
     DisconnectDataFile();
   }
@@ -75,10 +77,11 @@ class CrashTest : public StoreTest {
 
   Report Draw(const Diary& diary, int& lastId) {
     const auto chosen = diary.lower_bound(static_cast<int>(random_() % (lastId + 1)));
-    const unsigned kind = random_() % 4;
     const int place = static_cast<int>(random_() % 10000);
-    if (kind < 2 || chosen == diary.end()) return {Write::kInsert, ++lastId, place, false};
-    return {kind == 2 ? Write::kUpdate : Write::kDelete, chosen->first, place, false};
+    if (chosen == diary.end() || random_() % kMostActions >= diary.size()) {
+      return {Write::kInsert, ++lastId, place, false};
+    }
+    return {random_() % 2 == 0 ? Write::kUpdate : Write::kDelete, chosen->first, place, false};
   }
 
   // Writes, closes and opens again until it is killed.
@@ -151,6 +154,8 @@ class CrashTest : public StoreTest {
     Users().CRowsetTable::GetNextRS({&check, 1});
     EXPECT_EQ(Readable(check), "ok");
     DisconnectDataFile();
+    EXPECT_NE(access((hostPath + "-wal").c_str(), F_OK), 0) << "closed, it is one file";
+    EXPECT_EQ(FileBytes().substr(18, 2), "\1\1") << "in the rollback form";
     return diary;
   }
 

@@ -120,6 +120,24 @@ TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
             u"データファイルの内容が不正です。\nプログラムを終了します。");
 }
 
+TEST_F(DamagedFileTest, AReaderElsewhereHindersNoWriteAndNoClosing) {
+  SomeDataFile();
+  ASSERT_EQ(OpenDataFile(app), 0);
+  InsertAction(u"2010/06/24 10:00:00");
+  {
+    const auto reader = Engine::Open(path);
+    std::unique_ptr<RowSet> rows;
+    ASSERT_EQ(reader->OpenRows(u"select * from t_UserData", rows), S_OK);
+    InsertAction(u"2010/06/24 11:00:00");
+    EXPECT_EQ(rows->Count(), 51) << "one view of the data for the whole row set";
+    DisconnectDataFile();
+  }
+  ASSERT_EQ(OpenDataFile(app), 0);
+  EXPECT_EQ(app.IndexCount, 52);
+  DisconnectDataFile();
+  EXPECT_EQ(FileBytes().substr(18, 2), "\1\1") << "closed in the rollback form again";
+}
+
 // The largest file that this process may write, for a scope: what is behind it fails as on a full
 // disk.
 class FullDisk {
