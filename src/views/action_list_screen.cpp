@@ -152,6 +152,7 @@ void ActionList::SelectRows(RowRange range, int focusedRow) {
 }
 
 void ActionList::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton && event->button() != Qt::RightButton) return;
   const bool closedPopup = closePopups_ && closePopups_();
   setFocus(Qt::MouseFocusReason);
   const int row = RowAt(event->pos());
@@ -172,6 +173,7 @@ void ActionList::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ActionList::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;  // the right button only holds
   const int row = RowAt(event->pos());
   Finish(gesture_.Release(row), row);
 }

@@ -50,6 +50,10 @@ CMainWnd::CMainWnd(core::CAppState& app)
   setMinimumSize(Scaled(240), Scaled(200));
   softKeys_->LeftKey().setText(platform::qt::ToQt(FindCommand(kSoftKeyNew)->text));
   softKeys_->LeftKey().setObjectName(QString::number(kSoftKeyNew));
+  // A tap on a key leaves the focus in the list.
+  for (QPushButton* key : softKeys_->findChildren<QPushButton*>()) {
+    key->setFocusPolicy(Qt::TabFocus);
+  }
   MakeCaption();
   ConnectChildren();
   ShowState();
@@ -112,7 +116,9 @@ void CMainWnd::resizeEvent(QResizeEvent*) {
 }
 
 void CMainWnd::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) ShowView(app_.CurView);
+  if (event->spontaneous()) return;
+  Relayout();  // only now do the children know their sizes
+  ShowView(app_.CurView);
 }
 
 void CMainWnd::closeEvent(QCloseEvent* event) {
