@@ -1,5 +1,7 @@
 #include "edit/edit_action_screen.h"
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QTextDocument>
@@ -197,7 +199,8 @@ void CEditActionDlg::MakePickers() {
   calendar_->hide();
   list_->hide();
   memoEdit_->hide();
-  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &CEditActionDlg::TakeDate);
+  connect(calendar_, &platform::qt::MonthCalendar::Moved, this, &CEditActionDlg::TakeDate);
+  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &CEditActionDlg::ChoosePicker);
   connect(list_, &ListPicker::TextChanged, this,
           [this](const QString& text) { edit_.pickerText = FromQt(text); });
   connect(list_, &ListPicker::Chosen, this, &CEditActionDlg::ChoosePicker);
@@ -206,6 +209,7 @@ void CEditActionDlg::MakePickers() {
 }
 
 void CEditActionDlg::Run(int commandId) {
+  QGuiApplication::inputMethod()->commit();  // what is still being composed counts
   edit_.OnCommand(commandId);
   ShowState();
 }
@@ -216,13 +220,13 @@ void CEditActionDlg::ChoosePicker() {
 }
 
 void CEditActionDlg::ClosePicker() {
+  QGuiApplication::inputMethod()->commit();
   edit_.ApplyPicker();
   ShowState();
 }
 
 void CEditActionDlg::TakeDate(const QDate& date) {
   edit_.pickerText = core::FormatDate(date.year(), date.month(), date.day());
-  ChoosePicker();
 }
 
 // A closed picker goes first, then the screen. What was typed into the multi-line edit is kept: too
@@ -305,6 +309,7 @@ void CEditActionDlg::ShowPicker() {
 
 void CEditActionDlg::FillPicker() {
   if (IsDate(shownPicker_)) {
+    const QSignalBlocker unmoved(calendar_);
     calendar_->Select(ToDate(edit_.pickerText));
   } else if (shownPicker_ == Picker::kMemoEdit) {
     const QSignalBlocker untyped(memoEdit_);

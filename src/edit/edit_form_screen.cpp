@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QScroller>
 #include <algorithm>
 
 #include "edit/edit_layout.h"
@@ -29,6 +30,7 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(pa
   setFocusPolicy(Qt::NoFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWidget(new QWidget);
+  QScroller::grabGesture(viewport(), QScroller::TouchGesture);
   AddLabel(kIdStartLabel, app.StaDtTmName);
   AddField(kIdStartDate, app.StaDtTmName);
   AddField(kIdStartTime, app.StaDtTmName);

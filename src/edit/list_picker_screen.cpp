@@ -1,8 +1,11 @@
 #include "edit/list_picker_screen.h"
 
+#include <QApplication>
 #include <QKeyEvent>
-#include <QScroller>
+#include <QMouseEvent>
+#include <QScrollBar>
 #include <algorithm>
+#include <cstdlib>
 
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
@@ -23,14 +26,10 @@ ListPicker::ListPicker(QWidget* parent)
   rows_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   rows_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   rows_->setUniformItemSizes(true);
-  QScroller::grabGesture(rows_->viewport(), QScroller::LeftMouseButtonGesture);
   line_->installEventFilter(this);
+  rows_->viewport()->installEventFilter(this);
   connect(line_, &QLineEdit::textEdited, this, &ListPicker::TextChanged);
   connect(line_, &QLineEdit::returnPressed, this, &ListPicker::Chosen);
-  connect(rows_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
-    TakeRow(rows_->row(item));
-    emit Chosen();
-  });
   hide();
 }
 
@@ -64,11 +63,37 @@ void ListPicker::PlaceOver(const QRect& wholeField, const QRect& area) {
 }
 
 bool ListPicker::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == line_ && event->type() == QEvent::KeyPress &&
-      MoveAlongRows(static_cast<QKeyEvent*>(event)->key())) {
-    return true;
+  if (watched == line_ && event->type() == QEvent::KeyPress) {
+    return MoveAlongRows(static_cast<QKeyEvent*>(event)->key());
   }
+  if (watched == rows_->viewport()) return FollowFinger(event);
   return QWidget::eventFilter(watched, event);
+}
+
+// A drag scrolls the rows, a tap chooses one.
+bool ListPicker::FollowFinger(QEvent* event) {
+  QScrollBar* bar = rows_->verticalScrollBar();
+  const auto y = [event] { return static_cast<QMouseEvent*>(event)->pos().y(); };
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      pressY_ = y();
+      pressScroll_ = bar->value();
+      isDrag_ = false;
+      return true;
+    case QEvent::MouseMove:
+      if (std::abs(y() - pressY_) >= QApplication::startDragDistance()) isDrag_ = true;
+      if (isDrag_) bar->setValue(pressScroll_ + pressY_ - y());
+      return true;
+    case QEvent::MouseButtonRelease:
+      if (QListWidgetItem* item = rows_->itemAt(0, y()); item != nullptr && !isDrag_) {
+        TakeRow(rows_->row(item));
+        emit Chosen();
+      }
+      return true;
+    default:
+      return false;
+  }
 }
 
 // The line hands on the Enter that it has acted upon; nothing behind this picker may see it.

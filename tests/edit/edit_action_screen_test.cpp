@@ -131,8 +131,15 @@ TEST_F(EditActionScreen, PicksADateInTheCalendar) {
     Press(Qt::Key_Return);
     EXPECT_FALSE(calendar->isVisible());
     EXPECT_EQ(Shown("1109"), "2010/06/24");
+    Tap("1109");
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Shown("1109"), "2010/06/24") << "a dropped calendar chooses nothing";
+    Tap("1109");
+    Press(Qt::Key_Down);
     host.answers = {Answer::kNo};
-    Press(Qt::Key_Escape);  // as the close button
+    Tap("2");  // a command takes the selected day first
+    EXPECT_EQ(Shown("1109"), "2010/07/01");
   });
   EXPECT_EQ(LastMessage(), "変更しますか。");
 }

@@ -16,6 +16,9 @@ namespace {
 
 constexpr char kScaleVariable[] = "QT_SCALE_FACTOR";
 
+constexpr int kMenuRowHeight = 24;
+constexpr int kSeparatorHeight = 10;  // at most, in a menu
+
 bool scaleIsOurs = false;
 
 // Fusion for a finger on a small screen: three buttons of a message fit 240 units, and each is high
@@ -39,6 +42,9 @@ class FingerStyle : public QProxyStyle {
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                          const QWidget* widget) const override {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type == CT_MenuItem && size.height() > kSeparatorHeight) {
+      return QSize(size.width(), qMax(kMenuRowHeight, size.height()));
+    }
     const bool inDialog = type == CT_PushButton && widget != nullptr &&
                           qobject_cast<QDialogButtonBox*>(widget->parentWidget()) != nullptr;
     return inDialog ? QSize(qMax(60, contents.width() + 10), qMax(30, size.height())) : size;

@@ -49,6 +49,7 @@ MonthCalendar::MonthCalendar(QWidget* parent)
   connect(days_, &QCalendarWidget::currentPageChanged, this, &MonthCalendar::ShowTitle);
   connect(days_, &QCalendarWidget::clicked, this, &MonthCalendar::Chosen);
   connect(days_, &QCalendarWidget::activated, this, &MonthCalendar::Chosen);
+  connect(days_, &QCalendarWidget::selectionChanged, this, [this] { emit Moved(Selected()); });
   Select(Today());
 }
 

@@ -21,9 +21,10 @@ class MonthCalendar : public QFrame {
   QDate Selected() const { return days_->selectedDate(); }
 
  signals:
-  // A tap on a day, or Enter on the selected one. The arrow keys, and Page Up and Page Down, only
-  // move the selection.
+  // A tap on a day, or Enter on the selected one.
   void Chosen(QDate date);
+  // The selection was moved: by a tap, or by the arrow keys, Page Up and Page Down.
+  void Moved(QDate date);
 
  private:
   void MakeHeader();
