@@ -147,7 +147,7 @@ void CEditActionDlg::MakeToolBar(QVBoxLayout& rows) {
   AddButton(kIdNext, QStringLiteral("↓"), *row, 29);
 }
 
-QPushButton* CEditActionDlg::AddButton(int id, const QString& text, QBoxLayout& row, int width) {
+void CEditActionDlg::AddButton(int id, const QString& text, QBoxLayout& row, int width) {
   auto* button = new QPushButton(text, this);
   button->setObjectName(QString::number(id));
   button->setFont(FixedFont(12));
@@ -156,7 +156,6 @@ QPushButton* CEditActionDlg::AddButton(int id, const QString& text, QBoxLayout& 
   connect(button, &QPushButton::clicked, this, [this, id] { Run(id); });
   buttons_[id] = button;
   row.addWidget(button);
-  return button;
 }
 
 void CEditActionDlg::MakeMenu() {
@@ -229,7 +228,7 @@ void CEditActionDlg::TakeDate(const QDate& date) {
   edit_.pickerText = core::FormatDate(date.year(), date.month(), date.day());
 }
 
-// A closed picker goes first, then the screen. What was typed into the multi-line edit is kept: too
+// An open picker goes first, then the screen. What was typed into the multi-line edit is kept: too
 // much of it would be lost.
 void CEditActionDlg::OnEscape() {
   if (edit_.picker == Picker::kNone) {

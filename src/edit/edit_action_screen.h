@@ -42,7 +42,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
   void MakeToolBar(QVBoxLayout& rows);
   void MakeMenu();
   void MakePickers();
-  QPushButton* AddButton(int id, const QString& text, QBoxLayout& row, int width);
+  void AddButton(int id, const QString& text, QBoxLayout& row, int width);
   QAction* AddMenuItem(QMenu& menu, int id, const QString& text);
 
   void Run(int commandId);

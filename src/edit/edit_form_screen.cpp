@@ -3,7 +3,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QScroller>
 #include <algorithm>
 
 #include "edit/edit_layout.h"
@@ -30,7 +29,6 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(pa
   setFocusPolicy(Qt::NoFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWidget(new QWidget);
-  QScroller::grabGesture(viewport(), QScroller::TouchGesture);
   AddLabel(kIdStartLabel, app.StaDtTmName);
   AddField(kIdStartDate, app.StaDtTmName);
   AddField(kIdStartTime, app.StaDtTmName);
@@ -69,9 +67,9 @@ void EditForm::AddLabel(int id, const std::u16string& name) {
   auto* label = new QLabel(widget());
   label->setObjectName(QString::number(id));
   label->setTextFormat(Qt::PlainText);
-  label->setText(ToQt(name));
   label->setFont(FixedFont(12));
   label->setIndent(Scaled(3));
+  labels_[id] = ToQt(name);
   controls_[id] = label;
 }
 
@@ -121,6 +119,7 @@ void EditForm::LayOut(QWidget* before) {
     QWidget::setTabOrder(before, control);
     before = control;
   }
+  ShowLabels();
   while (separators_.size() < layout.separators.size()) {
     separators_.push_back(new QFrame(widget()));
     separators_.back()->setAutoFillBackground(true);
@@ -134,11 +133,20 @@ void EditForm::LayOut(QWidget* before) {
 
 // As wide as the widest label, within reason.
 int EditForm::LabelWidth() const {
+  const QFontMetrics metrics(FixedFont(12));
   int widest = 0;
-  for (QLabel* label : widget()->findChildren<QLabel*>()) {
-    widest = std::max(widest, label->fontMetrics().horizontalAdvance(label->text()));
+  for (const auto& [id, text] : labels_) {
+    widest = std::max(widest, metrics.horizontalAdvance(text));
   }
   return std::clamp(widest + Scaled(7), Scaled(34), Scaled(64));
+}
+
+void EditForm::ShowLabels() {
+  for (const auto& [id, text] : labels_) {
+    auto* label = static_cast<QLabel*>(controls_[id]);
+    label->setText(
+        label->fontMetrics().elidedText(text, Qt::ElideRight, label->width() - label->indent()));
+  }
 }
 
 }  // namespace edit

@@ -35,9 +35,11 @@ class EditForm : public QScrollArea {
   void AddLabel(int id, const std::u16string& name);
   void AddButton(int id, const QString& text, const QString& name);
   int LabelWidth() const;
+  void ShowLabels();
 
   std::map<int, QWidget*> controls_;  // by id
   std::map<int, FieldButton*> fields_;
+  std::map<int, QString> labels_;  // whole, as they may be cut on the screen
   std::vector<QFrame*> separators_;
 };
 

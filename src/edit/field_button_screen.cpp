@@ -1,8 +1,6 @@
 #include "edit/field_button_screen.h"
 
 #include <QPainter>
-#include <QStyle>
-#include <QStyleOptionFocusRect>
 #include <QTextLayout>
 
 #include "platform/metrics.h"
