@@ -398,10 +398,9 @@ HRESULT Engine::ReplaceDeclaration(const ColumnChange& change) {
   return Failed(result) ? result : RunScript("PRAGMA schema_version=" + *version);
 }
 
-const Engine::Columns& Engine::ColumnsOf(std::u16string_view table) {
-  const auto known = tables_.find(table);
-  if (known != tables_.end()) return known->second;
-  Columns& columns = tables_[std::u16string(table)];
+// Empty if the table cannot be read.
+Engine::Columns Engine::ReadColumns(std::u16string_view table) {
+  Columns columns;
   const StatementLoan all = Borrow("select * from " + platform::ToUtf8(table) + " limit 0");
   if (!all) return columns;
   const int count = sqlite3_column_count(all->Get());
@@ -411,6 +410,14 @@ const Engine::Columns& Engine::ColumnsOf(std::u16string_view table) {
                                       declaration ? declaration : ""));
   }
   return columns;
+}
+
+const Engine::Columns& Engine::ColumnsOf(std::u16string_view table) {
+  auto known = tables_.find(table);
+  if (known == tables_.end() || known->second.empty()) {
+    known = tables_.insert_or_assign(std::u16string(table), ReadColumns(table)).first;
+  }
+  return known->second;
 }
 
 HRESULT Engine::Bind(Statement& statement, const Columns& columns, std::span<const Field> fields) {

@@ -124,6 +124,7 @@ class Engine {
   HRESULT ReplaceDeclaration(const ColumnChange& change);
   std::optional<std::string> ReadValue(std::string_view sql,
                                        std::initializer_list<std::string_view> arguments);
+  Columns ReadColumns(std::u16string_view table);
   const Columns& ColumnsOf(std::u16string_view table);
   HRESULT Bind(Statement& statement, const Columns& columns, std::span<const Field> fields);
   HRESULT WriteFirst(std::string_view sql, std::u16string_view table,
