@@ -16,6 +16,14 @@ using platform::Scaled;
 using platform::qt::FixedFont;
 using platform::qt::ToQt;
 
+namespace {
+
+int RowHeight() {
+  return Scaled(26);
+}
+
+}  // namespace
+
 ListPicker::ListPicker(QWidget* parent)
     : QWidget(parent), line_(new QLineEdit(this)), rows_(new QListWidget(this)) {
   setAutoFillBackground(true);
@@ -37,7 +45,7 @@ void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QS
   rows_->clear();
   for (const std::u16string& entry : rows) {
     auto* item = new QListWidgetItem(ToQt(entry), rows_);
-    item->setSizeHint(QSize(0, Scaled(26)));
+    item->setSizeHint(QSize(0, RowHeight()));
   }
   ShowText(text);
   rows_->setCurrentRow(row);
@@ -47,10 +55,10 @@ void ListPicker::PlaceOver(const QRect& wholeField, const QRect& area) {
   // Of a field of several lines the first one.
   const QRect field(wholeField.topLeft(),
                     QSize(wholeField.width(), std::min(wholeField.height(), Scaled(25))));
-  const int wanted = rows_->count() * Scaled(26) + 2 * rows_->frameWidth();
+  const int wanted = rows_->count() * RowHeight() + 2 * rows_->frameWidth();
   const int below = area.bottom() - field.bottom();
   const int above = field.top() - area.top();
-  const bool opensBelow = below >= std::min(wanted, above);
+  const bool opensBelow = below >= std::min({wanted, above, 4 * RowHeight()});
   const int height = rows_->count() > 0 ? std::min(wanted, opensBelow ? below : above) : 0;
   const int width = std::max(field.width(), Scaled(96));
   const int x = std::min(field.left(), area.right() + 1 - width);
@@ -104,7 +112,7 @@ void ListPicker::keyPressEvent(QKeyEvent* event) {
 }
 
 bool ListPicker::MoveAlongRows(int key) {
-  const int page = std::max(1, rows_->height() / Scaled(26) - 1);
+  const int page = std::max(1, rows_->height() / RowHeight() - 1);
   const int step = key == Qt::Key_Down       ? 1
                    : key == Qt::Key_Up       ? -1
                    : key == Qt::Key_PageDown ? page

@@ -19,8 +19,8 @@ class ListPicker : public QWidget {
 
   // `row` is marked and scrolled to; -1 for none.
   void Open(const std::vector<std::u16string>& rows, int row, const QString& text);
-  // Puts the line over the field and the rows where there is more room in `area`, both in the
-  // parent's coordinates.
+  // Puts the line over the field and the rows below it, or above where `area` has more room, both
+  // in the parent's coordinates.
   void PlaceOver(const QRect& wholeField, const QRect& area);
 
  signals:
