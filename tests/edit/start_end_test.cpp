@@ -18,6 +18,12 @@ namespace {
 
 const std::u16string kMark = u"<終日>";
 
+// Both sides on 2010/06/23, which is the clock's day too.
+StartEnd Day(std::u16string_view start, std::u16string_view end) {
+  const std::u16string date = u"2010/06/23";
+  return {date, std::u16string(start), date, std::u16string(end)};
+}
+
 platform::LocalTime At(int hour, int minute) {
   return {2010, 6, 23, hour, minute, 59};
 }
@@ -55,51 +61,29 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
     platform::LocalTime now;
     StartEnd expected;
   } rows[] = {
-      {"up to the clock",
-       {today, u"08:00", today, u"09:10"},
-       1,
-       At(10, 45),
-       {today, u"09:10", today, u"10:45"}},
-      {"the clock stands before it",
-       {today, u"08:00", today, u"11:00"},
-       1,
-       At(10, 45),
-       {today, u"11:00", today, u"11:00"}},
+      {"up to the clock", Day(u"08:00", u"09:10"), 1, At(10, 45), Day(u"09:10", u"10:45")},
+      {"the clock stands before it", Day(u"08:00", u"11:00"), 1, At(10, 45),
+       Day(u"11:00", u"11:00")},
       {"from yesterday into today",
        {u"2010/06/22", u"22:00", today, u"01:00"},
        1,
        At(10, 45),
-       {today, u"01:00", today, u"10:45"}},
+       Day(u"01:00", u"10:45")},
       {"ended on another day",
        {u"2010/06/21", u"08:00", u"2010/06/21", u"09:00"},
        1,
        At(10, 45),
        {u"2010/06/21", u"09:00", u"2010/06/21", u"09:00"}},
-      {"up to this hour's half",
-       {today, u"08:00", today, u"09:10"},
-       2,
-       At(10, 30),
-       {today, u"09:10", today, u"10:30"}},
-      {"up to the next hour",
-       {today, u"08:00", today, u"09:10"},
-       2,
-       At(10, 31),
-       {today, u"09:10", today, u"11:00"}},
+      {"up to this hour's half", Day(u"08:00", u"09:10"), 2, At(10, 30), Day(u"09:10", u"10:30")},
+      {"up to the next hour", Day(u"08:00", u"09:10"), 2, At(10, 31), Day(u"09:10", u"11:00")},
       {"up to midnight, which belongs to the next day",
-       {today, u"23:00", today, u"23:40"},
+       Day(u"23:00", u"23:40"),
        2,
        At(23, 50),
        {today, u"23:40", u"2010/06/24", u"00:00"}},
-      {"a start in a later hour",
-       {today, u"08:00", today, u"11:00"},
-       2,
-       At(10, 45),
-       {today, u"11:00", today, u"11:00"}},
+      {"a start in a later hour", Day(u"08:00", u"11:00"), 2, At(10, 45), Day(u"11:00", u"11:00")},
       {"a start in this hour behind its half: the end never lies before the start",
-       {today, u"08:00", today, u"10:50"},
-       2,
-       At(10, 20),
-       {today, u"10:50", today, u"10:50"}},
+       Day(u"08:00", u"10:50"), 2, At(10, 20), Day(u"10:50", u"10:50")},
       {"all day: the next day, all day",
        {u"2010/06/28", kMark, u"2010/06/30", kMark},
        1,
@@ -113,7 +97,7 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
 }
 
 TEST(StartEnd, EachSideDragsTheOtherAlong) {
-  const StartEnd day = {u"2010/06/23", u"09:00", u"2010/06/23", u"10:00"};
+  const StartEnd day = Day(u"09:00", u"10:00");
   const StartEnd whole = {u"2010/06/23", kMark, u"2010/06/24", kMark};
   const struct {
     const char* why;
@@ -121,22 +105,16 @@ TEST(StartEnd, EachSideDragsTheOtherAlong) {
     std::function<void(StartEnd&)> change;
     StartEnd after;
   } rows[] = {
-      {"a start before the end moves alone",
-       day,
-       [](auto& t) { SetStartTime(t, u"09:30"); },
-       {u"2010/06/23", u"09:30", u"2010/06/23", u"10:00"}},
-      {"a start past the end takes it along",
-       day,
-       [](auto& t) { SetStartTime(t, u"11:00"); },
-       {u"2010/06/23", u"11:00", u"2010/06/23", u"11:00"}},
+      {"a start before the end moves alone", day, [](auto& t) { SetStartTime(t, u"09:30"); },
+       Day(u"09:30", u"10:00")},
+      {"a start past the end takes it along", day, [](auto& t) { SetStartTime(t, u"11:00"); },
+       Day(u"11:00", u"11:00")},
       {"a start on a later day takes date and time along",
        day,
        [](auto& t) { SetStartDate(t, u"2010/06/25"); },
        {u"2010/06/25", u"09:00", u"2010/06/25", u"09:00"}},
-      {"an end before the start takes it along",
-       day,
-       [](auto& t) { SetEndTime(t, u"08:00"); },
-       {u"2010/06/23", u"08:00", u"2010/06/23", u"08:00"}},
+      {"an end before the start takes it along", day, [](auto& t) { SetEndTime(t, u"08:00"); },
+       Day(u"08:00", u"08:00")},
       {"an end on an earlier day",
        day,
        [](auto& t) { SetEndDate(t, u"2010/06/20"); },
@@ -145,10 +123,8 @@ TEST(StartEnd, EachSideDragsTheOtherAlong) {
        day,
        [](auto& t) { SetEndDate(t, u"2010/06/24"); },
        {u"2010/06/23", u"09:00", u"2010/06/24", u"10:00"}},
-      {"all day is all day at both ends",
-       day,
-       [](auto& t) { SetStartTime(t, u"<終日>"); },
-       {u"2010/06/23", kMark, u"2010/06/23", kMark}},
+      {"all day is all day at both ends", day, [](auto& t) { SetStartTime(t, u"<終日>"); },
+       Day(kMark, kMark)},
       {"a real start ends the whole days",
        whole,
        [](auto& t) { SetStartTime(t, u"08:00"); },
@@ -157,22 +133,15 @@ TEST(StartEnd, EachSideDragsTheOtherAlong) {
        whole,
        [](auto& t) { SetEndDate(t, u"2010/06/22"); },
        {u"2010/06/22", kMark, u"2010/06/22", kMark}},
-      {"start now",
-       day,
-       [](auto& t) { SetStartToNow(t, At(9, 45)); },
-       {u"2010/06/23", u"09:45", u"2010/06/23", u"10:00"}},
-      {"end now, before the start",
-       day,
-       [](auto& t) { SetEndToNow(t, At(8, 15)); },
-       {u"2010/06/23", u"08:15", u"2010/06/23", u"08:15"}},
+      {"start now", day, [](auto& t) { SetStartToNow(t, At(9, 45)); }, Day(u"09:45", u"10:00")},
+      {"end now, before the start", day, [](auto& t) { SetEndToNow(t, At(8, 15)); },
+       Day(u"08:15", u"08:15")},
       {"whole days start on the day of now",
        {u"2010/06/20", kMark, u"2010/06/21", kMark},
        [](auto& t) { SetStartToNow(t, At(9, 45)); },
-       {u"2010/06/23", kMark, u"2010/06/23", kMark}},
-      {"whole days end on the day of now",
-       whole,
-       [](auto& t) { SetEndToNow(t, At(9, 45)); },
-       {u"2010/06/23", kMark, u"2010/06/23", kMark}},
+       Day(kMark, kMark)},
+      {"whole days end on the day of now", whole, [](auto& t) { SetEndToNow(t, At(9, 45)); },
+       Day(kMark, kMark)},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
