@@ -39,8 +39,8 @@ start_x_server() {
   local cookie
   cookie=$(od -An -N16 -tx1 /dev/urandom | tr -d ' \n')
   xauth -q 2>/dev/null <<<"add :0 . $cookie"  # the server takes the cookie under any number
-  start_helper Xvfb -displayfd 3 -screen 0 480x640x24 -dpi 160 -nolisten tcp -auth "$XAUTHORITY" \
-    3>"$private/display"
+  start_helper Xvfb -displayfd 3 -screen 0 480x640x24 -nolisten tcp -noreset \
+    -auth "$XAUTHORITY" 3>"$private/display"
   DISPLAY=:$(first_line "$private/display")
   export DISPLAY
   xauth -q 2>/dev/null <<<"add $DISPLAY . $cookie"

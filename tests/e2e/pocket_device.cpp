@@ -36,10 +36,10 @@ PocketDevice::PocketDevice() {
   setenv("QT_QPA_PLATFORM", "xcb", 1);
   unsetenv("QT_SCALE_FACTOR");
   OutputOf({"xauth", "-q", "add", ":0", ".", cookie});
-  server_ =
-      Process({"sh", "-c",
-               "exec Xvfb -displayfd 3 -screen 0 480x640x24 -nolisten tcp -auth \"$0\" 3>\"$1\"",
-               cookies, display});
+  server_ = Process(
+      {"sh", "-c",
+       "exec Xvfb -displayfd 3 -screen 0 480x640x24 -nolisten tcp -noreset -auth \"$0\" 3>\"$1\"",
+       cookies, display});
   std::string number;
   EXPECT_TRUE(
       WaitUntil([&] { return std::getline(std::ifstream(display), number) && !number.empty(); }));
@@ -72,9 +72,11 @@ void PocketDevice::Type(const std::string& text) {
 }
 
 bool PocketDevice::Shows(const std::string& title) {
-  return WaitUntil([&] {
+  const bool shown = WaitUntil([&] {
     return OutputOf({"xdotool", "getwindowfocus", "getwindowname"}) == title + "\n";
   });
+  if (!shown) Picture("instead_of_" + title);
+  return shown;
 }
 
 bool PocketDevice::ShowsWindows(size_t count) {
@@ -104,8 +106,10 @@ std::string PocketDevice::FocusedWindow() {
 }
 
 void PocketDevice::Picture(const std::string& name) {
-  std::filesystem::create_directories(MORVENLY_PICTURES);
-  OutputOf({"scrot", "-o", std::string(MORVENLY_PICTURES) + "/" + name + ".png"});
+  const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+  const std::string folder = std::string(MORVENLY_PICTURES) + "/" + test.name();
+  std::filesystem::create_directories(folder);
+  OutputOf({"scrot", "-o", folder + "/" + name + ".png"});
 }
 
 }  // namespace e2e

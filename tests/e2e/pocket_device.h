@@ -29,7 +29,7 @@ class PocketDevice {
   // The id of the window that has the focus.
   std::string FocusedWindow();
 
-  // Leaves a picture of the screen as <name>.png in the folder of the pictures.
+  // Leaves a picture of the screen as <name>.png in the running test's folder of pictures.
   void Picture(const std::string& name);
 
  private:
