@@ -41,6 +41,14 @@ uint32_t FolderAttributes(std::u16string_view folder) {
   return platform::files().Attributes(folder.empty() ? u"\\" : folder).value_or(0);
 }
 
+// The connected file is none of ours, or damaged. -110.
+int TellForeign() {
+  ShowNotice(u"データファイルの内容が不正です。\nプログラムを終了します。", u"データファイル不正",
+             Icon::kStop);
+  DisconnectDataFile();
+  return -110;
+}
+
 // The connected file's format, brought up to date if the user agrees. 0, -2 if it was upgraded, or
 // -110 after the message.
 int CheckFormat(core::CAppState& app) {
@@ -54,9 +62,7 @@ int CheckFormat(core::CAppState& app) {
                  Icon::kInformation);
       break;
     case -2:
-      ShowNotice(u"データファイルの内容が不正です。\nプログラムを終了します。",
-                 u"データファイル不正", Icon::kStop);
-      break;
+      return TellForeign();
     default:
       ShowNotice(u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。",
                  u"フォーマット更新失敗", Icon::kStop);
@@ -175,11 +181,22 @@ int ChangeToNew(core::CAppState& app, std::u16string_view path) {
 
 HRESULT CreateDataFile(std::u16string_view path) {
   const platform::WaitCursor waiting;
-  HRESULT result = CreateEmptyDataFile(path);
+  const Text newPath = Text(path) + u".new";
+  HRESULT result = CreateEmptyDataFile(newPath);
   if (result >= 0) result = WriteSystemInfo();
   if (result >= 0) result = recorder::InitRecorderValues();
-  if (result < 0) DisconnectDataFile();
-  return result;
+  DisconnectDataFile();
+  // A full disk may show only as the log is brought into the file.
+  if (result >= 0 && platform::files().Exists(newPath + u"-wal")) result = E_FAIL;
+  if (result >= 0) {
+    Engine::Remove(path);
+    if (!platform::files().Rename(newPath, path)) result = E_FAIL;
+  }
+  if (result < 0) {
+    Engine::Remove(newPath);
+    return result;
+  }
+  return ConnectDataFile(path);
 }
 
 int OpenDataFile(core::CAppState& app) {
@@ -187,7 +204,15 @@ int OpenDataFile(core::CAppState& app) {
   const bool exists = platform::files().Exists(app.DataFile);
   const int result = exists ? ConnectChecked(app) : TakeMissingFile(app);
   if (result < -99) return result;
-  return LoadActionIndex(app) == 0 ? result : -2;
+  switch (LoadActionIndex(app)) {
+    case 0:
+      return result;
+    case -3:
+      return TellForeign();
+    default:
+      ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
+      return -2;
+  }
 }
 
 int ResolveMissingDataFile(core::CAppState&, std::u16string_view path, std::u16string& newPath) {

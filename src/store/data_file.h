@@ -13,8 +13,10 @@ namespace store {
 
 inline constexpr std::u16string_view kFormatVersion = u"3.2.2010.0623";
 
-// A new file with its system information and the recorder's first values. An HRESULT, or a negative
-// step number of WriteSystemInfo or InitRecorderValues.
+// A new file with its system information and the recorder's first values, in the place of whatever
+// stands at `path`, and opened. Made whole under another name first: a full disk or a kill leaves no
+// half file behind that every later start would refuse. An HRESULT, or a negative step number of
+// WriteSystemInfo or InitRecorderValues.
 HRESULT CreateDataFile(std::u16string_view path);
 
 // Start-up. 0; -1 a new or another file was taken; -2 the file was upgraded, or an index row could

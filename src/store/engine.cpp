@@ -236,7 +236,9 @@ void Engine::Remove(std::u16string_view path) {
 Engine::Engine(sqlite3* database, std::string hostPath)
     : database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);
-  RunScript("PRAGMA temp_store=MEMORY");  // no row of a diary into a temporary file
+  // No row of a diary into a temporary file; and a commit has returned only when the disk has it,
+  // also by a rollback journal, whose removal the folder has to know.
+  RunScript("PRAGMA temp_store=MEMORY; PRAGMA synchronous=EXTRA");
 }
 
 // A reader in another program may keep the file from its rollback form. It is right all the same.
@@ -443,7 +445,7 @@ HRESULT Engine::Write(Statement& statement) {
 void Engine::PrepareJournal() {
   if (!inCharge_) TakeCharge();
   if (journalReady_ || openRowSets_ > 0) return;
-  RunScript("PRAGMA synchronous=FULL; PRAGMA journal_mode=WAL");
+  RunScript("PRAGMA journal_mode=WAL");
   journalReady_ = true;
 }
 

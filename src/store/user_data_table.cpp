@@ -98,11 +98,12 @@ std::optional<std::u16string> CUserDataTable::MakeUniqueActId() {
     std::u16string id = core::GenerateActId();
     const std::u16string sql =
         u"select f_nchActId from t_UserData where f_nchActId = '" + id + u"'";
-    const HRESULT opened = GetRS(sql, {&kActionColumns[kActId], 1});
-    const int count = Failed(opened) ? 0 : RowCount();
+    HRESULT result = GetRS(sql, {&kActionColumns[kActId], 1});
+    std::optional<std::u16string> taken;
+    if (!Failed(result)) result = CRowsetTable::GetNextRS({&taken, 1});
     CloseRS();
-    if (Failed(opened)) return {};
-    if (count == 0) return id;
+    if (Failed(result)) return {};
+    if (result == DB_S_ENDOFROWSET) return id;
   }
   return {};
 }

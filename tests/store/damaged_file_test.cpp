@@ -41,15 +41,18 @@ std::string RandomBytes(size_t size) {
 TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
   const std::string good = SomeDataFile();
   std::string noRows = good;
+  std::string noActions = good;
   {
     ASSERT_EQ(ConnectDataFile(path), 0);
+    dbSession().Session->Execute(u"drop table t_UserData");
+    DisconnectDataFile();
+    noActions = FileBytes();
+    dbSession().Session = Engine::Open(path);
     dbSession().Session->Execute(u"delete from t_SysInfo");
     DisconnectDataFile();
     noRows = FileBytes();
     dbSession().Session = Engine::Open(path);
-    for (const char16_t* table : {u"t_SysInfo", u"t_UserData"}) {
-      dbSession().Session->Execute(u"drop table " + std::u16string(table));
-    }
+    dbSession().Session->Execute(u"drop table t_SysInfo");
     DisconnectDataFile();
   }
   struct Row {
@@ -62,6 +65,7 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
       {"one byte", "S"},
       {"the beginning alone", good.substr(0, 100)},
       {"half a page", good.substr(0, 2048)},
+      {"without Actions", noActions},
       {"without our rows", noRows},
       {"without our tables", FileBytes()},
       {"zeros behind a good header", good.substr(0, 100) + std::string(8092, '\0')},
@@ -186,13 +190,17 @@ TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
   for (const rlim_t bytes : {0, 1000, 4096, 9000, 30000, 60000, 90000}) {
     SCOPED_TRACE(bytes);
     const FullDisk full(bytes);
-    std::filesystem::remove(hostPath);
     host.messages.clear();
     host.answers = {platform::Answer::kYes};
     const int result = OpenDataFile(app);
     EXPECT_EQ(dbSession().Session != nullptr, result == -1);
-    if (result == -1) continue;
+    if (result == -1) {
+      DisconnectDataFile();
+      std::filesystem::remove(hostPath);
+      continue;
+    }
     EXPECT_EQ(result, -101);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.HostPath())) << "the next start asks again";
     EXPECT_EQ(host.messages.back().text,
               u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。");
   }
