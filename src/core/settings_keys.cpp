@@ -9,7 +9,9 @@
 #include <string>
 #include <variant>
 
+#include "core/paths.h"
 #include "core/text.h"
+#include "platform/code_page.h"
 
 namespace core {
 namespace {
@@ -41,9 +43,10 @@ struct FontName {
 struct Text {
   std::u16string CAppState::*field;
 };
+struct DataFilePath {};
 
 using Kind = std::variant<WrittenOnly, Version, FirstView, LineNumber, Digits, Width<4>, Width<5>,
-                          FontSize, FontName, Text>;
+                          FontSize, FontName, Text, DataFilePath>;
 
 struct Key {
   std::u16string_view name;
@@ -116,7 +119,7 @@ constexpr Key kKeys[] = {
     {u"MemoName", Text{&App::MemoName}},
     {u"ActTxtMode", Digits{&App::ActTxtMode}},
     {u"ItmSelMode", Digits{&App::ItmSelMode}},
-    {u"DataFile", Text{&App::DataFile}},
+    {u"DataFile", DataFilePath{}},
 };
 
 // The older form of TimeInitForNewMode: read, but not written any more.
@@ -159,12 +162,20 @@ void TakeValue(CAppState& app, const Kind& kind, std::u16string_view value) {
                  },
                  [&](FontName key) { app.*key.field = value.substr(0, kMaxFontName); },
                  [&](Text key) { app.*key.field = value; },
+                 [&](DataFilePath) { app.DataFile = value; },
              },
              kind);
 }
 
 std::u16string Number(int value) {
   return ZeroPadded(value, 1);
+}
+
+// A path that the code page cannot hold would come back as another one. Of the file beside the
+// program none is written then, which means the same.
+std::u16string DataFileValue(const std::u16string& path) {
+  const bool survives = platform::DecodeCodePage(platform::EncodeCodePage(path)) == path;
+  return !survives && path == JoinModulePath(u"user.sdf") ? std::u16string() : path;
 }
 
 std::u16string ValueOf(const CAppState& app, const Kind& kind) {
@@ -179,6 +190,7 @@ std::u16string ValueOf(const CAppState& app, const Kind& kind) {
           [&](FontSize key) { return Number(app.*key.field); },
           [&](FontName key) { return app.*key.field; },
           [&](Text key) { return app.*key.field; },
+          [&](DataFilePath) { return DataFileValue(app.DataFile); },
       },
       kind);
 }

@@ -222,6 +222,16 @@ TEST_F(Settings, WritesTheViewByItsModeAndLineBreaksAsTheyAre) {
   }
 }
 
+TEST_F(Settings, FindsTheDataFileInAFolderThatTheCodePageLacks) {
+  const std::u16string file = File();
+  host.programPath = u"\\José\\morvenly";
+  CAppState app;
+  EXPECT_EQ(app.DataFile, u"\\José\\user.sdf");
+  ASSERT_EQ(WriteSettings(app, file), 0);
+  ASSERT_EQ(ReadSettings(app, file), 0);
+  EXPECT_EQ(app.DataFile, u"") << "which means the file beside the program";
+}
+
 TEST_F(Settings, StartsFromAFileThatIsCutAnywhere) {
   const std::string whole = Golden();
   for (size_t length = 0; length <= whole.size(); ++length) {
