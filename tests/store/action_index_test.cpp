@@ -31,33 +31,20 @@ class ActionIndexTest : public StoreTest {
   int PageByHalving(std::u16string_view date, std::u16string_view time, int pageSize) {
     const int pages = (app.IndexCount - 1) / pageSize;
     const int base = app.IndexCount - pages * pageSize - 1;
-    int lo = 0, hi = pages - 1, mid = pages / 2, page = 0, order = 0;
-    while (true) {
+    int lo = 0, hi = pages - 1, mid = pages / 2, page = -1, order = 0;
+    while (page < 0) {
       order = Compare(date, time, base + mid * pageSize);
       if (order > 0) {
         lo = mid + 1;
-        if (lo >= pages) {
-          page = pages;
-          break;
-        }
+        if (lo >= pages || lo > hi) page = std::min(lo, pages);
       } else if (order < 0) {
         hi = mid - 1;
-        if (hi < 0) {
-          page = 0;
-          break;
-        }
+        if (hi < 0 || hi < lo) page = hi < 0 ? 0 : lo;
       } else {
         lo = mid;
       }
-      if (lo > hi && order != 0) {
-        page = lo;
-        break;
-      }
       const int next = (hi + lo + 1) / 2;
-      if (next == mid) {
-        page = mid;
-        break;
-      }
+      if (page < 0 && next == mid) page = mid;
       mid = next;
     }
     return pages - page - (order == 0 ? 1 : 0);

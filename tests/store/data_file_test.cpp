@@ -1,40 +1,45 @@
 #include "store/data_file.h"
 
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <vector>
 
-#include "core/date_time.h"
 #include "store_fixture.h"
 
 namespace store_test {
 namespace {
 
 using namespace store;
-using platform::Answer;
-using platform::Buttons;
-using platform::Icon;
+using Texts = std::vector<std::string>;
 
 class DataFileTest : public StoreTest {
  protected:
   void SetUp() override { app.DataFile = path; }
 
-  // Compares what was shown with "title|icon|buttons|default|text" lines.
-  void ExpectMessages(const std::vector<std::string>& expected) {
-    std::vector<std::string> shown;
-    for (const platform::Message& message : host.messages) {
-      shown.push_back(platform::ToUtf8(message.title) + "|" +
-                      "-iw?s"[static_cast<int>(message.icon)] + "|" +
-                      std::to_string(static_cast<int>(message.buttons)) + "|" +
-                      std::to_string(message.defaultButton) + "|" + platform::ToUtf8(message.text));
+  // The answers to come: y and n, o for OK, c for Cancel.
+  void Answer(std::string_view letters) {
+    for (const char letter : letters) {
+      host.answers.push_back(letter == 'y'   ? platform::Answer::kYes
+                             : letter == 'n' ? platform::Answer::kNo
+                             : letter == 'o' ? platform::Answer::kOk
+                                             : platform::Answer::kCancel);
     }
-    EXPECT_EQ(shown, expected);
-    host.messages.clear();
   }
 
-  std::vector<std::string> FilesInFolder() const {
-    std::vector<std::string> names;
+  // What was shown since the last call: "title|icon, buttons, default button|text" each.
+  Texts Shown() {
+    Texts shown;
+    for (const platform::Message& message : host.messages) {
+      shown.push_back(platform::ToUtf8(message.title) + "|" +
+                      "-iw?s"[static_cast<int>(message.icon)] +
+                      std::to_string(static_cast<int>(message.buttons)) +
+                      std::to_string(message.defaultButton) + "|" + platform::ToUtf8(message.text));
+    }
+    host.messages.clear();
+    return shown;
+  }
+
+  Texts FilesInFolder() const {
+    Texts names;
     for (const auto& entry : std::filesystem::directory_iterator(folder.HostPath())) {
       names.push_back(entry.path().filename());
     }
@@ -64,19 +69,9 @@ class DataFileTest : public StoreTest {
   void MakeOldFile(std::u16string_view version, bool withExtItems, bool withRcdrPosition) {
     CreateFile();
     Engine& engine = *dbSession().Session;
-    engine.Execute(u"DROP TABLE t_UserData");
-    engine.Execute(std::u16string(u"CREATE TABLE t_UserData (f_nchActId NCHAR(18), "
-                                  u"f_dtLastUpdate datetime, f_nchStaDateTime NCHAR(19), "
-                                  u"f_nchEndDateTime NCHAR(19), f_fltLatitude float null, "
-                                  u"f_fltLongitude float null, f_nvcSubject NVARCHAR(50), "
-                                  u"f_nvcPlace NVARCHAR(500), f_nvcCategory1 NVARCHAR(500), "
-                                  u"f_nvcCategory2 NVARCHAR(500), f_nvcMemo NVARCHAR(2000)") +
-                   (withExtItems ? u", f_nvcExtItems NVARCHAR(2000))" : u")"));
-    engine.Execute(u"CREATE INDEX i_UserData on t_UserData (f_nchActId ASC)");
-    engine.Execute(
-        u"insert into t_UserData (f_nchActId,f_nchStaDateTime,f_nchEndDateTime,f_nvcSubject) "
-        u"values "
-        u"('ID2010062310453000','2010/06/23 10:45:30','2010/06/23 10:45:30','古い')");
+    InsertAction(u"2010/06/23 10:45:30");
+    engine.Execute(u"alter table t_UserData alter column f_nvcSubject NVARCHAR(50)");
+    if (!withExtItems) engine.Execute(u"alter table t_UserData drop column f_nvcExtItems");
     if (!withRcdrPosition) {
       engine.Execute(u"delete from t_TextData where f_nvcItem like 'RcdrL%'");
     }
@@ -89,10 +84,8 @@ TEST_F(DataFileTest, MissingFileIsCreatedOnYes) {
   app.DataFile = path = folder.Path(u"日記 'a'.sdf");
   hostPath = folder.HostPath("日記 'a'.sdf");
   testing_support::WriteWholeFile(hostPath + "-wal", "left by a killed program");
-  host.answers = {Answer::kYes};
+  Answer("y");
   EXPECT_EQ(OpenDataFile(app), -1);
-  ExpectMessages({"データファイル初期化確認|?|2|0|データファイル '" + platform::ToUtf8(path) +
-                  "' が見つかりません。初期化しますか。"});
   EXPECT_EQ(app.IndexCount, 0);
   EXPECT_EQ(SysInfo(u"ProgName"), "Morvenly");
   EXPECT_EQ(SysInfo(u"ProgVer"), "3.2.2010.1114");
@@ -114,67 +107,48 @@ TEST_F(DataFileTest, MissingFileIsCreatedOnYes) {
     EXPECT_EQ(entry.status().permissions(), std::filesystem::perms(0600)) << entry.path();
   }
   DisconnectDataFile();
-  EXPECT_EQ(FilesInFolder(), std::vector<std::string>{"日記 'a'.sdf"});
+  EXPECT_EQ(FilesInFolder(), Texts{"日記 'a'.sdf"});
   EXPECT_EQ(FileBytes().substr(18, 2), "\1\1") << "closed in the rollback form";
 }
 
 TEST_F(DataFileTest, MissingFileRoads) {
+  const std::u16string gone = folder.Path(u"gone\\user.sdf");
   const std::string missing = platform::ToUtf8(path);
-  const std::string initialTitle = "データファイル初期化確認|?|2|0|";
-  const std::string failed =
-      "データファイル初期化失敗|s|0|0|データファイルの初期化に失敗しました。(0)\n"
-      "プログラムを終了します。";
+  const std::string goneFolder = platform::ToUtf8(folder.Path(u"gone"));
+  const Texts create = {"データファイル初期化確認|?20|データファイル '" + missing +
+                        "' が見つかりません。初期化しますか。"};
+  const Texts badName = {
+      "データファイル名不正|s00|指定されているデータファイル名'user.sdf'が不正です。",
+      "データファイル初期化失敗|s00|データファイルの初期化に失敗しました。(0)\n"
+      "プログラムを終了します。"};
+  const std::string noFolder = "データファイル初期化確認|?20|データファイルを格納したフォルダ '" +
+                               goneFolder + "' が見つかりません。\n";
+  const Texts createBeside = {noFolder +
+                              "アプリケーションフォルダ下にデータファイルを作成しますか。"};
+  const Texts takeBeside = {noFolder + "アプリケーションフォルダ下のデータファイル '" + missing +
+                            "' に変更しますか。"};
+  host.programPath = folder.Path(u"Morvenly");
   struct Row {
     const char* why;
     std::u16string dataFile;
-    std::deque<Answer> answers;
+    const char* answers;
     int result;
-    std::vector<std::string> messages;
+    Texts shown;
   };
-  const std::u16string gone = folder.Path(u"gone\\user.sdf");
-  const std::string goneText = "データファイルを格納したフォルダ '" +
-                               platform::ToUtf8(folder.Path(u"gone")) + "' が見つかりません。\n";
-  host.programPath = folder.Path(u"Morvenly");
   const Row rows[] = {
-      {"No at the question",
-       path,
-       {Answer::kNo},
-       -101,
-       {initialTitle + "データファイル '" + missing + "' が見つかりません。初期化しますか。"}},
-      {"a name without a backslash",
-       u"user.sdf",
-       {},
-       -101,
-       {"データファイル名不正|s|0|0|指定されているデータファイル名'user.sdf'が不正です。", failed}},
-      {"a missing folder, nothing beside the program, No",
-       gone,
-       {Answer::kNo},
-       -101,
-       {initialTitle + goneText + "アプリケーションフォルダ下にデータファイルを作成しますか。"}},
-      {"the same, Yes",
-       gone,
-       {Answer::kYes},
-       -1,
-       {initialTitle + goneText + "アプリケーションフォルダ下にデータファイルを作成しますか。"}},
-      {"a missing folder, a file beside the program, No",
-       gone,
-       {Answer::kNo},
-       -101,
-       {initialTitle + goneText + "アプリケーションフォルダ下のデータファイル '" + missing +
-        "' に変更しますか。"}},
-      {"the same, Yes: the file is connected",
-       gone,
-       {Answer::kYes},
-       -1,
-       {initialTitle + goneText + "アプリケーションフォルダ下のデータファイル '" + missing +
-        "' に変更しますか。"}},
+      {"No at the question", path, "n", -101, create},
+      {"a name without a backslash", u"user.sdf", "", -101, badName},
+      {"a missing folder, nothing beside the program, No", gone, "n", -101, createBeside},
+      {"the same, Yes", gone, "y", -1, createBeside},
+      {"a missing folder, a file beside the program, No", gone, "n", -101, takeBeside},
+      {"the same, Yes: the file is connected", gone, "y", -1, takeBeside},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.why);
     app.DataFile = row.dataFile;
-    host.answers = row.answers;
+    Answer(row.answers);
     EXPECT_EQ(OpenDataFile(app), row.result);
-    ExpectMessages(row.messages);
+    EXPECT_EQ(Shown(), row.shown);
     EXPECT_EQ(app.DataFile, row.result == -1 ? path : row.dataFile);
     EXPECT_EQ(dbSession().UserTable != nullptr, row.result == -1);
     DisconnectDataFile();
@@ -182,49 +156,46 @@ TEST_F(DataFileTest, MissingFileRoads) {
 }
 
 TEST_F(DataFileTest, FormatsAreUpgraded) {
-  const std::string notLatest =
-      "バージョン更新確認(1/2)|?|2|1|データファイルのフォーマットが最新ではありません。\n"
+  const Texts questions = {
+      "バージョン更新確認(1/2)|?21|データファイルのフォーマットが最新ではありません。\n"
       "処理を継続するためにはフォーマットを更新する必要があります。\n"
-      "フォーマットを更新しますか。";
-  const std::string backup = "バージョン更新確認(2/2)|?|2|1|更新の前にデータファイル\n" +
-                             platform::ToUtf8(path) +
-                             "\"をバックアップされることを推奨します。\n"
-                             "フォーマットの更新を開始してもよろしいですか。";
-  const std::string done =
-      "更新完了|i|0|0|データファイルのフォーマットを 3.2.2010.0623 に更新しました。";
+      "フォーマットを更新しますか。",
+      "バージョン更新確認(2/2)|?21|更新の前にデータファイル\n" + platform::ToUtf8(path) +
+          "\"をバックアップされることを推奨します。\n"
+          "フォーマットの更新を開始してもよろしいですか。",
+      "更新完了|i00|データファイルのフォーマットを 3.2.2010.0623 に更新しました。"};
   struct Row {
     const char* why;
     std::u16string version;
-    bool extItems, rcdrPosition, keysComeBack;
+    bool extItems, rcdrPosition;
     int result;
+    const char* latitude;
   };
   const Row rows[] = {
-      {"the oldest: keys and columns", u"3.1.2010.0429", false, false, true, -2},
-      {"columns alone", u"3.1.2010.0430", false, false, false, -2},
-      {"stamps alone", u"3.1.2010.0623", true, true, true, -2},
-      {"current", u"3.2.2010.0623", true, true, true, 0},
-      {"later than ours", u"3.3.2011.0101", true, true, true, 0},
+      {"the oldest: keys and columns", u"3.1.2010.0429", false, false, -2, ""},
+      {"columns alone", u"3.1.2010.0430", false, false, -2, "(none)"},
+      {"stamps alone", u"3.1.2010.0623", true, true, -2, ""},
+      {"current", u"3.2.2010.0623", true, true, 0, ""},
+      {"later than ours", u"3.3.2011.0101", true, true, 0, ""},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.why);
     MakeOldFile(row.version, row.extItems, row.rcdrPosition);
     const bool upgraded = row.result == -2;
-    if (upgraded) host.answers = {Answer::kYes, Answer::kYes};
+    if (upgraded) Answer("yy");
     EXPECT_EQ(OpenDataFile(app), row.result);
-    ExpectMessages(upgraded ? std::vector<std::string>{notLatest, backup, done}
-                            : std::vector<std::string>{});
+    EXPECT_EQ(Shown(), upgraded ? questions : Texts{});
     EXPECT_EQ(SysInfo(u"DBFmtVer"), upgraded ? "3.2.2010.0623" : platform::ToUtf8(row.version));
     EXPECT_EQ(SysInfo(u"UpdProgVer"), upgraded ? "3.2.2010.1114" : "(none)");
     EXPECT_EQ(SysInfo(u"UpdateTime"), upgraded ? "2010/06/23 10:45:30" : "(none)");
-    EXPECT_EQ(TextValue(*dbSession().TextTable, u"RcdrLatitude"), row.keysComeBack ? "" : "(none)");
-    EXPECT_EQ(app.IndexCount, 1);
-    Action action;
-    ASSERT_EQ(Users().ReadById(u"ID2010062310453000", action), 0);
-    EXPECT_EQ(action[kSubject], u"古い");
+    EXPECT_EQ(TextValue(*dbSession().TextTable, u"RcdrLatitude"), row.latitude);
+    ASSERT_EQ(app.IndexCount, 1) << "the rows stay";
+    const std::u16string id(app.ActIds.At(0));
+    Action action = MakeAction(u"2010/06/23 10:45:30", u"2010/06/23 10:45:30");
     action[kSubject] = std::u16string(120, u'長');
     action[kExtItems] = u"x";
-    ASSERT_EQ(Users().Update(u"ID2010062310453000", action), 0);
-    ASSERT_EQ(Users().ReadById(u"ID2010062310453000", action), 0);
+    ASSERT_EQ(Users().Update(id, action), 0);
+    ASSERT_EQ(Users().ReadById(id, action), 0);
     EXPECT_EQ(action[kSubject]->size(), row.extItems ? 50u : 100u);
     EXPECT_EQ(action[kExtItems], u"x");
     EXPECT_EQ(ReadAll(u"PRAGMA integrity_check", u"integrity_check"), "ok\n");
@@ -236,13 +207,11 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
   MakeOldFile(u"3.1.2010.0430", false, true);
   std::filesystem::permissions(hostPath, std::filesystem::perms(0644));
   const std::string before = FileBytes();
-  for (const std::deque<Answer>& answers :
-       {std::deque{Answer::kNo}, std::deque{Answer::kYes, Answer::kNo}}) {
-    host.answers = answers;
+  for (const char* answers : {"n", "yn"}) {
+    Answer(answers);
     EXPECT_EQ(OpenDataFile(app), -110);
-    EXPECT_EQ(host.messages.back().text,
-              u"フォーマットの更新が中止されました。\nプログラムを終了します。");
-    EXPECT_EQ(host.messages.back().title, u"更新中止");
+    EXPECT_EQ(Shown().back(),
+              "更新中止|i00|フォーマットの更新が中止されました。\nプログラムを終了します。");
     EXPECT_EQ(FileBytes(), before);
     EXPECT_EQ(FilesInFolder().size(), 1u);
     EXPECT_EQ(std::filesystem::status(hostPath).permissions(), std::filesystem::perms(0644));
@@ -251,11 +220,11 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
 
 TEST_F(DataFileTest, UpgradeOfAFileThatHasTheColumnFails) {
   MakeOldFile(u"3.1.2010.0430", true, true);
-  host.answers = {Answer::kYes, Answer::kYes};
+  Answer("yy");
   EXPECT_EQ(OpenDataFile(app), -110);
-  EXPECT_EQ(host.messages.back().text,
-            u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。");
-  EXPECT_EQ(host.messages.back().title, u"フォーマット更新失敗");
+  EXPECT_EQ(Shown().back(),
+            "フォーマット更新失敗|s00|データファイルのフォーマット更新に失敗しました。\n"
+            "プログラムを終了します。");
 }
 
 TEST_F(DataFileTest, LookingAtAFileChangesNoByte) {
@@ -275,59 +244,49 @@ TEST_F(DataFileTest, LookingAtAFileChangesNoByte) {
 }
 
 TEST_F(DataFileTest, ChangeToAnotherFile) {
+  const std::u16string other = folder.Path(u"other.sdf");
+  const std::u16string fresh = folder.Path(u"new\\fresh.sdf");
   CreateFile();
   InsertAction(u"2010/06/23 10:00:00");
-  ASSERT_EQ(CreateDataFile(folder.Path(u"other.sdf")), 0);
+  ASSERT_EQ(CreateDataFile(other), 0);
   InsertAction(u"2010/06/23 11:00:00");
   InsertAction(u"2010/06/23 12:00:00");
   testing_support::WriteWholeFile(folder.HostPath("bad.sdf"), "no data file");
   ASSERT_EQ(OpenDataFile(app), 0);
-  const std::string change = "データファイル変更確認|?|1|0|指定されたデータファイルに変更します。";
-  const std::string missing =
-      "データファイル初期化確認|?|2|0|指定されたデータファイルは存在しません。初期化しますか。";
-  const std::string folderMissing =
-      "フォルダ作成確認|?|2|0|指定されたフォルダは存在しません。作成しますか。";
+  const Texts change = {"データファイル変更確認|?10|指定されたデータファイルに変更します。"};
+  const Texts bad = {change[0],
+                     "データファイル不正|s00|データファイルの内容が不正です。\n"
+                     "データファイルの変更を中止します。"};
+  const Texts badName = {"データファイル名不正|s00|指定されているデータファイル名が不正です。"};
+  const Texts missing = {
+      "データファイル初期化確認|?20|指定されたデータファイルは存在しません。"
+      "初期化しますか。"};
+  const Texts noFolder = {"フォルダ作成確認|?20|指定されたフォルダは存在しません。作成しますか。"};
   struct Row {
     const char* why;
     std::u16string path;
-    std::deque<Answer> answers;
+    const char* answers;
     int result;
     std::u16string dataFile;
     int indexCount;
-    std::vector<std::string> messages;
+    Texts shown;
   };
-  const std::u16string other = folder.Path(u"other.sdf");
-  const std::u16string fresh = folder.Path(u"new\\fresh.sdf");
   const Row rows[] = {
-      {"Cancel", other, {Answer::kCancel}, -1, path, 1, {change}},
-      {"a bad file: back to the old one",
-       folder.Path(u"bad.sdf"),
-       {Answer::kOk},
-       0,
-       path,
-       1,
-       {change,
-        "データファイル不正|s|0|0|データファイルの内容が不正です。\n"
-        "データファイルの変更を中止します。"}},
-      {"an existing one", other, {Answer::kOk}, 0, other, 2, {change}},
-      {"a name without a backslash",
-       u"x.sdf",
-       {},
-       -1,
-       other,
-       2,
-       {"データファイル名不正|s|0|0|指定されているデータファイル名が不正です。"}},
-      {"a new one, No", folder.Path(u"x.sdf"), {Answer::kNo}, -1, other, 2, {missing}},
-      {"a new folder, No", fresh, {Answer::kNo}, -1, other, 2, {folderMissing}},
-      {"a new folder, Yes", fresh, {Answer::kYes}, 0, fresh, 0, {folderMissing}},
+      {"Cancel", other, "c", -1, path, 1, change},
+      {"a bad file: back to the old one", folder.Path(u"bad.sdf"), "o", 0, path, 1, bad},
+      {"an existing one", other, "o", 0, other, 2, change},
+      {"a name without a backslash", u"x.sdf", "", -1, other, 2, badName},
+      {"a new one, No", folder.Path(u"x.sdf"), "n", -1, other, 2, missing},
+      {"a new folder, No", fresh, "n", -1, other, 2, noFolder},
+      {"a new folder, Yes", fresh, "y", 0, fresh, 0, noFolder},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.why);
     app.SelActId = u"ID2010062310453000";
     app.RcdrLoaded = true;
-    host.answers = row.answers;
+    Answer(row.answers);
     EXPECT_EQ(ChangeDataFile(app, row.path), row.result);
-    ExpectMessages(row.messages);
+    EXPECT_EQ(Shown(), row.shown);
     EXPECT_EQ(app.DataFile, row.dataFile);
     EXPECT_EQ(app.IndexCount, row.indexCount);
     EXPECT_EQ(app.SelActId.empty(), row.result == 0);
@@ -336,11 +295,11 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   }
   EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("bad.sdf")), "no data file");
   // A path where no file can be made ends with no file open.
-  testing_support::WriteWholeFile(folder.HostPath("file"), "");
-  host.answers = {Answer::kYes};
-  EXPECT_EQ(ChangeDataFile(app, folder.Path(u"file\\x.sdf")), -10);
-  EXPECT_EQ(host.messages.back().text,
-            u"データファイルの初期化に失敗しました。(-2147467259)\nプログラムを終了します。");
+  Answer("y");
+  EXPECT_EQ(ChangeDataFile(app, folder.Path(u"bad.sdf\\x.sdf")), -10);
+  EXPECT_EQ(Shown().back(),
+            "データファイル初期化失敗|s00|データファイルの初期化に失敗しました。(-2147467259)\n"
+            "プログラムを終了します。");
   EXPECT_FALSE(dbSession().Session);
   EXPECT_EQ(app.IndexCount, 0);
 }

@@ -66,8 +66,7 @@ TEST_F(SideTablesTest, NamedNumbers) {
 
 TEST_F(SideTablesTest, HistoryRowsAreUpdatedInPlaceOrInserted) {
   CRcdrDataTable& table = *dbSession().RcdrTable;
-  for (int i = 0; i < 6; ++i)
-    ASSERT_EQ(table.SetRcdrRow(i, u"ID000000000000000" + core::ZeroPadded(i, 1)), 0);
+  for (int i = 0; i < 6; ++i) ASSERT_EQ(table.SetRcdrRow(i, u"ID" + core::ZeroPadded(i, 16)), 0);
   ASSERT_EQ(table.SetRcdrRow(3, u"ID9999999999999999"), 0);
   EXPECT_EQ(CountRows(u"select * from t_RcdrData"), 6);
   constexpr std::u16string_view kId[] = {u"f_nchActId"};
