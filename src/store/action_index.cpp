@@ -85,7 +85,8 @@ int LoadActionIndex(core::CAppState& app) {
   app.IndexCount = app.TotalCount = 0;
   if (!dbSession().UserTable) return -3;
   CUserDataTable& table = *dbSession().UserTable;
-  HRESULT result = table.GetRS(u"select f_nchActId,f_nchStaDateTime from t_UserData", kColumns);
+  HRESULT result =
+      table.GetRS(u"select f_nchActId,f_nchStaDateTime from t_UserData order by rowid", kColumns);
   if (Failed(result)) {
     table.CloseRS();
     return -3;

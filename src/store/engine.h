@@ -108,7 +108,7 @@ class Engine {
                     std::span<const std::u16string_view> columns, ColumnTexts row);
   HRESULT UpdateFirst(std::u16string_view table, const Field& key, std::span<const Field> fields);
   HRESULT DeleteFirst(std::u16string_view table, const Field& key);
-  // One row in a transaction of its own.
+  // One row, in a transaction of its own unless one is open.
   HRESULT Insert(std::u16string_view table, std::span<const Field> fields);
 
  private:
