@@ -95,8 +95,10 @@ bool CEditAction::DeleteRow() {
 int CEditAction::PositionBehindDelete(const std::optional<std::u16string>& neighbour) const {
   if (!neighbour) {
     const std::u16string_view start = store::TextOf(loaded_, store::kStaDateTime);
-    const int index = store::FindActionIndexLower(app_, start.substr(0, 10), start.substr(11, 8),
-                                                  store::LowerMode::kAtOrAfter);
+    // A start that another program wrote may end before its time.
+    const std::u16string_view time = start.substr(std::min<size_t>(11, start.size()), 8);
+    const int index =
+        store::FindActionIndexLower(app_, start.substr(0, 10), time, store::LowerMode::kAtOrAfter);
     return std::min(index, app_.IndexCount - 1);
   }
   const int index = store::FindActionPosition(app_, *neighbour);

@@ -276,17 +276,32 @@ TEST_F(EditAction, DeleteShowsTheNeighbourInContinuousEntry) {
 
 TEST_F(EditAction, DeletingTheOnlyFoundActionShowsTheNextOfAll) {
   app.EditOpeCont = 1;
-  app.FindWhere = u"f_nvcPlace = 'レストラン'";
-  app.ActIds.Clear();
-  app.ActStarts.Clear();
-  app.ActIds.Append(noon);
-  app.ActStarts.Append(u"2010/06/23 12:00:00");
-  app.IndexCount = 1;
-  CEditAction screen = OpenAt(0);
-  host.answers = {Answer::kYes};
-  screen.OnCommand(kIdMenuDelete);
-  EXPECT_EQ(app.SelActId, evening);
-  EXPECT_EQ(app.SelIndex, 1);
+  const std::u16string dateAlone = Insert(u"2010/06/23 08:00:00", u"2010/06/23 08:30:00", u"公園");
+  store::dbSession().Session->Execute(
+      u"update t_UserData set f_nchStaDateTime = '2010/06/23' where f_nchActId = '" + dateAlone +
+      u"'");
+  const struct {
+    const char* why;
+    std::u16string found, start, next;
+    int position;
+  } rows[] = {
+      {"by its time", noon, u"2010/06/23 12:00:00", evening, 2},
+      {"or its date, where another program wrote no more", dateAlone, u"2010/06/23", morning, 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    app.FindWhere = u"f_nchActId = '" + row.found + u"'";
+    app.ActIds.Clear();
+    app.ActStarts.Clear();
+    app.ActIds.Append(row.found);
+    app.ActStarts.Append(row.start);
+    app.IndexCount = 1;
+    CEditAction screen = OpenAt(0);
+    host.answers = {Answer::kYes};
+    screen.OnCommand(kIdMenuDelete);
+    EXPECT_EQ(app.SelActId, row.next);
+    EXPECT_EQ(app.SelIndex, row.position);
+  }
 }
 
 TEST_F(EditAction, DeleteEndsTheScreenOtherwise) {
