@@ -34,6 +34,11 @@ enum class Picker {
 
 enum class MemoInput { kList = 1, kEdit = 2 };
 
+// What the columns hold, in 16-bit units. A longer text is cut as its picker closes, so that its
+// field shows what will be stored.
+inline constexpr size_t kLongestText = 500;
+inline constexpr size_t kLongestMemo = 2000;
+
 // Result codes of the screen.
 inline constexpr int kEndChanged = 1;  // the main window's views have to be filled anew
 inline constexpr int kEndUnchanged = 2;
@@ -112,6 +117,8 @@ class CEditAction {
   // What the list of the open picker offers, and the row it opens at (-1: none).
   std::vector<std::u16string> PickerRows() const;
   int PickerRow() const;
+  // The most that its line takes.
+  size_t LongestPickerText() const;
 
   // Fills the state for an OpenMode. Modes 2, 4 and 5 take the Action at app.SelIndex, or that of
   // app.SelActId where SelIndex is no position. False, after a message, if it cannot be read: there
@@ -160,9 +167,10 @@ class CEditAction {
   void OpenPicker(Picker which);
   bool ReadTime(Picker which, StartEnd& times) const;
   void ApplyPlace();
+  void ApplyCategory(std::u16string& field, core::HistoryList& history);
   void ApplyMemo(Picker which);
   void SwitchMemoInput(Picker closed);
-  void ChangeField(std::u16string& field, std::u16string_view text);
+  void ChangeField(std::u16string& field, std::u16string_view text, size_t longest);
   void ChangeTimes(const StartEnd& times);
 
   // edit_write.cpp

@@ -315,7 +315,8 @@ void CEditActionDlg::FillPicker() {
     memoEdit_->setPlainText(ToQt(edit_.pickerText));
     memoEdit_->moveCursor(QTextCursor::End);
   } else {
-    list_->Open(edit_.PickerRows(), edit_.PickerRow(), ToQt(edit_.pickerText));
+    list_->Open(edit_.PickerRows(), edit_.PickerRow(), ToQt(edit_.pickerText),
+                static_cast<int>(edit_.LongestPickerText()));
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/date_time.h"
 #include "edit/edit_action.h"
+#include "platform/conversion.h"
 #include "platform/host.h"
 
 namespace edit {
@@ -24,6 +25,14 @@ std::u16string WithStoredLineEnds(std::u16string_view text) {
     if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') i++;
   }
   return out;
+}
+
+// The first `longest` units of `text`, but no half of a surrogate pair or of a line end.
+std::u16string_view Cut(std::u16string_view text, size_t longest) {
+  text = text.substr(0, longest);
+  const bool isHalf =
+      text.size() == longest && (platform::IsHighHalf(text.back()) || text.back() == u'\r');
+  return isHalf ? text.substr(0, longest - 1) : text;
 }
 
 bool IsTime(Picker picker) {
@@ -69,6 +78,10 @@ int CEditAction::PickerRow() const {
     if (IsTime(picker) && rows[i] < pickerText) nearest = static_cast<int>(i);
   }
   return nearest;
+}
+
+size_t CEditAction::LongestPickerText() const {
+  return picker == Picker::kMemoList ? kLongestMemo : kLongestText;
 }
 
 Picker CEditAction::PickerOf(int controlId) const {
@@ -159,12 +172,10 @@ bool CEditAction::ApplyPicker() {
       ApplyPlace();
       break;
     case Picker::kCategory1:
-      app_.Category1History.Add(pickerText);
-      ChangeField(fields.category1, pickerText);
+      ApplyCategory(fields.category1, app_.Category1History);
       break;
     case Picker::kCategory2:
-      app_.Category2History.Add(pickerText);
-      ChangeField(fields.category2, pickerText);
+      ApplyCategory(fields.category2, app_.Category2History);
       break;
     case Picker::kMemoList:
     case Picker::kMemoEdit:
@@ -198,10 +209,15 @@ bool CEditAction::ReadTime(Picker which, StartEnd& times) const {
 // With the recorder's movements kept out of the history, a place that holds the separator is one of
 // them; with an empty separator every place is.
 void CEditAction::ApplyPlace() {
+  ChangeField(fields.place, pickerText, kLongestText);
   const bool isMovement =
-      app_.PlaceSepaStr.empty() || pickerText.find(app_.PlaceSepaStr) != std::u16string::npos;
-  if (app_.NoMemPlaceSepaStr != 1 || !isMovement) app_.PlaceHistory.Add(pickerText);
-  ChangeField(fields.place, pickerText);
+      app_.PlaceSepaStr.empty() || fields.place.find(app_.PlaceSepaStr) != std::u16string::npos;
+  if (app_.NoMemPlaceSepaStr != 1 || !isMovement) app_.PlaceHistory.Add(fields.place);
+}
+
+void CEditAction::ApplyCategory(std::u16string& field, core::HistoryList& history) {
+  ChangeField(field, pickerText, kLongestText);
+  history.Add(field);
 }
 
 // A text that comes back as the picker got it leaves the memo with the line breaks that it has.
@@ -211,7 +227,7 @@ void CEditAction::ApplyMemo(Picker which) {
   const std::u16string typed = isList ? pickerText : WithStoredLineEnds(pickerText);
   const std::u16string shown =
       isList ? core::RemoveLineBreaks(fields.memo) : WithStoredLineEnds(fields.memo);
-  if (typed != shown) ChangeField(fields.memo, typed);
+  if (typed != shown) ChangeField(fields.memo, typed, kLongestMemo);
   app_.MemoHistory.Add(fields.memo);
 }
 
@@ -222,9 +238,9 @@ void CEditAction::SwitchMemoInput(Picker closed) {
   if (closed == Picker::kMemoList || closed == Picker::kMemoEdit) OpenPicker(PickerOf(kIdMemo));
 }
 
-void CEditAction::ChangeField(std::u16string& field, std::u16string_view text) {
-  if (field == text) return;
-  field = text;
+void CEditAction::ChangeField(std::u16string& field, std::u16string_view text, size_t longest) {
+  if (field == text || field == Cut(text, longest)) return;
+  field = Cut(text, longest);
   dirty = true;
 }
 

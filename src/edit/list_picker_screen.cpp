@@ -41,12 +41,14 @@ ListPicker::ListPicker(QWidget* parent)
   hide();
 }
 
-void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QString& text) {
+void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QString& text,
+                      int longest) {
   rows_->clear();
   for (const std::u16string& entry : rows) {
     auto* item = new QListWidgetItem(ToQt(entry), rows_);
     item->setSizeHint(QSize(0, RowHeight()));
   }
+  line_->setMaxLength(longest);
   ShowText(text);
   rows_->setCurrentRow(row);
 }

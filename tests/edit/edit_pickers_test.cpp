@@ -117,6 +117,41 @@ TEST_F(EditPickers, MovementsMayStayOutOfThePlaces) {
   }
 }
 
+TEST_F(EditPickers, AFieldShowsNoMoreThanIsStored) {
+  app.EditOpeCont = 1;
+  screen.OnCommand(kIdMemoInput);
+  const std::u16string shown(500, u'あ');
+  const struct {
+    const char* why;
+    int control;
+    store::ActionColumn column;
+    std::u16string& field;
+    std::u16string typed;
+    size_t length;
+  } rows[] = {
+      {"what just fits", kIdPlace, store::kPlace, screen.fields.place, shown, 500},
+      {"one more", kIdPlace, store::kPlace, screen.fields.place, shown + u"い", 500},
+      {"no half character", kIdCategory1, store::kCategory1, screen.fields.category1,
+       shown.substr(1) + u"\U00020BB7", 499},
+      {"a long category", kIdCategory2, store::kCategory2, screen.fields.category2, shown + shown,
+       500},
+      {"a memo", kIdMemo, store::kMemo, screen.fields.memo, std::u16string(3000, u'う'), 2000},
+      {"no half line end", kIdMemo, store::kMemo, screen.fields.memo,
+       std::u16string(1999, u'え') + u"\nお", 1999},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    Pick(row.control, row.typed);
+    EXPECT_EQ(row.field, row.typed.substr(0, row.length));
+    screen.OnCommand(kIdWrite);
+    EXPECT_EQ(Read(noon)[row.column], row.field);
+  }
+  EXPECT_EQ(app.PlaceHistory.Entries(), std::vector{shown});
+  screen.dirty = false;
+  Pick(kIdPlace, shown + u"い");
+  EXPECT_FALSE(screen.dirty) << "nothing is left of the change";
+}
+
 TEST_F(EditPickers, TheMemoListKeepsTheLineBreaksOfAnUntouchedMemo) {
   screen.fields.memo = u"一行目\r\n二行目";
   screen.OnCommand(kIdMemo);
