@@ -67,6 +67,8 @@ bool CEditAction::IsEnabled(int commandId) const {
     case kIdMenuReference:
       return workingMode == WorkingMode::kChange;
     case kIdMenuExtItems:
+    case kIdLatitude:
+    case kIdLongitude:
     case kIdAskPosition:
     case kIdShowPosition:
     case kIdClearPosition:

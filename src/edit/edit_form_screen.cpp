@@ -50,8 +50,6 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(pa
   AddLabel(kIdMemoLabel, app.MemoName);
   AddField(kIdMemo, app.MemoName);
   AddButton(kIdMemoInput, QString(), ToQt(app.MemoName));
-  // A tap on a position would ask for one.
-  for (const int id : {kIdLatitude, kIdLongitude}) fields_[id]->setFocusPolicy(Qt::NoFocus);
 }
 
 void EditForm::AddField(int id, const std::u16string& name, int smallest) {
@@ -89,13 +87,13 @@ void EditForm::ShowState(const CEditAction& state) {
   fields_[kIdStartTime]->ShowValue(ToQt(fields.times.staTime));
   fields_[kIdEndDate]->ShowValue(ToQt(fields.times.endDate));
   fields_[kIdEndTime]->ShowValue(ToQt(fields.times.endTime));
-  fields_[kIdEndTime]->setEnabled(state.IsEnabled(kIdEndTime));
   fields_[kIdLatitude]->ShowValue(ToQt(fields.latitude));
   fields_[kIdLongitude]->ShowValue(ToQt(fields.longitude));
   fields_[kIdPlace]->ShowValue(ToQt(fields.place));
   fields_[kIdCategory1]->ShowValue(ToQt(fields.category1));
   fields_[kIdCategory2]->ShowValue(ToQt(fields.category2));
   fields_[kIdMemo]->ShowValue(ToQt(fields.memo));
+  for (const auto& [id, field] : fields_) field->setEnabled(state.IsEnabled(id));
   static_cast<QPushButton*>(controls_[kIdMemoInput])
       ->setText(state.memoInput == MemoInput::kList ? QStringLiteral("▼") : QStringLiteral("≡"));
 }

@@ -15,7 +15,7 @@ constexpr QRgb kFieldColor = 0xFFE0E0E0;
 constexpr QRgb kPressedColor = 0xFFC0C0C0;
 constexpr QRgb kEdgeColor = 0xFFB0B0B0;
 constexpr QRgb kTextColor = 0xFF000000;
-constexpr QRgb kDisabledTextColor = 0xFF707070;
+constexpr QRgb kDisabledTextColor = 0xFF606060;
 
 }  // namespace
 

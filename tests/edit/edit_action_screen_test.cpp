@@ -96,6 +96,8 @@ TEST_F(EditActionScreen, ShowsTheAction) {
               EXPECT_TRUE(MenuItem(kIdMenuFollow)->isEnabled());
               EXPECT_FALSE(MenuItem(kIdMenuExtItems)->isEnabled());
               EXPECT_FALSE(MenuItem(kIdAskPosition)->isEnabled());
+              EXPECT_FALSE(Find<FieldButton>("1128")->isEnabled());
+              EXPECT_TRUE(Find<FieldButton>("1110")->isEnabled());
               Tap("2");
             }),
             platform::qt::kResultCancel);
