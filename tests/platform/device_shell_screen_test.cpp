@@ -99,6 +99,30 @@ TEST(SoftKeyBar, OpensItsMenuAboveItself) {
   bar.Menu().close();
 }
 
+TEST(ModalScreen, TheSecondClickOfItsOpeningHitsNothing) {
+  QWidget window;
+  window.show();
+  ModalScreen screen(&window);
+  Watched child;
+  child.setParent(&screen);
+  QTimer::singleShot(0, [&] {
+    const QPoint at(5, 5);
+    Mouse(child, QEvent::MouseButtonDblClick, at, Qt::LeftButton);
+    Mouse(child, QEvent::MouseMove, at, Qt::LeftButton);
+    Mouse(child, QEvent::MouseButtonRelease, at, Qt::LeftButton);
+    EXPECT_EQ(child.presses + child.moves + child.releases, 0);
+    // A double click that begins here acts twice.
+    Mouse(child, QEvent::MouseButtonPress, at, Qt::LeftButton);
+    Mouse(child, QEvent::MouseButtonRelease, at, Qt::LeftButton);
+    Mouse(child, QEvent::MouseButtonDblClick, at, Qt::LeftButton);
+    Mouse(child, QEvent::MouseButtonRelease, at, Qt::LeftButton);
+    EXPECT_EQ(child.presses, 2);
+    EXPECT_EQ(child.releases, 2);
+    screen.EndScreen(platform::qt::kResultOk);
+  });
+  screen.RunModal();
+}
+
 TEST(ModalScreen, CoversTheWindowAndGivesItBack) {
   QWidget window;
   window.resize(240, 320);

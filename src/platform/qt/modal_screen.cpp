@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QList>
+#include <utility>
 #include <vector>
 
 namespace platform::qt {
@@ -34,14 +35,15 @@ int ModalScreen::RunModal() {
   }
   setEnabled(true);  // another screen may have covered this one before it was run
   setGeometry(window->rect());
-  window->installEventFilter(this);
+  qApp->installEventFilter(this);
   runningScreens.push_back(this);
+  pressed_ = swallowing_ = false;
   show();
   raise();
   if (window->focusWidget() == nullptr || !isAncestorOf(window->focusWidget())) setFocus();
   loop_.exec();
   runningScreens.pop_back();
-  window->removeEventFilter(this);
+  qApp->removeEventFilter(this);
   hide();
   for (const QPointer<QWidget>& sibling : covered) {
     if (sibling) sibling->setEnabled(true);
@@ -64,7 +66,25 @@ bool ModalScreen::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parentWidget() && event->type() == QEvent::Resize) {
     setGeometry(parentWidget()->rect());
   }
-  return QWidget::eventFilter(watched, event);
+  auto* widget = qobject_cast<QWidget*>(watched);
+  const bool isHere = widget != nullptr && (widget == this || isAncestorOf(widget));
+  return (isHere && BelongsToOpeningClick(event->type())) || QWidget::eventFilter(watched, event);
+}
+
+bool ModalScreen::BelongsToOpeningClick(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+      pressed_ = true;
+      swallowing_ = false;
+      return false;
+    case QEvent::MouseButtonDblClick:
+      swallowing_ = !pressed_;
+      return swallowing_;
+    case QEvent::MouseButtonRelease:
+      return std::exchange(swallowing_, false);
+    default:
+      return swallowing_ && type == QEvent::MouseMove;
+  }
 }
 
 void ModalScreen::keyPressEvent(QKeyEvent* event) {

@@ -3,6 +3,7 @@
 // orientation under every window system.
 #pragma once
 
+#include <QEvent>
 #include <QEventLoop>
 #include <QPointer>
 #include <QWidget>
@@ -22,8 +23,8 @@ class ModalScreen : public QWidget {
   int RunModal();
   void EndScreen(int result);
 
-  // The user closes the window while this is the topmost screen. True lets the window go: the screen
-  // must have ended itself. The default ends it with kResultCancel.
+  // The user closes the window while this is the topmost screen. True lets the window go: the
+  // screen must have ended itself. The default ends it with kResultCancel.
   virtual bool OnWindowClosing();
 
   // The topmost running screen, or nullptr.
@@ -35,8 +36,14 @@ class ModalScreen : public QWidget {
   virtual void OnEscape() { EndScreen(kResultCancel); }
 
  private:
+  // A user who double-clicks what opened the screen means nothing on it: the second click, a double
+  // click without a press of its own here, is swallowed together with its release.
+  bool BelongsToOpeningClick(QEvent::Type type);
+
   QEventLoop loop_;
   int result_ = kResultCancel;
+  bool pressed_ = false;     // at least once since the screen was opened
+  bool swallowing_ = false;  // from such a double click to its release
 };
 
 }  // namespace platform::qt
