@@ -3,6 +3,7 @@
 // that paints the same day out of the same file.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -98,14 +99,23 @@ std::filesystem::path MakeFolder() {
       "select printf('ID%016d', i), '2026/01/01 00:00:00', "
       "printf('%s %02d:%02d:00', day, hour, minute), "
       "printf('%s %02d:%02d:00', day, hour, minute + 25), null, null, null, '会社', '仕事', "
-      "'打合せ', '次の版の相談', null from a order by i desc",
+      "'打合せ', '次の版の相談', null from a order by day, hour, minute",
       nullptr, nullptr, nullptr);
   sqlite3_close(database);
   if (filled != SQLITE_OK) std::abort();
   return folder;
 }
 
-double SecondsToPaint(const std::filesystem::path& folder, const char* mode) {
+struct Cost {
+  double clockSeconds;
+  double cpuSeconds;
+};
+
+double SecondsOf(const timeval& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+Cost StartUntilPainted(const std::filesystem::path& folder, const char* mode) {
   int report[2];
   if (pipe(report) != 0) std::abort();
   const auto start = std::chrono::steady_clock::now();
@@ -121,13 +131,23 @@ double SecondsToPaint(const std::filesystem::path& folder, const char* mode) {
   const bool painted = read(report[0], &mark, 1) == 1;
   const auto end = std::chrono::steady_clock::now();
   close(report[0]);
-  waitpid(child, nullptr, 0);
+  rusage used{};
+  wait4(child, nullptr, 0, &used);
   if (!painted) std::abort();
-  return std::chrono::duration<double>(end - start).count();
+  return {std::chrono::duration<double>(end - start).count(),
+          SecondsOf(used.ru_utime) + SecondsOf(used.ru_stime)};
 }
 
 void Start(benchmark::State& state, const std::filesystem::path& folder, const char* mode) {
-  for (auto _ : state) state.SetIterationTime(SecondsToPaint(folder, mode));
+  double cpuSeconds = 0;
+  for (auto _ : state) {
+    const Cost cost = StartUntilPainted(folder, mode);
+    state.SetIterationTime(cost.clockSeconds);
+    cpuSeconds += cost.cpuSeconds;
+  }
+  // Of the started process; the library's own column is of this one, which waits.
+  state.counters["cpu_ms"] =
+      benchmark::Counter(cpuSeconds * 1000.0, benchmark::Counter::kAvgIterations);
 }
 
 }  // namespace
@@ -140,6 +160,7 @@ int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   platform::qt::QtHost host;
   platform::SetHost(&host);
+  const QApplication application(argc, argv);  // for the wait cursor while the file is made
   const std::filesystem::path folder = MakeFolder();
   for (const char* program : {"--program", "--smallest"}) {
     benchmark::RegisterBenchmark((std::string("StartToPainted/") + (program + 2)).c_str(), Start,

@@ -11,27 +11,29 @@
 
 namespace {
 
-bool HasDisplay() {
-  return getenv("DISPLAY") != nullptr || getenv("WAYLAND_DISPLAY") != nullptr ||
-         getenv("QT_QPA_PLATFORM") != nullptr;
-}
-
 int Refuse(const char* why) {
   std::fprintf(stderr, "Morvenly: %s\n", why);
   return EXIT_FAILURE;
+}
+
+// Qt gives up where it cannot open a display, with advice that is wrong and a core dump.
+void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type != QtFatalMsg) return;
+  std::_Exit(Refuse("the display cannot be opened; run.sh starts it without one"));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   umask(077);  // a diary is private, whatever is written
-  if (!HasDisplay()) return Refuse("there is no display; run.sh starts it without one");
   platform::qt::QtHost host;
   platform::SetHost(&host);
   if (host.ProgramPath().empty()) {
     return Refuse("its folder has a name that is not UTF-8 or holds a backslash");
   }
+  const QtMessageHandler former = qInstallMessageHandler(RefuseWithoutDisplay);
   const platform::ScreenPlan plan = platform::qt::ScaleToScreen(argc, argv);
+  qInstallMessageHandler(former);
   QApplication application(argc, argv);
   platform::qt::DressApplication(application);
   return app::WinMain(host, plan);

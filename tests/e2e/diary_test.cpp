@@ -220,3 +220,13 @@ TEST(Diary, StartsWithANewActionWhereItsUserWantsThat) {
   device.Press("ctrl+q");
   EXPECT_EQ(program.Wait(), 0);
 }
+
+TEST(Diary, TellsThatThereIsNoDisplay) {
+  const TempFolder folder;
+  Process program(
+      {"env", "-u", "QT_QPA_PLATFORM", "-u", "WAYLAND_DISPLAY", "DISPLAY=:no", MORVENLY_PROGRAM},
+      folder.HostPath("output"));
+  EXPECT_EQ(program.Wait(), EXIT_FAILURE);
+  EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("output")),
+            "Morvenly: the display cannot be opened; run.sh starts it without one\n");
+}
