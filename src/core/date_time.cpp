@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/calendar_value.h"
+#include "core/characters.h"
 #include "core/text.h"
 
 namespace core {
@@ -13,10 +14,6 @@ namespace {
 
 constexpr int kRefused = -10;
 constexpr int kFirstYear = 1900;
-
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
 
 // None if the text is empty or holds anything but digits.
 std::optional<int> ReadNumber(std::u16string_view text) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "core/characters.h"
+
 namespace core {
 namespace {
 
@@ -13,14 +15,6 @@ constexpr struct {
     {u'\\', u'\\'}, {u'"', u'"'}, {u'\'', u'\''}, {u'\t', u't'}, {u'\n', u'n'}, {u'\r', u'r'},
 };
 constexpr size_t kMaxHexDigits = 4;
-
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
-
-bool IsLetterOrDigit(char16_t c) {
-  return IsDigit(c) || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
-}
 
 // 16 for what is no hexadecimal digit.
 int HexValue(char16_t c) {

@@ -7,6 +7,7 @@
 #include <limits>
 #include <system_error>
 
+#include "core/characters.h"
 #include "core/text.h"
 #include "platform/utf.h"
 
@@ -34,10 +35,6 @@ CoordinateParts Split(double value, double& secondsWithFraction) {
   parts.seconds = static_cast<int>(secondsWithFraction);
   parts.milliseconds = static_cast<int>((secondsWithFraction - parts.seconds) * 1000);
   return parts;
-}
-
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
 }
 
 double ToSeconds(std::u16string_view digits) {
@@ -78,7 +75,7 @@ int ParseCoordinate(std::u16string_view text, double& value) {
   bool point = false;
   for (size_t i = 0; i < text.size(); i++) {
     const char16_t c = text[i];
-    const bool digit = IsDigit(c);
+    const bool digit = core::IsDigit(c);
     switch (state) {
       case 100:
         if (c == u'-') {
