@@ -1,0 +1,125 @@
+// The text form: what reads, where a fault stops, and what comes back of what was written.
+#include "extitems/text_form.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/utf.h"
+
+namespace {
+
+using namespace extitems;
+using namespace std::string_view_literals;
+
+// name=value of each item, one blank between.
+std::u16string Shown(const ExtItemList& list) {
+  std::u16string out;
+  for (const ExtItem& item : list) {
+    if (!out.empty()) out += u' ';
+    out += item.name + u'=' + item.value.value_or(u"(absent)");
+  }
+  return out;
+}
+
+TEST(ExtItemText, Reads) {
+  const struct {
+    std::u16string_view text;
+    int code;
+    std::u16string_view items;
+    const char* why;
+  } rows[] = {
+      {u"", 0, u"", "no items"},
+      {u"  ", 0, u"", "blanks"},
+      {u"Persons:人数:int:3:", 0, u"Persons=3", "one item"},
+      {u" Persons : 人数 : int : 3 : ", 0, u"Persons=3", "blanks round each field"},
+      {u"Persons:人数:int:3", -100001, u"Persons=3", "the last colon may be missing"},
+      {u"Persons:人数:float: 3. ", -100001, u"Persons=3.", "for a float too"},
+      {u"a:b:int:1:a:c:int:2:", 0, u"a=1", "the first of a name stays"},
+      {u"b:x:int:1:a:y:int:2:", 0, u"a=2 b=1", "sorted"},
+      {u"a:b:int:x:c:d:int:5:", 0, u"c=5", "a bad number is left out"},
+      {u"a:b:int::c:d:int:5:", 0, u"c=5", "an absent one too"},
+      {u"a:b:int: :c:d:int:5:", 0, u"c=5", "a blank one too"},
+      {u"a:b:int:", -100001, u"", "ends before the value"},
+      {u"a:b:int: ", -100001, u"", "a blank is none"},
+      {u"a:b:string::c:d:int:5:", -10100, u"", "an absent text stops the reading"},
+      {u"a:b:date:\"x\":c:d:int:5:", 0, u"c=5", "a bad date doesn't"},
+      {u"a:b:date:\"2010/1/2\":t:b:File:\"\\\\x\":", 0, u"a=2010/1/2 t=\\x", "checked unescaped"},
+      {u"a:b:File:\"\\x\":c:d:int:5:", 0, u"c=5", "which leaves no backslash here"},
+      {u"n:l:xyz:5:c:d:int:5:", 0, u"c=5", "one character of an unknown type is passed over"},
+      {u"n:l:xyz:55:c:d:int:5:", -10100, u"", "a second one is a fault"},
+      {u"n:l:Int:5:c:d:int:5:", 0, u"c=5", "case matters"},
+      {u"n:l:a b c:5:c:d:int:5:", 0, u"c=5", "anything is passed over behind a type"},
+      {u"n:l:int9 int:5:", 0, u"", "and the type is what stands before the blank"},
+      {u"n:l:string: \"a\" : ", 0, u"n=a", "blanks round a quoted value"},
+      {u"n:l:string:\"\":", 0, u"n=", "an empty value"},
+      {u"n:l:string:\"a\\\"b\\\\c\":", 0, u"n=a\"b\\c", "escapes"},
+      {u"n:l:string:\"\\x41g\\x0042\\x4g\\x5\\n\\x\":"sv, 0, u"n=AB\x04\x05\n\0"sv,
+       "digits of every length; g is one, not converted"},
+      {u"n:l:string:\"\\x30422\":", 0, u"n=あ2", "four at most"},
+      {u"n:l:string:\"a\"b:", -10100, u"n=a", "something behind the value"},
+      {u"n:l:string:\"a\\q\":", -10100, u"", "an unknown escape"},
+      {u"n:l:string:\"aé:c:d:int:5:", 0, u"c=5", "a gap ends the value; a colon behind it goes on"},
+      {u"n:l:string:\"\U0001F600\":", -10100, u"", "no emoji"},
+      {u"n:l:string:\"a\tb\":", -10100, u"", "no raw tab"},
+      {u"n:l:string:\"a", -100001, u"", "ends in a value"},
+      {u"n:l:string:\"a\\", -100001, u"", "ends in an escape"},
+      {u"n:l:string:x:c:d:int:5:", 0, u"c=5", "no quotation mark"},
+      {u"9:l:int:1:", -100, u"", "a name begins with a letter"},
+      {u"a%", -110, u"", "a bad character in a name"},
+      {u"a b", -120, u"", "behind it"},
+      {u"a:\":", -200, u"", "before a label"},
+      {u"a:b\":", -210, u"", "in it"},
+      {u"n:a b:int:1:", -220, u"", "behind it"},
+      {u"n:a:1:", -300, u"", "a type begins with a letter"},
+      {u"a", -110, u"", "ends in a name"},
+      {u"a ", -120, u"", "behind it"},
+      {u"a:", -200, u"", "before a label"},
+      {u"a:b", -210, u"", "in it"},
+      {u"a:b ", -220, u"", "behind it"},
+      {u"a:b:", -300, u"", "before a type"},
+      {u"a:b:int", -310, u"", "in it"},
+      {u"a:b:int x", -320, u"", "behind it"},
+      {u"a:b:int:1:c", -110, u"a=1", "what was read stays"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(platform::ToUtf8(row.text) + "  " + row.why);
+    ExtItemList list = {{u"old", u"old", u"int", u"0"}};
+    EXPECT_EQ(ParseExtItems(list, row.text), row.code);
+    EXPECT_EQ(Shown(list), row.items);
+  }
+}
+
+TEST(ExtItemText, WritesWhatItReads) {
+  const ExtItemList list = {
+      {u"D", u"日付", u"date", u"2010/1/2"}, {u"E", u"e", u"string", u""},
+      {u"F", u"額", u"float", u"-1.5"},      {u"Note", u"備考", u"mlstring", u"a\nb\t\"'\\"},
+      {u"P", u"p", u"File", u"\\a\\b.txt"},  {u"Persons", u"人数", u"int", u"3"},
+  };
+  const std::u16string text = WriteExtItems(list);
+  EXPECT_EQ(text,
+            u"D:日付:date:\"2010/1/2\":E:e:string:\"\":F:額:float:-1.5:"
+            u"Note:備考:mlstring:\"a\\nb\\t\\\"\\'\\\\\":P:p:File:\"\\\\a\\\\b.txt\":"
+            u"Persons:人数:int:3:");
+  ExtItemList back;
+  EXPECT_EQ(ParseExtItems(back, text), 0);
+  EXPECT_EQ(back, list);
+
+  EXPECT_EQ(WriteExtItems({}), u"");
+  EXPECT_EQ(
+      WriteExtItems({{u"a", u"", u"string", std::nullopt}, {u"b", u"l", u"int", std::nullopt}}),
+      u"a::string::b:l:int::");
+  EXPECT_EQ(WriteExtItems({{u"a", u"l", u"xyz", u"5"}}), u"a:l:xyz::");
+}
+
+TEST(ExtItemList, KeepsTheFirstOfAName) {
+  ExtItemList list;
+  EXPECT_TRUE(AddExtItem(list, {u"b", u"l", u"int", u"1"}));
+  EXPECT_TRUE(AddExtItem(list, {u"B", u"l", u"int", u"2"}));
+  EXPECT_TRUE(AddExtItem(list, {u"c", u"l", u"int", u"3"}));
+  EXPECT_FALSE(AddExtItem(list, {u"b", u"l", u"int", u"4"}));
+  EXPECT_EQ(Shown(list), u"B=2 b=1 c=3");
+  EXPECT_EQ(FindExtItem(list, u"b"), 1u);
+  EXPECT_EQ(FindExtItem(list, u"d"), std::nullopt);
+  EXPECT_EQ(FindExtItem(list, u"a"), std::nullopt);
+}
+
+}  // namespace
