@@ -1,0 +1,41 @@
+// Rooms of growing size, filled from the front.
+#include "actiontext/text_arena.h"
+
+#include <algorithm>
+
+namespace actiontext {
+
+std::optional<std::u16string_view> TextArena::Keep(std::u16string_view text) {
+  return Join({}, text);
+}
+
+std::optional<std::u16string_view> TextArena::Join(std::u16string_view left,
+                                                   std::u16string_view right) {
+  if (right.empty()) return left;
+  const bool lengthens = left.data() == latest_.data() && left.size() == latest_.size();
+  if (!lengthens || room_ < right.size()) {
+    if (!MakeRoom(left.size() + right.size())) return std::nullopt;
+    latest_ = {top_, left.size()};
+    top_ = std::copy(left.begin(), left.end(), top_);
+    room_ -= left.size();
+  }
+  top_ = std::copy(right.begin(), right.end(), top_);
+  room_ -= right.size();
+  latest_ = {latest_.data(), left.size() + right.size()};
+  return latest_;
+}
+
+// Room for `length` characters behind top_. A new room doubles what there is, and has as much again
+// to spare for what may be added to the text.
+bool TextArena::MakeRoom(size_t length) {
+  if (length <= room_) return true;
+  if (length > kMaxMadeText - made_) return false;
+  const size_t capacity = std::min(std::max(2 * length, made_), kMaxMadeText - made_);
+  rooms_.push_back(std::make_unique_for_overwrite<char16_t[]>(capacity));
+  top_ = rooms_.back().get();
+  room_ = capacity;
+  made_ += capacity;
+  return true;
+}
+
+}  // namespace actiontext

@@ -1,0 +1,43 @@
+// The texts that a run of the action text makes. A text stays where it is until the run ends, so
+// that values, variables and substrings are views and copying one costs nothing.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace actiontext {
+
+// A sum that doubles itself line by line would eat up any memory; a run makes no more than so many
+// characters (32 MiB).
+inline constexpr size_t kMaxMadeText = size_t{16} << 20;
+
+class TextArena {
+ public:
+  TextArena() = default;
+  TextArena(const TextArena&) = delete;
+  TextArena& operator=(const TextArena&) = delete;
+
+  // A copy of `text`, or nothing beyond the limit.
+  std::optional<std::u16string_view> Keep(std::u16string_view text);
+
+  // `left`, which must outlive the run, followed by a copy of `right`; or nothing beyond the limit.
+  // The latest text is lengthened in place, so that a sum of many pieces takes linear time.
+  std::optional<std::u16string_view> Join(std::u16string_view left, std::u16string_view right);
+
+ private:
+  static constexpr size_t kFirstRoom = 256;
+
+  bool MakeRoom(size_t length);
+
+  char16_t firstRoom_[kFirstRoom];
+  char16_t* top_ = firstRoom_;
+  size_t room_ = kFirstRoom;  // characters left behind top_
+  size_t made_ = kFirstRoom;  // characters in all rooms
+  std::u16string_view latest_{firstRoom_, 0};
+  std::vector<std::unique_ptr<char16_t[]>> rooms_;
+};
+
+}  // namespace actiontext
