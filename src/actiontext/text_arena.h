@@ -11,8 +11,8 @@
 namespace actiontext {
 
 // A sum that doubles itself line by line would eat up any memory; a run makes no more than so many
-// characters (32 MiB).
-inline constexpr size_t kMaxMadeText = size_t{16} << 20;
+// characters (8 MiB).
+inline constexpr size_t kMaxMadeText = size_t{4} << 20;
 
 class TextArena {
  public:
