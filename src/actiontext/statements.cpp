@@ -6,7 +6,6 @@
 
 #include "actiontext/expressions.h"
 #include "actiontext/number_text.h"
-#include "core/characters.h"
 
 namespace actiontext {
 namespace {
