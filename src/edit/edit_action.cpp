@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "actiontext/action_text.h"
 #include "edit/initial_times.h"
 #include "platform/host.h"
 #include "store/action_index.h"
@@ -10,6 +11,7 @@
 namespace edit {
 namespace {
 
+constexpr int kActionTextOff = 1;
 constexpr int kStartupBrowsing = 0;
 constexpr int kStartupNewAction = 2;
 
@@ -44,6 +46,10 @@ constexpr CEditAction::Command CEditAction::kCommands[] = {
     {kIdMenuAtStart, &CEditAction::ToggleAtStart},
     {kIdToolAtStart, &CEditAction::ToggleAtStart},
 };
+
+const std::u16string& CEditAction::ShownMemo() const {
+  return app_.ActTxtMode == kActionTextOff ? fields.memo : expansion_;
+}
 
 std::u16string_view CEditAction::Title() const {
   return workingMode == WorkingMode::kCreate ? u"新規作成" : u"変更";
@@ -86,11 +92,15 @@ bool CEditAction::IsChecked(int commandId) const {
 
 bool CEditAction::Open(int openMode) {
   formerStartupMode_ = app_.StartupMode == kStartupNewAction ? kStartupBrowsing : app_.StartupMode;
-  if (openMode != kOpenNew) return OpenSelected(openMode);
-  const platform::LocalTime now = platform::host().Now();
-  StartNew(app_.CurView == core::kViewList
-               ? DateOf(now)
-               : ExistingDate(core::CurYear, core::CurMonth, core::CurDay, now));
+  if (openMode == kOpenNew) {
+    const platform::LocalTime now = platform::host().Now();
+    StartNew(app_.CurView == core::kViewList
+                 ? DateOf(now)
+                 : ExistingDate(core::CurYear, core::CurMonth, core::CurDay, now));
+  } else if (!OpenSelected(openMode)) {
+    return false;
+  }
+  RunActionText();
   return true;
 }
 
@@ -105,6 +115,7 @@ void CEditAction::OnCommand(int commandId) {
     for (const Command& command : kCommands) {
       if (command.id == commandId) (this->*command.run)();
     }
+    RunActionText();
   }
 }
 
@@ -184,6 +195,11 @@ void CEditAction::ToggleEditOpeCont() {
 // opened here even then.
 void CEditAction::ToggleAtStart() {
   app_.StartupMode = app_.StartupMode == kStartupNewAction ? formerStartupMode_ : kStartupNewAction;
+}
+
+// A template may look at every field and at the clock: it runs after whatever may have changed one.
+void CEditAction::RunActionText() {
+  if (app_.ActTxtMode != kActionTextOff) expansion_ = actiontext::ParseActionText(BuildAction());
 }
 
 // A list view behind this screen goes to the page of the selected date, unless nothing has moved.

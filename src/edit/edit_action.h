@@ -97,7 +97,7 @@ class CEditAction {
     std::u16string place;
     std::u16string category1;
     std::u16string category2;
-    std::u16string memo;
+    std::u16string memo;  // as it is stored: with the action text on, the template
   };
   Fields fields;
   WorkingMode workingMode = WorkingMode::kCreate;
@@ -110,6 +110,8 @@ class CEditAction {
   std::optional<int> ended;   // the result code, once the screen is to end
   bool closeProgram = false;  // and the main window is to be closed behind it
 
+  // The memo as it is shown: with the action text on, what its template gives over the fields.
+  const std::u16string& ShownMemo() const;
   std::u16string_view Title() const;
   std::u16string_view WriteText() const;  // of the write button and the soft key
   bool IsEnabled(int commandId) const;
@@ -160,6 +162,7 @@ class CEditAction {
   void OnBtnEndNow();
   void ToggleEditOpeCont();
   void ToggleAtStart();
+  void RunActionText();
   void End(int result);
 
   // edit_pickers.cpp
@@ -201,6 +204,7 @@ class CEditAction {
   // working mode 1 without id and last update.
   store::Action loaded_;
   std::u16string loadedDate_;  // its start date
+  std::u16string expansion_;   // of the memo; only with the action text on
   int formerStartupMode_ = 0;  // what StartupMode goes back to when the toggle is cleared
   bool changed_ = false;       // a row was written or deleted, or the selected date moved
 };

@@ -92,7 +92,7 @@ void EditForm::ShowState(const CEditAction& state) {
   fields_[kIdPlace]->ShowValue(ToQt(fields.place));
   fields_[kIdCategory1]->ShowValue(ToQt(fields.category1));
   fields_[kIdCategory2]->ShowValue(ToQt(fields.category2));
-  fields_[kIdMemo]->ShowValue(ToQt(fields.memo));
+  fields_[kIdMemo]->ShowValue(ToQt(state.ShownMemo()));
   for (const auto& [id, field] : fields_) field->setEnabled(state.IsEnabled(id));
   static_cast<QPushButton*>(controls_[kIdMemoInput])
       ->setText(state.memoInput == MemoInput::kList ? QStringLiteral("▼") : QStringLiteral("≡"));

@@ -183,6 +183,7 @@ bool CEditAction::ApplyPicker() {
       break;
   }
   ChangeTimes(times);
+  if (closed != Picker::kNone) RunActionText();
   return true;
 }
 

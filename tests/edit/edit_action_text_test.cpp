@@ -1,0 +1,69 @@
+// The memo as a template: what is stored, what is shown, and when it is run again.
+#include "edit/edit_action.h"
+#include "edit_fixture.h"
+
+namespace edit {
+namespace {
+
+using platform::Answer;
+
+class EditActionText : public edit_test::EditTest {
+ protected:
+  EditActionText() { app.ActTxtMode = 2; }
+
+  CEditAction OpenWithMemo(std::u16string_view memo) {
+    store::Action action = Read(noon);
+    action[store::kMemo] = memo;
+    EXPECT_EQ(Users().Update(noon, action), 0);
+    app.SelIndex = 1;
+    app.SelActId = noon;
+    CEditAction screen(app);
+    EXPECT_TRUE(screen.Open(kOpenChange));
+    return screen;
+  }
+
+  static void Choose(CEditAction& screen, int field, std::u16string_view text) {
+    screen.OnCommand(field);
+    screen.pickerText = text;
+    EXPECT_TRUE(screen.ChoosePicker());
+  }
+
+  static std::string Shown(const CEditAction& screen) {
+    return platform::ToUtf8(screen.ShownMemo());
+  }
+};
+
+TEST_F(EditActionText, RunsAgainAfterWhateverChangesAField) {
+  CEditAction screen = OpenWithMemo(u"#SIPlace#で#SISubject#");
+  EXPECT_EQ(Shown(screen), "レストランで");
+  Choose(screen, kIdPlace, u"公園");
+  EXPECT_EQ(Shown(screen), "公園で");
+  Choose(screen, kIdMemo, u"#SIStaDateTime#");
+  Choose(screen, kIdStartTime, u"11:00");
+  EXPECT_EQ(Shown(screen), "2010/06/23 11:00:00");
+  screen.OnCommand(kIdStartNow);
+  EXPECT_EQ(Shown(screen), "2010/06/23 10:45:00");
+  host.answers = {Answer::kNo};
+  screen.OnCommand(kIdNext);
+  EXPECT_EQ(Shown(screen), "") << "the next Action's memo";
+}
+
+TEST_F(EditActionText, TheTemplateIsWhatIsEditedAndStored) {
+  CEditAction screen = OpenWithMemo(u"#SIPlace#で");
+  screen.OnCommand(kIdMemo);
+  EXPECT_EQ(platform::ToUtf8(screen.pickerText), "#SIPlace#で");
+  screen.pickerText = u"#SIPlace#にて";
+  screen.ChoosePicker();
+  EXPECT_TRUE(screen.dirty);
+  EXPECT_EQ(Shown(screen), "レストランにて");
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(Stored(noon, store::kMemo), "#SIPlace#にて");
+}
+
+TEST_F(EditActionText, SwitchedOffTheMemoIsShownAsItStands) {
+  app.ActTxtMode = 1;
+  EXPECT_EQ(Shown(OpenWithMemo(u"#SIPlace#で")), "#SIPlace#で");
+}
+
+}  // namespace
+}  // namespace edit
