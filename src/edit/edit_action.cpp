@@ -115,7 +115,7 @@ void CEditAction::OnCommand(int commandId) {
     for (const Command& command : kCommands) {
       if (command.id == commandId) (this->*command.run)();
     }
-    RunActionText();
+    if (!ended) RunActionText();
   }
 }
 

@@ -64,6 +64,7 @@ TEST(ActionText, CopiesTextAndInsertsValues) {
       {u"#a=1;# and #a#", u" and 1", "variables live through the memo"},
       {u"#\"50#\"#", u"50#", "a mark inside a string"},
       {u"#a=1;\na#", u"a", "a line break is no blank: the code ends there"},
+      {u"#a=1;\r\na#", u"\na", "of two characters only the first is passed over"},
       {u"#SISubject=\"x\";SISubject#", u"x", "a variable hides a system item"},
       {u"#SILatitude#", u"1.79769e+308", "no position"},
       {u"#SIPlace#|#SIMemo#", u"|#SIPlace#|#SIMemo#", "an absent column; the memo itself"},
