@@ -97,6 +97,10 @@ class Engine {
   // All writes until Commit are one; a Commit that fails, and closing without one, undo them.
   HRESULT BeginTransaction();
   HRESULT Commit();
+  // Between these two a write returns before the disk has it; EndBurst waits for all of them.
+  // E_FAIL if the disk did not take them. Use WriteBurst.
+  void BeginBurst();
+  HRESULT EndBurst();
   // A statement without result.
   HRESULT Execute(std::u16string_view sql);
   // A select; `rows` stays empty on a failure.
@@ -139,6 +143,7 @@ class Engine {
   int openRowSets_ = 0;
   bool journalReady_ = false;
   bool inCharge_ = false;
+  bool inBurst_ = false;
 };
 
 }  // namespace store

@@ -1,0 +1,15 @@
+// What this process asks of the disk, counted, and cut short where a test wants it to die. Stands
+// in front of the C library for everything that the process calls through shared libraries.
+#pragma once
+
+namespace testing_support {
+
+struct DiskCalls {
+  int writes = 0;
+  int syncs = 0;
+  int writesUntilDeath = -1;  // the process then ends as by a kill; below 0: never
+};
+
+DiskCalls& diskCalls();
+
+}  // namespace testing_support
