@@ -77,7 +77,16 @@ class CAppState {
 
   std::array<std::u16string, 49> HalfHourTable;  // "00:00", "00:30" .. "23:30", "24:00"
 
-  bool RcdrLoaded = false;  // the recorder's values have been read from the open data file
+  // The recorder: a chain of Actions of which the last may still be running.
+  bool RcdrLoaded = false;      // the values below have been read from the open data file
+  std::u16string RcdrPreActId;  // the running Action; empty if nothing is running
+  std::u16string RcdrPreDate;   // its start, kept for the data file alone
+  std::u16string RcdrPreTime;
+  TextList RcdrHistory;  // ids of the chain, oldest first
+  int RcdrHistNum = 0;   // length of the history as the data file has it
+  // What the recorder's screen held when its fields were last captured, and on which day.
+  std::u16string RcdrDate, RcdrTime, RcdrLatitude, RcdrLongitude, RcdrPlace, RcdrCategory1,
+      RcdrCategory2;
 };
 
 extern CAppState* g_App;

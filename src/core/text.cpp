@@ -2,6 +2,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "core/characters.h"
 
@@ -93,6 +94,13 @@ std::u16string ZeroPadded(int value, int width) {
   const auto wanted = static_cast<size_t>(std::max(width, 0));
   if (out.size() < wanted) out.insert(value < 0 ? 1 : 0, wanted - out.size(), u'0');
   return out;
+}
+
+std::u16string Hex(int32_t number) {
+  char digits[8];
+  const auto end =
+      std::to_chars(digits, digits + sizeof digits, static_cast<uint32_t>(number), 16).ptr;
+  return std::u16string(digits, end);
 }
 
 std::u16string EscapeText(std::u16string_view text) {

@@ -22,6 +22,9 @@ int32_t ToInt32(std::u16string_view text);
 // The decimal digits of a number, at least `width` of them, filled up with zeros.
 std::u16string ZeroPadded(int value, int width);
 
+// A number as its 32 bits in lower-case hexadecimal.
+std::u16string Hex(int32_t number);
+
 // `text` with quotation marks, backslashes, tabs and line breaks written as \", \', \\, \t, \n, \r
 // and other characters below U+0020 as \x and four digits.
 std::u16string EscapeText(std::u16string_view text);

@@ -1,0 +1,121 @@
+// The six fields: their editors in place, what pickers bring, and the start-up choice.
+#include <utility>
+
+#include "core/date_time.h"
+#include "platform/host.h"
+#include "recorder/recording.h"
+
+namespace recorder {
+namespace {
+
+constexpr int kOpensRecorder = 1;  // a value of StartupMode
+constexpr size_t kHalfHoursOffered = 48;
+constexpr size_t kNoon = 24;
+
+}  // namespace
+
+int CRecorder::ValidateInlineEdit() {
+  const InlineEdit closed = std::exchange(inlineEdit, InlineEdit::kNone);
+  if (closed == InlineEdit::kTime && editorText != kCurrentTimeMark) {
+    int hour = 0, minute = 0, second = 0;
+    if (core::ParseTimeEntry(editorText, hour, minute, second) != 0) {
+      Tell(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
+           platform::Icon::kWarning);
+      return -1;
+    }
+    editorText = core::FormatHourMinute(hour, minute);
+  }
+  if (closed != InlineEdit::kNone) TakeValue(closed, editorText);
+  return 0;
+}
+
+bool CRecorder::OpenEditor(InlineEdit which) {
+  if (ValidateInlineEdit() != 0) return false;
+  inlineEdit = which;
+  switch (which) {
+    case InlineEdit::kNone:
+      break;
+    case InlineEdit::kTime:
+      editorText = fields.time.empty() ? app_.HalfHourTable[kNoon] : fields.time;
+      break;
+    case InlineEdit::kPlace:
+      editorText = fields.place;
+      break;
+    case InlineEdit::kCategory1:
+      editorText = fields.category1;
+      break;
+    case InlineEdit::kCategory2:
+      editorText = fields.category2;
+      break;
+  }
+  return true;
+}
+
+std::vector<std::u16string> CRecorder::RowsOf(InlineEdit which) const {
+  std::vector<std::u16string> rows;
+  switch (which) {
+    case InlineEdit::kNone:
+      break;
+    case InlineEdit::kTime:
+      rows.emplace_back(kCurrentTimeMark);
+      rows.insert(rows.end(), app_.HalfHourTable.begin(),
+                  app_.HalfHourTable.begin() + kHalfHoursOffered);
+      break;
+    case InlineEdit::kPlace:
+      return app_.PlaceHistory.Entries();
+    case InlineEdit::kCategory1:
+      return app_.Category1History.Entries();
+    case InlineEdit::kCategory2:
+      return app_.Category2History.Entries();
+  }
+  return rows;
+}
+
+// With the movements kept out of the history, a place that holds the separator is one of them; with
+// an empty separator every place is (kept on purpose).
+void CRecorder::TakeValue(InlineEdit which, std::u16string_view text) {
+  const std::u16string& separator = app_.PlaceSepaStr;
+  switch (which) {
+    case InlineEdit::kNone:
+      break;
+    case InlineEdit::kTime:
+      fields.time = text;
+      break;
+    case InlineEdit::kPlace:
+      if (app_.NoMemPlaceSepaStr == 0 ||
+          (!separator.empty() && text.find(separator) == text.npos)) {
+        app_.PlaceHistory.Add(text);
+      }
+      fields.place = text;
+      break;
+    case InlineEdit::kCategory1:
+      app_.Category1History.Add(text);
+      fields.category1 = text;
+      break;
+    case InlineEdit::kCategory2:
+      app_.Category2History.Add(text);
+      fields.category2 = text;
+      break;
+  }
+}
+
+void CRecorder::OnBtnNow() {
+  if (inlineEdit == InlineEdit::kTime) {
+    inlineEdit = InlineEdit::kNone;
+  } else if (ValidateInlineEdit() != 0) {
+    return;
+  }
+  const platform::LocalTime now = platform::host().Now();
+  fields.time = core::FormatHourMinute(now.hour, now.minute);
+}
+
+void CRecorder::ReadStartChoice() {
+  opensAtStart = app_.StartupMode == kOpensRecorder;
+  formerStartupMode_ = opensAtStart ? 0 : app_.StartupMode;
+}
+
+void CRecorder::StoreStartChoice() {
+  app_.StartupMode = opensAtStart ? kOpensRecorder : formerStartupMode_;
+}
+
+}  // namespace recorder

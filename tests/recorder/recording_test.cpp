@@ -1,0 +1,279 @@
+// What the model leaves out: the cost of a tap, faults of the data file, editors and histories, and
+// the ways into the edit screen.
+#include "recorder/recording.h"
+
+#include "store/action_index.h"
+#include "store/store_fixture.h"
+#include "support/disk_calls.h"
+
+namespace recorder {
+namespace {
+
+class RecordingTest : public store_test::StoreTest {
+ protected:
+  RecordingTest() {
+    CreateFile();
+    store::LoadActionIndex(app);
+    recorder.Open();
+  }
+
+  void Tap(int hour, int minute, std::u16string_view place) {
+    host.now.hour = hour;
+    host.now.minute = minute;
+    recorder.fields.place = place;
+    recorder.OnBtnRec();
+  }
+  void Spoil(std::u16string_view statement) {
+    ASSERT_EQ(store::dbSession().Session->Execute(statement), 0);
+  }
+  std::string LastMessage() {
+    if (host.messages.empty()) return "";
+    const platform::Message& last = host.messages.back();
+    return store_test::Readable(last.title) + "|" + store_test::Readable(last.text);
+  }
+  store::Action Read(std::u16string_view id) {
+    store::Action action;
+    Users().ReadById(id, action);
+    return action;
+  }
+
+  CRecorder recorder{app};
+};
+
+// Five writes stay five commits in their order, but the disk is waited for once.
+TEST_F(RecordingTest, ATapWaitsForTheDiskOnce) {
+  Tap(9, 0, u"自宅");
+  testing_support::DiskCalls& calls = testing_support::diskCalls();
+  calls = {};
+  Tap(10, 0, u"会社");
+  EXPECT_EQ(calls.syncs, 1);
+  EXPECT_LE(calls.writes, 40);
+  calls = {};
+  host.answers = {platform::Answer::kYes};
+  recorder.OnBtnBack();
+  EXPECT_EQ(calls.syncs, 1);
+  recorder.RecStop();
+  EXPECT_EQ(calls.syncs, 2);
+}
+
+TEST_F(RecordingTest, FaultsEndWhereTheyStand) {
+  struct Row {
+    const char* why;
+    std::u16string_view statement;
+    void (CRecorder::*command)();
+    const char* message;
+  };
+  static const Row kRows[] = {
+      {"the history's length cannot be written", u"drop table t_LongData", &CRecorder::OnBtnRec,
+       "レコーダー書込みエラー|"
+       "レコーダーの設定値(RcdrHistNum)書込みに時にエラー発生。(80004005)"},
+      {"nor when the chain is forgotten", u"", &CRecorder::OnBtnClear,
+       "レコーダー書込みエラー|"
+       "レコーダーの設定値(RcdrHistNum)書込みに時にエラー発生。(80004005)"},
+      {"nor when a new one begins", u"", &CRecorder::OnBtnRec,
+       "レコーダー書込みエラー|レコーダーの設定値書込みに時にエラー発生。(80004005)"},
+      {"nothing says any more what runs", u"drop table t_TextData", &CRecorder::OnBtnClear,
+       "レコーダー書込みエラー|"
+       "レコーダーの設定値(RcdrPreActId)書込みに時にエラー発生。(80004005)"},
+  };
+  Tap(9, 0, u"自宅");
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.why);
+    if (!row.statement.empty()) Spoil(row.statement);
+    host.now.minute++;
+    (recorder.*row.command)();
+    EXPECT_EQ(LastMessage(), row.message);
+    EXPECT_EQ(host.waitDepth, 0);
+  }
+}
+
+TEST_F(RecordingTest, WithoutActionsTheReadsTellTheirPlace) {
+  struct Row {
+    void (CRecorder::*command)();
+    const char* message;
+  };
+  static const Row kRows[] = {
+      {&CRecorder::OnBtnRec, "ERROR|CRecorderDlg::OnBtnRec Select Err (ln=3963, hr=80004005)"},
+      {&CRecorder::RecStop, "ERROR|CRecorderDlg::RecStop Select Err (ln=4810, hr=80004005)"},
+      {&CRecorder::RecReopen, "ERROR|CRecorderDlg::RecReopen Select Err (ln=5063, hr=80004005)"},
+      {&CRecorder::SetActList, "ERROR|CRecorderDlg::SetActList Select Err (ln=1762, hr=80004005)"},
+      {&CRecorder::FxBtnDelete,
+       "ERROR|CRecorderDlg::FxBtnDelete Delete Err (ln=5272, hr=80004005)"},
+  };
+  Tap(9, 0, u"自宅");
+  Tap(10, 0, u"会社");
+  Spoil(u"drop table t_UserData");
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.message);
+    recorder.lines.selected = {0};
+    host.answers = {platform::Answer::kYes};
+    (recorder.*row.command)();
+    EXPECT_EQ(LastMessage(), row.message);
+  }
+  host.answers = {platform::Answer::kYes};
+  recorder.OnBtnBack();
+  EXPECT_EQ(LastMessage(), "ERROR|CRecorderDlg::OnBtnBack Select Err (ln=4473, hr=80004005)");
+}
+
+TEST_F(RecordingTest, LoadingTellsItsStep) {
+  struct Row {
+    std::u16string_view statement;
+    const char* number;
+  };
+  static const Row kRows[] = {
+      {u"delete from t_TextData where f_nvcItem = 'RcdrCategory2'", "-10"},
+      {u"delete from t_TextData where f_nvcItem = 'RcdrLatitude'", "-6"},
+      {u"delete from t_TextData where f_nvcItem = 'RcdrDateTime'", "-5"},
+      {u"delete from t_TextData where f_nvcItem = 'RcdrPreDateTime'", "-3"},
+      {u"delete from t_TextData where f_nvcItem = 'RcdrPreActId'", "-2"},
+      {u"delete from t_LongData", "-1"},
+  };
+  Tap(9, 0, u"自宅");
+  for (const Row& row : kRows) {
+    Spoil(row.statement);
+    app.RcdrLoaded = false;
+    CRecorder another(app);
+    another.Open();
+    EXPECT_EQ(LastMessage(),
+              std::string("読込みエラー|レコーダーデータ読込み中にエラーが発生しました。(") +
+                  row.number + ")");
+    EXPECT_FALSE(app.RcdrLoaded);
+  }
+  EXPECT_EQ(SaveRecorderValues(app), 0);  // puts back what it writes
+  Spoil(u"drop table t_TextData");
+  app.RcdrLoaded = true;
+  CloseRecorderSession(app);
+  EXPECT_EQ(LastMessage(), "保存エラー|レコーダーデータ保存中にエラーが発生しました。(-5)");
+  EXPECT_FALSE(app.RcdrLoaded);
+}
+
+// A count that is larger than the rows behind it is put right by the first list.
+TEST_F(RecordingTest, ACountBeyondTheRowsIsPutRight) {
+  Tap(9, 0, u"自宅");
+  store::dbSession().LongTable->SetLong(u"RcdrHistNum", 5);
+  app.RcdrLoaded = false;
+  CRecorder another(app);
+  another.Open();
+  int32_t count = 0;
+  store::dbSession().LongTable->GetLong(u"RcdrHistNum", count);
+  EXPECT_EQ(count, 1);
+  EXPECT_EQ(another.lines.texts.size(), 1u);
+}
+
+// The newest id stands behind the lowered count; its Action goes on running unseen.
+TEST_F(RecordingTest, ADeletionInTheMiddleCostsTheNewestLineAtTheNextStart) {
+  for (int hour = 9; hour < 12; hour++) Tap(hour, 0, u"自宅");
+  const std::u16string running = app.RcdrPreActId;
+  Users().Delete(app.RcdrHistory.At(1));
+  recorder.SetActList();
+  EXPECT_EQ(recorder.lines.texts.size(), 2u);
+  CloseRecorderSession(app);
+  ASSERT_EQ(store::ConnectDataFile(path), 0);
+  CRecorder another(app);
+  another.Open();
+  EXPECT_EQ(another.lines.texts.size(), 1u);
+  EXPECT_EQ(app.RcdrPreActId, running);
+  EXPECT_TRUE(another.isRunning);
+}
+
+TEST_F(RecordingTest, EditorsTakeOrRefuseTheirText) {
+  struct Row {
+    const char* why;
+    std::u16string_view typed;
+    const char* shown;
+    int messages;
+  };
+  static const Row kRows[] = {
+      {"four digits", u"0930", "09:30", 0},
+      {"hours alone are loose", u"7:5", "07:05", 0},
+      {"seconds are dropped", u"12:34:56", "12:34", 0},
+      {"no such minute: the field stays", u"2460", "12:34", 1},
+      {"no such hour", u"25:00", "12:34", 1},
+      {"the mark", u"<現在時刻>", "<現在時刻>", 0},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.why);
+    host.messages.clear();
+    recorder.OpenEditor(InlineEdit::kTime);
+    recorder.editorText = row.typed;
+    EXPECT_EQ(recorder.ValidateInlineEdit(), row.messages == 0 ? 0 : -1);
+    EXPECT_EQ(store_test::Readable(recorder.fields.time), row.shown);
+    EXPECT_EQ(host.messages.size(), static_cast<size_t>(row.messages));
+    EXPECT_EQ(recorder.inlineEdit, InlineEdit::kNone);
+  }
+  recorder.OpenEditor(InlineEdit::kTime);
+  recorder.editorText = u"nonsense";
+  recorder.OnBtnNow();
+  EXPECT_EQ(recorder.fields.time, u"10:45");
+}
+
+TEST_F(RecordingTest, MovementsStayOutOfThePlaceHistory) {
+  struct Row {
+    const char* why;
+    int setting;
+    std::u16string_view separator;
+    std::u16string_view place;
+    bool remembered;
+  };
+  static const Row kRows[] = {
+      {"a place", 1, u"→", u"会社", true},
+      {"a movement", 1, u"→", u"会社→自宅", false},
+      {"a movement, where they are wanted", 0, u"→", u"会社→自宅", true},
+      {"with an empty separator every place is a movement", 1, u"", u"駅", false},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.why);
+    app.PlaceHistory.Clear();
+    app.NoMemPlaceSepaStr = row.setting;
+    app.PlaceSepaStr = row.separator;
+    recorder.TakeValue(InlineEdit::kPlace, row.place);
+    EXPECT_EQ(!app.PlaceHistory.Entries().empty(), row.remembered);
+    EXPECT_EQ(recorder.fields.place, row.place);
+  }
+}
+
+TEST_F(RecordingTest, TheEditScreenOpensWhatTheIndexHolds) {
+  Tap(9, 0, u"自宅");
+  EXPECT_TRUE(recorder.OnListChange());
+  EXPECT_EQ(app.SelActId, app.RcdrPreActId);
+  EXPECT_EQ(app.SelIndex, 0);
+  app.ActIds.RemoveAt(0);  // a find leaves the Action out
+  app.ActIds.Append(u"ID2010062300000000");
+  EXPECT_FALSE(recorder.OnListChange());
+  EXPECT_EQ(host.messages.back().title, u"検索対象外");
+  Users().Delete(app.RcdrPreActId);
+  EXPECT_FALSE(recorder.OnListChange());
+  EXPECT_EQ(host.messages.back().title, u"内部エラー");
+}
+
+TEST_F(RecordingTest, TheStartChoiceGoesBackToWhatItWas) {
+  app.StartupMode = 2;
+  CRecorder another(app);
+  another.Open();
+  EXPECT_FALSE(another.opensAtStart);
+  another.opensAtStart = true;
+  another.Close();
+  EXPECT_EQ(app.StartupMode, 1);
+  another.opensAtStart = false;
+  another.Close();
+  EXPECT_EQ(app.StartupMode, 2);
+}
+
+// A tap before the running Action's start: it closes with no length, and the new one starts first.
+TEST_F(RecordingTest, APositionAndATypedTimeReachTheRow) {
+  recorder.fields.latitude = u"35/41/22.2";
+  recorder.fields.longitude = u"取得中";
+  Tap(9, 0, u"自宅");
+  const std::u16string first = app.RcdrPreActId;
+  EXPECT_EQ(store_test::Readable(Read(first)[store::kLatitude]), "35.689500");
+  EXPECT_EQ(store_test::Readable(Read(first)[store::kLongitude]), "(none)");
+  recorder.fields.time = u"08:15";
+  Tap(10, 0, u"自宅");
+  EXPECT_EQ(Read(first)[store::kEndDateTime], u"2010/06/23 09:00:30");
+  EXPECT_EQ(Read(app.RcdrPreActId)[store::kStaDateTime], u"2010/06/23 08:15:00");
+  EXPECT_EQ(Read(app.RcdrPreActId)[store::kExtItems], std::nullopt);
+  EXPECT_EQ(Read(app.RcdrPreActId)[store::kMemo], u"");
+}
+
+}  // namespace
+}  // namespace recorder
