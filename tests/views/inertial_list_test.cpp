@@ -1,0 +1,279 @@
+// The inertial list without its window: where its rows stand, how it follows and coasts, and its
+// messages.
+#include "views/inertial_list.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace views {
+namespace {
+
+constexpr int kRowHeight = 20;
+
+class InertListTest : public testing::Test {
+ protected:
+  InertListTest() { Fill(30); }
+
+  void Fill(int rows) {
+    list.Reset();
+    for (int i = 0; i < rows; ++i) list.Add({0, 0, std::u16string(1, static_cast<char16_t>(i))});
+    list.SetHeight(-1, kRowHeight);
+    list.Resize(100, 140);  // seven rows
+  }
+  // Drags by `dy` within `milliseconds` and lets go.
+  void Fling(int dy, uint32_t milliseconds) {
+    list.Press({50, 70}, 1000);
+    list.Move({50, 70 + dy}, 1000 + milliseconds);
+    list.Release({50, 70 + dy}, 1000 + milliseconds);
+  }
+  // Ticks until the coast ends.
+  int Coast() {
+    int ticks = 0;
+    for (; list.IsCoasting() && ticks < 1000; ++ticks) list.CoastTick();
+    return ticks;
+  }
+
+  std::vector<int> told;
+  InertList list{{{}, [this](int code) { told.push_back(code); }, {}, {}}, 0, 320};
+};
+
+// Writes down which rows stand where.
+class Recording : public ListCanvas {
+ public:
+  void Fill(const ListRect& area, uint32_t colour) override {
+    out +=
+        "fill " + std::to_string(area.top) + "-" + std::to_string(area.bottom) + " " + Hex(colour);
+  }
+  void DrawText(const ListRect& area, int row, std::u16string_view, uint32_t colour) override {
+    out += "row " + std::to_string(row) + "@" + std::to_string(area.left) + "," +
+           std::to_string(area.top) + " " + Hex(colour);
+  }
+  std::string out;
+
+ private:
+  static std::string Hex(uint32_t colour) {
+    char text[16];
+    snprintf(text, sizeof text, "%06X; ", colour);
+    return text;
+  }
+};
+
+TEST_F(InertListTest, ARowAtAnOffset) {
+  struct Row {
+    const char* why;
+    int style, start, offset, row, y;
+  };
+  static const Row kRows[] = {
+      {"at rest", 0, 3, 0, 3, 0},
+      {"a little down: the row above covers the edge", 0, 3, 5, 2, -15},
+      {"down by a whole row", 0, 3, 20, 2, 0},
+      {"above the first row there are rows without data", 0, 0, 25, -2, -15},
+      {"a little up", 0, 3, -5, 3, -5},
+      {"up by a whole row: that row still counts", 0, 3, -20, 3, -20},
+      {"and one pixel more", 0, 3, -21, 4, -1},
+      {"behind the last row", 0, 29, -45, 31, -5},
+      {"a wheel comes from the end", ILS_WRAP, 0, 5, 29, -15},
+      {"and goes on at the beginning", ILS_WRAP, 29, -25, 0, -5},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.why);
+    list.ChangeStyle(ILS_WRAP, row.style);
+    int y = 99;
+    EXPECT_EQ(list.RowAtOffset(row.start, row.offset, y), row.row);
+    EXPECT_EQ(y, row.y);
+  }
+  list.SetHeight(4, 50);
+  int y = 0;
+  EXPECT_EQ(list.RowAtOffset(3, -60, y), 4);
+  EXPECT_EQ(y, -40);
+}
+
+// v = 1 px/ms: 499.99998 ms to rest in single precision, 24 steps of 20 ms and the one on release.
+TEST_F(InertListTest, AFlingCoastsWithConstantDeceleration) {
+  list.SetTop(20);
+  Fling(100, 100);
+  EXPECT_TRUE(list.IsCoasting());
+  EXPECT_EQ(Coast(), 25);
+  EXPECT_EQ(told, (std::vector<int>{ILN_COASTSTART, ILN_COASTEND}));
+  EXPECT_EQ(list.Top(), 2);  // 100 by the drag, 250 by the coast: 350 pixels are 17.5 rows
+  EXPECT_FALSE(list.IsDragging());
+}
+
+TEST_F(InertListTest, CoastsEndWhereTheyMust) {
+  struct Row {
+    const char* why;
+    int style, top, dy;
+    uint32_t milliseconds;
+    int ticks, reached;
+  };
+  static const Row kRows[] = {
+      {"past the end the last rows stay", 0, 0, -120, 20, 300, 24},
+      {"past the beginning", 0, 10, 120, 20, 300, 0},
+      {"no coast is longer than 201 steps", ILS_WRAP, 0, 120, 1, 201, -1},
+      {"slow: one step", 0, 10, 20, 1000, 1, 9},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.why);
+    list.ChangeStyle(ILS_WRAP, row.style);
+    list.SetTop(row.top);
+    Fling(row.dy, row.milliseconds);
+    int ticks = 0;
+    for (; list.IsCoasting() && ticks < 1000; ++ticks) {
+      Recording canvas;
+      list.Paint(canvas);
+      list.CoastTick();
+    }
+    EXPECT_LE(ticks, row.ticks);
+    EXPECT_TRUE(row.reached < 0 || list.Top() == row.reached) << list.Top();
+    EXPECT_LT(list.Top(), list.Count());
+  }
+}
+
+TEST_F(InertListTest, PressesTapsAndDrags) {
+  list.Press({50, 45}, 0);
+  EXPECT_EQ(list.Selected(), 2);
+  EXPECT_TRUE(list.ShowsPressed(2));
+  list.Move({53, 50}, 10);
+  EXPECT_FALSE(list.IsDragging());  // five pixels of 320 / 50
+  list.Release({53, 50}, 20);
+  EXPECT_FALSE(list.IsDragging());
+  EXPECT_TRUE(told.empty());
+  list.Press({50, 45}, 0);
+  list.Move({60, 45}, 10);
+  EXPECT_TRUE(list.IsDragging());
+  list.Release({60, 45}, 20);  // sideways: both are told at once
+  EXPECT_EQ(told, (std::vector<int>{ILN_COASTSTART, ILN_COASTEND}));
+  EXPECT_FALSE(list.IsDragging());
+  Fill(3);
+  list.SetTop(0);
+  list.Press({50, 100}, 0);
+  EXPECT_EQ(list.Selected(), -1);  // below the rows
+}
+
+TEST_F(InertListTest, APressStopsACoastAndNothingElse) {
+  list.SetTop(20);
+  Fling(100, 100);
+  const int pressed = list.Selected();
+  list.Press({10, 10}, 2000);
+  EXPECT_TRUE(list.IsCoasting());
+  list.Release({10, 100}, 2010);
+  list.CoastTick();
+  EXPECT_FALSE(list.IsCoasting());
+  EXPECT_EQ(list.Selected(), pressed);
+  EXPECT_EQ(list.Top(), 14);  // 100 by the drag, 19 by the first step
+}
+
+// A wheel with 24 rows and any fling shows data in every pixel.
+TEST_F(InertListTest, AWheelHasNoEnd) {
+  Fill(24);
+  list.ChangeStyle(0, ILS_WRAP);
+  list.SetTop(22);
+  list.Resize(100, 140);
+  EXPECT_EQ(list.Top(), 22);
+  for (const int dy : {-300, 17, 300, -40, 20, -20}) {
+    Fling(dy, 30);
+    while (list.IsCoasting()) {
+      Recording canvas;
+      list.Paint(canvas);
+      EXPECT_EQ(canvas.out.find("E0E0E0"), std::string::npos);
+      list.CoastTick();
+    }
+    EXPECT_GE(list.Top(), 0);
+    EXPECT_LT(list.Top(), 24);
+  }
+}
+
+TEST_F(InertListTest, PaintsRowsLinesAndWhatLiesBelow) {
+  Fill(1);
+  list.SetHeight(0, 30);
+  list.Resize(100, 45);
+  Recording plain;
+  list.Paint(plain);
+  EXPECT_EQ(plain.out,
+            "fill 0-30 C06040; row 0@0,0 FFFFFF; fill 29-30 F0F0F0; fill 30-50 E0E0E0; ");
+  list.ChangeStyle(0, ILS_SHADOW);
+  list.Press({5, 5}, 0);
+  Recording pressed;
+  list.Paint(pressed);
+  EXPECT_EQ(pressed.out,
+            "fill 0-30 DCDCDC; row 0@1,1 808080; row 0@0,0 000000; fill 29-30 000000; "
+            "fill 30-50 E0E0E0; ");
+}
+
+TEST_F(InertListTest, KeysStayWithinTheRows) {
+  list.Key(ListKey::kEnd);
+  EXPECT_EQ(list.Top(), 24);
+  list.Key(ListKey::kDown);
+  EXPECT_EQ(list.Top(), 24);
+  list.Key(ListKey::kUp);
+  EXPECT_EQ(list.Top(), 23);
+  list.Resize(100, 200);
+  EXPECT_EQ(list.Top(), 21);
+  list.Key(ListKey::kHome);
+  list.Key(ListKey::kUp);
+  EXPECT_EQ(list.Top(), 0);
+}
+
+template <typename Type>
+intptr_t Address(Type& object) {
+  return reinterpret_cast<intptr_t>(&object);
+}
+
+int ThirtyRows(ItemStore&) {
+  return 30;
+}
+
+TEST_F(InertListTest, MessagesReachEverything) {
+  InertItem item{0, 0, u"会社"};
+  list.Send(ILM_RESET, 0, 0);
+  EXPECT_EQ(list.Send(ILM_ADD, 0, Address(item)), 0);
+  item.text = u"自宅";
+  EXPECT_EQ(list.Send(ILM_INSERT, 0, Address(item)), 0);
+  EXPECT_EQ(list.Send(ILM_INSERT, 9, Address(item)), -100);
+  EXPECT_EQ(list.Send(ILM_COUNT, 0, 0), 2);
+  item.text = u"会社";
+  EXPECT_EQ(list.Send(ILM_FIND, -1, Address(item)), 1);
+  EXPECT_EQ(list.Send(ILM_FIND, 3, Address(item)), -100);
+  item.text = u"駅";
+  EXPECT_EQ(list.Send(ILM_FIND, 0, Address(item)), -1);
+  EXPECT_EQ(list.Send(ILM_SETITEM, 1, Address(item)), 0);
+  InertItem copy;
+  EXPECT_EQ(list.Send(ILM_GETITEM, 1, Address(copy)), 0);
+  EXPECT_EQ(copy.text, u"駅");
+  list.Send(ILM_FREEITEM, 0, Address(copy));
+  EXPECT_EQ(copy.text, std::nullopt);
+  EXPECT_EQ(list.Send(ILM_SETDATA, 0, 8), 0);
+  EXPECT_EQ(list.Send(ILM_GETDATA, 0, 0), 8);
+  EXPECT_EQ(list.Send(ILM_GETDATA, 2, 0), -100);
+  EXPECT_EQ(list.Send(ILM_SETHEIGHT, 0, 33), 0);
+  EXPECT_EQ(list.Send(ILM_GETHEIGHT, 0, 0), 33);
+  EXPECT_EQ(list.Send(ILM_GETHEIGHT, 1, 0), kRowHeight);
+  EXPECT_EQ(list.Send(ILM_GETHEIGHT, -1, 0), kRowHeight);
+  ListRect rect;
+  list.Send(ILM_GETITEMRECT, 0, Address(rect));
+  EXPECT_EQ(rect.right, 100);
+  EXPECT_EQ(rect.bottom, 33);
+  EXPECT_EQ(list.Send(ILM_SETTOP, 2, 0), -1);
+  EXPECT_EQ(list.Send(ILM_SETTOP, 1, 0), 0);
+  EXPECT_EQ(list.Send(ILM_GETTOP, 0, 0), 1);
+  EXPECT_EQ(list.Send(ILM_SETSEL, 2, 0), -1);
+  EXPECT_EQ(list.Send(ILM_SETSEL, 1, 0), 0);
+  EXPECT_EQ(list.Send(ILM_GETSEL, 0, 0), 1);
+  list.Send(0x10042, 0, 0x123456);
+  EXPECT_EQ(list.Send(0x10043, 0, 0), 0x123456);
+  EXPECT_EQ(list.Send(0x10045, 0, 0), 0);
+  list.Send(ILM_SETSTYLE, 0, ILS_WRAP | ILS_SHADOW);
+  list.Send(ILM_SETSTYLE, ILS_SHADOW, 0);
+  EXPECT_EQ(list.Send(ILM_GETSTYLE, 0xFF, 0), ILS_WRAP);
+  const intptr_t count = list.Send(ILM_GETOP, 9, 0);
+  EXPECT_EQ(list.Send(ILM_SETOP, 9, reinterpret_cast<intptr_t>(&ThirtyRows)), 0);
+  EXPECT_EQ(list.Send(ILM_COUNT, 0, 0), 30);
+  EXPECT_EQ(list.Send(ILM_SETOP, 9, count), 0);
+  EXPECT_EQ(list.Send(ILM_DELETE, 0, 0), 0);
+  EXPECT_EQ(list.Send(ILM_COUNT, 0, 0), 1);
+}
+
+}  // namespace
+}  // namespace views
