@@ -154,10 +154,18 @@ void InertList::Key(ListKey key) {
       top_ = LastTopRow();
       break;
     case ListKey::kUp:
-      if (top_ > 0) --top_;
+      if (top_ > 0) {
+        --top_;
+      } else if (Wraps()) {
+        top_ = std::max(Count() - 1, 0);
+      }
       break;
     case ListKey::kDown:
-      if (top_ < LastTopRow()) ++top_;
+      if (top_ < (Wraps() ? Count() - 1 : LastTopRow())) {
+        ++top_;
+      } else if (Wraps()) {
+        top_ = 0;
+      }
       break;
   }
   Repaint();

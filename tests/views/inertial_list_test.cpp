@@ -214,6 +214,11 @@ TEST_F(InertListTest, KeysStayWithinTheRows) {
   list.Key(ListKey::kHome);
   list.Key(ListKey::kUp);
   EXPECT_EQ(list.Top(), 0);
+  list.ChangeStyle(0, ILS_WRAP);  // every row of a wheel can be reached by the keys
+  list.Key(ListKey::kUp);
+  EXPECT_EQ(list.Top(), 29);
+  list.Key(ListKey::kDown);
+  EXPECT_EQ(list.Top(), 0);
 }
 
 template <typename Type>
