@@ -36,6 +36,12 @@ SoftKeyBar::SoftKeyBar(QWidget* screen)
   connect(right_, &QPushButton::clicked, this, [this] { OpenMenu(); });
 }
 
+void SoftKeyBar::UseRightKey(const QString& text, std::function<void()> onPress) {
+  right_->disconnect(this);
+  right_->setText(text);
+  connect(right_, &QPushButton::clicked, this, std::move(onPress));
+}
+
 void SoftKeyBar::resizeEvent(QResizeEvent*) {
   left_->setGeometry(0, 0, width() / 2, height());
   right_->setGeometry(width() / 2, 0, width() - width() / 2, height());

@@ -20,6 +20,8 @@ class SoftKeyBar : public QWidget {
 
   QPushButton& LeftKey() { return *left_; }
   QMenu& Menu() { return *menu_; }
+  // The right key does this instead of opening the menu.
+  void UseRightKey(const QString& text, std::function<void()> onPress);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

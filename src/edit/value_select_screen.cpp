@@ -1,0 +1,77 @@
+#include "edit/value_select_screen.h"
+
+#include <QKeyEvent>
+#include <algorithm>
+
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace edit {
+namespace {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+using platform::qt::FromQt;
+using platform::qt::ToQt;
+
+constexpr int kWordBreak = 16;  // a window style of the list
+
+}  // namespace
+
+ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
+    : PickerDlg(over, params.title),
+      params_(params),
+      line_(new QLineEdit(ToQt(params.value), this)),
+      rows_(new views::INERT_LIST_VIEW(kWordBreak, 0, this)) {
+  const QFont font = FixedFont(12);
+  line_->setObjectName(QStringLiteral("value"));
+  line_->setFont(font);
+  line_->selectAll();
+  line_->setFocus();
+  line_->installEventFilter(this);
+  rows_->setObjectName(QStringLiteral("rows"));
+  rows_->setFocusPolicy(Qt::NoFocus);  // the arrow keys in the line walk it
+  rows_->SendMessage(views::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  views::InertList& list = rows_->List();
+  list.SetHeight(-1, 2 * list.GetHeight(-1));
+  for (const std::u16string& text : params.history) list.Add({0, 0, text});
+  connect(rows_, &views::INERT_LIST_VIEW::Tapped, this, &ValueSelectDlg::Choose);
+}
+
+void ValueSelectDlg::PlaceContent(const QRect& area) {
+  line_->setGeometry(area.left(), area.top(), area.width(), Scaled(24));
+  rows_->setGeometry(area.adjusted(0, Scaled(25), 0, 0));
+}
+
+void ValueSelectDlg::TakeResult() {
+  params_.value = FromQt(line_->text());
+}
+
+void ValueSelectDlg::Choose(int row) {
+  line_->setText(ToQt(rows_->List().GetText(row)));
+  Accept();
+}
+
+bool ValueSelectDlg::eventFilter(QObject* watched, QEvent* event) {
+  const int key = watched == line_ && event->type() == QEvent::KeyPress
+                      ? static_cast<QKeyEvent*>(event)->key()
+                      : 0;
+  if (key == Qt::Key_Up || key == Qt::Key_Down) {
+    WalkRows(key == Qt::Key_Up ? -1 : 1);
+    return true;
+  }
+  return PickerDlg::eventFilter(watched, event);
+}
+
+// The line takes the text of the row above or below the one that it holds.
+void ValueSelectDlg::WalkRows(int step) {
+  views::InertList& list = rows_->List();
+  if (list.Count() == 0) return;
+  const int held = list.Find(0, {0, 0, FromQt(line_->text())});
+  const int row = held < 0 ? 0 : std::clamp(held + step, 0, list.Count() - 1);
+  line_->setText(ToQt(list.GetText(row)));
+  line_->selectAll();
+  list.SetTop(std::min(row, list.LastTopRow()));
+}
+
+}  // namespace edit

@@ -1,0 +1,32 @@
+// A value by a list for the finger: a line to type in, and the texts of a history below it. A tap
+// on one of them chooses it.
+#pragma once
+
+#include <QLineEdit>
+
+#include "edit/picker_screen.h"
+#include "edit/pickers.h"
+#include "views/inertial_list_screen.h"
+
+namespace edit {
+
+class ValueSelectDlg : public PickerDlg {
+ public:
+  // `params` is written on OK and outlives the screen.
+  ValueSelectDlg(QWidget* over, ValueSelectParams& params);
+
+ protected:
+  void TakeResult() override;
+  void PlaceContent(const QRect& area) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Choose(int row);
+  void WalkRows(int step);
+
+  ValueSelectParams& params_;
+  QLineEdit* line_;
+  views::INERT_LIST_VIEW* rows_;
+};
+
+}  // namespace edit
