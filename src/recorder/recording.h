@@ -69,18 +69,29 @@ class CRecorder {
   // it and calls AfterChange.
   bool OnListChange();
   void AfterChange();
+  // A key was let go over the list: "LB RETURN" or "LB DELETE" and the selected line's position.
+  void TellKey(std::u16string_view name) const;
 
   // recording_fields.cpp
   // Closes the open editor and takes its value. 0, or -1 if the value was refused: the field stays.
   int ValidateInlineEdit();
   // Opens the editor of a field. False if one was open whose value was refused.
   bool OpenEditor(InlineEdit which);
+  const std::u16string& FieldText(InlineEdit which) const;
   // What the editor or the picker of a field offers.
   std::vector<std::u16string> RowsOf(InlineEdit which) const;
   // Freezes the clock's time in the field; drops an open time editor.
   void OnBtnNow();
+  // The row of RowsOf at which the open editor's list stands: its text's, of times the last one
+  // that is not behind it; -1 for none.
+  int EditorRow() const;
   // What a picker brought for a field: a text of the history, or a time or the mark.
   void TakeValue(InlineEdit which, std::u16string_view text);
+  // The same for the time by its numbers.
+  void TakeTime(int hour, int minute);
+  // The time in the field; false if it holds the mark.
+  bool FieldTime(int& hour, int& minute) const;
+  void ClearPosition();
 
  private:
   // How an operation ends early: with a message, unless that is empty.

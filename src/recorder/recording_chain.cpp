@@ -246,4 +246,11 @@ void CRecorder::AfterChange() {
   SetActList();
 }
 
+// Kept on purpose: a trace of the program's making, and it does not see the last line.
+void CRecorder::TellKey(std::u16string_view name) const {
+  const bool sees = !lines.selected.empty() && *lines.selected.begin() + 1 < lines.texts.size();
+  const int position = sees ? static_cast<int>(*lines.selected.begin()) : -1;
+  Tell(std::u16string(name) + u' ' + core::ZeroPadded(position, 1), u"debug", Icon::kNone);
+}
+
 }  // namespace recorder

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kOpensRecorder = 1;  // a value of StartupMode
 constexpr size_t kHalfHoursOffered = 48;
-constexpr size_t kNoon = 24;
+constexpr size_t kRowOfEmptyField = 24;  // of the editor, whose first row is the mark
 
 }  // namespace
 
@@ -32,23 +32,23 @@ int CRecorder::ValidateInlineEdit() {
 bool CRecorder::OpenEditor(InlineEdit which) {
   if (ValidateInlineEdit() != 0) return false;
   inlineEdit = which;
-  switch (which) {
-    case InlineEdit::kNone:
-      break;
-    case InlineEdit::kTime:
-      editorText = fields.time.empty() ? app_.HalfHourTable[kNoon] : fields.time;
-      break;
-    case InlineEdit::kPlace:
-      editorText = fields.place;
-      break;
-    case InlineEdit::kCategory1:
-      editorText = fields.category1;
-      break;
-    case InlineEdit::kCategory2:
-      editorText = fields.category2;
-      break;
-  }
+  editorText = FieldText(which);
+  if (which == InlineEdit::kTime && editorText.empty())
+    editorText = app_.HalfHourTable[kRowOfEmptyField - 1];
   return true;
+}
+
+const std::u16string& CRecorder::FieldText(InlineEdit which) const {
+  switch (which) {
+    case InlineEdit::kPlace:
+      return fields.place;
+    case InlineEdit::kCategory1:
+      return fields.category1;
+    case InlineEdit::kCategory2:
+      return fields.category2;
+    default:
+      return fields.time;
+  }
 }
 
 std::vector<std::u16string> CRecorder::RowsOf(InlineEdit which) const {
@@ -69,6 +69,17 @@ std::vector<std::u16string> CRecorder::RowsOf(InlineEdit which) const {
       return app_.Category2History.Entries();
   }
   return rows;
+}
+
+int CRecorder::EditorRow() const {
+  const std::vector<std::u16string> rows = RowsOf(inlineEdit);
+  int nearest = -1;
+  for (size_t i = 0; i < rows.size(); ++i) {
+    if (rows[i] == editorText) return static_cast<int>(i);
+    const bool isEarlier = inlineEdit == InlineEdit::kTime && i > 0 && rows[i] < editorText;
+    if (isEarlier) nearest = static_cast<int>(i);
+  }
+  return nearest;
 }
 
 // With the movements kept out of the history, a place that holds the separator is one of them; with
@@ -97,6 +108,21 @@ void CRecorder::TakeValue(InlineEdit which, std::u16string_view text) {
       fields.category2 = text;
       break;
   }
+}
+
+void CRecorder::TakeTime(int hour, int minute) {
+  TakeValue(InlineEdit::kTime, core::FormatHourMinute(hour, minute));
+}
+
+bool CRecorder::FieldTime(int& hour, int& minute) const {
+  int second = 0;
+  return core::ParseTime(fields.time, hour, minute, second) == 0;
+}
+
+void CRecorder::ClearPosition() {
+  if (ValidateInlineEdit() != 0) return;
+  fields.latitude.clear();
+  fields.longitude.clear();
 }
 
 void CRecorder::OnBtnNow() {

@@ -1,0 +1,398 @@
+#include "recorder/recorder_screen.h"
+
+#include <QKeyEvent>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+#include "edit/edit_action_screen.h"
+#include "edit/time_select_screen.h"
+#include "edit/value_select_screen.h"
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+#include "recorder/recording_layout.h"
+
+namespace recorder {
+namespace {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+using platform::qt::FromQt;
+using platform::qt::ToQt;
+
+// Commands of the menu.
+enum MenuId {
+  kMenuChange = 32782,
+  kMenuDelete = 32785,
+  kMenuClose = 32900,
+  kMenuClear = 32950,
+  kMenuRecord = 32951,
+  kMenuStop = 32952,
+  kMenuBack = 32953,
+  kMenuAtStart = 32955,
+  kMenuAskPosition = 33100,
+  kMenuShowPosition = 33101,
+  kMenuClearPosition = 33102,
+  kMenuMapLink = 33104,
+  kKeyRecord = 40002,
+  kMenuExit = 40102
+};
+
+constexpr int kPickByLists = 2;  // a value of ItmSelMode
+
+}  // namespace
+
+CRecorderDlg::CRecorderDlg(QWidget* over, core::CAppState& app)
+    : ModalScreen(over),
+      app_(app),
+      recorder_(app),
+      list_(new HistoryListView(this)),
+      keys_(new platform::qt::SoftKeyBar(this)) {
+  MakeLabels();
+  MakeFields();
+  MakeButtons();
+  MakeList();
+  MakeMenu();
+  MakeEditor(timeEditor_, kIdTimeEditor);
+  MakeEditor(valueEditor_, kIdValueEditor);
+}
+
+int CRecorderDlg::RunModal() {
+  recorder_.Open();
+  ShowState();
+  buttons_[kIdRecord]->setFocus();
+  QWidget* window = parentWidget();
+  const int result = ModalScreen::RunModal();
+  if (closesProgram_) QTimer::singleShot(0, window, &QWidget::close);
+  return result;
+}
+
+void CRecorderDlg::MakeLabels() {
+  AddLabel(kIdTitle, u"レコーダー");
+  AddLabel(kIdTimeLabel, u"時刻:");
+  AddLabel(kIdLatitudeLabel, app_.LatName + u"：");
+  AddLabel(kIdLongitudeLabel, app_.LonName + u"：");
+  AddLabel(kIdPlaceLabel, app_.PlaceName + u"：");
+  AddLabel(kIdCategory1Label, app_.Cate1Name + u"：");
+  AddLabel(kIdCategory2Label, app_.Cate2Name + u"：");
+}
+
+void CRecorderDlg::AddLabel(int id, const std::u16string& text) {
+  auto* label = new QLabel(this);
+  label->setObjectName(QString::number(id));
+  label->setTextFormat(Qt::PlainText);
+  label->setText(ToQt(text));
+  label->setFont(FixedFont(12));
+  controls_[id] = label;
+}
+
+void CRecorderDlg::MakeFields() {
+  AddField(kIdTime, InlineEdit::kTime);
+  AddField(kIdLatitude, InlineEdit::kNone);
+  AddField(kIdLongitude, InlineEdit::kNone);
+  AddField(kIdPlace, InlineEdit::kPlace);
+  AddField(kIdCategory1, InlineEdit::kCategory1);
+  AddField(kIdCategory2, InlineEdit::kCategory2);
+}
+
+void CRecorderDlg::AddField(int id, InlineEdit which) {
+  auto* field = new edit::FieldButton(9, this);
+  field->setObjectName(QString::number(id));
+  field->setFont(FixedFont(12));
+  field->setEnabled(which != InlineEdit::kNone);
+  controls_[id] = fields_[id] = field;
+  if (which == InlineEdit::kTime) {
+    connect(field, &QAbstractButton::clicked, this, &CRecorderDlg::OnTimeField);
+  } else {
+    connect(field, &QAbstractButton::clicked, this, [this, which] { OnValueField(which); });
+  }
+}
+
+void CRecorderDlg::MakeButtons() {
+  AddButton(kIdExit, QStringLiteral("終了"), nullptr);
+  AddButton(kIdClose, QStringLiteral("閉じる"), nullptr);
+  AddButton(kIdNow, QStringLiteral("・"), &CRecorder::OnBtnNow);
+  AddButton(kIdClear, QStringLiteral("クリア"), &CRecorder::OnBtnClear);
+  AddButton(kIdDelete, QStringLiteral("削除"), &CRecorder::FxBtnDelete);
+  AddButton(kIdBack, QStringLiteral("<="), &CRecorder::OnBtnBack);
+  AddButton(kIdRecord, QStringLiteral("●"), &CRecorder::OnBtnRec);
+  AddButton(kIdStop, QString(), &CRecorder::OnBtnStop);
+  connect(buttons_[kIdExit], &QPushButton::clicked, this, &CRecorderDlg::OnBtnExit);
+  connect(buttons_[kIdClose], &QPushButton::clicked, this, &CRecorderDlg::OnBtnClose);
+}
+
+void CRecorderDlg::AddButton(int id, const QString& text, void (CRecorder::*command)()) {
+  auto* button = new QPushButton(text, this);
+  button->setObjectName(QString::number(id));
+  button->setFont(FixedFont(12));
+  button->setAutoDefault(false);
+  if (command != nullptr) {
+    connect(button, &QPushButton::clicked, this, [this, command] { Run(command); });
+  }
+  controls_[id] = buttons_[id] = button;
+}
+
+void CRecorderDlg::MakeList() {
+  list_->setObjectName(QString::number(kIdList));
+  list_->setFont(platform::qt::SettingFont(app_.RcdrFntName, app_.RcdrFntSize));
+  controls_[kIdList] = list_;
+  connect(list_, &QListWidget::itemSelectionChanged, this,
+          [this] { recorder_.lines.selected = list_->SelectedLines(); });
+  connect(list_, &HistoryListView::Tapped, this, &CRecorderDlg::OnListChange);
+  connect(list_, &HistoryListView::Held, this, &CRecorderDlg::OnListHeld);
+  connect(list_, &HistoryListView::ReturnLetGo, this, [this] { recorder_.TellKey(u"LB RETURN"); });
+  connect(list_, &HistoryListView::DeleteLetGo, this, [this] { recorder_.TellKey(u"LB DELETE"); });
+}
+
+void CRecorderDlg::MakeMenu() {
+  QPushButton& key = keys_->LeftKey();
+  key.setObjectName(QString::number(kKeyRecord));
+  key.setText(QStringLiteral("記録"));
+  connect(&key, &QPushButton::clicked, this, [this] { Run(&CRecorder::OnBtnRec); });
+  QMenu& menu = keys_->Menu();
+  const auto add = [&](int id, const char16_t* text, auto onChosen) {
+    connect(AddMenuItem(menu, id, ToQt(text)), &QAction::triggered, this, onChosen);
+  };
+  add(kMenuRecord, u"記録", [this] { Run(&CRecorder::OnBtnRec); });
+  add(kMenuStop, u"停止", [this] { Run(&CRecorder::OnBtnStop); });
+  add(kMenuBack, u"戻る", [this] { Run(&CRecorder::OnBtnBack); });
+  add(kMenuClear, u"クリア", [this] { Run(&CRecorder::OnBtnClear); });
+  add(kMenuChange, u"変更...", [this] { OnListChange(); });
+  add(kMenuDelete, u"削除", [this] { Run(&CRecorder::FxBtnDelete); });
+  AddMenuItem(menu, kMenuAskPosition, QStringLiteral("位置取得"))->setEnabled(false);
+  AddMenuItem(menu, kMenuShowPosition, QStringLiteral("位置表示"))->setEnabled(false);
+  add(kMenuClearPosition, u"位置クリア", [this] { Run(&CRecorder::ClearPosition); });
+  AddMenuItem(menu, kMenuMapLink, QStringLiteral("地図表示"))->setEnabled(false);
+  add(kMenuAtStart, u"起動時に開く", [this](bool checked) { recorder_.opensAtStart = checked; });
+  add(kMenuClose, u"閉じる", [this] { OnBtnClose(); });
+  add(kMenuExit, u"終了", [this] { OnBtnExit(); });
+  actions_[kMenuAtStart]->setCheckable(true);
+}
+
+QAction* CRecorderDlg::AddMenuItem(QMenu& menu, int id, const QString& text) {
+  QAction* action = menu.addAction(text);
+  action->setData(id);
+  actions_[id] = action;
+  return action;
+}
+
+void CRecorderDlg::MakeEditor(edit::ListPicker*& editor, int id) {
+  editor = new edit::ListPicker(this);
+  editor->setObjectName(QString::number(id));
+  connect(editor, &edit::ListPicker::TextChanged, this,
+          [this](const QString& text) { recorder_.editorText = FromQt(text); });
+  connect(editor, &edit::ListPicker::Chosen, this, &CRecorderDlg::ChooseEditor);
+}
+
+int CRecorderDlg::LabelWidth() const {
+  int width = 0;
+  for (const int id : {kIdTimeLabel, kIdLatitudeLabel, kIdLongitudeLabel, kIdPlaceLabel,
+                       kIdCategory1Label, kIdCategory2Label}) {
+    width = std::max(width, controls_.at(id)->sizeHint().width());
+  }
+  return std::min(width, Scaled(90)) + Scaled(2);
+}
+
+void CRecorderDlg::Run(void (CRecorder::*command)()) {
+  (recorder_.*command)();
+  ShowState();
+}
+
+void CRecorderDlg::OnTimeField() {
+  if (app_.ItmSelMode != kPickByLists) return OpenEditor(InlineEdit::kTime);
+  if (recorder_.ValidateInlineEdit() == 0) {
+    edit::TimeSelectParams params;
+    params.title = u"時刻の選択";
+    params.extraText = u"現在時刻";
+    params.showExtra = 1;
+    int hour = edit::kExtraHour, minute = 0;
+    recorder_.FieldTime(hour, minute);
+    params.startHour = static_cast<uint16_t>(hour);
+    params.startMinute = static_cast<uint16_t>(minute);
+    const int result = edit::TimeSelectDlg(this, params).RunModal();
+    if (result == platform::qt::kResultOk && params.hour == edit::kExtraHour) {
+      recorder_.TakeValue(InlineEdit::kTime, kCurrentTimeMark);
+    } else if (result == platform::qt::kResultOk) {
+      recorder_.TakeTime(params.hour, params.minute);
+    }
+  }
+  ShowState();
+}
+
+void CRecorderDlg::OnValueField(InlineEdit which) {
+  if (app_.ItmSelMode != kPickByLists) return OpenEditor(which);
+  if (recorder_.ValidateInlineEdit() == 0) {
+    const std::u16string& name = which == InlineEdit::kPlace       ? app_.PlaceName
+                                 : which == InlineEdit::kCategory1 ? app_.Cate1Name
+                                                                   : app_.Cate2Name;
+    edit::ValueSelectParams params{name + u"の選択", recorder_.FieldText(which),
+                                   recorder_.RowsOf(which)};
+    if (edit::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
+      recorder_.TakeValue(which, params.value);
+    }
+  }
+  ShowState();
+}
+
+void CRecorderDlg::OpenEditor(InlineEdit which) {
+  recorder_.OpenEditor(which);
+  ShowState();
+}
+
+void CRecorderDlg::ChooseEditor() {
+  recorder_.ValidateInlineEdit();
+  ShowState();
+}
+
+void CRecorderDlg::OnListChange() {
+  const bool opens = recorder_.OnListChange();
+  ShowState();
+  buttons_[kIdRecord]->setFocus();
+  if (!opens) return;
+  edit::CEditActionDlg(this, app_, edit::kOpenChange).RunModal();
+  Run(&CRecorder::AfterChange);
+}
+
+void CRecorderDlg::OnBtnClose() {
+  const bool closes = recorder_.Close();
+  ShowState();
+  if (closes) EndScreen(platform::qt::kResultOk);
+}
+
+void CRecorderDlg::OnBtnExit() {
+  closesProgram_ = recorder_.Close();
+  ShowState();
+  if (closesProgram_) EndScreen(platform::qt::kResultOk);
+}
+
+bool CRecorderDlg::OnWindowClosing() {
+  const bool closes = recorder_.Close();
+  ShowState();
+  if (closes) EndScreen(platform::qt::kResultOk);
+  return closes;
+}
+
+void CRecorderDlg::OnListHeld(QPoint globalPoint) {
+  QMenu menu(this);
+  menu.setFont(FixedFont(12));
+  for (const int id : {kMenuChange, kMenuDelete, kMenuClear}) menu.addAction(actions_[id]);
+  menu.exec(globalPoint);
+}
+
+// An open editor goes first, then the screen.
+void CRecorderDlg::OnEscape() {
+  if (recorder_.inlineEdit == InlineEdit::kNone) return OnBtnClose();
+  recorder_.inlineEdit = InlineEdit::kNone;
+  ShowState();
+}
+
+// Enter presses the button that has the focus, as Space does; elsewhere the record button, but not
+// over the list, which has its own use for it.
+void CRecorderDlg::keyPressEvent(QKeyEvent* event) {
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+  if (isEnter && button != nullptr && button->hasFocus()) {
+    button->click();
+  } else if (isEnter && !list_->hasFocus()) {
+    buttons_[kIdRecord]->click();
+  } else if (!isEnter) {
+    ModalScreen::keyPressEvent(event);
+  }
+}
+
+// A tap beside everything closes an open editor.
+void CRecorderDlg::mousePressEvent(QMouseEvent*) {
+  ChooseEditor();
+  buttons_[kIdRecord]->setFocus();
+}
+
+void CRecorderDlg::resizeEvent(QResizeEvent* event) {
+  ModalScreen::resizeEvent(event);
+  keys_->setGeometry(0, height() - keys_->height(), width(), keys_->height());
+  const RecorderLayout layout = LayOutRecorder(width(), height() - keys_->height(), LabelWidth());
+  QWidget* before = nullptr;
+  for (const Placed& placed : layout.controls) {
+    QWidget* control = controls_.at(placed.id);
+    control->setGeometry(placed.x, placed.y, placed.width, placed.height);
+    if (before != nullptr) setTabOrder(before, control);
+    before = control;
+  }
+  qDeleteAll(separators_);
+  separators_.clear();
+  for (const Placed& placed : layout.separators) {
+    auto* line = new QFrame(this);
+    line->setFrameShape(QFrame::HLine);
+    line->setGeometry(placed.x, placed.y, placed.width, placed.height);
+    line->show();
+    line->lower();
+    separators_.push_back(line);
+  }
+  ShowEditor();
+  if (list_->currentItem() != nullptr) list_->scrollToItem(list_->currentItem());
+}
+
+// Tab leaves an open editor and takes its value.
+bool CRecorderDlg::focusNextPrevChild(bool forward) {
+  if (recorder_.inlineEdit != InlineEdit::kNone) ChooseEditor();
+  return ModalScreen::focusNextPrevChild(forward);
+}
+
+void CRecorderDlg::ShowState() {
+  fields_[kIdTime]->ShowValue(ToQt(recorder_.fields.time));
+  fields_[kIdLatitude]->ShowValue(ToQt(recorder_.fields.latitude));
+  fields_[kIdLongitude]->ShowValue(ToQt(recorder_.fields.longitude));
+  fields_[kIdPlace]->ShowValue(ToQt(recorder_.fields.place));
+  fields_[kIdCategory1]->ShowValue(ToQt(recorder_.fields.category1));
+  fields_[kIdCategory2]->ShowValue(ToQt(recorder_.fields.category2));
+  buttons_[kIdBack]->setEnabled(recorder_.canGoBack);
+  buttons_[kIdStop]->setEnabled(recorder_.canStop);
+  buttons_[kIdStop]->setText(recorder_.isRunning ? QStringLiteral("■") : QStringLiteral("◆"));
+  actions_[kMenuStop]->setText(recorder_.isRunning ? QStringLiteral("停止")
+                                                   : QStringLiteral("再開"));
+  actions_[kMenuAtStart]->setChecked(recorder_.opensAtStart);
+  const HistoryLines lines = recorder_.lines;  // filling the list changes its selection
+  list_->ShowLines(lines);
+  recorder_.lines = lines;
+  if (recorder_.inlineEdit != shownEditor_) ShowEditor();
+}
+
+void CRecorderDlg::ShowEditor() {
+  const InlineEdit former = std::exchange(shownEditor_, recorder_.inlineEdit);
+  edit::ListPicker* editor = Editor(shownEditor_);
+  if (editor != nullptr) {
+    if (former != shownEditor_) {
+      editor->Open(recorder_.RowsOf(shownEditor_), recorder_.EditorRow(),
+                   ToQt(recorder_.editorText));
+    }
+    const QRect area(0, 0, width(), height() - keys_->height());
+    editor->PlaceOver(controls_[FieldOf(shownEditor_)]->geometry(), area);
+    editor->show();
+    editor->raise();
+    editor->setFocus();
+  }
+  edit::ListPicker* closed = Editor(former);
+  if (closed == nullptr || closed == editor) return;
+  const bool hadFocus = closed->isAncestorOf(focusWidget());
+  closed->hide();
+  if (hadFocus && editor == nullptr) controls_[FieldOf(former)]->setFocus();
+}
+
+edit::ListPicker* CRecorderDlg::Editor(InlineEdit which) const {
+  if (which == InlineEdit::kNone) return nullptr;
+  return which == InlineEdit::kTime ? timeEditor_ : valueEditor_;
+}
+
+int CRecorderDlg::FieldOf(InlineEdit which) {
+  switch (which) {
+    case InlineEdit::kPlace:
+      return kIdPlace;
+    case InlineEdit::kCategory1:
+      return kIdCategory1;
+    case InlineEdit::kCategory2:
+      return kIdCategory2;
+    default:
+      return kIdTime;
+  }
+}
+
+}  // namespace recorder

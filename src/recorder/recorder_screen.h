@@ -1,0 +1,80 @@
+// The screen from which the chain of Actions is kept: it shows the state of CRecorder and hands
+// every tap and key to it.
+#pragma once
+
+#include <QAction>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <map>
+#include <vector>
+
+#include "core/app_state.h"
+#include "edit/field_button_screen.h"
+#include "edit/list_picker_screen.h"
+#include "platform/qt/device_shell.h"
+#include "platform/qt/modal_screen.h"
+#include "recorder/history_list_screen.h"
+#include "recorder/recording.h"
+
+namespace recorder {
+
+class CRecorderDlg : public platform::qt::ModalScreen {
+ public:
+  CRecorderDlg(QWidget* over, core::CAppState& app);
+
+  // Runs until its user leaves it, by the exit command also the program's window.
+  int RunModal();
+  bool OnWindowClosing() override;
+
+ protected:
+  void OnEscape() override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  bool focusNextPrevChild(bool forward) override;
+
+ private:
+  void MakeLabels();
+  void MakeFields();
+  void MakeButtons();
+  void MakeList();
+  void MakeMenu();
+  void MakeEditor(edit::ListPicker*& editor, int id);
+  void AddLabel(int id, const std::u16string& text);
+  void AddField(int id, InlineEdit which);
+  void AddButton(int id, const QString& text, void (CRecorder::*command)());
+  QAction* AddMenuItem(QMenu& menu, int id, const QString& text);
+  int LabelWidth() const;
+
+  // Runs one command of the logic and shows the state anew.
+  void Run(void (CRecorder::*command)());
+  void OnTimeField();
+  void OnValueField(InlineEdit which);
+  void OpenEditor(InlineEdit which);
+  void ChooseEditor();
+  void OnListChange();
+  void OnBtnClose();
+  void OnBtnExit();
+  void OnListHeld(QPoint globalPoint);
+  void ShowState();
+  void ShowEditor();
+  edit::ListPicker* Editor(InlineEdit which) const;
+  static int FieldOf(InlineEdit which);
+
+  core::CAppState& app_;
+  CRecorder recorder_;
+  InlineEdit shownEditor_ = InlineEdit::kNone;
+  bool closesProgram_ = false;
+  std::map<int, QWidget*> controls_;  // by id
+  std::map<int, edit::FieldButton*> fields_;
+  std::map<int, QPushButton*> buttons_;
+  std::map<int, QAction*> actions_;
+  std::vector<QFrame*> separators_;
+  HistoryListView* list_;
+  edit::ListPicker* timeEditor_;
+  edit::ListPicker* valueEditor_;
+  platform::qt::SoftKeyBar* keys_;
+};
+
+}  // namespace recorder

@@ -1,0 +1,201 @@
+// The recorder's screen and the pickers that it opens: state to widgets, taps to commands.
+#include "recorder/recorder_screen.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include "edit/time_select_screen.h"
+#include "edit/value_input_screen.h"
+#include "edit/value_select_screen.h"
+#include "store/action_index.h"
+#include "store/store_fixture.h"
+
+namespace recorder {
+namespace {
+
+class RecorderScreen : public store_test::StoreTest {
+ protected:
+  RecorderScreen() {
+    CreateFile();
+    store::LoadActionIndex(app);
+    window.resize(240, 320);
+    window.show();
+    QApplication::setActiveWindow(&window);
+  }
+
+  // Runs a screen and, once it is up, what drives it; that must end it.
+  template <typename Screen>
+  int Run(Screen&& shown, const std::function<void()>& drive) {
+    QTimer::singleShot(0, &shown, [&] {
+      screen = &shown;
+      drive();
+    });
+    QTimer::singleShot(20000, &shown, [&] {
+      ADD_FAILURE() << "the screen was not ended";
+      shown.EndScreen(-1);
+    });
+    return shown.RunModal();
+  }
+
+  template <typename Widget = QAbstractButton>
+  Widget* Find(const char* name) {
+    auto* widget = screen->findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  void Click(const char* name) { Find(name)->click(); }
+
+  static void Send(QWidget* to, QEvent::Type type, QPoint at) {
+    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, at, to->mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(to, &event);
+  }
+  static void Tap(QWidget* widget, QPoint at) {
+    Send(widget, QEvent::MouseButtonPress, at);
+    Send(widget, QEvent::MouseButtonRelease, at);
+  }
+
+  QWidget window;
+  QWidget* screen = nullptr;
+};
+
+TEST_F(RecorderScreen, ATapRecordsAndTheButtonsFollow) {
+  CRecorderDlg dialog(&window, app);
+  Run(dialog, [&] {
+    EXPECT_FALSE(Find("1171")->isEnabled());
+    EXPECT_EQ(Find("1171")->text(), QStringLiteral("◆"));
+    Click("1170");
+    host.now.hour++;
+    Click("40002");
+    EXPECT_TRUE(Find("1171")->isEnabled());
+    EXPECT_EQ(Find("1171")->text(), QStringLiteral("■"));
+    auto* list = Find<QListWidget>("1166");
+    EXPECT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(1)->text(), QStringLiteral("2010/06/23 11:45::...::::"));
+    EXPECT_TRUE(list->item(1)->isSelected());
+    Click("1171");
+    EXPECT_EQ(Find("1171")->text(), QStringLiteral("◆"));
+    Click("1152");
+  });
+  EXPECT_EQ(app.RcdrHistory.Count(), 2u);
+  EXPECT_EQ(app.RcdrTime, u"<現在時刻>");
+}
+
+TEST_F(RecorderScreen, FieldsOpenTheirEditorsInPlace) {
+  CRecorderDlg dialog(&window, app);
+  Run(dialog, [&] {
+    Click("1154");
+    auto* editor = Find<QWidget>("1172");
+    EXPECT_TRUE(editor->isVisible());
+    EXPECT_EQ(editor->findChild<QListWidget*>()->count(), 49);
+    editor->findChild<QLineEdit*>()->setText(QString());
+    emit static_cast<edit::ListPicker*>(editor)->TextChanged(QStringLiteral("0930"));
+    Click("1161");  // takes the time on the way
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_TRUE(Find<QWidget>("1173")->isVisible());
+    Click("1170");
+    EXPECT_EQ(Find<QListWidget>("1166")->item(0)->text().mid(11, 5), QStringLiteral("09:30"));
+    Click("1151");
+  });
+}
+
+TEST_F(RecorderScreen, ATapOnALineOpensItsActionAndADragDoesNot) {
+  CRecorderDlg dialog(&window, app);
+  Run(dialog, [&] {
+    for (int i = 0; i < 20; i++) {
+      host.now.minute++;
+      Click("1170");
+    }
+    auto* list = Find<QListWidget>("1166");
+    QWidget* lines = list->viewport();
+    Send(lines, QEvent::MouseButtonPress, {20, 10});
+    Send(lines, QEvent::MouseMove, {20, 60});
+    Send(lines, QEvent::MouseButtonRelease, {20, 60});
+    EXPECT_EQ(app.SelIndex, -1);
+    const int row = list->row(list->itemAt(20, 10));
+    QTimer::singleShot(0, &dialog, [] { platform::qt::ModalScreen::Topmost()->EndScreen(2); });
+    Tap(lines, {20, 10});
+    EXPECT_EQ(app.SelIndex, row);
+    Click("1152");
+  });
+}
+
+TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
+  app.ItmSelMode = 2;
+  app.PlaceHistory.Add(u"会社");
+  CRecorderDlg dialog(&window, app);
+  Run(dialog, [&] {
+    const auto inPicker = [&](const std::function<void()>& drive) {
+      QTimer::singleShot(0, &dialog, [this, drive] {
+        screen = platform::qt::ModalScreen::Topmost();
+        drive();
+      });
+    };
+    inPicker([&] {
+      auto* wheel = Find<views::INERT_LIST_VIEW>("hour");
+      EXPECT_EQ(wheel->List().Top(), 7);  // the clock says 10
+      wheel->List().SetTop(22);
+      Click("1");
+    });
+    Click("1154");
+    screen = &dialog;
+    inPicker([&] {
+      auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+      Tap(rows, {10, 5});
+    });
+    Click("1161");
+    screen = &dialog;
+    Click("1170");
+    EXPECT_EQ(Find<QListWidget>("1166")->item(0)->text(),
+              QStringLiteral("2010/06/23 01:45::会社...::::"));
+    Click("1152");
+  });
+}
+
+TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
+  edit::TimeSelectParams time;
+  time.flags = edit::kWithSeconds;
+  time.startHour = 1;
+  time.showExtra = 1;
+  const int seconds = Run(edit::TimeSelectDlg(&window, time), [&] {
+    EXPECT_EQ(Find<views::INERT_LIST_VIEW>("hour")->List().Top(), 22);
+    Find<views::INERT_LIST_VIEW>("second")->List().SetTop(59);
+    Click("1");
+  });
+  EXPECT_EQ(seconds, 1);
+  EXPECT_EQ(time.hour, 1);
+  EXPECT_EQ(time.second, 2);
+  EXPECT_EQ(Run(edit::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
+  EXPECT_EQ(time.hour, 25);
+  EXPECT_EQ(Run(edit::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
+  edit::ValueInputParams input{{}, u"甲"};
+  EXPECT_EQ(Run(edit::ValueInputDlg(&window, input),
+                [&] {
+                  Find<QLineEdit>("1500")->setText(QStringLiteral("乙"));
+                  Click("1");
+                }),
+            1);
+  EXPECT_EQ(input.value, u"乙");
+}
+
+// A drag on the list of values coasts; only a tap chooses.
+TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
+  edit::ValueSelectParams params{{}, u"手書き", {}};
+  for (int i = 0; i < 50; i++) params.history.push_back(u"場所");
+  const int result = Run(edit::ValueSelectDlg(&window, params), [&] {
+    auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+    Send(rows, QEvent::MouseButtonPress, {20, 150});
+    Send(rows, QEvent::MouseMove, {20, 100});
+    Send(rows, QEvent::MouseButtonRelease, {20, 50});
+    QObject::connect(rows, &views::INERT_LIST_VIEW::Notified, rows, [this](int code) {
+      EXPECT_EQ(code, views::ILN_COASTEND);
+      Click("1");
+    });
+  });
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(params.value, u"手書き");
+}
+
+}  // namespace
+}  // namespace recorder
