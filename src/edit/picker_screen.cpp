@@ -17,19 +17,20 @@ PickerDlg::PickerDlg(QWidget* over, const std::optional<std::u16string>& title)
       label_(new QLabel(ToQt(title.value_or(u"値の選択")), this)),
       keys_(new platform::qt::SoftKeyBar(this)) {
   label_->setFont(FixedFont(12));
-  AddButton("2", QStringLiteral("キャンセル"), [this] { OnEscape(); });
-  AddButton("1", QStringLiteral("OK"), [this] { Accept(); });
+  AddButton("2", QStringLiteral("キャンセル"), 70, [this] { OnEscape(); });
+  AddButton("1", QStringLiteral("OK"), 40, [this] { Accept(); });
   keys_->LeftKey().setText(QStringLiteral("OK"));
   connect(&keys_->LeftKey(), &QPushButton::clicked, this, [this] { Accept(); });
   keys_->UseRightKey(QStringLiteral("キャンセル"), [this] { OnEscape(); });
 }
 
-QPushButton* PickerDlg::AddButton(const char* name, const QString& text,
+QPushButton* PickerDlg::AddButton(const char* name, const QString& text, int units,
                                   std::function<void()> onClick) {
   auto* button = new QPushButton(text, this);
   button->setObjectName(QString::fromLatin1(name));
   button->setFont(FixedFont(12));
   button->setAutoDefault(false);
+  button->setFixedSize(Scaled(units), Scaled(24));
   connect(button, &QPushButton::clicked, this, std::move(onClick));
   buttons_.push_back(button);
   return button;
@@ -42,14 +43,12 @@ void PickerDlg::Accept() {
 
 void PickerDlg::resizeEvent(QResizeEvent* event) {
   ModalScreen::resizeEvent(event);
-  const int rowHeight = Scaled(24);
   int right = width();
   for (QPushButton* button : buttons_) {
-    const int buttonWidth = Scaled(60);
-    right -= buttonWidth;
-    button->setGeometry(right, 0, buttonWidth, rowHeight);
+    right -= button->width();
+    button->move(right, 0);
   }
-  label_->setGeometry(Scaled(3), 0, right - Scaled(3), rowHeight);
+  label_->setGeometry(Scaled(3), 0, right - Scaled(3), Scaled(24));
   keys_->setGeometry(0, height() - keys_->height(), width(), keys_->height());
   const int top = Scaled(25) + 1;
   PlaceContent(QRect(0, top, width(), height() - keys_->height() - top));

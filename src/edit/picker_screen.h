@@ -24,8 +24,9 @@ class PickerDlg : public platform::qt::ModalScreen {
   // Places what lies between the header and the soft keys.
   virtual void PlaceContent(const QRect& area) = 0;
 
-  // A button in front of those that stand there already.
-  QPushButton* AddButton(const char* name, const QString& text, std::function<void()> onClick);
+  // A button, `units` wide, in front of those that stand there already.
+  QPushButton* AddButton(const char* name, const QString& text, int units,
+                         std::function<void()> onClick);
   void Accept();
 
   void resizeEvent(QResizeEvent* event) override;

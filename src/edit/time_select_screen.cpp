@@ -44,7 +44,7 @@ TimeSelectDlg::TimeSelectDlg(QWidget* over, TimeSelectParams& params)
   wheels_.front()->setFocus();
   if (params.showExtra <= 0) return;
   QPushButton* extra =
-      AddButton("extra", platform::qt::ToQt(params.extraText), [this] { TakeExtraButton(); });
+      AddButton("extra", platform::qt::ToQt(params.extraText), 62, [this] { TakeExtraButton(); });
   if (onExtra) extra->setFocus();
 }
 

@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "platform/host.h"
 #include "store/session.h"
+#include "store/write_burst.h"
 
 namespace recorder {
 namespace {
@@ -74,6 +75,7 @@ int InitRecorderValues() {
                                               {u"RcdrLongitude", -9},  {u"RcdrPlace", -10},
                                               {u"RcdrCategory1", -11}, {u"RcdrCategory2", -12}};
   const store::CDbSession& session = store::dbSession();
+  const store::WriteBurst burst(*session.Session);
   if (store::Failed(session.LongTable->SetLong(kHistNumKey, 0))) return -2;
   for (const EmptyText& text : kEmptyTexts) {
     if (!Writes(text.key, u"")) return text.failure;
@@ -100,6 +102,7 @@ int LoadRecorderData(CAppState& app) {
 }
 
 int SaveRecorderValues(const CAppState& app) {
+  const store::WriteBurst burst(*store::dbSession().Session);
   if (!Writes(kPreDateTimeKey, app.RcdrPreDate + u' ' + app.RcdrPreTime)) return -5;
   const std::u16string captured =
       app.RcdrTime == kCurrentTimeMark ? u"" : app.RcdrDate + u' ' + app.RcdrTime;

@@ -1,0 +1,43 @@
+#include "recorder/recording_layout.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fake_host.h"
+
+namespace recorder {
+namespace {
+
+bool Overlap(const Placed& a, const Placed& b) {
+  return a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height;
+}
+
+TEST(RecorderLayout, EverythingHasAPlaceOfItsOwnOnTheScreen) {
+  struct Row {
+    const char* why;
+    int width, height, labelWidth, listHeight;
+  };
+  static const Row kRows[] = {
+      {"a phone upright", 240, 294, 40, 100},
+      {"and turned", 320, 214, 40, 80},
+      {"with an input panel", 240, 214, 40, 20},
+      {"a desktop's window", 800, 574, 90, 300},
+  };
+  testing_support::FakeHost host;
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.why);
+    const RecorderLayout layout = LayOutRecorder(row.width, row.height, row.labelWidth);
+    EXPECT_EQ(layout.controls.size(), 22u);
+    for (size_t i = 0; i < layout.controls.size(); i++) {
+      const Placed& a = layout.controls[i];
+      SCOPED_TRACE(a.id);
+      EXPECT_TRUE(a.x >= 0 && a.y >= 0 && a.x + a.width <= row.width &&
+                  a.y + a.height <= row.height);
+      EXPECT_GE(a.width, 20);
+      EXPECT_GE(a.height, a.id == kIdList ? row.listHeight : 20);
+      for (size_t k = 0; k < i; k++) EXPECT_FALSE(Overlap(a, layout.controls[k]));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace recorder
