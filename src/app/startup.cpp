@@ -13,6 +13,7 @@
 #include "platform/qt/single_instance.h"
 #include "recorder/recorder_state.h"
 #include "store/data_file.h"
+#include "views/command_table.h"
 #include "views/main_window_screen.h"
 
 namespace app {
@@ -21,7 +22,8 @@ namespace {
 constexpr int kUnitsWide = 240;
 constexpr int kUnitsHigh = 320;
 constexpr int kLastResultThatEnds = -100;  // of OpenDataFile
-constexpr int kStartWithNewAction = 2;     // StartupMode
+constexpr int kStartWithRecorder = 1;      // StartupMode
+constexpr int kStartWithNewAction = 2;
 
 std::string ProgramFolder() {
   const std::string program = *platform::ToHostPath(platform::host().ProgramPath());
@@ -55,7 +57,9 @@ std::unique_ptr<views::CMainWnd> InitInstance(core::CAppState& app, platform::qt
 }
 
 void RunFirstScreen(core::CAppState& app, views::CMainWnd& window) {
-  if (app.StartupMode != kStartWithNewAction) return;
+  const int mode = app.StartupMode;  // which the screen may change
+  if (mode == kStartWithRecorder) window.OnCommand(views::kRecorder);
+  if (mode != kStartWithNewAction) return;
   edit::CEditActionDlg firstScreen(&window, app, edit::kOpenNew);
   if (firstScreen.RunModal() == platform::qt::kResultOk) window.Refresh();
 }

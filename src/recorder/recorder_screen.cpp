@@ -63,6 +63,10 @@ int CRecorderDlg::RunModal() {
   buttons_[kIdRecord]->setFocus();
   QWidget* window = parentWidget();
   const int result = ModalScreen::RunModal();
+  if (!left_) {  // ended from outside, as the whole program ends: what the fields hold is kept
+    recorder_.inlineEdit = InlineEdit::kNone;
+    recorder_.Close();
+  }
   if (closesProgram_) QTimer::singleShot(0, window, &QWidget::close);
   return result;
 }
@@ -118,7 +122,7 @@ void CRecorderDlg::MakeButtons() {
   AddButton(kIdRecord, QStringLiteral("●"), &CRecorder::OnBtnRec);
   AddButton(kIdStop, QString(), &CRecorder::OnBtnStop);
   connect(buttons_[kIdExit], &QPushButton::clicked, this, &CRecorderDlg::OnBtnExit);
-  connect(buttons_[kIdClose], &QPushButton::clicked, this, &CRecorderDlg::OnBtnClose);
+  connect(buttons_[kIdClose], &QPushButton::clicked, this, &CRecorderDlg::Leave);
 }
 
 void CRecorderDlg::AddButton(int id, const QString& text, void (CRecorder::*command)()) {
@@ -164,7 +168,7 @@ void CRecorderDlg::MakeMenu() {
   add(kMenuClearPosition, u"位置クリア", [this] { Run(&CRecorder::ClearPosition); });
   AddMenuItem(menu, kMenuMapLink, QStringLiteral("地図表示"))->setEnabled(false);
   add(kMenuAtStart, u"起動時に開く", [this](bool checked) { recorder_.opensAtStart = checked; });
-  add(kMenuClose, u"閉じる", [this] { OnBtnClose(); });
+  add(kMenuClose, u"閉じる", [this] { Leave(); });
   add(kMenuExit, u"終了", [this] { OnBtnExit(); });
   actions_[kMenuAtStart]->setCheckable(true);
 }
@@ -253,23 +257,19 @@ void CRecorderDlg::OnListChange() {
   Run(&CRecorder::AfterChange);
 }
 
-void CRecorderDlg::OnBtnClose() {
-  const bool closes = recorder_.Close();
+bool CRecorderDlg::Leave() {
+  left_ = recorder_.Close();
   ShowState();
-  if (closes) EndScreen(platform::qt::kResultOk);
+  if (left_) EndScreen(platform::qt::kResultOk);
+  return left_;
 }
 
 void CRecorderDlg::OnBtnExit() {
-  closesProgram_ = recorder_.Close();
-  ShowState();
-  if (closesProgram_) EndScreen(platform::qt::kResultOk);
+  closesProgram_ = Leave();
 }
 
 bool CRecorderDlg::OnWindowClosing() {
-  const bool closes = recorder_.Close();
-  ShowState();
-  if (closes) EndScreen(platform::qt::kResultOk);
-  return closes;
+  return Leave();
 }
 
 void CRecorderDlg::OnListHeld(QPoint globalPoint) {
@@ -281,9 +281,12 @@ void CRecorderDlg::OnListHeld(QPoint globalPoint) {
 
 // An open editor goes first, then the screen.
 void CRecorderDlg::OnEscape() {
-  if (recorder_.inlineEdit == InlineEdit::kNone) return OnBtnClose();
-  recorder_.inlineEdit = InlineEdit::kNone;
-  ShowState();
+  if (recorder_.inlineEdit == InlineEdit::kNone) {
+    Leave();
+  } else {
+    recorder_.inlineEdit = InlineEdit::kNone;
+    ShowState();
+  }
 }
 
 // Enter presses the button that has the focus, as Space does; elsewhere the record button, but not

@@ -54,7 +54,8 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void OpenEditor(InlineEdit which);
   void ChooseEditor();
   void OnListChange();
-  void OnBtnClose();
+  // The close command. False if an open editor's value was refused.
+  bool Leave();
   void OnBtnExit();
   void OnListHeld(QPoint globalPoint);
   void ShowState();
@@ -65,6 +66,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   core::CAppState& app_;
   CRecorder recorder_;
   InlineEdit shownEditor_ = InlineEdit::kNone;
+  bool left_ = false;  // by one of its own commands
   bool closesProgram_ = false;
   std::map<int, QWidget*> controls_;  // by id
   std::map<int, edit::FieldButton*> fields_;

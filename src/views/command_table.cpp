@@ -29,7 +29,7 @@ constexpr CommandRow kCommands[] = {
     {kMenuToday, u"今日", Menu::kView, "", kEverywhere},
     {kSpanningMode, u"日またがり", Menu::kView, "", kEverywhere},
     {kToolBarMode, u"ツールバー", Menu::kView, "", kEverywhere},
-    {kRecorder, u"レコーダー...", Menu::kTools, "", kNowhere},
+    {kRecorder, u"レコーダー...", Menu::kTools, "", kEverywhere},
     {kFind, u"検索...", Menu::kTools, "", kNowhere},
     {kFindClear, u"検索解除", Menu::kTools, "", kEverywhere},
     {kOptions, u"オプション...", Menu::kTools, "", kNowhere},

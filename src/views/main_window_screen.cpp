@@ -10,6 +10,7 @@
 #include "platform/host.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
+#include "recorder/recorder_screen.h"
 #include "store/action_index.h"
 #include "views/day_view_screen.h"
 #include "views/list_view_screen.h"
@@ -181,6 +182,9 @@ void CMainWnd::OnCommand(int id) {
     case kToolBarMode:
       ToggleToolBar();
       break;
+    case kRecorder:
+      RunRecorder();
+      break;
     case kFindClear:
       FxFindClear();
       break;
@@ -304,6 +308,11 @@ void CMainWnd::ToggleToolBar() {
   app_.ToolBarVwMode = app_.ToolBarVwMode == kToolBarShown ? kToolBarHidden : kToolBarShown;
   ShowState();
   Relayout();
+  Refresh();
+}
+
+void CMainWnd::RunRecorder() {
+  recorder::CRecorderDlg(this, app_).RunModal();
   Refresh();
 }
 

@@ -57,6 +57,7 @@ class CMainWnd : public QWidget {
   void FxFindClear();
   void ToggleSpanningMode();
   void ToggleToolBar();
+  void RunRecorder();
   void RunEditScreen(int openMode);
 
   core::CAppState& app_;
