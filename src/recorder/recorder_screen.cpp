@@ -365,7 +365,7 @@ void CRecorderDlg::ShowEditor() {
   if (editor != nullptr) {
     if (former != shownEditor_) {
       editor->Open(recorder_.RowsOf(shownEditor_), recorder_.EditorRow(),
-                   ToQt(recorder_.editorText));
+                   ToQt(recorder_.editorText), static_cast<int>(edit::kLongestText));
     }
     const QRect area(0, 0, width(), height() - keys_->height());
     editor->PlaceOver(controls_[FieldOf(shownEditor_)]->geometry(), area);
