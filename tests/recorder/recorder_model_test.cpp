@@ -222,6 +222,7 @@ class RecorderModel : public store_test::StoreTest {
     EXPECT_EQ(messages, model.messages);
     EXPECT_EQ(host.waitDepth, 0);
     host.messages.clear();
+    host.answers.clear();  // not every command has a question
     model.messages.clear();
   }
 
