@@ -12,7 +12,8 @@ std::optional<std::u16string_view> TextArena::Keep(std::u16string_view text) {
 std::optional<std::u16string_view> TextArena::Join(std::u16string_view left,
                                                    std::u16string_view right) {
   if (right.empty()) return left;
-  const bool lengthens = left.data() == latest_.data() && left.size() == latest_.size();
+  const bool lengthens =
+      !left.empty() && left.data() == latest_.data() && left.size() == latest_.size();
   if (!lengthens || room_ < right.size()) {
     if (!MakeRoom(left.size() + right.size())) return std::nullopt;
     latest_ = {top_, left.size()};

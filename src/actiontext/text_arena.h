@@ -36,7 +36,7 @@ class TextArena {
   char16_t* top_ = firstRoom_;
   size_t room_ = kFirstRoom;  // characters left behind top_
   size_t made_ = kFirstRoom;  // characters in all rooms
-  std::u16string_view latest_{firstRoom_, 0};
+  std::u16string_view latest_;
   std::vector<std::unique_ptr<char16_t[]>> rooms_;
 };
 
