@@ -206,6 +206,19 @@ TEST(Diary, EndsInOrderWhenTheSessionDoes) {
   }
 }
 
+TEST(Diary, ClosesTheDataFileThoughTheSettingsCannotBeWritten) {
+  PocketDevice device;
+  Installed diary;
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  std::filesystem::create_directory(diary.Folder().HostPath("Morvenly.dat"));
+  device.Press("ctrl+q");
+  ASSERT_TRUE(device.Shows("書込みエラー"));
+  device.Press("Return");
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_FALSE(std::filesystem::exists(diary.Folder().HostPath("user.sdf-wal")));
+}
+
 TEST(Diary, StartsWithANewActionWhereItsUserWantsThat) {
   PocketDevice device;
   Installed diary;
