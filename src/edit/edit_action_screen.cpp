@@ -82,7 +82,7 @@ CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode
       form_(new EditForm(this, app)),
       keys_(new platform::qt::SoftKeyBar(this)),
       calendar_(new platform::qt::MonthCalendar(this)),
-      list_(new ListPicker(this)),
+      list_(new pickers::ListPicker(this)),
       memoEdit_(new QPlainTextEdit(this)) {
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -200,9 +200,9 @@ void CEditActionDlg::MakePickers() {
   memoEdit_->hide();
   connect(calendar_, &platform::qt::MonthCalendar::Moved, this, &CEditActionDlg::TakeDate);
   connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &CEditActionDlg::ChoosePicker);
-  connect(list_, &ListPicker::TextChanged, this,
+  connect(list_, &pickers::ListPicker::TextChanged, this,
           [this](const QString& text) { edit_.pickerText = FromQt(text); });
-  connect(list_, &ListPicker::Chosen, this, &CEditActionDlg::ChoosePicker);
+  connect(list_, &pickers::ListPicker::Chosen, this, &CEditActionDlg::ChoosePicker);
   connect(memoEdit_, &QPlainTextEdit::textChanged, this,
           [this] { edit_.pickerText = FromQt(TypedText(*memoEdit_)); });
 }

@@ -13,7 +13,7 @@
 #include "core/app_state.h"
 #include "edit/edit_action.h"
 #include "edit/edit_form_screen.h"
-#include "edit/list_picker_screen.h"
+#include "pickers/list_picker_screen.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/month_calendar.h"
@@ -64,7 +64,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
   EditForm* form_;
   platform::qt::SoftKeyBar* keys_;
   platform::qt::MonthCalendar* calendar_;
-  ListPicker* list_;
+  pickers::ListPicker* list_;
   QPlainTextEdit* memoEdit_;
 };
 

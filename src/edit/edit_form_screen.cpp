@@ -53,10 +53,10 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(pa
 }
 
 void EditForm::AddField(int id, const std::u16string& name, int smallest) {
-  auto* field = new FieldButton(smallest, widget());
+  auto* field = new pickers::FieldButton(smallest, widget());
   field->setObjectName(QString::number(id));
   field->setAccessibleName(ToQt(name));
-  connect(field, &FieldButton::clicked, this, [this, id] { emit Tapped(id); });
+  connect(field, &pickers::FieldButton::clicked, this, [this, id] { emit Tapped(id); });
   fields_[id] = field;
   controls_[id] = field;
 }

@@ -8,7 +8,7 @@
 
 #include "core/app_state.h"
 #include "edit/edit_action.h"
-#include "edit/field_button_screen.h"
+#include "pickers/field_button_screen.h"
 
 namespace edit {
 
@@ -38,7 +38,7 @@ class EditForm : public QScrollArea {
   void ShowLabels();
 
   std::map<int, QWidget*> controls_;  // by id
-  std::map<int, FieldButton*> fields_;
+  std::map<int, pickers::FieldButton*> fields_;
   std::map<int, QString> labels_;  // whole, as they may be cut on the screen
   std::vector<QFrame*> separators_;
 };

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "edit/edit_action_screen.h"
-#include "edit/time_select_screen.h"
-#include "edit/value_select_screen.h"
+#include "pickers/time_select_screen.h"
+#include "pickers/value_select_screen.h"
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 #include "recorder/recording_layout.h"
@@ -100,7 +100,7 @@ void CRecorderDlg::MakeFields() {
 }
 
 void CRecorderDlg::AddField(int id, InlineEdit which) {
-  auto* field = new edit::FieldButton(9, this);
+  auto* field = new pickers::FieldButton(9, this);
   field->setObjectName(QString::number(id));
   field->setFont(FixedFont(12));
   field->setEnabled(which != InlineEdit::kNone);
@@ -180,12 +180,12 @@ QAction* CRecorderDlg::AddMenuItem(QMenu& menu, int id, const QString& text) {
   return action;
 }
 
-void CRecorderDlg::MakeEditor(edit::ListPicker*& editor, int id) {
-  editor = new edit::ListPicker(this);
+void CRecorderDlg::MakeEditor(pickers::ListPicker*& editor, int id) {
+  editor = new pickers::ListPicker(this);
   editor->setObjectName(QString::number(id));
-  connect(editor, &edit::ListPicker::TextChanged, this,
+  connect(editor, &pickers::ListPicker::TextChanged, this,
           [this](const QString& text) { recorder_.editorText = FromQt(text); });
-  connect(editor, &edit::ListPicker::Chosen, this, &CRecorderDlg::ChooseEditor);
+  connect(editor, &pickers::ListPicker::Chosen, this, &CRecorderDlg::ChooseEditor);
 }
 
 int CRecorderDlg::LabelWidth() const {
@@ -205,16 +205,16 @@ void CRecorderDlg::Run(void (CRecorder::*command)()) {
 void CRecorderDlg::OnTimeField() {
   if (app_.ItmSelMode != kPickByLists) return OpenEditor(InlineEdit::kTime);
   if (recorder_.ValidateInlineEdit() == 0) {
-    edit::TimeSelectParams params;
+    pickers::TimeSelectParams params;
     params.title = u"時刻の選択";
     params.extraText = u"現在時刻";
     params.showExtra = 1;
-    int hour = edit::kExtraHour, minute = 0;
+    int hour = pickers::kExtraHour, minute = 0;
     recorder_.FieldTime(hour, minute);
     params.startHour = static_cast<uint16_t>(hour);
     params.startMinute = static_cast<uint16_t>(minute);
-    const int result = edit::TimeSelectDlg(this, params).RunModal();
-    if (result == platform::qt::kResultOk && params.hour == edit::kExtraHour) {
+    const int result = pickers::TimeSelectDlg(this, params).RunModal();
+    if (result == platform::qt::kResultOk && params.hour == pickers::kExtraHour) {
       recorder_.TakeValue(InlineEdit::kTime, kCurrentTimeMark);
     } else if (result == platform::qt::kResultOk) {
       recorder_.TakeTime(params.hour, params.minute);
@@ -229,9 +229,9 @@ void CRecorderDlg::OnValueField(InlineEdit which) {
     const std::u16string& name = which == InlineEdit::kPlace       ? app_.PlaceName
                                  : which == InlineEdit::kCategory1 ? app_.Cate1Name
                                                                    : app_.Cate2Name;
-    edit::ValueSelectParams params{name + u"の選択", recorder_.FieldText(which),
-                                   recorder_.RowsOf(which)};
-    if (edit::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
+    pickers::ValueSelectParams params{name + u"の選択", recorder_.FieldText(which),
+                                      recorder_.RowsOf(which)};
+    if (pickers::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
       recorder_.TakeValue(which, params.value);
     }
   }
@@ -361,7 +361,7 @@ void CRecorderDlg::ShowState() {
 
 void CRecorderDlg::ShowEditor() {
   const InlineEdit former = std::exchange(shownEditor_, recorder_.inlineEdit);
-  edit::ListPicker* editor = Editor(shownEditor_);
+  pickers::ListPicker* editor = Editor(shownEditor_);
   if (editor != nullptr) {
     if (former != shownEditor_) {
       editor->Open(recorder_.RowsOf(shownEditor_), recorder_.EditorRow(),
@@ -373,14 +373,14 @@ void CRecorderDlg::ShowEditor() {
     editor->raise();
     editor->setFocus();
   }
-  edit::ListPicker* closed = Editor(former);
+  pickers::ListPicker* closed = Editor(former);
   if (closed == nullptr || closed == editor) return;
   const bool hadFocus = closed->isAncestorOf(focusWidget());
   closed->hide();
   if (hadFocus && editor == nullptr) controls_[FieldOf(former)]->setFocus();
 }
 
-edit::ListPicker* CRecorderDlg::Editor(InlineEdit which) const {
+pickers::ListPicker* CRecorderDlg::Editor(InlineEdit which) const {
   if (which == InlineEdit::kNone) return nullptr;
   return which == InlineEdit::kTime ? timeEditor_ : valueEditor_;
 }

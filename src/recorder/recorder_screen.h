@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "core/app_state.h"
-#include "edit/field_button_screen.h"
-#include "edit/list_picker_screen.h"
+#include "pickers/field_button_screen.h"
+#include "pickers/list_picker_screen.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/modal_screen.h"
 #include "recorder/history_list_screen.h"
@@ -40,7 +40,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void MakeButtons();
   void MakeList();
   void MakeMenu();
-  void MakeEditor(edit::ListPicker*& editor, int id);
+  void MakeEditor(pickers::ListPicker*& editor, int id);
   void AddLabel(int id, const std::u16string& text);
   void AddField(int id, InlineEdit which);
   void AddButton(int id, const QString& text, void (CRecorder::*command)());
@@ -60,7 +60,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void OnListHeld(QPoint globalPoint);
   void ShowState();
   void ShowEditor();
-  edit::ListPicker* Editor(InlineEdit which) const;
+  pickers::ListPicker* Editor(InlineEdit which) const;
   static int FieldOf(InlineEdit which);
 
   core::CAppState& app_;
@@ -69,13 +69,13 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   bool left_ = false;  // by one of its own commands
   bool closesProgram_ = false;
   std::map<int, QWidget*> controls_;  // by id
-  std::map<int, edit::FieldButton*> fields_;
+  std::map<int, pickers::FieldButton*> fields_;
   std::map<int, QPushButton*> buttons_;
   std::map<int, QAction*> actions_;
   std::vector<QFrame*> separators_;
   HistoryListView* list_;
-  edit::ListPicker* timeEditor_;
-  edit::ListPicker* valueEditor_;
+  pickers::ListPicker* timeEditor_;
+  pickers::ListPicker* valueEditor_;
   platform::qt::SoftKeyBar* keys_;
 };
 

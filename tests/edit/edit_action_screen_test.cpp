@@ -69,7 +69,7 @@ class EditActionScreen : public edit_test::EditTest {
 
   void Tap(const char* name) { Find<QAbstractButton>(name)->click(); }
   std::string Shown(const char* name) {
-    return Find<FieldButton>(name)->accessibleDescription().toStdString();
+    return Find<pickers::FieldButton>(name)->accessibleDescription().toStdString();
   }
 
   static void Press(int key, const QString& text = QString()) {
@@ -96,8 +96,8 @@ TEST_F(EditActionScreen, ShowsTheAction) {
               EXPECT_TRUE(MenuItem(kIdMenuFollow)->isEnabled());
               EXPECT_FALSE(MenuItem(kIdMenuExtItems)->isEnabled());
               EXPECT_FALSE(MenuItem(kIdAskPosition)->isEnabled());
-              EXPECT_FALSE(Find<FieldButton>("1128")->isEnabled());
-              EXPECT_TRUE(Find<FieldButton>("1110")->isEnabled());
+              EXPECT_FALSE(Find<pickers::FieldButton>("1128")->isEnabled());
+              EXPECT_TRUE(Find<pickers::FieldButton>("1110")->isEnabled());
               Tap("2");
             }),
             platform::qt::kResultCancel);

@@ -5,9 +5,9 @@
 #include <QMouseEvent>
 #include <QTimer>
 
-#include "edit/time_select_screen.h"
-#include "edit/value_input_screen.h"
-#include "edit/value_select_screen.h"
+#include "pickers/time_select_screen.h"
+#include "pickers/value_input_screen.h"
+#include "pickers/value_select_screen.h"
 #include "store/action_index.h"
 #include "store/store_fixture.h"
 
@@ -90,7 +90,7 @@ TEST_F(RecorderScreen, FieldsOpenTheirEditorsInPlace) {
     EXPECT_TRUE(editor->isVisible());
     EXPECT_EQ(editor->findChild<QListWidget*>()->count(), 49);
     editor->findChild<QLineEdit*>()->setText(QString());
-    emit static_cast<edit::ListPicker*>(editor)->TextChanged(QStringLiteral("0930"));
+    emit static_cast<pickers::ListPicker*>(editor)->TextChanged(QStringLiteral("0930"));
     Click("1161");  // takes the time on the way
     EXPECT_FALSE(editor->isVisible());
     EXPECT_TRUE(Find<QWidget>("1173")->isVisible());
@@ -154,11 +154,11 @@ TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
 }
 
 TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
-  edit::TimeSelectParams time;
-  time.flags = edit::kWithSeconds;
+  pickers::TimeSelectParams time;
+  time.flags = pickers::kWithSeconds;
   time.startHour = 1;
   time.showExtra = 1;
-  const int seconds = Run(edit::TimeSelectDlg(&window, time), [&] {
+  const int seconds = Run(pickers::TimeSelectDlg(&window, time), [&] {
     EXPECT_EQ(Find<views::INERT_LIST_VIEW>("hour")->List().Top(), 22);
     Find<views::INERT_LIST_VIEW>("second")->List().SetTop(59);
     Click("1");
@@ -166,11 +166,11 @@ TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
   EXPECT_EQ(seconds, 1);
   EXPECT_EQ(time.hour, 1);
   EXPECT_EQ(time.second, 2);
-  EXPECT_EQ(Run(edit::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
+  EXPECT_EQ(Run(pickers::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
   EXPECT_EQ(time.hour, 25);
-  EXPECT_EQ(Run(edit::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
-  edit::ValueInputParams input{{}, u"甲"};
-  EXPECT_EQ(Run(edit::ValueInputDlg(&window, input),
+  EXPECT_EQ(Run(pickers::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
+  pickers::ValueInputParams input{{}, u"甲"};
+  EXPECT_EQ(Run(pickers::ValueInputDlg(&window, input),
                 [&] {
                   Find<QLineEdit>("1500")->setText(QStringLiteral("乙"));
                   Click("1");
@@ -181,9 +181,9 @@ TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
 
 // A drag on the list of values coasts; only a tap chooses.
 TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
-  edit::ValueSelectParams params{{}, u"手書き", {}};
+  pickers::ValueSelectParams params{{}, u"手書き", {}};
   for (int i = 0; i < 50; i++) params.history.push_back(u"場所");
-  const int result = Run(edit::ValueSelectDlg(&window, params), [&] {
+  const int result = Run(pickers::ValueSelectDlg(&window, params), [&] {
     auto* rows = Find<views::INERT_LIST_VIEW>("rows");
     Send(rows, QEvent::MouseButtonPress, {20, 150});
     Send(rows, QEvent::MouseMove, {20, 100});

@@ -1,4 +1,4 @@
-#include "edit/time_select_screen.h"
+#include "pickers/time_select_screen.h"
 
 #include <QPainter>
 #include <QPolygon>
@@ -7,7 +7,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
-namespace edit {
+namespace pickers {
 namespace {
 
 using platform::Scaled;
@@ -101,4 +101,4 @@ void TimeSelectDlg::TakeExtraButton() {
   EndScreen(platform::qt::kResultOk);
 }
 
-}  // namespace edit
+}  // namespace pickers

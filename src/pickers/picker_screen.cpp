@@ -1,4 +1,4 @@
-#include "edit/picker_screen.h"
+#include "pickers/picker_screen.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -6,7 +6,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
-namespace edit {
+namespace pickers {
 
 using platform::Scaled;
 using platform::qt::FixedFont;
@@ -70,4 +70,4 @@ void PickerDlg::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-}  // namespace edit
+}  // namespace pickers

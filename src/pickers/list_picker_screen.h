@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace edit {
+namespace pickers {
 
 class ListPicker : public QWidget {
   Q_OBJECT
@@ -46,4 +46,4 @@ class ListPicker : public QWidget {
   bool isDrag_ = false;
 };
 
-}  // namespace edit
+}  // namespace pickers

@@ -1,11 +1,11 @@
-#include "edit/value_input_screen.h"
+#include "pickers/value_input_screen.h"
 
 #include <algorithm>
 
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
-namespace edit {
+namespace pickers {
 namespace {
 
 using platform::Scaled;
@@ -53,4 +53,4 @@ void ValueInputDlg::Accept() {
   EndScreen(platform::qt::kResultOk);
 }
 
-}  // namespace edit
+}  // namespace pickers

@@ -5,7 +5,7 @@
 #include <QAbstractButton>
 #include <QString>
 
-namespace edit {
+namespace pickers {
 
 class FieldButton : public QAbstractButton {
  public:
@@ -28,4 +28,4 @@ class FieldButton : public QAbstractButton {
   QString value_;
 };
 
-}  // namespace edit
+}  // namespace pickers

@@ -1,8 +1,8 @@
-#include "edit/pickers.h"
+#include "pickers/pickers.h"
 
 #include "core/text.h"
 
-namespace edit {
+namespace pickers {
 namespace {
 
 constexpr int kRowsAboveValue = 3;
@@ -37,4 +37,4 @@ void TakeWheels(TimeSelectParams& params, int hourTop, int minuteTop,
   params.second = static_cast<uint16_t>(secondTop ? WheelValue(*secondTop, kMinutes) : 0);
 }
 
-}  // namespace edit
+}  // namespace pickers

@@ -6,10 +6,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "edit/pickers.h"
+#include "pickers/pickers.h"
 #include "platform/qt/modal_screen.h"
 
-namespace edit {
+namespace pickers {
 
 class ValueInputDlg : public platform::qt::ModalScreen {
  public:
@@ -30,4 +30,4 @@ class ValueInputDlg : public platform::qt::ModalScreen {
   QPushButton* cancel_;
 };
 
-}  // namespace edit
+}  // namespace pickers

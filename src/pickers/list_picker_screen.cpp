@@ -1,4 +1,4 @@
-#include "edit/list_picker_screen.h"
+#include "pickers/list_picker_screen.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -10,7 +10,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
-namespace edit {
+namespace pickers {
 
 using platform::Scaled;
 using platform::qt::FixedFont;
@@ -138,4 +138,4 @@ void ListPicker::ShowText(const QString& text) {
   line_->setSelection(static_cast<int>(text.size()), -static_cast<int>(text.size()));
 }
 
-}  // namespace edit
+}  // namespace pickers

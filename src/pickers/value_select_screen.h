@@ -4,11 +4,11 @@
 
 #include <QLineEdit>
 
-#include "edit/picker_screen.h"
-#include "edit/pickers.h"
+#include "pickers/picker_screen.h"
+#include "pickers/pickers.h"
 #include "views/inertial_list_screen.h"
 
-namespace edit {
+namespace pickers {
 
 class ValueSelectDlg : public PickerDlg {
  public:
@@ -29,4 +29,4 @@ class ValueSelectDlg : public PickerDlg {
   views::INERT_LIST_VIEW* rows_;
 };
 
-}  // namespace edit
+}  // namespace pickers

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace edit {
+namespace pickers {
 
 inline constexpr int kWithSeconds = 1;      // flag: a third wheel
 inline constexpr uint16_t kExtraHour = 25;  // the extra button was chosen
@@ -47,4 +47,4 @@ void TakeExtra(TimeSelectParams& params);
 // The wheels' top rows; `secondTop` is none without a seconds wheel.
 void TakeWheels(TimeSelectParams& params, int hourTop, int minuteTop, std::optional<int> secondTop);
 
-}  // namespace edit
+}  // namespace pickers

@@ -12,7 +12,7 @@
 #include "platform/qt/device_shell.h"
 #include "platform/qt/modal_screen.h"
 
-namespace edit {
+namespace pickers {
 
 class PickerDlg : public platform::qt::ModalScreen {
  public:
@@ -39,4 +39,4 @@ class PickerDlg : public platform::qt::ModalScreen {
   platform::qt::SoftKeyBar* keys_;
 };
 
-}  // namespace edit
+}  // namespace pickers

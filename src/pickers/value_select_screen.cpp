@@ -1,4 +1,4 @@
-#include "edit/value_select_screen.h"
+#include "pickers/value_select_screen.h"
 
 #include <QKeyEvent>
 #include <algorithm>
@@ -6,7 +6,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
-namespace edit {
+namespace pickers {
 namespace {
 
 using platform::Scaled;
@@ -74,4 +74,4 @@ void ValueSelectDlg::WalkRows(int step) {
   list.SetTop(std::min(row, list.LastTopRow()));
 }
 
-}  // namespace edit
+}  // namespace pickers

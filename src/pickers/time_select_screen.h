@@ -4,11 +4,11 @@
 
 #include <vector>
 
-#include "edit/picker_screen.h"
-#include "edit/pickers.h"
+#include "pickers/picker_screen.h"
+#include "pickers/pickers.h"
 #include "views/inertial_list_screen.h"
 
-namespace edit {
+namespace pickers {
 
 class TimeSelectDlg : public PickerDlg {
  public:
@@ -29,4 +29,4 @@ class TimeSelectDlg : public PickerDlg {
   std::vector<views::INERT_LIST_VIEW*> wheels_;
 };
 
-}  // namespace edit
+}  // namespace pickers

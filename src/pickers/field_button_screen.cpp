@@ -1,4 +1,4 @@
-#include "edit/field_button_screen.h"
+#include "pickers/field_button_screen.h"
 
 #include <QPainter>
 #include <QTextLayout>
@@ -6,7 +6,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
-namespace edit {
+namespace pickers {
 namespace {
 
 using platform::Scaled;
@@ -96,4 +96,4 @@ void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
   layout.endLayout();
 }
 
-}  // namespace edit
+}  // namespace pickers
