@@ -32,6 +32,7 @@ class BenchHost : public platform::Host {
   platform::Answer ShowMessage(const platform::Message&) override { std::abort(); }
   void SetWaitCursor(bool) override {}
   void BringForward() override {}
+  void OpenLink(const std::u16string&) override {}
   platform::LocalTime Now() override {
     return {2010, 6, 23, second_ / 3600 % 24, second_ / 60 % 60, second_ % 60};
   }

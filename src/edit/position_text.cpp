@@ -18,13 +18,6 @@ std::optional<double> ToDegrees(const std::u16string& text) {
   return degrees;
 }
 
-std::u16string ToDecimalText(double degrees) {
-  char text[400];  // the largest number has 309 digits in front of its point
-  const auto end =
-      std::to_chars(text, text + sizeof text, degrees, std::chars_format::fixed, 6).ptr;
-  return platform::ToUtf16({text, end});
-}
-
 }  // namespace
 
 std::u16string ShownPosition(const std::optional<std::u16string>& stored) {
@@ -37,7 +30,7 @@ std::optional<std::u16string> StoredPosition(std::u16string_view shown,
   if (shown == ShownPosition(stored)) return stored;
   double degrees = 0.0;
   if (position::ParseCoordinate(shown, degrees) != 0) return {};
-  return ToDecimalText(degrees);
+  return position::DecimalDegrees(degrees);
 }
 
 }  // namespace edit

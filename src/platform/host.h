@@ -1,6 +1,6 @@
 // What the program asks of the machine it runs on, apart from its files: messages, the clock,
-// chance, the wait cursor. main sets the one Host of the process; a test sets its own for a scope.
-// Interface thread only.
+// chance, the wait cursor, the browser. main sets the one Host of the process; a test sets its own
+// for a scope. Interface thread only.
 #pragma once
 
 #include <cstdint>
@@ -40,6 +40,10 @@ class Host {
   virtual void SetWaitCursor(bool waiting) = 0;
   // Brings the program's window in front of the others, if it has one yet.
   virtual void BringForward() = 0;
+
+  // Hands a web address to the desktop and doesn't wait for what opens it. Tells the user if
+  // nothing does.
+  virtual void OpenLink(const std::u16string& link) = 0;
 
   virtual LocalTime Now() = 0;
   // Milliseconds since some fixed moment; wraps.

@@ -61,6 +61,13 @@ std::u16string FormatCoordinate(double value) {
   return platform::ToUtf16(text);
 }
 
+std::u16string DecimalDegrees(double value) {
+  // A sign, the digits of the largest double, a point and six decimals.
+  char text[std::numeric_limits<double>::max_exponent10 + 10];
+  const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6).ptr;
+  return platform::ToUtf16({text, end});
+}
+
 CoordinateParts SplitCoordinate(double value) {
   double seconds = 0.0;
   return Split(value, seconds);

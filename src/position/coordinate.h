@@ -1,5 +1,6 @@
-// The screen form of a latitude or longitude: degrees/minutes/seconds, the seconds with six
-// decimals ("35/41/22.200000"). No form checks a range.
+// The texts of a latitude or longitude. The screen form is degrees/minutes/seconds, the seconds
+// with six decimals ("35/41/22.200000"); the store and links have degrees with six decimals
+// ("35.689500"). No form checks a range.
 #pragma once
 
 #include <string>
@@ -18,7 +19,10 @@ struct CoordinateParts {
 // no number reads as 0; degrees beyond 32 bits wrap.
 std::u16string FormatCoordinate(double value);
 
-// The same parts in integers, what is left over truncated.
+// Degrees as decimal text, the same in every locale.
+std::u16string DecimalDegrees(double value);
+
+// The parts of the screen form in integers, what is left over truncated.
 CoordinateParts SplitCoordinate(double value);
 
 // Reads the screen form; minutes and seconds are not limited to 59. 0, or the code of the state

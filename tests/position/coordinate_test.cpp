@@ -4,6 +4,9 @@
 
 #include <limits>
 
+#include "platform/utf.h"
+#include "position/map_link.h"
+
 namespace {
 
 TEST(Coordinate, ReadsAsDegreesMinutesAndSeconds) {
@@ -34,6 +37,12 @@ TEST(Coordinate, SplitsIntoIntegers) {
   EXPECT_EQ(parts.minutes, 30);
   EXPECT_EQ(parts.seconds, 27);
   EXPECT_NEAR(parts.milliseconds, 450, 1);
+}
+
+TEST(MapLink, NamesThePointInDecimalDegrees) {
+  const std::string link = platform::ToUtf8(position::MapLink(35.6895, -0.0000004));
+  EXPECT_TRUE(link.starts_with("https://")) << link;
+  EXPECT_TRUE(link.ends_with("/m/local?hl=ja&ie=UTF8&ll=35.689500,-0.000000&z=14")) << link;
 }
 
 TEST(Coordinate, IsReadBack) {

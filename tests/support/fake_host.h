@@ -20,6 +20,7 @@ class FakeHost : public platform::Host {
   // when the script has run dry; a plain notice needs no answer.
   std::deque<platform::Answer> answers;
   std::vector<platform::Message> messages;
+  std::vector<std::u16string> links;  // that were opened
 
   platform::LocalTime now{2010, 6, 23, 10, 45, 30};
   std::deque<int> draws;  // then counts up from 0, wrapping at 32767
@@ -29,6 +30,7 @@ class FakeHost : public platform::Host {
   platform::Answer ShowMessage(const platform::Message& message) override;
   void SetWaitCursor(bool waiting) override { waitDepth += waiting ? 1 : -1; }
   void BringForward() override {}
+  void OpenLink(const std::u16string& link) override { links.push_back(link); }
   platform::LocalTime Now() override { return now; }
   uint32_t TickCount() override { return 1; }
   void SeedDraw(uint32_t) override {}

@@ -1,14 +1,17 @@
 #include "platform/qt/qt_host.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QScreen>
 #include <QTimer>
+#include <QUrl>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
 
 #include "platform/device_paths.h"
 #include "platform/qt/message_box.h"
+#include "platform/qt/qt_text.h"
 
 namespace platform::qt {
 namespace {
@@ -60,6 +63,12 @@ void QtHost::BringForward() {
     front->raise();
     front->activateWindow();
   });
+}
+
+void QtHost::OpenLink(const std::u16string& link) {
+  if (QDesktopServices::openUrl(QUrl(ToQt(link)))) return;
+  ShowNotice(u"リンクを開くブラウザーが見つかりません。\n" + link, u"ブラウザー起動不可",
+             Icon::kWarning);
 }
 
 LocalTime QtHost::Now() {

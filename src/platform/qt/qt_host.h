@@ -22,6 +22,7 @@ class QtHost : public Host {
   Answer ShowMessage(const Message& message) override;
   void SetWaitCursor(bool waiting) override;
   void BringForward() override;
+  void OpenLink(const std::u16string& link) override;
   LocalTime Now() override;
   uint32_t TickCount() override;
   void SeedDraw(uint32_t seed) override { chance_.seed(seed); }
