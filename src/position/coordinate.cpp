@@ -68,6 +68,15 @@ std::u16string DecimalDegrees(double value) {
   return platform::ToUtf16({text, end});
 }
 
+std::optional<double> ReadDecimalDegrees(std::u16string_view text) {
+  const std::string ascii = platform::ToUtf8(text);
+  double degrees = 0.0;
+  const auto end = ascii.data() + ascii.size();
+  const auto result = std::from_chars(ascii.data(), end, degrees);
+  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(degrees)) return {};
+  return degrees;
+}
+
 CoordinateParts SplitCoordinate(double value) {
   double seconds = 0.0;
   return Split(value, seconds);

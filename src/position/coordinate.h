@@ -3,10 +3,17 @@
 // ("35.689500"). No form checks a range.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace position {
+
+// Degrees, north and east positive.
+struct Position {
+  double latitude = 0.0;
+  double longitude = 0.0;
+};
 
 struct CoordinateParts {
   int degrees = 0;
@@ -21,6 +28,8 @@ std::u16string FormatCoordinate(double value);
 
 // Degrees as decimal text, the same in every locale.
 std::u16string DecimalDegrees(double value);
+// Reads them back; none for a text that is empty or no finite number.
+std::optional<double> ReadDecimalDegrees(std::u16string_view text);
 
 // The parts of the screen form in integers, what is left over truncated.
 CoordinateParts SplitCoordinate(double value);
