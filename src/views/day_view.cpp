@@ -68,19 +68,21 @@ std::u16string SpanningSql(const core::CAppState& app, const std::u16string& day
 
 // Takes the rows of the open select, up to the first that cannot be read.
 void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
-                      const std::u16string& day, ViewRows& rows) {
+                      const std::u16string& day, std::u16string_view caller,
+                      const AddRowCells& addRow, ViewRows& rows) {
   store::Action action;
   store::HRESULT result;
   while ((result = table.GetNextRS(action)) != store::DB_S_ENDOFROWSET) {
     if (store::Failed(result)) {
       rows.abandoned = true;
-      ShowReadError(u"CMainWnd:SetDataDayViewForMulti", u"GetNextRS", 2, result);
+      ShowReadError(caller, u"GetNextRS", 2, result);
       return;
     }
     AddRow(app, action,
            SpanningTimeText(SplitMoment(TextOf(action, store::kStaDateTime)),
                             SplitMoment(TextOf(action, store::kEndDateTime)), day),
            rows);
+    addRow(action, rows.cells.back());
   }
 }
 
@@ -108,6 +110,12 @@ ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
 }
 
 ViewRows SetDataDayViewForMulti(const core::CAppState& app) {
+  return ReadSpanningDay(app, u"CMainWnd:SetDataDayViewForMulti",
+                         [](const store::Action&, std::vector<std::u16string>&) {});
+}
+
+ViewRows ReadSpanningDay(const core::CAppState& app, std::u16string_view caller,
+                         const AddRowCells& addRow) {
   ViewRows rows;
   rows.order = RowOrder::kSpanning;
   const std::u16string day = core::CurDate();
@@ -117,10 +125,10 @@ ViewRows SetDataDayViewForMulti(const core::CAppState& app) {
   if (store::Failed(result)) {
     rows.abandoned = true;
     if (table != nullptr) table->CloseRS();
-    ShowReadError(u"CMainWnd:SetDataDayViewForMulti", u"Select", 1, result);
+    ShowReadError(caller, u"Select", 1, result);
     return rows;
   }
-  ReadSpanningRows(app, *table, day, rows);
+  ReadSpanningRows(app, *table, day, caller, addRow, rows);
   table->CloseRS();
   if (rows.RowActIds.empty()) {
     SpanTheDay(app, rows);

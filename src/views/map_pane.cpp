@@ -46,12 +46,12 @@ Rect MapPane::ZoomStrip() const {
   return {width_ - width, 0, width, height_};
 }
 
-MapPoint MapPane::PixelOf(MapPosition position) const {
+MapPoint MapPane::PixelOf(position::Position position) const {
   return {Ox + ToPixels((position.longitude - mLon) * Scl),
           Oy - ToPixels((position.latitude - mLat) * Scl)};
 }
 
-MapPosition MapPane::PositionAt(MapPoint pixel) const {
+position::Position MapPane::PositionAt(MapPoint pixel) const {
   return {mLat - static_cast<double>(pixel.y - Oy) / Scl,
           mLon + static_cast<double>(pixel.x - Ox) / Scl};
 }
@@ -67,7 +67,7 @@ int MapPane::HitTest(MapPoint pixel) const {
   return hit == MapItems.end() ? -1 : static_cast<int>(hit - MapItems.begin());
 }
 
-MapPosition MapPane::PositionOf(int item) const {
+position::Position MapPane::PositionOf(int item) const {
   if (item < 0 || item >= std::ssize(MapItems)) return PositionAt({Px, Py});
   const MapItem& marker = MapItems[static_cast<size_t>(item)];
   return {marker.latitude, marker.longitude};
@@ -127,7 +127,7 @@ void MapPane::EndDrag() {
 }
 
 void MapPane::Zoom(double rate) {
-  const MapPosition centre = Centre();
+  const position::Position centre = Centre();
   const int former = Scl;
   Scl = static_cast<int>(std::clamp((rate + 1) * Scl, 1.0 * kSmallestScl, 1.0 * kLargestScl));
   // A slow drag would not get off the smallest scales, where a pixel's share is rounded away.
@@ -140,7 +140,7 @@ void MapPane::Zoom(double rate) {
   mLon += centre.longitude - Centre().longitude;
 }
 
-void MapPane::MoveTo(MapPosition position) {
+void MapPane::MoveTo(position::Position position) {
   Ox = width_ / 2;
   Oy = height_ / 2;
   mLat = position.latitude;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "position/coordinate.h"
 #include "views/header_layout.h"
 
 namespace views {
@@ -23,11 +24,6 @@ struct MapPoint {
   int x = 0;
   int y = 0;
   bool operator==(const MapPoint&) const = default;
-};
-
-struct MapPosition {
-  double latitude = 0.0;
-  double longitude = 0.0;
 };
 
 enum class MapMode { kIdle = 0, kPressed = 1, kDragging = 2, kZooming = 3 };
@@ -61,13 +57,13 @@ class MapPane {
   Rect ZoomStrip() const;
 
   // Rounded down, and where it would leave the integers, far outside the pane.
-  MapPoint PixelOf(MapPosition position) const;
-  MapPosition PositionAt(MapPoint pixel) const;
-  MapPosition Centre() const { return PositionAt({width_ / 2, height_ / 2}); }
+  MapPoint PixelOf(position::Position position) const;
+  position::Position PositionAt(MapPoint pixel) const;
+  position::Position Centre() const { return PositionAt({width_ / 2, height_ / 2}); }
   // The first item, in their order, whose marker lies under the point; -1 if none does.
   int HitTest(MapPoint pixel) const;
   // The item's position; that of the press if there is no such item.
-  MapPosition PositionOf(int item) const;
+  position::Position PositionOf(int item) const;
 
   // A pointer goes down, moves, becomes a tap and hold, goes up. Move answers whether the picture
   // has changed, Release whether it was a tap.
@@ -79,7 +75,7 @@ class MapPane {
   // The scale grows by `rate` of itself, as far as it may, round the pane's centre.
   void Zoom(double rate);
   // The position comes to the pane's centre.
-  void MoveTo(MapPosition position);
+  void MoveTo(position::Position position);
 
  private:
   void EndDrag();

@@ -92,7 +92,7 @@ std::u16string DegreesText(double degrees) {
 
 void AddScaleLabels(const MapPane& pane, int scaleUnit, std::vector<MapLabel>& labels) {
   const int bottom = pane.Height() - Scaled(12);
-  const MapPosition centre = pane.Centre();
+  const position::Position centre = pane.Centre();
   labels.push_back({{pane.Width() - Scaled(50), bottom}, ScaleText(scaleUnit), kScaleLabel});
   labels.push_back({{0, pane.Height() / 2 - Scaled(5)}, DegreesText(centre.latitude), kScaleLabel});
   labels.push_back(

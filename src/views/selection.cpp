@@ -3,13 +3,13 @@
 
 #include "core/text.h"
 #include "platform/host.h"
+#include "position/coordinate.h"
+#include "position/map_link.h"
 #include "store/action_index.h"
 #include "store/session.h"
 
 namespace views {
 namespace {
-
-constexpr std::u16string_view kNothingSelected = u"有効なアクションが選択されていません。";
 
 bool IsActionRow(const ViewRows& rows, int row) {
   return row >= 0 && row < static_cast<int>(rows.RowActIds.size());
@@ -37,6 +37,11 @@ bool ConfirmDelete(size_t count) {
 
 }  // namespace
 
+void ShowNoPosition() {
+  platform::ShowNotice(u"このアクションは位置情報が取得されていません。", u"位置情報なし",
+                       platform::Icon::kWarning);
+}
+
 bool SelectRow(core::CAppState& app, const ViewRows& rows, int row) {
   if (!IsActionRow(rows, row)) return false;
   app.SelActId = rows.RowActIds[static_cast<size_t>(row)];
@@ -48,6 +53,25 @@ bool SelectRowToChange(core::CAppState& app, const ViewRows& rows, int row) {
   if (SelectRow(app, rows, row)) return true;
   platform::ShowNotice(std::u16string(kNothingSelected), u"変更不可", platform::Icon::kWarning);
   return false;
+}
+
+void OnEditDispMap(core::CAppState& app, const ViewRows& rows, int row) {
+  if (!SelectRowToChange(app, rows, row)) return;
+  constexpr std::u16string_view kCaller = u"CMainWnd::OnEditDispMap";
+  constexpr std::u16string_view kTitle = u"Error";
+  store::Action action;
+  const RowRead read = ReadAction(app.SelActId, kCaller, action, kTitle);
+  if (read == RowRead::kGone) {
+    ShowReadError(kCaller, u"GetNextRS", 2, store::DB_S_ENDOFROWSET, kTitle);
+  }
+  if (read != RowRead::kRead) return;
+  const auto latitude = position::ReadDecimalDegrees(TextOf(action, store::kLatitude));
+  const auto longitude = position::ReadDecimalDegrees(TextOf(action, store::kLongitude));
+  if (latitude && longitude) {
+    platform::host().OpenLink(position::MapLink(*latitude, *longitude));
+  } else {
+    ShowNoPosition();
+  }
 }
 
 bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const int> selectedRows) {

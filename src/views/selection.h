@@ -8,6 +8,11 @@
 
 namespace views {
 
+inline constexpr std::u16string_view kNothingSelected = u"有効なアクションが選択されていません。";
+
+// Tells that an Action has no position.
+void ShowNoPosition();
+
 // Hands the Action of a row to the edit screen (SelActId, SelIndex); false and no change if the row
 // is no Action's: -1, or the one of kNewRowText. In the spanning mode too it is the Action that the
 // row shows.
@@ -15,6 +20,9 @@ bool SelectRow(core::CAppState& app, const ViewRows& rows, int row);
 
 // SelectRow for a command of the edit menu, with a message if there is no Action to change.
 bool SelectRowToChange(core::CAppState& app, const ViewRows& rows, int row);
+
+// Opens the map page at the Action's position; a message if there is no Action or no position.
+void OnEditDispMap(core::CAppState& app, const ViewRows& rows, int row);
 
 // Asks, then deletes the Actions of the rows and rebuilds the index, which also ends a find. False
 // if nothing was deleted: no Action among the rows (after a message), or the answer was No.

@@ -38,20 +38,22 @@ MomentText SplitMoment(std::u16string_view moment) {
   return parts;
 }
 
-void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result) {
+void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result,
+                   std::u16string_view title) {
   platform::ShowNotice(std::u16string(caller) + u" " + std::u16string(step) + u" Err (ln=" +
                            core::ZeroPadded(line, 1) + u", hr=" +
                            HexText(static_cast<uint32_t>(result)) + u")",
-                       u"ERROR", platform::Icon::kStop);
+                       std::u16string(title), platform::Icon::kStop);
 }
 
-RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Action& action) {
+RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Action& action,
+                   std::u16string_view errorTitle) {
   store::CUserDataTable* table = store::dbSession().UserTable.get();
   store::HRESULT result =
       table == nullptr ? store::E_POINTER : table->Select(store::SelectByIdSql(id));
   if (store::Failed(result)) {
     if (table != nullptr) table->CloseRS();
-    ShowReadError(caller, u"Select", 1, result);
+    ShowReadError(caller, u"Select", 1, result, errorTitle);
     return RowRead::kFailed;
   }
   result = table->GetNextRS(action);
@@ -59,7 +61,7 @@ RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Ac
   if (!store::Failed(result)) {
     return result == store::DB_S_ENDOFROWSET ? RowRead::kGone : RowRead::kRead;
   }
-  ShowReadError(caller, u"GetNextRS", 2, result);
+  ShowReadError(caller, u"GetNextRS", 2, result, errorTitle);
   return RowRead::kFailed;
 }
 

@@ -13,6 +13,7 @@
 namespace views {
 
 inline constexpr std::u16string_view kNewRowText = u"<新規作成>";
+inline constexpr std::u16string_view kFillErrorTitle = u"ERROR";
 
 // Whether an Action shows on every day that it touches, and not only on the one it starts on.
 inline bool SpansDays(const core::CAppState& app) {
@@ -30,6 +31,7 @@ struct ViewRows {
   RowOrder order = RowOrder::kByStart;
   std::vector<std::vector<std::u16string>> cells;  // of the Actions' rows, column by column
   std::vector<std::u16string> RowActIds;           // of the same rows
+  int newRowColumn = 0;                            // in which kNewRowText stands behind them
   int FirstRowIndex = 0;
   int LastRowIndex = -1;
   int selectedRow = 0;  // row to select, focus and show; one that is no row: none
@@ -49,11 +51,14 @@ struct MomentText {
 
 MomentText SplitMoment(std::u16string_view moment);
 
-// Reads the Action of an id. `caller` names the fill in the message of a failed read.
+// Reads the Action of an id. `caller` names the fill or the command in the message of a failed
+// read.
 enum class RowRead { kRead, kGone, kFailed };
-RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Action& action);
+RowRead ReadAction(std::u16string_view id, std::u16string_view caller, store::Action& action,
+                   std::u16string_view errorTitle = kFillErrorTitle);
 
-// "<caller> <step> Err (ln=%d, hr=%x)", titled "ERROR".
-void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result);
+// "<caller> <step> Err (ln=%d, hr=%x)".
+void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result,
+                   std::u16string_view title = kFillErrorTitle);
 
 }  // namespace views

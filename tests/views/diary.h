@@ -34,6 +34,9 @@ class Diary : public testing::Test {
     action[store::kPlace] = place;
     action[store::kCategory1] = u"cat";
     action[store::kMemo] = memo;
+    return Add(action);
+  }
+  std::u16string Add(store::Action action) {
     EXPECT_EQ(0, store::dbSession().UserTable->Insert(action));
     EXPECT_EQ(0, store::ReloadActionIndex(app));
     return *action[store::kActId];

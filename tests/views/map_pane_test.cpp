@@ -60,7 +60,7 @@ TEST_F(Map, AZoomKeepsTheCentreAndReachesBothEnds) {
   pane.Move(90, 50);
   pane.Move(90, 50);
   pane.Release(90, 50);
-  const MapPosition centre = pane.Centre();
+  const position::Position centre = pane.Centre();
   const auto drag = [&](int step) {
     for (int k = 0; k < 2000; ++k) {
       pane.Press(230, 80);

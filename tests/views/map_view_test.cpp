@@ -1,0 +1,93 @@
+// The rows and markers of the map on a real data file, and the commands on them.
+#include "views/map_view.h"
+
+#include "views/diary.h"
+#include "views/selection.h"
+
+namespace views {
+namespace {
+
+class MapView : public Diary {
+ protected:
+  MapView() { pane.Resize(240, 160); }
+
+  void AddAt(char16_t number, std::optional<std::u16string> latitude,
+             std::optional<std::u16string> longitude) {
+    store::Action action;
+    action[store::kActId] = u"ID201006230000000" + std::u16string(1, number);
+    action[store::kStaDateTime] = u"2010/06/23 1" + std::u16string(1, number) + u":00:00";
+    action[store::kEndDateTime] = u"2010/06/24 08:00:00";
+    action[store::kLatitude] = latitude;
+    action[store::kLongitude] = longitude;
+    action[store::kMemo] = u"a\r\nb";
+    Add(action);
+  }
+
+  MapPane pane;
+};
+
+TEST_F(MapView, TheRowsAreThoseOfTheSpanningDayWithANumber) {
+  app.DayVwMltDayMode = 1;
+  AddAt(u'1', u"35.000000", u"139.000000");
+  AddAt(u'2', u"-33.500000", std::nullopt);
+  AddAt(u'3', u"37.000000", u"-141.500000");
+  const ViewRows rows = SetDataMapViewForLV(app, pane);
+  using Texts = std::vector<std::u16string>;
+  EXPECT_EQ((Texts{u"2", u"12:00-06/24", u"", u"", u"ab"}), rows.cells[1]);
+  EXPECT_EQ(1, rows.newRowColumn);
+  ASSERT_EQ(3u, pane.MapItems.size());
+  EXPECT_FALSE(pane.MapItems[1].valid) << "half a position is none";
+  EXPECT_TRUE(pane.MapItems[2].valid);
+  EXPECT_DOUBLE_EQ(36, pane.mLat) << "the average of the two that have one";
+  EXPECT_DOUBLE_EQ(-1.25, pane.mLon);
+}
+
+TEST_F(MapView, TheReferenceIsTakenFromTheFirstPositionsAlone) {
+  AddAt(u'1', std::nullopt, std::nullopt);
+  AddAt(u'2', u"1" + std::u16string(308, u'7'), u"1");
+  AddAt(u'3', u"1" + std::u16string(308, u'7'), u"1");
+  pane.mLat = 1;
+  SetDataMapViewForLV(app, pane);
+  EXPECT_EQ(36.5626, pane.mLat) << "a sum that is no number is no reference";
+  core::SetCurDate(u"2010/06/24");
+  AddAt(u'4', u"40", u"20");
+  app.FindWhere = u"f_nchActId = 'ID2010062300000004'";
+  SetDataMapViewForLV(app, pane);
+  EXPECT_EQ(40, pane.mLat);
+  pane.MoveTo({50, 30});
+  SetDataMapViewForLV(app, pane);
+  EXPECT_EQ(50, pane.mLat) << "a later fill leaves the map where the user has moved it";
+}
+
+TEST_F(MapView, TheCommandsNeedAnActionWithAPosition) {
+  AddAt(u'1', u"35.6895", u"139.6917");
+  AddAt(u'2', std::nullopt, u"139");
+  const ViewRows rows = SetDataMapViewForLV(app, pane);
+  pane.Ox = 7;
+  EXPECT_TRUE(FxMapMove(pane, std::vector{0, 1}));
+  EXPECT_EQ(120, pane.Ox);
+  EXPECT_EQ(35.6895, pane.mLat);
+  EXPECT_FALSE(FxMapMove(pane, std::vector{1}));
+  EXPECT_FALSE(FxMapMove(pane, std::vector{2})) << "the row for a new one";
+  OnEditDispMap(app, rows, 0);
+  OnEditDispMap(app, rows, 1);
+  OnEditDispMap(app, rows, 2);
+  store::DisconnectDataFile();
+  OnEditDispMap(app, rows, 0);
+  ASSERT_EQ(1u, host.links.size());
+  EXPECT_TRUE(host.links[0].ends_with(u"&ll=35.689500,139.691700&z=14"));
+  const char16_t* messages[][2] = {
+      {u"このアクションは位置情報が取得されていません。", u"位置情報なし"},
+      {u"有効なアクションが選択されていません。", u"移動不可"},
+      {u"このアクションは位置情報が取得されていません。", u"位置情報なし"},
+      {u"有効なアクションが選択されていません。", u"変更不可"},
+      {u"CMainWnd::OnEditDispMap Select Err (ln=1, hr=80004003)", u"Error"}};
+  ASSERT_EQ(std::size(messages), host.messages.size());
+  for (size_t k = 0; k < std::size(messages); ++k) {
+    EXPECT_EQ(messages[k][0], host.messages[k].text);
+    EXPECT_EQ(messages[k][1], host.messages[k].title);
+  }
+}
+
+}  // namespace
+}  // namespace views
