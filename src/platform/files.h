@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -28,6 +29,11 @@ class File {
   virtual bool Sync() = 0;
 };
 
+struct FolderEntry {
+  std::u16string name;
+  bool isFolder = false;
+};
+
 class Files {
  public:
   virtual ~Files() = default;
@@ -39,10 +45,15 @@ class Files {
   virtual std::optional<uint32_t> Attributes(std::u16string_view path) = 0;
   // Each answers true on success.
   virtual bool Remove(std::u16string_view path) = 0;
+  // An empty folder. Of a link to a folder the link alone goes.
+  virtual bool RemoveFolder(std::u16string_view path) = 0;
   // Replaces a file that stands at `to`, in one step; a power cut does not undo it.
   virtual bool Rename(std::u16string_view from, std::u16string_view to) = 0;
   // A new folder is open to its owner alone.
   virtual bool MakeFolder(std::u16string_view path) = 0;
+  // The folders and the regular files in a folder (links followed), in no order, as far as a path
+  // of the device's form can name them; none if it is no folder or cannot be read.
+  virtual std::optional<std::vector<FolderEntry>> List(std::u16string_view folder) = 0;
 
   bool Exists(std::u16string_view path) { return Attributes(path).has_value(); }
 };

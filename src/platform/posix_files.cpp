@@ -1,12 +1,14 @@
 // Nothing here remembers a path: every call asks the disk anew.
 #include "platform/posix_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "platform/device_paths.h"
 
@@ -71,8 +73,12 @@ std::string_view LastName(std::string_view hostPath) {
   return hostPath.substr(hostPath.rfind('/') + 1);
 }
 
+bool IsDots(std::string_view name) {
+  return name == "." || name == "..";
+}
+
 bool IsHiddenName(std::string_view name) {
-  return name.starts_with('.') && name != "." && name != "..";
+  return name.starts_with('.') && !IsDots(name);
 }
 
 // Brings the names in a file's folder to the disk, so that a power cut cannot undo a rename after
@@ -84,6 +90,21 @@ void SyncFolderOf(std::string_view hostPath) {
   if (descriptor < 0) return;
   fsync(descriptor);
   close(descriptor);
+}
+
+enum class EntryKind { kFile, kFolder, kOther };
+
+// Most file systems tell the kind along with the name; a link has to be followed.
+EntryKind KindOf(DIR* folder, const dirent& entry) {
+  if (entry.d_type == DT_DIR) return EntryKind::kFolder;
+  if (entry.d_type == DT_REG) return EntryKind::kFile;
+  struct stat status;
+  if ((entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) ||
+      fstatat(dirfd(folder), entry.d_name, &status, 0) != 0) {
+    return EntryKind::kOther;
+  }
+  if (S_ISDIR(status.st_mode)) return EntryKind::kFolder;
+  return S_ISREG(status.st_mode) ? EntryKind::kFile : EntryKind::kOther;
 }
 
 }  // namespace
@@ -119,6 +140,14 @@ bool PosixFiles::Remove(std::u16string_view path) {
   return hostPath && unlink(hostPath->c_str()) == 0;
 }
 
+bool PosixFiles::RemoveFolder(std::u16string_view path) {
+  const auto hostPath = ToHostPath(path);
+  if (!hostPath) return false;
+  if (rmdir(hostPath->c_str()) == 0) return true;
+  const bool isLink = errno == ENOTDIR && (Attributes(path).value_or(0) & kAttributeDirectory) != 0;
+  return isLink && unlink(hostPath->c_str()) == 0;
+}
+
 bool PosixFiles::Rename(std::u16string_view from, std::u16string_view to) {
   const auto hostFrom = ToHostPath(from);
   const auto hostTo = ToHostPath(to);
@@ -130,6 +159,21 @@ bool PosixFiles::Rename(std::u16string_view from, std::u16string_view to) {
 bool PosixFiles::MakeFolder(std::u16string_view path) {
   const auto hostPath = ToHostPath(path);
   return hostPath && mkdir(hostPath->c_str(), S_IRWXU) == 0;
+}
+
+std::optional<std::vector<FolderEntry>> PosixFiles::List(std::u16string_view folder) {
+  const auto hostPath = ToHostPath(folder);
+  if (!hostPath) return {};
+  const std::unique_ptr<DIR, int (*)(DIR*)> open(opendir(hostPath->c_str()), closedir);
+  if (!open) return {};
+  std::vector<FolderEntry> entries;
+  while (const dirent* entry = readdir(open.get())) {
+    if (IsDots(entry->d_name)) continue;
+    const EntryKind kind = KindOf(open.get(), *entry);
+    auto name = kind == EntryKind::kOther ? std::nullopt : FromHostPath(entry->d_name);
+    if (name) entries.push_back({std::move(*name), kind == EntryKind::kFolder});
+  }
+  return entries;
 }
 
 }  // namespace platform

@@ -12,8 +12,10 @@ class PosixFiles : public Files {
   std::unique_ptr<File> Create(std::u16string_view path) override;
   std::optional<uint32_t> Attributes(std::u16string_view path) override;
   bool Remove(std::u16string_view path) override;
+  bool RemoveFolder(std::u16string_view path) override;
   bool Rename(std::u16string_view from, std::u16string_view to) override;
   bool MakeFolder(std::u16string_view path) override;
+  std::optional<std::vector<FolderEntry>> List(std::u16string_view folder) override;
 };
 
 }  // namespace platform

@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <map>
+
 #include "support/temp_folder.h"
 
 namespace {
@@ -102,6 +104,36 @@ TEST(Files, RenamesOverAFileAndRemoves) {
   EXPECT_FALSE(files().Rename(folder.Path(u"new"), folder.Path(u"old")));
   EXPECT_TRUE(files().Remove(folder.Path(u"old")));
   EXPECT_FALSE(files().Remove(folder.Path(u"old")));
+}
+
+TEST(Files, ListsWhatThePathsOfTheProgramCanName) {
+  const TempFolder folder;
+  for (const char* name : {"日記.csv", ".hidden", "back\\slash", "not\xFFutf8"}) {
+    WriteWholeFile(folder.HostPath(name), "");
+  }
+  ASSERT_EQ(mkfifo(folder.HostPath("pipe").c_str(), 0600), 0);
+  ASSERT_TRUE(files().MakeFolder(folder.Path(u"folder")));
+  WriteWholeFile(folder.HostPath("folder/inner"), "");
+  ASSERT_EQ(symlink("folder", folder.HostPath("link").c_str()), 0);
+  ASSERT_EQ(symlink(".hidden", folder.HostPath("file link").c_str()), 0);
+  ASSERT_EQ(symlink("nowhere", folder.HostPath("broken").c_str()), 0);
+  const auto entries = files().List(folder.Path(u""));
+  ASSERT_TRUE(entries);
+  std::map<std::u16string, bool> listed;
+  for (const FolderEntry& entry : *entries) listed[entry.name] = entry.isFolder;
+  const std::map<std::u16string, bool> expected = {{u"日記.csv", false},
+                                                   {u".hidden", false},
+                                                   {u"folder", true},
+                                                   {u"link", true},
+                                                   {u"file link", false}};
+  EXPECT_EQ(listed, expected);
+  EXPECT_FALSE(files().List(folder.Path(u".hidden")));
+  EXPECT_FALSE(files().List(folder.Path(u"missing")));
+
+  EXPECT_FALSE(files().RemoveFolder(folder.Path(u"folder"))) << "it is not empty";
+  EXPECT_FALSE(files().RemoveFolder(folder.Path(u"file link"))) << "it is no folder";
+  EXPECT_TRUE(files().RemoveFolder(folder.Path(u"link")));
+  EXPECT_TRUE(files().Exists(folder.Path(u"folder\\inner"))) << "the link alone goes";
 }
 
 }  // namespace

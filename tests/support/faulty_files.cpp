@@ -54,12 +54,20 @@ bool FaultyFiles::Remove(std::u16string_view path) {
   return !Fails(FileCall::kRemove) && real_.Remove(path);
 }
 
+bool FaultyFiles::RemoveFolder(std::u16string_view path) {
+  return !Fails(FileCall::kRemoveFolder) && real_.RemoveFolder(path);
+}
+
 bool FaultyFiles::Rename(std::u16string_view from, std::u16string_view to) {
   return !Fails(FileCall::kRename) && real_.Rename(from, to);
 }
 
 bool FaultyFiles::MakeFolder(std::u16string_view path) {
   return !Fails(FileCall::kMakeFolder) && real_.MakeFolder(path);
+}
+
+std::optional<std::vector<platform::FolderEntry>> FaultyFiles::List(std::u16string_view folder) {
+  return Fails(FileCall::kList) ? std::nullopt : real_.List(folder);
 }
 
 }  // namespace testing_support

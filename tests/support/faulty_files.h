@@ -14,8 +14,10 @@ enum class FileCall {
   kCreate,
   kAttributes,
   kRemove,
+  kRemoveFolder,
   kRename,
   kMakeFolder,
+  kList,
   kRead,
   kWrite,
   kSync,
@@ -40,8 +42,10 @@ class FaultyFiles : public platform::Files {
   std::unique_ptr<platform::File> Create(std::u16string_view path) override;
   std::optional<uint32_t> Attributes(std::u16string_view path) override;
   bool Remove(std::u16string_view path) override;
+  bool RemoveFolder(std::u16string_view path) override;
   bool Rename(std::u16string_view from, std::u16string_view to) override;
   bool MakeFolder(std::u16string_view path) override;
+  std::optional<std::vector<platform::FolderEntry>> List(std::u16string_view folder) override;
 
  private:
   class FaultyFile;
