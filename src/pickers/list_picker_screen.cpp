@@ -1,13 +1,10 @@
 #include "pickers/list_picker_screen.h"
 
-#include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
-#include <QScrollBar>
 #include <algorithm>
-#include <cstdlib>
 
 #include "platform/metrics.h"
+#include "platform/qt/finger_scroll.h"
 #include "platform/qt/qt_text.h"
 
 namespace pickers {
@@ -35,7 +32,12 @@ ListPicker::ListPicker(QWidget* parent)
   rows_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   rows_->setUniformItemSizes(true);
   line_->installEventFilter(this);
-  rows_->viewport()->installEventFilter(this);
+  new platform::qt::FingerScroll(rows_, {}, [this](QPoint point) {
+    QListWidgetItem* item = rows_->itemAt(0, point.y());
+    if (item == nullptr) return;
+    TakeRow(rows_->row(item));
+    emit Chosen();
+  });
   connect(line_, &QLineEdit::textEdited, this, &ListPicker::TextChanged);
   connect(line_, &QLineEdit::returnPressed, this, &ListPicker::Chosen);
   hide();
@@ -76,34 +78,7 @@ bool ListPicker::eventFilter(QObject* watched, QEvent* event) {
   if (watched == line_ && event->type() == QEvent::KeyPress) {
     return MoveAlongRows(static_cast<QKeyEvent*>(event)->key());
   }
-  if (watched == rows_->viewport()) return FollowFinger(event);
   return QWidget::eventFilter(watched, event);
-}
-
-// A drag scrolls the rows, a tap chooses one.
-bool ListPicker::FollowFinger(QEvent* event) {
-  QScrollBar* bar = rows_->verticalScrollBar();
-  const auto y = [event] { return static_cast<QMouseEvent*>(event)->pos().y(); };
-  switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-      pressY_ = y();
-      pressScroll_ = bar->value();
-      isDrag_ = false;
-      return true;
-    case QEvent::MouseMove:
-      if (std::abs(y() - pressY_) >= QApplication::startDragDistance()) isDrag_ = true;
-      if (isDrag_) bar->setValue(pressScroll_ + pressY_ - y());
-      return true;
-    case QEvent::MouseButtonRelease:
-      if (QListWidgetItem* item = rows_->itemAt(0, y()); item != nullptr && !isDrag_) {
-        TakeRow(rows_->row(item));
-        emit Chosen();
-      }
-      return true;
-    default:
-      return false;
-  }
 }
 
 // The line hands on the Enter that it has acted upon; nothing behind this picker may see it.

@@ -35,15 +35,11 @@ class ListPicker : public QWidget {
 
  private:
   bool MoveAlongRows(int key);
-  bool FollowFinger(QEvent* event);
   void TakeRow(int row);
   void ShowText(const QString& text);
 
   QLineEdit* line_;
   QListWidget* rows_;
-  int pressY_ = 0;       // where the finger went down
-  int pressScroll_ = 0;  // and how far the rows were scrolled then
-  bool isDrag_ = false;
 };
 
 }  // namespace pickers
