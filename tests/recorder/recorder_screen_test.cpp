@@ -1,8 +1,6 @@
 // The recorder's screen and the pickers that it opens: state to widgets, taps to commands.
 #include "recorder/recorder_screen.h"
 
-#include <QApplication>
-#include <QMouseEvent>
 #include <QTimer>
 
 #include "pickers/time_select_screen.h"
@@ -10,59 +8,22 @@
 #include "pickers/value_select_screen.h"
 #include "store/action_index.h"
 #include "store/store_fixture.h"
+#include "support/screen_driver.h"
 
 namespace recorder {
 namespace {
 
-class RecorderScreen : public store_test::StoreTest {
+class RecorderScreen : public store_test::StoreTest, protected testing_support::ScreenDriver {
  protected:
   RecorderScreen() {
     CreateFile();
     store::LoadActionIndex(app);
-    window.resize(240, 320);
-    window.show();
-    QApplication::setActiveWindow(&window);
   }
-
-  // Runs a screen and, once it is up, what drives it; that must end it.
-  template <typename Screen>
-  int Run(Screen&& shown, const std::function<void()>& drive) {
-    QTimer::singleShot(0, &shown, [&] {
-      screen = &shown;
-      drive();
-    });
-    QTimer::singleShot(20000, &shown, [&] {
-      ADD_FAILURE() << "the screen was not ended";
-      shown.EndScreen(-1);
-    });
-    return shown.RunModal();
-  }
-
-  template <typename Widget = QAbstractButton>
-  Widget* Find(const char* name) {
-    auto* widget = screen->findChild<Widget*>(QString::fromLatin1(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
-  void Click(const char* name) { Find(name)->click(); }
-
-  static void Send(QWidget* to, QEvent::Type type, QPoint at) {
-    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, at, to->mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(to, &event);
-  }
-  static void Tap(QWidget* widget, QPoint at) {
-    Send(widget, QEvent::MouseButtonPress, at);
-    Send(widget, QEvent::MouseButtonRelease, at);
-  }
-
-  QWidget window;
-  QWidget* screen = nullptr;
 };
 
 TEST_F(RecorderScreen, ATapRecordsAndTheButtonsFollow) {
   CRecorderDlg dialog(&window, app);
-  Run(dialog, [&] {
+  Drive(dialog, [&] {
     EXPECT_FALSE(Find("1171")->isEnabled());
     EXPECT_EQ(Find("1171")->text(), QStringLiteral("◆"));
     Click("1170");
@@ -84,7 +45,7 @@ TEST_F(RecorderScreen, ATapRecordsAndTheButtonsFollow) {
 
 TEST_F(RecorderScreen, FieldsOpenTheirEditorsInPlace) {
   CRecorderDlg dialog(&window, app);
-  Run(dialog, [&] {
+  Drive(dialog, [&] {
     Click("1154");
     auto* editor = Find<QWidget>("1172");
     EXPECT_TRUE(editor->isVisible());
@@ -102,7 +63,7 @@ TEST_F(RecorderScreen, FieldsOpenTheirEditorsInPlace) {
 
 TEST_F(RecorderScreen, ATapOnALineOpensItsActionAndADragDoesNot) {
   CRecorderDlg dialog(&window, app);
-  Run(dialog, [&] {
+  Drive(dialog, [&] {
     for (int i = 0; i < 20; i++) {
       host.now.minute++;
       Click("1170");
@@ -125,27 +86,19 @@ TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
   app.ItmSelMode = 2;
   app.PlaceHistory.Add(u"会社");
   CRecorderDlg dialog(&window, app);
-  Run(dialog, [&] {
-    const auto inPicker = [&](const std::function<void()>& drive) {
-      QTimer::singleShot(0, &dialog, [this, drive] {
-        screen = platform::qt::ModalScreen::Topmost();
-        drive();
-      });
-    };
-    inPicker([&] {
+  Drive(dialog, [&] {
+    Next([&] {
       auto* wheel = Find<views::INERT_LIST_VIEW>("hour");
       EXPECT_EQ(wheel->List().Top(), 7);  // the clock says 10
       wheel->List().SetTop(22);
       Click("1");
     });
     Click("1154");
-    screen = &dialog;
-    inPicker([&] {
+    Next([&] {
       auto* rows = Find<views::INERT_LIST_VIEW>("rows");
       Tap(rows, {10, 5});
     });
     Click("1161");
-    screen = &dialog;
     Click("1170");
     EXPECT_EQ(Find<QListWidget>("1166")->item(0)->text(),
               QStringLiteral("2010/06/23 01:45::会社...::::"));
@@ -158,7 +111,7 @@ TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
   time.flags = pickers::kWithSeconds;
   time.startHour = 1;
   time.showExtra = 1;
-  const int seconds = Run(pickers::TimeSelectDlg(&window, time), [&] {
+  const int seconds = Drive(pickers::TimeSelectDlg(&window, time), [&] {
     EXPECT_EQ(Find<views::INERT_LIST_VIEW>("hour")->List().Top(), 22);
     Find<views::INERT_LIST_VIEW>("second")->List().SetTop(59);
     Click("1");
@@ -166,15 +119,15 @@ TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
   EXPECT_EQ(seconds, 1);
   EXPECT_EQ(time.hour, 1);
   EXPECT_EQ(time.second, 2);
-  EXPECT_EQ(Run(pickers::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
+  EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
   EXPECT_EQ(time.hour, 25);
-  EXPECT_EQ(Run(pickers::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
+  EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
   pickers::ValueInputParams input{{}, u"甲"};
-  EXPECT_EQ(Run(pickers::ValueInputDlg(&window, input),
-                [&] {
-                  Find<QLineEdit>("1500")->setText(QStringLiteral("乙"));
-                  Click("1");
-                }),
+  EXPECT_EQ(Drive(pickers::ValueInputDlg(&window, input),
+                  [&] {
+                    Find<QLineEdit>("1500")->setText(QStringLiteral("乙"));
+                    Click("1");
+                  }),
             1);
   EXPECT_EQ(input.value, u"乙");
 }
@@ -183,7 +136,7 @@ TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
 TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
   pickers::ValueSelectParams params{{}, u"手書き", {}};
   for (int i = 0; i < 50; i++) params.history.push_back(u"場所");
-  const int result = Run(pickers::ValueSelectDlg(&window, params), [&] {
+  const int result = Drive(pickers::ValueSelectDlg(&window, params), [&] {
     auto* rows = Find<views::INERT_LIST_VIEW>("rows");
     Send(rows, QEvent::MouseButtonPress, {20, 150});
     Send(rows, QEvent::MouseMove, {20, 100});
