@@ -5,6 +5,7 @@
 
 #include "actiontext/action_text.h"
 #include "edit/initial_times.h"
+#include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 
@@ -90,13 +91,14 @@ bool CEditAction::IsChecked(int commandId) const {
   return app_.StartupMode == kStartupNewAction;
 }
 
-bool CEditAction::Open(int openMode) {
+bool CEditAction::Open(int openMode, const std::optional<position::Position>& position) {
   formerStartupMode_ = app_.StartupMode == kStartupNewAction ? kStartupBrowsing : app_.StartupMode;
   if (openMode == kOpenNew) {
     const platform::LocalTime now = platform::host().Now();
     StartNew(app_.CurView == core::kViewList
                  ? DateOf(now)
                  : ExistingDate(core::CurYear, core::CurMonth, core::CurDay, now));
+    if (position) PutAt(*position);
   } else if (!OpenSelected(openMode)) {
     return false;
   }
@@ -127,6 +129,14 @@ bool CEditAction::OnWindowClosing() {
 
 void CEditAction::StartNew(std::u16string_view date) {
   StartBlank(TimesOfNew(date, app_.TimeInitForNewMode, platform::host().Now()));
+}
+
+// What is stored keeps the digits, and the sign, that the fields don't show.
+void CEditAction::PutAt(const position::Position& position) {
+  loaded_[store::kLatitude] = position::DecimalDegrees(position.latitude);
+  loaded_[store::kLongitude] = position::DecimalDegrees(position.longitude);
+  fields.latitude = ShownPosition(loaded_[store::kLatitude]);
+  fields.longitude = ShownPosition(loaded_[store::kLongitude]);
 }
 
 void CEditAction::StartReference() {

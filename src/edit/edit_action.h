@@ -9,6 +9,7 @@
 
 #include "core/app_state.h"
 #include "edit/start_end.h"
+#include "position/coordinate.h"
 #include "store/action.h"
 
 namespace edit {
@@ -122,10 +123,10 @@ class CEditAction {
   // The most that its line takes.
   size_t LongestPickerText() const;
 
-  // Fills the state for an OpenMode. Modes 2, 4 and 5 take the Action at app.SelIndex, or that of
-  // app.SelActId where SelIndex is no position. False, after a message, if it cannot be read: there
-  // is nothing to show.
-  bool Open(int openMode);
+  // Fills the state for an OpenMode. A new Action begins with `position`, if there is one. Modes 2,
+  // 4 and 5 take the Action at app.SelIndex, or that of app.SelActId where SelIndex is no position.
+  // False, after a message, if it cannot be read: there is nothing to show.
+  bool Open(int openMode, const std::optional<position::Position>& position = {});
 
   // Runs a command of a control, the tool bar or the menu. An open picker is applied first; the
   // command is abandoned if that fails.
@@ -149,6 +150,7 @@ class CEditAction {
 
   // edit_action.cpp
   void StartNew(std::u16string_view date);
+  void PutAt(const position::Position& position);
   void StartReference();
   void StartFollow();
   void StartBlank(const StartEnd& times);

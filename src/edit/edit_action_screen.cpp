@@ -74,10 +74,12 @@ QString TypedText(const QPlainTextEdit& edit) {
 
 }  // namespace
 
-CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode)
+CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode,
+                               const std::optional<position::Position>& position)
     : ModalScreen(over),
       edit_(app),
       openMode_(openMode),
+      position_(position),
       title_(new QLabel(this)),
       form_(new EditForm(this, app)),
       keys_(new platform::qt::SoftKeyBar(this)),
@@ -97,7 +99,7 @@ CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode
 }
 
 int CEditActionDlg::RunModal() {
-  if (!edit_.Open(openMode_)) return platform::qt::kResultCancel;
+  if (!edit_.Open(openMode_, position_)) return platform::qt::kResultCancel;
   ShowState();
   form_->Control(kIdStartDate)->setFocus();
   QWidget* window = parentWidget();

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <map>
+#include <optional>
 
 #include "core/app_state.h"
 #include "edit/edit_action.h"
@@ -22,8 +23,10 @@ namespace edit {
 
 class CEditActionDlg : public platform::qt::ModalScreen {
  public:
-  // `openMode` is an OpenMode; modes 2, 4 and 5 open the Action of app.SelIndex or app.SelActId.
-  CEditActionDlg(QWidget* over, core::CAppState& app, int openMode);
+  // `openMode` is an OpenMode; modes 2, 4 and 5 open the Action of app.SelIndex or app.SelActId. A
+  // new Action begins with `position`, if there is one.
+  CEditActionDlg(QWidget* over, core::CAppState& app, int openMode,
+                 const std::optional<position::Position>& position = {});
 
   // kResultOk if the views have to be filled anew; kResultCancel if nothing was changed, or the
   // Action could not be read and the screen was never shown.
@@ -57,6 +60,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
 
   CEditAction edit_;
   int openMode_;
+  std::optional<position::Position> position_;
   Picker shownPicker_ = Picker::kNone;
   std::map<int, QAbstractButton*> buttons_;  // of the title row and the tool bar, by id
   std::map<int, QAction*> actions_;          // of the menu, by id

@@ -52,6 +52,18 @@ TEST_F(EditAction, ANewActionTakesItsDayFromTheView) {
   }
 }
 
+TEST_F(EditAction, ANewActionKeepsThePointItBeganWith) {
+  CEditAction screen(app);
+  EXPECT_TRUE(screen.Open(kOpenNew, position::Position{-0.5, 139.6917}));
+  EXPECT_EQ(screen.fields.latitude, u"0/30/0.000000") << "this form loses the sign";
+  EXPECT_FALSE(screen.dirty);
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(Stored(app.SelActId, store::kLatitude), "-0.500000");
+  EXPECT_EQ(Stored(app.SelActId, store::kLongitude), "139.691700");
+  EXPECT_TRUE(screen.Open(kOpenNew));
+  EXPECT_EQ(screen.fields.longitude, u"");
+}
+
 TEST_F(EditAction, CreatesAnAllDayAction) {
   CEditAction screen = OpenNew();
   Pick(screen, kIdStartTime, u"<終日>");
