@@ -31,6 +31,7 @@ class BenchHost : public platform::Host {
  public:
   platform::Answer ShowMessage(const platform::Message&) override { std::abort(); }
   void SetWaitCursor(bool) override {}
+  void SignalActivity() override {}
   void BringForward() override {}
   void OpenLink(const std::u16string&) override {}
   platform::LocalTime Now() override {

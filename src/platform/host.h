@@ -38,6 +38,9 @@ class Host {
   // where there is a Cancel, kNo where there are only Yes and No, otherwise kOk.
   virtual Answer ShowMessage(const Message& message) = 0;
   virtual void SetWaitCursor(bool waiting) = 0;
+  // Tells the desktop's idle watch, where there is one, that its user is still waiting for us.
+  // Cheap enough for every hundredth row of a long run; never waits for an answer.
+  virtual void SignalActivity() = 0;
   // Brings the program's window in front of the others, if it has one yet.
   virtual void BringForward() = 0;
 

@@ -26,9 +26,11 @@ class FakeHost : public platform::Host {
   std::deque<int> draws;  // then counts up from 0, wrapping at 32767
   std::u16string programPath = u"\\morvenly\\Morvenly";
   int waitDepth = 0;
+  int activitySignals = 0;
 
   platform::Answer ShowMessage(const platform::Message& message) override;
   void SetWaitCursor(bool waiting) override { waitDepth += waiting ? 1 : -1; }
+  void SignalActivity() override { ++activitySignals; }
   void BringForward() override {}
   void OpenLink(const std::u16string& link) override { links.push_back(link); }
   platform::LocalTime Now() override { return now; }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/host.h"
+#include "platform/qt/idle_watch.h"
 
 namespace platform::qt {
 
@@ -21,6 +22,7 @@ class QtHost : public Host {
 
   Answer ShowMessage(const Message& message) override;
   void SetWaitCursor(bool waiting) override;
+  void SignalActivity() override { idleWatch_.SignalActivity(); }
   void BringForward() override;
   void OpenLink(const std::u16string& link) override;
   LocalTime Now() override;
@@ -35,6 +37,7 @@ class QtHost : public Host {
 
   QPointer<QWidget> mainWindow_;
   int waitDepth_ = 0;
+  IdleWatch idleWatch_;
   std::mt19937 chance_;         // 32 bits a draw
   std::u16string programPath_;  // a reinstall moves the file away from under us: read once
 };
