@@ -38,6 +38,17 @@ class CAppState {
   int SelIndex = -1;          // position in the index, -1 for none
   std::u16string SelActId;    // empty for none
 
+  // What the find dialog showed when it was last left, for the run of the program.
+  std::u16string FindStaDate, FindEndDate;  // yyyy/mm/dd; empty for no bound
+  std::u16string FindStaTime, FindEndTime;  // hh:mm, kAllDayMark or empty
+  int FindInPlace = 1;
+  int FindInCategory1 = 1;
+  int FindInCategory2 = 1;
+  int FindInMemo = 1;
+
+  // The last paths of the exchange screen, for the run of the program.
+  std::u16string ExportPath, ImportPath;
+
   // Settings.
   std::optional<std::u16string> FileVersion;  // "Version" as read; none in a first run
   int StartupMode;

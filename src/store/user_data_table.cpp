@@ -127,6 +127,12 @@ int CheckActionTimes(const Action& action) {
   return 0;
 }
 
+std::u16string SqlQuote(std::u16string_view text) {
+  std::u16string quoted;
+  for (const char16_t c : text) quoted.append(c == u'\'' ? 2 : 1, c);
+  return quoted;
+}
+
 std::u16string SelectByIdSql(std::u16string_view id) {
   return u"select * from t_UserData where f_nchActId = '" + std::u16string(id) + u"'";
 }

@@ -39,6 +39,9 @@ class CUserDataTable : public CRowsetTable {
 // than 00:00:00; -106 the end lies before the start.
 int CheckActionTimes(const Action& action);
 
+// A user's text as it may stand between the quotes of a literal: every single quote doubled.
+std::u16string SqlQuote(std::u16string_view text);
+
 // "select * from t_UserData where f_nchActId = '<id>'".
 std::u16string SelectByIdSql(std::u16string_view id);
 

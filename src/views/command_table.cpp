@@ -30,7 +30,7 @@ constexpr CommandRow kCommands[] = {
     {kSpanningMode, u"日またがり", Menu::kView, "", kEverywhere},
     {kToolBarMode, u"ツールバー", Menu::kView, "", kEverywhere},
     {kRecorder, u"レコーダー...", Menu::kTools, "", kEverywhere},
-    {kFind, u"検索...", Menu::kTools, "", kNowhere},
+    {kFind, u"検索...", Menu::kTools, "", kEverywhere},
     {kFindClear, u"検索解除", Menu::kTools, "", kEverywhere},
     {kOptions, u"オプション...", Menu::kTools, "", kNowhere},
     {kAbout, u"バージョン情報...", Menu::kTools, "Ctrl+A", kNowhere},
@@ -39,7 +39,7 @@ constexpr CommandRow kCommands[] = {
     {kSoftKeyNew, u"新規作成", Menu::kNone, "", kEverywhere},
     {kToolNew, u"新規作成", Menu::kNone, "", kEverywhere},
     {kToolDelete, u"削除", Menu::kNone, "", kEverywhere},
-    {kToolFind, u"検索", Menu::kNone, "", kNowhere},
+    {kToolFind, u"検索", Menu::kNone, "", kEverywhere},
 };
 
 }  // namespace

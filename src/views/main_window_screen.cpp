@@ -7,6 +7,7 @@
 #include <QLabel>
 
 #include "edit/edit_action_screen.h"
+#include "exchange/find_screen.h"
 #include "platform/host.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
@@ -185,6 +186,10 @@ void CMainWnd::OnCommand(int id) {
     case kRecorder:
       RunRecorder();
       break;
+    case kFind:
+    case kToolFind:
+      RunFind();
+      break;
     case kFindClear:
       FxFindClear();
       break;
@@ -313,6 +318,14 @@ void CMainWnd::ToggleToolBar() {
 
 void CMainWnd::RunRecorder() {
   recorder::CRecorderDlg(this, app_).RunModal();
+  Refresh();
+}
+
+// A find shows its newest rows first, and so does the dialog's end without one.
+void CMainWnd::RunFind() {
+  exchange::CFindDlg(this, app_).RunModal();
+  if (app_.DispListAfterFind == 1) ShowView(core::kViewList);
+  app_.ListPage = 0;
   Refresh();
 }
 

@@ -58,6 +58,7 @@ class CMainWnd : public QWidget {
   void ToggleSpanningMode();
   void ToggleToolBar();
   void RunRecorder();
+  void RunFind();
   void RunEditScreen(int openMode);
 
   core::CAppState& app_;

@@ -1,0 +1,238 @@
+#include "exchange/find_dialog.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/date_time.h"
+#include "core/text.h"
+#include "exchange/find.h"
+#include "platform/host.h"
+
+namespace exchange {
+namespace {
+
+using platform::Icon;
+using platform::ShowNotice;
+
+constexpr std::u16string_view kNoon = u"12:00";
+constexpr int kStartRefused = -1;
+constexpr int kEndRefused = -2;
+
+// What the user typed as hh:mm, empty for empty. False if it is no time.
+bool ReadTime(std::u16string_view typed, std::u16string& time) {
+  int hour = 0, minute = 0, second = 0;
+  if (typed.empty()) {
+    time.clear();
+  } else if (core::ParseTimeEntry(typed, hour, minute, second) == 0) {
+    time = core::FormatHourMinute(hour, minute);
+  } else if (core::IsEndOfDayEntry(typed) == 0) {
+    time = u"24:00";
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// The bounds of the find step. The end's minute counts as a whole: no time of it sorts behind
+// ":60". Kept on purpose: an empty time gives ":60" too, which sorts behind every time of the date.
+FindSpan SpanOf(const CFind::Fields& fields) {
+  const bool allDay = fields.endTime == core::kAllDayMark;
+  const std::u16string start = allDay ? u"00:00" : fields.staTime;
+  const std::u16string end = allDay ? u"24:00" : fields.endTime;
+  return {fields.staDate, start.empty() ? start : start + u":00", fields.endDate,
+          end + (end == u"24:00" ? u":00" : u":60")};
+}
+
+}  // namespace
+
+CFind::CFind(core::CAppState& app)
+    : fields{{},
+             app.FindInPlace != 0,
+             app.FindInCategory1 != 0,
+             app.FindInCategory2 != 0,
+             app.FindInMemo != 0,
+             app.FindStaDate,
+             app.FindStaTime,
+             app.FindEndDate,
+             app.FindEndTime,
+             app.DispListAfterFind == 1},
+      app_(app) {}
+
+bool CFind::IsEndTimeEnabled() const {
+  return fields.endTime != core::kAllDayMark;
+}
+
+std::vector<std::u16string> CFind::EditorRows() const {
+  std::vector<std::u16string> rows(1);
+  if (editor == FindEditor::kStartTime) rows.emplace_back(core::kAllDayMark);
+  rows.insert(rows.end(), app_.HalfHourTable.begin(), app_.HalfHourTable.end());
+  return rows;
+}
+
+// Of the times the last one that is not behind the field's, so that the list opens where it
+// belongs; noon for an empty field.
+int CFind::EditorRow() const {
+  const std::vector<std::u16string> rows = EditorRows();
+  const std::u16string_view wanted = editorText.empty() ? kNoon : std::u16string_view(editorText);
+  int nearest = 0;
+  for (size_t i = 0; i < rows.size(); ++i) {
+    if (rows[i] == wanted) return static_cast<int>(i);
+    if (rows[i] != core::kAllDayMark && rows[i] < wanted) nearest = static_cast<int>(i);
+  }
+  return nearest;
+}
+
+void CFind::PickerTime(FindEditor which, int& hour, int& minute) const {
+  const std::u16string& field = which == FindEditor::kStartTime ? fields.staTime : fields.endTime;
+  hour = 12;
+  minute = 0;
+  int second = 0;
+  if (field == core::kAllDayMark) {
+    hour = kAllDayHour;
+  } else if (core::IsEndOfDayEntry(field) == 0) {
+    hour = 24;
+  } else {
+    core::ParseTimeEntry(field, hour, minute, second);
+  }
+}
+
+bool CFind::OpenEditor(FindEditor which) {
+  if (!ApplyEditor()) return false;
+  editor = which;
+  editorText = which == FindEditor::kStartDate   ? fields.staDate
+               : which == FindEditor::kStartTime ? fields.staTime
+               : which == FindEditor::kEndDate   ? fields.endDate
+                                                 : fields.endTime;
+  return true;
+}
+
+int CFind::CloseFindEditor() {
+  switch (std::exchange(editor, FindEditor::kNone)) {
+    case FindEditor::kStartTime:
+      return ReadStartTime();
+    case FindEditor::kEndTime:
+      return ReadEndTime();
+    default:
+      return 0;  // a calendar writes when a day is tapped
+  }
+}
+
+int CFind::ReadStartTime() {
+  if (editorText == core::kAllDayMark) {
+    SetAllDay();
+    return 0;
+  }
+  std::u16string time;
+  if (!ReadTime(editorText, time)) return kStartRefused;
+  SetStartTime(time);
+  return 0;
+}
+
+int CFind::ReadEndTime() {
+  return ReadTime(editorText, fields.endTime) ? 0 : kEndRefused;
+}
+
+void CFind::SetAllDay() {
+  fields.staTime = fields.endTime = core::kAllDayMark;
+}
+
+void CFind::SetStartTime(std::u16string_view time) {
+  fields.staTime = time;
+  if (!IsEndTimeEnabled()) fields.endTime.clear();
+}
+
+bool CFind::ApplyEditor() {
+  if (CloseFindEditor() == 0) return true;
+  ShowNotice(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
+             Icon::kWarning);
+  return false;
+}
+
+void CFind::TakeDate(std::u16string_view date) {
+  const FindEditor opener = std::exchange(editor, FindEditor::kNone);
+  (opener == FindEditor::kStartDate ? fields.staDate : fields.endDate) = date;
+}
+
+// Kept on purpose: a start that was picked empties the end's time, a typed one leaves it.
+void CFind::TakeTime(FindEditor which, int hour, int minute) {
+  if (which == FindEditor::kEndTime) {
+    fields.endTime = core::FormatHourMinute(hour, minute);
+  } else if (hour >= kAllDayHour) {
+    SetAllDay();
+  } else {
+    fields.staTime = core::FormatHourMinute(hour, minute);
+    fields.endTime.clear();
+  }
+}
+
+// Kept on purpose: of the editors only that of the start's time goes unread.
+void CFind::TakeToday(std::u16string& date) {
+  if (editor == FindEditor::kStartTime) DropEditor();
+  if (!ApplyEditor()) return;
+  const platform::LocalTime now = platform::host().Now();
+  date = core::FormatDate(now.year, now.month, now.day);
+}
+
+void CFind::OnBtnStartToday() {
+  TakeToday(fields.staDate);
+}
+
+void CFind::OnBtnEndToday() {
+  TakeToday(fields.endDate);
+}
+
+void CFind::ResetFindDialog() {
+  fields = {{}, true, true, true, true, {}, {}, {}, {}, fields.dispListAfterFind};
+  DropEditor();
+}
+
+int CFind::Mask() const {
+  return (fields.inPlace ? kFindInPlace : 0) | (fields.inCategory1 ? kFindInCategory1 : 0) |
+         (fields.inCategory2 ? kFindInCategory2 : 0) | (fields.inMemo ? kFindInMemo : 0);
+}
+
+void CFind::Store() const {
+  app_.FindStaDate = fields.staDate;
+  app_.FindStaTime = fields.staTime;
+  app_.FindEndDate = fields.endDate;
+  app_.FindEndTime = fields.endTime;
+  app_.FindInPlace = fields.inPlace ? 1 : 0;
+  app_.FindInCategory1 = fields.inCategory1 ? 1 : 0;
+  app_.FindInCategory2 = fields.inCategory2 ? 1 : 0;
+  app_.FindInMemo = fields.inMemo ? 1 : 0;
+  app_.DispListAfterFind = fields.dispListAfterFind ? 1 : 0;
+}
+
+bool CFind::OnFind() {
+  if (!ApplyEditor()) return false;
+  app_.FindHistory.Add(fields.text);
+  Store();
+  int found = 0;
+  {
+    const platform::WaitCursor waiting;
+    found = FindActions(app_, SpanOf(fields), fields.text, Mask());
+  }
+  if (found < 0) {
+    ShowNotice(u"検索中にエラーが発生しました。", u"検索エラー", Icon::kWarning);
+    return false;
+  }
+  ShowNotice(found == 0 ? u"該当するアクションはありません。"
+                        : core::ZeroPadded(found, 1) + u" 個のアクションが見つかりました。",
+             u"検索結果", Icon::kInformation);
+  return true;
+}
+
+bool CFind::OnClose() {
+  if (!ApplyEditor()) return false;
+  Keep();
+  return true;
+}
+
+// Kept on purpose: without a find the memo is looked into again the next time.
+void CFind::Keep() {
+  app_.FindHistory.Add(fields.text);
+  Store();
+  app_.FindInMemo = 1;
+}
+
+}  // namespace exchange

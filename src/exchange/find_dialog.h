@@ -1,0 +1,81 @@
+// The find dialog without its widgets: the state that it shows and what each of its commands does.
+// Interface thread.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/app_state.h"
+
+namespace exchange {
+
+// What is open in place; the numbers say nothing beyond the order of the fields.
+enum class FindEditor { kNone, kStartDate, kStartTime, kEndDate, kEndTime };
+
+// An hour from which on the time picker's answer means the whole day.
+inline constexpr int kAllDayHour = 25;
+
+class CFind {
+ public:
+  // With what the dialog showed when it was last left.
+  explicit CFind(core::CAppState& app);
+
+  struct Fields {
+    std::u16string text;
+    bool inPlace, inCategory1, inCategory2, inMemo;
+    std::u16string staDate, staTime;  // yyyy/mm/dd and hh:mm; empty, or kAllDayMark in both times
+    std::u16string endDate, endTime;
+    bool dispListAfterFind;
+  };
+  Fields fields;
+  FindEditor editor = FindEditor::kNone;
+  // What the open editor holds: a date of the calendar, or the typed time. The screen keeps it up
+  // to date while its user types.
+  std::u16string editorText;
+
+  // The all-day mark stands for both times: the end has no time of its own.
+  bool IsEndTimeEnabled() const;
+  // What the open time editor offers, and the row that it opens at.
+  std::vector<std::u16string> EditorRows() const;
+  int EditorRow() const;
+  // The time at which the picker of a time field opens: that of the field, 24:00 included, or noon.
+  // kAllDayHour for the all-day mark.
+  void PickerTime(FindEditor which, int& hour, int& minute) const;
+
+  // Opens an editor in place. False, after a message, if the one that was open is refused.
+  bool OpenEditor(FindEditor which);
+  // CloseFindEditor as every command does it, with its message. False if the time was refused; the
+  // editor is closed all the same and its field stays as it was.
+  bool ApplyEditor();
+  // Closes the open editor and leaves its field as it was.
+  void DropEditor() { editor = FindEditor::kNone; }
+  // The day that was tapped in the calendar.
+  void TakeDate(std::u16string_view date);
+  // The answer of the picker of a time field.
+  void TakeTime(FindEditor which, int hour, int minute);
+
+  void OnBtnStartToday();
+  void OnBtnEndToday();
+  void ResetFindDialog();
+  // The find step. True if the dialog is to close.
+  bool OnFind();
+  // The dialog closes without a find. False, after a message, if the open editor is refused.
+  bool OnClose();
+  // The dialog ends from outside, as the whole program does: what the fields hold is kept.
+  void Keep();
+
+ private:
+  int CloseFindEditor();
+  int ReadStartTime();
+  int ReadEndTime();
+  void SetAllDay();
+  void SetStartTime(std::u16string_view time);
+  void TakeToday(std::u16string& date);
+  void Store() const;
+  int Mask() const;
+
+  core::CAppState& app_;
+};
+
+}  // namespace exchange

@@ -1,0 +1,181 @@
+#include "exchange/find.h"
+
+#include "exchange/find_dialog.h"
+#include "exchange_fixture.h"
+
+namespace exchange {
+namespace {
+
+TEST_F(ExchangeTest, TheConditionIsWhatTheViewsAppend) {
+  struct Row {
+    const char* why;
+    FindSpan span;
+    std::u16string_view text;
+    int mask;
+    std::u16string_view condition;
+  };
+  const Row rows[] = {
+      {"dates and two targets",
+       {u"2010/04/01", u"09:00:00", u"2010/04/30", u"17:30:60"},
+       u"O'Neil",
+       1 | 8,
+       u" (f_nchStaDateTime >= '2010/04/01 09:00:00') and (f_nchEndDateTime < '2010/04/30 "
+       u"17:30:60') and ( (f_nvcPlace like '%O''Neil%') or (f_nvcMemo like '%O''Neil%') ) "},
+      {"nothing is asked for", {{}, u"09:00:00", {}, u":60"}, u"text", 0, u""},
+      {"an empty text still wants a column that is not NULL",
+       {},
+       u"",
+       2 | 4,
+       u" ( (f_nvcCategory1 like '%%') or (f_nvcCategory2 like '%%') ) "},
+      {"an empty time is the day's beginning",
+       {u"2010/04/01", u"", u"2010/04/30", u""},
+       u"",
+       0,
+       u" (f_nchStaDateTime >= '2010/04/01 00:00:00') and (f_nchEndDateTime < '2010/04/30 "
+       u"24:00:00')"},
+      {"the whole day",
+       {{}, u"00:00:00", u"2010/04/30", u"24:00:00"},
+       u"",
+       1,
+       u" (f_nchEndDateTime < '2010/04/30 24:00:00') and (f_nchEndDateTime like '%24:00:00') and ( "
+       u"(f_nvcPlace like '%%') ) "},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(FindCondition(row.span, row.text, row.mask), row.condition);
+  }
+}
+
+class FindDialogTest : public ExchangeTest {
+ protected:
+  FindDialogTest() {
+    const std::pair<std::u16string_view, std::u16string_view> kTimes[] = {
+        {u"00:00:00", u"24:00:00"}, {u"09:00:00", u"10:00:30"}, {u"12:00:00", u"23:59:59"}};
+    for (const auto& [start, end] : kTimes) {
+      store::Action action = Of(start, end);
+      action[store::kPlace] = end.starts_with(u"24") ? u"O'Neil" : u"office_1";
+      Insert(action);
+    }
+    Insert(Of(u"13:00:00", u"13:00:00"));  // all columns NULL
+  }
+};
+
+TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
+  struct Row {
+    const char* why;
+    std::u16string_view text;
+    bool inPlace;
+    std::u16string_view staDate, staTime, endDate, endTime;
+    std::string_view found;
+    std::u16string_view message;
+  };
+  const std::u16string_view day = u"2010/06/23";
+  const Row rows[] = {
+      {"no condition", u"x", false, {}, {}, {}, {}, "1234", u"4 個のアクションが見つかりました。"},
+      {"a quote", u"O'N", true, {}, {}, {}, {}, "1", u"1 個のアクションが見つかりました。"},
+      {"letters without case, a wildcard", u"OFF%1", true, {}, {}, {}, {}, "23", {}},
+      {"an empty text leaves out NULL", u"", true, {}, {}, {}, {}, "123", {}},
+      {"nothing", u"海", true, {}, {}, {}, {}, "", u"該当するアクションはありません。"},
+      {"the end's minute counts as a whole", u"", false, {}, {}, day, u"10:00", "2", {}},
+      {"an empty end sorts behind every time", u"", false, {}, {}, day, {}, "1234", {}},
+      {"from a time on", u"", false, day, u"12:00", {}, {}, "34", {}},
+      {"the all-day mark", u"", false, day, u"<終日>", {}, u"<終日>", "1", {}},
+      {"typed as such", u"", false, {}, u"00:00", {}, u"24:00", "1", {}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    CFind find(app);
+    find.fields = {std::u16string(row.text),    row.inPlace, false, false, false,
+                   std::u16string(row.staDate), {},          {},    {},    false};
+    find.fields.staTime = row.staTime;
+    find.fields.endDate = row.endDate;
+    find.fields.endTime = row.endTime;
+    EXPECT_TRUE(find.OnFind());
+    EXPECT_EQ(Found(), row.found);
+    EXPECT_EQ(app.TotalCount, 4);
+    if (!row.message.empty()) {
+      EXPECT_EQ(host.messages.back().text, row.message);
+    }
+  }
+  EXPECT_EQ(store::ReloadActionIndex(app), 0);
+  EXPECT_EQ(Found(), "1234");
+  EXPECT_FALSE(app.FindWhere);
+}
+
+TEST_F(FindDialogTest, AFailedFindKeepsTheDialogAndTheIndex) {
+  store::DisconnectDataFile();
+  CFind find(app);
+  EXPECT_FALSE(find.OnFind());
+  EXPECT_EQ(host.messages.back().text, u"検索中にエラーが発生しました。");
+  EXPECT_EQ(host.messages.back().icon, platform::Icon::kWarning);
+  EXPECT_EQ(Found(), "1234");
+  EXPECT_EQ(host.waitDepth, 0);
+}
+
+TEST_F(FindDialogTest, TypedTimes) {
+  struct Row {
+    const char* why;
+    FindEditor editor;
+    std::u16string_view typed;
+    bool taken;
+    std::u16string_view staTime, endTime;  // both 08:00 before
+  };
+  const Row rows[] = {
+      {"four digits", FindEditor::kStartTime, u"0930", true, u"09:30", u"08:00"},
+      {"the end of the day", FindEditor::kEndTime, u"2400", true, u"08:00", u"24:00"},
+      {"empty", FindEditor::kEndTime, u"", true, u"08:00", u""},
+      {"the mark stands for both", FindEditor::kStartTime, u"<終日>", true, u"<終日>", u"<終日>"},
+      {"no time", FindEditor::kStartTime, u"25:00", false, u"08:00", u"08:00"},
+      {"no mark for the end", FindEditor::kEndTime, u"<終日>", false, u"08:00", u"08:00"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    CFind find(app);
+    find.fields.staTime = find.fields.endTime = u"08:00";
+    EXPECT_TRUE(find.OpenEditor(row.editor));
+    find.editorText = row.typed;
+    EXPECT_EQ(find.ApplyEditor(), row.taken);
+    EXPECT_EQ(find.editor, FindEditor::kNone);
+    EXPECT_EQ(find.fields.staTime, row.staTime);
+    EXPECT_EQ(find.fields.endTime, row.endTime);
+    EXPECT_EQ(find.IsEndTimeEnabled(), row.endTime != u"<終日>");
+  }
+  EXPECT_EQ(host.messages.back().title, u"入力値不正");
+  CFind find(app);
+  find.OpenEditor(FindEditor::kStartTime);
+  EXPECT_EQ(find.EditorRow(), 26);
+  find.OpenEditor(FindEditor::kEndTime);
+  EXPECT_EQ(find.EditorRow(), 25);
+  find.editorText = u"9";
+  find.OnBtnStartToday();
+  EXPECT_EQ(find.fields.staDate, u"") << "refused, so nothing else happens";
+  find.OpenEditor(FindEditor::kStartTime);
+  find.editorText = u"9";
+  find.OnBtnStartToday();
+  EXPECT_EQ(find.fields.staDate, u"2010/06/23") << "the start's editor goes unread";
+  find.TakeTime(FindEditor::kStartTime, 25, 0);
+  EXPECT_FALSE(find.IsEndTimeEnabled());
+  find.TakeTime(FindEditor::kStartTime, 7, 5);
+  EXPECT_EQ(find.fields.staTime + find.fields.endTime, u"07:05");
+}
+
+TEST_F(FindDialogTest, RemembersItsFieldsButNotTheText) {
+  {
+    CFind find(app);
+    find.fields = {u"text", false, true, false, false, u"2010/06/01", u"09:00", {}, {}, true};
+    EXPECT_TRUE(find.OnClose());
+  }
+  CFind again(app);
+  EXPECT_EQ(again.fields.text, u"");
+  EXPECT_EQ(app.FindHistory.Entries().front(), u"text");
+  EXPECT_FALSE(again.fields.inPlace);
+  EXPECT_TRUE(again.fields.inMemo) << "closing always sets it";
+  EXPECT_EQ(again.fields.staTime, u"09:00");
+  again.ResetFindDialog();
+  EXPECT_TRUE(again.fields.inPlace);
+  EXPECT_EQ(again.fields.staDate + again.fields.staTime, u"");
+  EXPECT_TRUE(again.fields.dispListAfterFind) << "is left alone";
+}
+
+}  // namespace
+}  // namespace exchange
