@@ -49,6 +49,8 @@ class Files {
   virtual bool RemoveFolder(std::u16string_view path) = 0;
   // Replaces a file that stands at `to`, in one step; a power cut does not undo it.
   virtual bool Rename(std::u16string_view from, std::u16string_view to) = 0;
+  // Brings a file that was written otherwise, and its name in its folder, to the disk.
+  virtual bool SyncToDisk(std::u16string_view path) = 0;
   // A new folder is open to its owner alone.
   virtual bool MakeFolder(std::u16string_view path) = 0;
   // The folders and the regular files in a folder (links followed), in no order, as far as a path

@@ -156,6 +156,13 @@ bool PosixFiles::Rename(std::u16string_view from, std::u16string_view to) {
   return true;
 }
 
+bool PosixFiles::SyncToDisk(std::u16string_view path) {
+  const auto file = OpenForReading(path);
+  if (!file || !file->Sync()) return false;
+  SyncFolderOf(*ToHostPath(path));
+  return true;
+}
+
 bool PosixFiles::MakeFolder(std::u16string_view path) {
   const auto hostPath = ToHostPath(path);
   return hostPath && mkdir(hostPath->c_str(), S_IRWXU) == 0;

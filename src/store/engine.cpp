@@ -233,6 +233,30 @@ void Engine::Remove(std::u16string_view path) {
   }
 }
 
+HRESULT Engine::Compact(std::u16string_view source, std::u16string_view destination) {
+  Remove(destination);
+  const auto hostDestination = platform::ToHostPath(destination);
+  auto engine = Open(source);
+  // Made here and not by the engine, because files() makes it its owner's alone.
+  if (!hostDestination || !engine || !platform::files().Create(destination)) return E_FAIL;
+  HRESULT result = engine->CopyCompacted(*hostDestination);
+  engine.reset();
+  // The copy will take the source's name: a journal that stayed there would be taken for its own.
+  for (const std::u16string_view journal : {u"-journal", u"-wal"}) {
+    if (platform::files().Exists(std::u16string(source) += journal)) result = E_FAIL;
+  }
+  if (!Failed(result) && !platform::files().SyncToDisk(destination)) result = E_FAIL;
+  if (Failed(result)) Remove(destination);
+  return result;
+}
+
+HRESULT Engine::CopyCompacted(const std::string& destination) {
+  const StatementLoan statement = Borrow("VACUUM INTO ?");
+  if (!statement) return E_FAIL;
+  statement->BindText(1, destination);
+  return ResultOf(sqlite3_step(statement->Get()));
+}
+
 Engine::Engine(sqlite3* database, std::string hostPath)
     : database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);

@@ -86,6 +86,10 @@ class Engine {
   static std::unique_ptr<Engine> Open(std::u16string_view path);
   // Removes a file, and what an engine that did not close it left beside it.
   static void Remove(std::u16string_view path);
+  // Writes a compacted copy of a closed file to `destination`, which is replaced: whole and on the
+  // disk when it returns, or gone after a failure. The source's content stays as it is; what an
+  // engine that did not close it left beside it is taken in.
+  static HRESULT Compact(std::u16string_view source, std::u16string_view destination);
   ~Engine();
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
@@ -124,6 +128,7 @@ class Engine {
 
   StatementLoan Borrow(std::string_view sql);
   HRESULT RunScript(const std::string& sql);
+  HRESULT CopyCompacted(const std::string& destination);
   HRESULT ChangeColumn(const ColumnChange& change);
   HRESULT ReplaceDeclaration(const ColumnChange& change);
   std::optional<std::string> ReadValue(std::string_view sql,

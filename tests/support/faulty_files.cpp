@@ -62,6 +62,10 @@ bool FaultyFiles::Rename(std::u16string_view from, std::u16string_view to) {
   return !Fails(FileCall::kRename) && real_.Rename(from, to);
 }
 
+bool FaultyFiles::SyncToDisk(std::u16string_view path) {
+  return !Fails(FileCall::kSync) && real_.SyncToDisk(path);
+}
+
 bool FaultyFiles::MakeFolder(std::u16string_view path) {
   return !Fails(FileCall::kMakeFolder) && real_.MakeFolder(path);
 }
