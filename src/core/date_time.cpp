@@ -14,6 +14,10 @@ namespace {
 
 constexpr int kRefused = -10;
 constexpr int kFirstYear = 1900;
+constexpr size_t kDateLength = 10;
+constexpr size_t kTimeBegin = 11;
+constexpr size_t kTimeLength = 8;
+constexpr size_t kShortLength = 5;  // mm/dd and hh:mm
 
 // None if the text is empty or holds anything but digits.
 std::optional<int> ReadNumber(std::u16string_view text) {
@@ -182,6 +186,20 @@ std::u16string FormatTime(int hour, int minute, int second) {
 
 std::u16string FormatHourMinute(int hour, int minute) {
   return ZeroPadded(hour, 2) + u':' + ZeroPadded(minute, 2);
+}
+
+std::u16string_view MomentText::MonthDay() const {
+  return date.size() < kShortLength ? date : date.substr(date.size() - kShortLength);
+}
+
+std::u16string_view MomentText::HourMinute() const {
+  return time.substr(0, kShortLength);
+}
+
+MomentText SplitMoment(std::u16string_view moment) {
+  MomentText parts{moment.substr(0, kDateLength), {}};
+  if (moment.size() > kTimeBegin) parts.time = moment.substr(kTimeBegin, kTimeLength);
+  return parts;
 }
 
 int CompareDateTime(std::u16string_view dateA, std::u16string_view timeA, std::u16string_view dateB,

@@ -17,6 +17,19 @@ std::u16string FormatDate(int year, int month, int day);
 std::u16string FormatTime(int hour, int minute, int second);
 std::u16string FormatHourMinute(int hour, int minute);
 
+// The parts of a stored moment, "yyyy/mm/dd hh:mm:ss", as views into it; a text that is too short
+// leaves what it lacks empty.
+struct MomentText {
+  std::u16string_view date;  // yyyy/mm/dd
+  std::u16string_view time;  // hh:mm:ss
+
+  std::u16string_view MonthDay() const;    // mm/dd
+  std::u16string_view HourMinute() const;  // hh:mm
+  bool IsEndOfDay() const { return time.starts_with(u"24:00"); }
+};
+
+MomentText SplitMoment(std::u16string_view moment);
+
 // Both compare by code unit, the date first: 1, 0 or -1 as A stands to B.
 int CompareDateTime(std::u16string_view dateA, std::u16string_view timeA, std::u16string_view dateB,
                     std::u16string_view timeB);

@@ -1,6 +1,7 @@
 // Loading an Action: when the screen opens, with previous and next, and behind a delete.
 #include <algorithm>
 
+#include "core/date_time.h"
 #include "edit/edit_action.h"
 #include "edit/messages.h"
 #include "edit/position_text.h"
@@ -94,11 +95,9 @@ bool CEditAction::DeleteRow() {
 // reload has ended the find: then the first Action from the deleted one's time on, or the last one.
 int CEditAction::PositionBehindDelete(const std::optional<std::u16string>& neighbour) const {
   if (!neighbour) {
-    const std::u16string_view start = store::TextOf(loaded_, store::kStaDateTime);
-    // A start that another program wrote may end before its time.
-    const std::u16string_view time = start.substr(std::min<size_t>(11, start.size()), 8);
+    const core::MomentText start = core::SplitMoment(store::TextOf(loaded_, store::kStaDateTime));
     const int index =
-        store::FindActionIndexLower(app_, start.substr(0, 10), time, store::LowerMode::kAtOrAfter);
+        store::FindActionIndexLower(app_, start.date, start.time, store::LowerMode::kAtOrAfter);
     return std::min(index, app_.IndexCount - 1);
   }
   const int index = store::FindActionPosition(app_, *neighbour);

@@ -6,10 +6,6 @@
 namespace edit {
 namespace {
 
-constexpr size_t kDateLength = 10;
-constexpr size_t kTimeStart = 11;
-constexpr size_t kShortTimeLength = 5;
-
 void DragEndAlong(StartEnd& times) {
   std::u16string date, time;
   if (core::LaterDateTime(times.staDate, times.staTime, times.endDate, times.endTime, date, time) ==
@@ -26,11 +22,6 @@ void DragStartAlong(StartEnd& times) {
     times.staDate = date;
     times.staTime = time;
   }
-}
-
-// What stands at `position` of a stored moment; a malformed one may be too short.
-std::u16string Piece(std::u16string_view moment, size_t position, size_t length) {
-  return std::u16string(moment.substr(std::min(position, moment.size()), length));
 }
 
 }  // namespace
@@ -77,9 +68,10 @@ void SetEndToNow(StartEnd& times, const platform::LocalTime& now) {
 }
 
 StartEnd FromStored(std::u16string_view staDateTime, std::u16string_view endDateTime) {
-  StartEnd times = {
-      Piece(staDateTime, 0, kDateLength), Piece(staDateTime, kTimeStart, kShortTimeLength),
-      Piece(endDateTime, 0, kDateLength), Piece(endDateTime, kTimeStart, kShortTimeLength)};
+  const core::MomentText start = core::SplitMoment(staDateTime);
+  const core::MomentText end = core::SplitMoment(endDateTime);
+  StartEnd times = {std::u16string(start.date), std::u16string(start.HourMinute()),
+                    std::u16string(end.date), std::u16string(end.HourMinute())};
   if (times.endTime == u"24:00") times.staTime = times.endTime = core::kAllDayMark;
   return times;
 }

@@ -1,7 +1,6 @@
 // These rows belong to the data file and not to the device: another file brings its own.
 #include "recorder/recorder_state.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -42,10 +41,10 @@ bool Writes(std::u16string_view key, std::u16string_view text) {
   return !store::Failed(store::dbSession().TextTable->SetText(key, text));
 }
 
-// "yyyy/mm/dd hh:mm" and whatever follows. A text that is too short leaves what it lacks empty.
-void SplitDateTime(std::u16string_view text, std::u16string& date, std::u16string& time) {
-  date = text.substr(0, 10);
-  time = text.substr(std::min<size_t>(11, text.size()), 5);
+void TakeMoment(std::u16string_view text, std::u16string& date, std::u16string& time) {
+  const core::MomentText moment = core::SplitMoment(text);
+  date = moment.date;
+  time = moment.HourMinute();
 }
 
 bool ReadHistory(core::TextList& history, int count) {
@@ -89,11 +88,11 @@ int LoadRecorderData(CAppState& app) {
   if (!Reads(kPreActIdKey, app.RcdrPreActId)) return -2;
   std::u16string dateTime;
   if (!app.RcdrPreActId.empty() && !Reads(kPreDateTimeKey, dateTime)) return -3;
-  SplitDateTime(dateTime, app.RcdrPreDate, app.RcdrPreTime);
+  TakeMoment(dateTime, app.RcdrPreDate, app.RcdrPreTime);
   app.RcdrHistory.Clear();
   if (app.RcdrHistNum > 0 && !ReadHistory(app.RcdrHistory, app.RcdrHistNum)) return -1;
   if (!Reads(kDateTimeKey, dateTime)) return -5;
-  SplitDateTime(dateTime, app.RcdrDate, app.RcdrTime);
+  TakeMoment(dateTime, app.RcdrDate, app.RcdrTime);
   if (dateTime.empty()) app.RcdrTime = kCurrentTimeMark;
   for (const CapturedText& captured : kCapturedTexts) {
     if (!Reads(captured.key, app.*captured.value)) return captured.readFailure;

@@ -18,8 +18,8 @@ using store::TextOf;
 constexpr std::u16string_view kStartOfDay = u"00:00:00";
 
 Moment Split(std::u16string_view dateTime) {
-  const std::u16string_view time = dateTime.substr(std::min<size_t>(11, dateTime.size()), 8);
-  return {std::u16string(dateTime.substr(0, 10)), std::u16string(time)};
+  const core::MomentText moment = core::SplitMoment(dateTime);
+  return {std::u16string(moment.date), std::u16string(moment.time)};
 }
 
 std::u16string Join(const Moment& moment) {

@@ -18,19 +18,11 @@ namespace {
 constexpr size_t kIdLength = 18;
 constexpr size_t kStartLength = 19;
 
-std::u16string_view DateOf(std::u16string_view start) {
-  return start.substr(0, 10);
-}
-
-std::u16string_view TimeOf(std::u16string_view start) {
-  return start.substr(std::min<size_t>(11, start.size()), 8);
-}
-
 // How a moment stands to the start at `position`: 1 later, 0 equal, -1 earlier.
 int CompareWithStart(const core::CAppState& app, std::u16string_view date, std::u16string_view time,
                      size_t position) {
-  const std::u16string_view start = app.ActStarts.At(position);
-  return core::CompareDateTime(date, time, DateOf(start), TimeOf(start));
+  const core::MomentText start = core::SplitMoment(app.ActStarts.At(position));
+  return core::CompareDateTime(date, time, start.date, start.time);
 }
 
 // 0, -103, -104 or -105 as FindActionPosition answers them.
@@ -144,8 +136,8 @@ int FindActionPosition(const core::CAppState& app, std::u16string_view actId) {
   const int read = ReadStart(actId, start);
   if (read != 0) return read;
   const std::u16string_view wanted = start ? std::u16string_view(*start) : std::u16string_view();
-  const int first =
-      FindActionIndexLower(app, DateOf(wanted), TimeOf(wanted), LowerMode::kAtOrAfter);
+  const core::MomentText moment = core::SplitMoment(wanted);
+  const int first = FindActionIndexLower(app, moment.date, moment.time, LowerMode::kAtOrAfter);
   for (int i = first; i < app.IndexCount; ++i) {
     const auto position = static_cast<size_t>(i);
     if (app.ActStarts.At(position) != wanted) break;

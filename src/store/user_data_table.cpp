@@ -13,19 +13,8 @@
 namespace store {
 namespace {
 
-constexpr size_t kDateLength = 10;
-constexpr size_t kTimeBegin = 11;
-constexpr size_t kTimeLength = 8;
 constexpr size_t kDateTimeLength = 19;
 constexpr int kMaxIdDraws = 50;
-
-std::u16string_view DateOf(std::u16string_view dateTime) {
-  return dateTime.substr(0, kDateLength);
-}
-
-std::u16string_view TimeOf(std::u16string_view dateTime) {
-  return dateTime.substr(kTimeBegin, kTimeLength);
-}
 
 void Stamp(Action& action) {
   const platform::LocalTime now = platform::host().Now();
@@ -111,20 +100,17 @@ std::optional<std::u16string> CUserDataTable::MakeUniqueActId() {
 int CheckActionTimes(const Action& action) {
   if (!action[kStaDateTime]) return -107;
   if (!action[kEndDateTime]) return -108;
-  const std::u16string_view start = *action[kStaDateTime];
-  const std::u16string_view end = *action[kEndDateTime];
-  if (start.size() != kDateTimeLength) return -109;
-  if (end.size() != kDateTimeLength) return -110;
+  if (action[kStaDateTime]->size() != kDateTimeLength) return -109;
+  if (action[kEndDateTime]->size() != kDateTimeLength) return -110;
+  const core::MomentText start = core::SplitMoment(*action[kStaDateTime]);
+  const core::MomentText end = core::SplitMoment(*action[kEndDateTime]);
   int year, month, day, hour, minute, second;
-  if (core::ParseDate(DateOf(start), year, month, day) != 0) return -101;
-  if (core::ParseDate(DateOf(end), year, month, day) != 0) return -102;
-  if (core::ParseEndTime(TimeOf(end)) == -10) return -103;
-  if (core::ParseTime(TimeOf(start), hour, minute, second) != 0) return -104;
-  if (TimeOf(end) == core::kEndOfDay && TimeOf(start) != u"00:00:00") return -105;
-  if (core::CompareDateTime(DateOf(end), TimeOf(end), DateOf(start), TimeOf(start)) < 0) {
-    return -106;
-  }
-  return 0;
+  if (core::ParseDate(start.date, year, month, day) != 0) return -101;
+  if (core::ParseDate(end.date, year, month, day) != 0) return -102;
+  if (core::ParseEndTime(end.time) == -10) return -103;
+  if (core::ParseTime(start.time, hour, minute, second) != 0) return -104;
+  if (end.time == core::kEndOfDay && start.time != u"00:00:00") return -105;
+  return core::CompareDateTime(end.date, end.time, start.date, start.time) < 0 ? -106 : 0;
 }
 
 std::u16string SqlQuote(std::u16string_view text) {

@@ -32,7 +32,7 @@ void SpanTheDay(const core::CAppState& app, ViewRows& rows) {
 
 // Either part is a clock time on `day` and a date elsewhere; an Action to the end of a day shows
 // its dates.
-std::u16string SpanningTimeText(const MomentText& start, const MomentText& end,
+std::u16string SpanningTimeText(const core::MomentText& start, const core::MomentText& end,
                                 std::u16string_view day) {
   const bool dates = end.IsEndOfDay();
   std::u16string text(!dates && start.date == day ? start.HourMinute() : start.MonthDay());
@@ -41,7 +41,7 @@ std::u16string SpanningTimeText(const MomentText& start, const MomentText& end,
   return text;
 }
 
-std::u16string SingleTimeText(const MomentText& start, const MomentText& end) {
+std::u16string SingleTimeText(const core::MomentText& start, const core::MomentText& end) {
   const bool dates = end.IsEndOfDay();
   std::u16string text(dates ? start.MonthDay() : start.HourMinute());
   text += u'-';
@@ -79,8 +79,8 @@ void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
       return;
     }
     AddRow(app, action,
-           SpanningTimeText(SplitMoment(TextOf(action, store::kStaDateTime)),
-                            SplitMoment(TextOf(action, store::kEndDateTime)), day),
+           SpanningTimeText(core::SplitMoment(TextOf(action, store::kStaDateTime)),
+                            core::SplitMoment(TextOf(action, store::kEndDateTime)), day),
            rows);
     addRow(action, rows.cells.back());
   }
@@ -102,8 +102,8 @@ ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
     rows.abandoned = read == RowRead::kFailed;
     if (read != RowRead::kRead) break;
     AddRow(app, action,
-           SingleTimeText(SplitMoment(TextOf(action, store::kStaDateTime)),
-                          SplitMoment(TextOf(action, store::kEndDateTime))),
+           SingleTimeText(core::SplitMoment(TextOf(action, store::kStaDateTime)),
+                          core::SplitMoment(TextOf(action, store::kEndDateTime))),
            rows);
   }
   return rows;

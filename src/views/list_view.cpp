@@ -9,8 +9,8 @@ namespace views {
 namespace {
 
 // What stands between the start date and the place: "-mm/dd ", " hh:mm-mm/dd " or " hh:mm-hh:mm ".
-std::u16string TimeText(const core::CAppState& app, const MomentText& start,
-                        const MomentText& end) {
+std::u16string TimeText(const core::CAppState& app, const core::MomentText& start,
+                        const core::MomentText& end) {
   if (end.IsEndOfDay()) return u"-" + std::u16string(end.MonthDay()) + u" ";
   const bool showsEndDate = SpansDays(app) && start.date != end.date;
   std::u16string text = u" " + std::u16string(start.HourMinute()) + u"-";
@@ -19,8 +19,8 @@ std::u16string TimeText(const core::CAppState& app, const MomentText& start,
 }
 
 std::u16string RowText(const core::CAppState& app, const store::Action& action) {
-  const MomentText start = SplitMoment(TextOf(action, store::kStaDateTime));
-  const MomentText end = SplitMoment(TextOf(action, store::kEndDateTime));
+  const core::MomentText start = core::SplitMoment(TextOf(action, store::kStaDateTime));
+  const core::MomentText end = core::SplitMoment(TextOf(action, store::kEndDateTime));
   std::u16string text(start.date);
   text += TimeText(app, start, end);
   text += TextOf(action, store::kPlace);

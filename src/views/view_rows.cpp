@@ -1,4 +1,4 @@
-// What the fills of the views share: the parts of a moment, the read of one Action.
+// What the fills of the views share: the read of one Action.
 #include "views/view_rows.h"
 
 #include <charconv>
@@ -11,11 +11,6 @@
 namespace views {
 namespace {
 
-constexpr size_t kDateLength = 10;
-constexpr size_t kTimeBegin = 11;
-constexpr size_t kTimeLength = 8;
-constexpr size_t kShortLength = 5;  // mm/dd and hh:mm
-
 std::u16string HexText(uint32_t value) {
   char digits[8];
   const char* end = std::to_chars(digits, digits + sizeof digits, value, 16).ptr;
@@ -23,20 +18,6 @@ std::u16string HexText(uint32_t value) {
 }
 
 }  // namespace
-
-std::u16string_view MomentText::MonthDay() const {
-  return date.size() < kShortLength ? date : date.substr(date.size() - kShortLength);
-}
-
-std::u16string_view MomentText::HourMinute() const {
-  return time.substr(0, kShortLength);
-}
-
-MomentText SplitMoment(std::u16string_view moment) {
-  MomentText parts{moment.substr(0, kDateLength), {}};
-  if (moment.size() > kTimeBegin) parts.time = moment.substr(kTimeBegin, kTimeLength);
-  return parts;
-}
 
 void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result,
                    std::u16string_view title) {

@@ -39,18 +39,6 @@ struct ViewRows {
   bool abandoned = false;
 };
 
-// The parts of a start or an end; empty where the text is too short.
-struct MomentText {
-  std::u16string_view date;  // yyyy/mm/dd
-  std::u16string_view time;  // hh:mm:ss
-
-  std::u16string_view MonthDay() const;    // mm/dd
-  std::u16string_view HourMinute() const;  // hh:mm
-  bool IsEndOfDay() const { return time.starts_with(u"24:00"); }
-};
-
-MomentText SplitMoment(std::u16string_view moment);
-
 // Reads the Action of an id. `caller` names the fill or the command in the message of a failed
 // read.
 enum class RowRead { kRead, kGone, kFailed };
