@@ -124,12 +124,18 @@ int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b) {
   return CalendarLess(dayA, dayB) ? -1 : CalendarGreater(dayA, dayB) ? 1 : 0;
 }
 
-int WeekdayOf(int year, int month, int day) {
+CalendarParts AddDays(int year, int month, int day, int days) {
   CalendarValue value;
-  CalendarParts parts;
   MakeCalendarValue(value, year, month, day, 0, 0, 0);
-  CalendarToParts(value, parts);
-  return parts.weekday;
+  DateSpan span;
+  MakeDateSpan(span, days, 0, 0, 0);
+  CalendarParts parts;
+  CalendarToParts(value + span, parts);
+  return parts;
+}
+
+int WeekdayOf(int year, int month, int day) {
+  return AddDays(year, month, day, 0).weekday;
 }
 
 }  // namespace core

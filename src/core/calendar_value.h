@@ -47,6 +47,9 @@ int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b);
 // 28 to 31, or 0 if there is no such month.
 int DaysInMonth(int year, int month);
 
+// The date that many days later, at midnight. Every part is -1 if one of the two does not exist.
+CalendarParts AddDays(int year, int month, int day, int days);
+
 // 1 Sunday .. 7 Saturday, or -1 for a date that does not exist.
 int WeekdayOf(int year, int month, int day);
 

@@ -54,13 +54,9 @@ StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
 std::u16string NextDay(std::u16string_view date) {
   int year = 0, month = 0, day = 0;
   if (core::ParseDate(date, year, month, day) != 0) return std::u16string(date);
-  core::CalendarValue value;
-  core::DateSpan oneDay;
-  core::CalendarParts parts;
-  core::MakeCalendarValue(value, year, month, day, 0, 0, 0);
-  core::MakeDateSpan(oneDay, 1, 0, 0, 0);
-  if (!core::CalendarToParts(value + oneDay, parts)) return std::u16string(date);
-  return core::FormatDate(parts.year, parts.month, parts.day);
+  const core::CalendarParts next = core::AddDays(year, month, day, 1);
+  if (next.year < 0) return std::u16string(date);
+  return core::FormatDate(next.year, next.month, next.day);
 }
 
 std::u16string ExistingDate(int year, int month, int day, const platform::LocalTime& now) {

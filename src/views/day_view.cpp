@@ -10,13 +10,8 @@ namespace views {
 namespace {
 
 std::u16string DayBeforeCurDate() {
-  core::CalendarValue date;
-  core::MakeCalendarValue(date, core::CurYear, core::CurMonth, core::CurDay, 0, 0, 0);
-  core::DateSpan day;
-  core::MakeDateSpan(day, -1, 0, 0, 0);
-  core::CalendarParts parts;
-  core::CalendarToParts(date + day, parts);
-  return core::FormatDate(parts.year, parts.month, parts.day);
+  const core::CalendarParts date = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -1);
+  return core::FormatDate(date.year, date.month, date.day);
 }
 
 // The positions of the Actions that start on the current date. The day before at 24:00:00 sorts

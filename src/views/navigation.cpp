@@ -47,15 +47,10 @@ void StepPages(core::CAppState& app, Step step) {
 }  // namespace
 
 void MoveDate(int days) {
-  core::CalendarValue date;
-  core::MakeCalendarValue(date, core::CurYear, core::CurMonth, core::CurDay, 0, 0, 0);
-  core::DateSpan span;
-  core::MakeDateSpan(span, days, 0, 0, 0);
-  core::CalendarParts parts;
-  core::CalendarToParts(date + span, parts);
-  core::CurYear = parts.year;
-  core::CurMonth = parts.month;
-  core::CurDay = parts.day;
+  const core::CalendarParts date = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, days);
+  core::CurYear = date.year;
+  core::CurMonth = date.month;
+  core::CurDay = date.day;
 }
 
 void MoveMonth(int months) {
