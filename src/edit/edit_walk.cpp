@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "core/date_time.h"
+#include "core/text.h"
 #include "edit/edit_action.h"
-#include "edit/messages.h"
 #include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
@@ -86,7 +86,7 @@ bool CEditAction::DeleteRow() {
     if (result == store::S_OK) store::ReloadActionIndex(app_);
   }
   if (result == store::S_OK) return true;
-  platform::ShowNotice(u"アクションの削除に失敗しました。(" + Hex(result) + u")",
+  platform::ShowNotice(u"アクションの削除に失敗しました。(" + core::Hex(result) + u")",
                        u"アクション削除エラー", Icon::kStop);
   return false;
 }
@@ -111,7 +111,8 @@ bool CEditAction::ReadAction(std::u16string_view id, const ReadSite& site,
                              store::Action& action) const {
   const auto tellFailure = [&](std::u16string_view step, int line, std::u16string_view code) {
     platform::ShowNotice(u"CEditActionDlg::" + std::u16string(site.method) + std::u16string(step) +
-                             u" Err (ln=" + Decimal(line) + u", " + std::u16string(code) + u")",
+                             u" Err (ln=" + core::ZeroPadded(line, 1) + u", " +
+                             std::u16string(code) + u")",
                          u"Error", Icon::kStop);
     return false;
   };
@@ -120,13 +121,14 @@ bool CEditAction::ReadAction(std::u16string_view id, const ReadSite& site,
       table != nullptr ? table->Select(store::SelectByIdSql(id)) : store::E_POINTER;
   if (store::Failed(result)) {
     if (table != nullptr) table->CloseRS();
-    return tellFailure(u" Select", site.selectLine, u"hr=" + Hex(result));
+    return tellFailure(u" Select", site.selectLine, u"hr=" + core::Hex(result));
   }
   result = table->GetNextRS(action);
   table->CloseRS();
   if (result == store::S_OK) return true;
-  return tellFailure(u" GetNextRS", site.fetchLine,
-                     site.decimalFetchCode ? u"rc=" + Decimal(result) : u"hr=" + Hex(result));
+  return tellFailure(
+      u" GetNextRS", site.fetchLine,
+      site.decimalFetchCode ? u"rc=" + core::ZeroPadded(result, 1) : u"hr=" + core::Hex(result));
 }
 
 // The whole screen shows `action`, unchanged.

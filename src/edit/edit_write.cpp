@@ -1,7 +1,7 @@
 // Building an Action from the fields, writing it, and the questions before something is lost.
 #include "core/date_time.h"
+#include "core/text.h"
 #include "edit/edit_action.h"
-#include "edit/messages.h"
 #include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
@@ -63,7 +63,7 @@ bool CEditAction::WriteRow(store::Action& action) {
     if (result == store::S_OK) store::ReloadActionIndex(app_);
   }
   if (result == store::S_OK) return true;
-  const std::u16string code = u"(" + Hex(result) + u")";
+  const std::u16string code = u"(" + core::Hex(result) + u")";
   if (create) {
     platform::ShowNotice(u"アクションの作成に失敗しました。" + code, u"アクション作成エラー",
                          Icon::kStop);

@@ -1,29 +1,17 @@
 // What the fills of the views share: the read of one Action.
 #include "views/view_rows.h"
 
-#include <charconv>
-
 #include "core/text.h"
 #include "platform/host.h"
 #include "store/session.h"
 #include "store/user_data_table.h"
 
 namespace views {
-namespace {
-
-std::u16string HexText(uint32_t value) {
-  char digits[8];
-  const char* end = std::to_chars(digits, digits + sizeof digits, value, 16).ptr;
-  return std::u16string(static_cast<const char*>(digits), end);
-}
-
-}  // namespace
 
 void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result,
                    std::u16string_view title) {
   platform::ShowNotice(std::u16string(caller) + u" " + std::u16string(step) + u" Err (ln=" +
-                           core::ZeroPadded(line, 1) + u", hr=" +
-                           HexText(static_cast<uint32_t>(result)) + u")",
+                           core::ZeroPadded(line, 1) + u", hr=" + core::Hex(result) + u")",
                        std::u16string(title), platform::Icon::kStop);
 }
 
