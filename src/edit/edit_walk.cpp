@@ -7,18 +7,16 @@
 #include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
+#include "store/read_action.h"
 #include "store/session.h"
 
 namespace edit {
 
 using platform::Icon;
 
-// Where an Action is read, for the message of a failure: the handler's name, and the numbers that
-// name its two steps.
+// Where an Action is read, for the message of a failure.
 struct CEditAction::ReadSite {
   std::u16string_view method;
-  int selectLine;
-  int fetchLine;
   bool decimalFetchCode = false;
 };
 
@@ -26,7 +24,7 @@ bool CEditAction::OpenSelected(int openMode) {
   const bool isListed = app_.SelIndex >= 0 && app_.SelIndex < app_.IndexCount;
   const std::u16string id = isListed ? IdAt(app_.SelIndex) : app_.SelActId;
   store::Action action;
-  if (!ReadAction(id, {u"OnInitDialog", 1, 2}, action)) return false;
+  if (!ReadAction(id, {u"OnInitDialog"}, action)) return false;
   TakeAction(action);
   app_.SelActId = id;
   if (openMode == kOpenReference) StartReference();
@@ -38,13 +36,13 @@ void CEditAction::OnBtnPrev() {
   if (!AskSave()) return;
   const int index =
       workingMode == WorkingMode::kCreate ? app_.IndexCount - 1 : std::max(app_.SelIndex - 1, 0);
-  if (index >= 0) WalkTo(index, {u"OnBtnPrev", 1, 2});
+  if (index >= 0) WalkTo(index, {u"OnBtnPrev"});
 }
 
 void CEditAction::OnBtnNext() {
   if (!AskSave()) return;
   if (app_.SelIndex < app_.IndexCount - 1) {
-    WalkTo(app_.SelIndex + 1, {u"OnBtnNext", 1, 2});
+    WalkTo(app_.SelIndex + 1, {u"OnBtnNext"});
   } else {
     StartNew(DateOf(platform::host().Now()));
   }
@@ -69,7 +67,7 @@ void CEditAction::FxEditDelete() {
   // Without a row to show, the screen has nothing left to stand on.
   const int index = app_.IndexCount > 0 ? PositionBehindDelete(neighbour) : -1;
   store::Action action;
-  if (index < 0 || !ReadAction(IdAt(index), {u"FxEditDelete", 1, 2, true}, action)) {
+  if (index < 0 || !ReadAction(IdAt(index), {u"FxEditDelete", true}, action)) {
     End(kEndChanged);
   } else if (app_.EditOpeCont == 1) {
     ShowAt(index, action);
@@ -109,26 +107,16 @@ int CEditAction::PositionBehindDelete(const std::optional<std::u16string>& neigh
 
 bool CEditAction::ReadAction(std::u16string_view id, const ReadSite& site,
                              store::Action& action) const {
-  const auto tellFailure = [&](std::u16string_view step, int line, std::u16string_view code) {
-    platform::ShowNotice(u"CEditActionDlg::" + std::u16string(site.method) + std::u16string(step) +
-                             u" Err (ln=" + core::ZeroPadded(line, 1) + u", " +
-                             std::u16string(code) + u")",
-                         u"Error", Icon::kStop);
-    return false;
-  };
-  store::CUserDataTable* table = store::dbSession().UserTable.get();
-  store::HRESULT result =
-      table != nullptr ? table->Select(store::SelectByIdSql(id)) : store::E_POINTER;
-  if (store::Failed(result)) {
-    if (table != nullptr) table->CloseRS();
-    return tellFailure(u" Select", site.selectLine, u"hr=" + core::Hex(result));
-  }
-  result = table->GetNextRS(action);
-  table->CloseRS();
-  if (result == store::S_OK) return true;
-  return tellFailure(
-      u" GetNextRS", site.fetchLine,
-      site.decimalFetchCode ? u"rc=" + core::ZeroPadded(result, 1) : u"hr=" + core::Hex(result));
+  const store::ActionRead read = store::ReadAction(id, action);
+  if (read.result == store::S_OK) return true;
+  const std::u16string code = read.selected && site.decimalFetchCode
+                                  ? u"rc=" + core::ZeroPadded(read.result, 1)
+                                  : u"hr=" + core::Hex(read.result);
+  platform::ShowNotice(u"CEditActionDlg::" + std::u16string(site.method) + u' ' +
+                           std::u16string(read.Step()) + u" Err (ln=" +
+                           (read.selected ? u'2' : u'1') + u", " + code + u")",
+                       u"Error", Icon::kStop);
+  return false;
 }
 
 // The whole screen shows `action`, unchanged.

@@ -4,6 +4,7 @@
 #include "platform/host.h"
 #include "recorder/recording.h"
 #include "store/action_index.h"
+#include "store/read_action.h"
 #include "store/session.h"
 
 namespace recorder {
@@ -166,7 +167,8 @@ std::optional<CRecorder::Ending> CRecorder::DeleteSelected() {
     if (*line >= app_.RcdrHistory.Count()) continue;  // a failed recording leaves such lines
     const store::HRESULT result = store::dbSession().UserTable->Delete(app_.RcdrHistory.At(*line));
     if (store::Failed(result)) {
-      return Ending{FaultText(u"CRecorderDlg::FxBtnDelete Delete", 5272, result), kFaultTitle};
+      return Ending{store::FaultText(u"CRecorderDlg::FxBtnDelete Delete", 5272, result),
+                    kFaultTitle};
     }
   }
   return {};

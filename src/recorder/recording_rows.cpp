@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "core/date_time.h"
-#include "core/text.h"
 #include "position/coordinate.h"
 #include "store/column.h"
+#include "store/read_action.h"
 #include "store/session.h"
 
 namespace recorder {
@@ -107,29 +107,20 @@ std::u16string ListLine(const Action& action, bool isRunning) {
 }
 
 Found ReadRow(std::u16string_view id, const ReadSite& site, Action& action) {
-  store::CUserDataTable& table = *store::dbSession().UserTable;
-  const store::HRESULT selected = table.Select(store::SelectByIdSql(id));
-  const store::HRESULT result = store::Failed(selected) ? selected : table.GetNextRS(action);
-  table.CloseRS();
-  if (store::Failed(result)) {
-    const bool atSelect = store::Failed(selected);
-    const std::u16string text =
-        atSelect ? FaultText(std::u16string(site.selectName) + u" Select", site.selectLine, result)
-                 : FaultText(std::u16string(site.readName) + u" GetNextRS", site.readLine, result);
-    Tell(text, kFaultTitle, platform::Icon::kStop);
-    return Found::kFailed;
+  const store::ActionRead read = store::ReadAction(id, action);
+  if (!store::Failed(read.result)) {
+    return read.result == store::DB_S_ENDOFROWSET ? Found::kNo : Found::kYes;
   }
-  return result == store::DB_S_ENDOFROWSET ? Found::kNo : Found::kYes;
+  const std::u16string reader(read.selected ? site.readName : site.selectName);
+  Tell(store::FaultText(reader + u' ' + std::u16string(read.Step()),
+                        read.selected ? site.readLine : site.selectLine, read.result),
+       kFaultTitle, platform::Icon::kStop);
+  return Found::kFailed;
 }
 
 void Tell(std::u16string_view text, std::u16string_view title, platform::Icon icon) {
   if (store::dbSession().Session) store::dbSession().Session->EndBurst();
   platform::ShowNotice(std::u16string(text), std::u16string(title), icon);
-}
-
-std::u16string FaultText(std::u16string_view what, int line, int result) {
-  return std::u16string(what) + u" Err (ln=" + core::ZeroPadded(line, 1) + u", hr=" +
-         core::Hex(result) + u")";
 }
 
 }  // namespace recorder

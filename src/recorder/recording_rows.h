@@ -53,8 +53,7 @@ Found ReadRow(std::u16string_view id, const ReadSite& site, store::Action& actio
 // looks at it.
 void Tell(std::u16string_view text, std::u16string_view title, platform::Icon icon);
 
-// "<what> Err (ln=<line>, hr=<result>)": a fault of the data file that no user should ever meet.
-std::u16string FaultText(std::u16string_view what, int line, int result);
+// Of a fault of the data file.
 inline constexpr std::u16string_view kFaultTitle = u"ERROR";
 
 }  // namespace recorder
