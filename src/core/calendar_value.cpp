@@ -134,6 +134,21 @@ CalendarParts AddDays(int year, int month, int day, int days) {
   return parts;
 }
 
+int SplitAtMidnight(std::vector<CalendarSpan>& pieces, const CalendarSpan& entry) {
+  if (CalendarLess(entry.end, entry.start)) return -1;
+  CalendarSpan piece = entry;
+  while (CompareCalendarDays(piece.start, entry.end) != 0) {
+    CalendarParts day;
+    CalendarToParts(piece.start, day);
+    MakeCalendarValue(piece.end, day.year, day.month, day.day, 23, 59, 59);
+    pieces.push_back(piece);
+    day = AddDays(day.year, day.month, day.day, 1);
+    MakeCalendarValue(piece.start, day.year, day.month, day.day, 0, 0, 0);
+  }
+  pieces.push_back({piece.start, entry.end});
+  return 0;
+}
+
 int WeekdayOf(int year, int month, int day) {
   return AddDays(year, month, day, 0).weekday;
 }

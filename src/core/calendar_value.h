@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace core {
 
@@ -43,6 +44,20 @@ bool CalendarLess(const CalendarValue& a, const CalendarValue& b);
 bool CalendarGreater(const CalendarValue& a, const CalendarValue& b);
 // By the day alone: -1, 0 or 1.
 int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b);
+
+// The day that lies `days` behind a date, at midnight; every part -1 if either does not exist.
+CalendarParts DayFrom(int year, int month, int day, int days);
+
+// From one moment to another that is not before it.
+struct CalendarSpan {
+  CalendarValue start;
+  CalendarValue end;
+};
+
+// Appends a piece for each day that `entry` touches. All but the last end at 23:59:59, not at the
+// midnight that follows; all but the first start at 00:00:00. 0, or -1 and no piece if the end lies
+// before the start.
+int SplitAtMidnight(std::vector<CalendarSpan>& pieces, const CalendarSpan& entry);
 
 // 28 to 31, or 0 if there is no such month.
 int DaysInMonth(int year, int month);

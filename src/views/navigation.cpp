@@ -46,11 +46,14 @@ void StepPages(core::CAppState& app, Step step) {
 
 }  // namespace
 
-void MoveDate(int days) {
-  const core::CalendarParts date = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, days);
+void SetDate(const core::CalendarParts& date) {
   core::CurYear = date.year;
   core::CurMonth = date.month;
   core::CurDay = date.day;
+}
+
+void MoveDate(int days) {
+  SetDate(core::AddDays(core::CurYear, core::CurMonth, core::CurDay, days));
 }
 
 void MoveMonth(int months) {

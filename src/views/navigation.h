@@ -3,9 +3,11 @@
 #pragma once
 
 #include "core/app_state.h"
+#include "core/calendar_value.h"
 
 namespace views {
 
+void SetDate(const core::CalendarParts& date);
 // By real calendar arithmetic. From a date that does not exist all three parts become -1.
 void MoveDate(int days);
 // The day number stays as it is, also where the new month is shorter. A step back that would lead

@@ -132,4 +132,19 @@ TEST(DateSpan, SumsItsPartsWithinItsBounds) {
   EXPECT_NE((Value(2010, 1, 1) + span).status, 0);
 }
 
+TEST(CalendarValue, SplitsAtMidnight) {
+  std::vector<CalendarSpan> pieces;
+  EXPECT_EQ(-1, SplitAtMidnight(pieces, {Value(2010, 6, 23, 1), Value(2010, 6, 23)}));
+  EXPECT_TRUE(pieces.empty());
+  EXPECT_EQ(0, SplitAtMidnight(pieces, {Value(2010, 12, 30, 22), Value(2011, 1, 1)}));
+  const CalendarSpan expected[] = {{Value(2010, 12, 30, 22), Value(2010, 12, 30, 23, 59, 59)},
+                                   {Value(2010, 12, 31), Value(2010, 12, 31, 23, 59, 59)},
+                                   {Value(2011, 1, 1), Value(2011, 1, 1)}};
+  ASSERT_EQ(std::size(expected), pieces.size());
+  for (size_t k = 0; k < pieces.size(); ++k) {
+    EXPECT_EQ(expected[k].start.dt, pieces[k].start.dt);
+    EXPECT_EQ(expected[k].end.dt, pieces[k].end.dt);
+  }
+}
+
 }  // namespace
