@@ -4,7 +4,6 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -17,8 +16,6 @@ namespace views {
 namespace {
 
 using platform::Scaled;
-
-constexpr int kActionListId = 1071;
 
 int RowHeight(const QFont& font) {
   return std::max(Scaled(24), QFontMetrics(font).height() + Scaled(4));
@@ -41,8 +38,8 @@ QStringList ToQt(const std::vector<std::u16string>& cells) {
 
 }  // namespace
 
-ActionList::ActionList(QWidget* parent) : QTreeWidget(parent) {
-  setObjectName(QString::number(kActionListId));
+ActionList::ActionList(QWidget* parent, int id) : QTreeWidget(parent) {
+  setObjectName(QString::number(id));
   setItemDelegate(new FingerRow(this));
   setFrameShape(NoFrame);
   setRootIsDecorated(false);
@@ -202,22 +199,6 @@ void ActionList::contextMenuEvent(QContextMenuEvent* event) {
 void ActionList::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
   viewport()->update();
-}
-
-void ActionList::focusOutEvent(QFocusEvent* event) {
-  pressedKey_ = 0;
-  QTreeWidget::focusOutEvent(event);
-}
-
-void ActionList::keyPressEvent(QKeyEvent* event) {
-  if (!event->isAutoRepeat()) pressedKey_ = event->key();
-  QTreeWidget::keyPressEvent(event);
-}
-
-void ActionList::keyReleaseEvent(QKeyEvent* event) {
-  const bool ours = !event->isAutoRepeat() && event->key() == pressedKey_;
-  if (ours) pressedKey_ = 0;
-  if (!ours || !keyFilter_ || !keyFilter_(event->key())) QTreeWidget::keyReleaseEvent(event);
 }
 
 }  // namespace views

@@ -1,5 +1,5 @@
-// The list that the day view, the list view and the map share (control 1071): a report of rows high
-// enough for a finger, whose presses go through the row gesture.
+// The list of Actions in a view: a report of rows high enough for a finger, whose presses go
+// through the row gesture. The day view, the list view and the map share one (control 1071).
 #pragma once
 
 #include <QFont>
@@ -18,12 +18,10 @@ class ActionList : public QTreeWidget {
   Q_OBJECT
 
  public:
-  explicit ActionList(QWidget* parent);
+  ActionList(QWidget* parent, int id);
 
   // Asked at a press before anything else: closes an open popup and tells whether there was one.
   void SetPopupCloser(std::function<bool()> closer) { closePopups_ = std::move(closer); }
-  // Asked when a key that was pressed in the list is released; true swallows it.
-  void SetKeyFilter(std::function<bool(int key)> filter) { keyFilter_ = std::move(filter); }
 
   // Empties the list and gives it a view's font and columns, which begin with `widths`.
   void SetColumns(const QFont& font, const QStringList& headers, std::span<const int> widths);
@@ -51,9 +49,6 @@ class ActionList : public QTreeWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
   void FitColumns(std::span<const int> widths);
@@ -65,10 +60,8 @@ class ActionList : public QTreeWidget {
   void Hold(QPoint point);
 
   std::function<bool()> closePopups_;
-  std::function<bool(int)> keyFilter_;
   RowGesture gesture_;
   bool filling_ = false;  // widths change by our own hand
-  int pressedKey_ = 0;    // a release without its press here belongs to another screen
 };
 
 }  // namespace views

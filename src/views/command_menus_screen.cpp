@@ -32,14 +32,23 @@ CommandMenus::CommandMenus(QMenu& top, QWidget& keyBearer) : QObject(&top) {
   AddMenu(top, Menu::kEdit, QStringLiteral("編集"));
   AddMenu(top, Menu::kView, QStringLiteral("表示"));
   AddMenu(top, Menu::kTools, QStringLiteral("ツール"));
-  for (const CommandRow& row : Commands()) {
-    if (row.menu != Menu::kNone || !row.key.empty()) AddCommand(row, keyBearer);
-  }
+  for (const CommandRow& row : Commands()) AddCommand(row, keyBearer);
+  for (const HoldMenu& row : kHoldMenus) AddHoldMenu(row, keyBearer);
 }
 
 void CommandMenus::AddMenu(QMenu& top, Menu menu, const QString& text) {
   menus_[menu] = top.addMenu(text);
   menus_[menu]->setFont(top.font());
+}
+
+void CommandMenus::AddHoldMenu(const HoldMenu& row, QWidget& keyBearer) {
+  auto* menu = new QMenu(&keyBearer);
+  menu->setFont(menus_.at(Menu::kTop)->font());
+  for (const int id : row.commands) {
+    if (id != 0) menu->addAction(actions_.at(id));
+  }
+  connect(menu, &QMenu::aboutToHide, this, &CommandMenus::HoldMenuClosed);
+  menus_[row.menu] = menu;
 }
 
 void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {

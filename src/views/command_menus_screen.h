@@ -19,16 +19,19 @@ class CommandMenus : public QObject {
   // Fills `top`. The keys work while `keyBearer` is enabled.
   CommandMenus(QMenu& top, QWidget& keyBearer);
 
-  QMenu& EditMenu() { return *menus_.at(Menu::kEdit); }
+  QMenu& At(Menu menu) { return *menus_.at(menu); }
   // Greys what is not live in the view on show and sets the check marks.
   void ShowState(const core::CAppState& app);
 
  signals:
   void Chosen(int id);
+  // A menu of tap and hold has closed; what was chosen in it follows.
+  void HoldMenuClosed();
 
  private:
   void AddMenu(QMenu& top, Menu menu, const QString& text);
   void AddCommand(const CommandRow& row, QWidget& keyBearer);
+  void AddHoldMenu(const HoldMenu& row, QWidget& keyBearer);
 
   std::map<Menu, QMenu*> menus_;
   std::map<int, QAction*> actions_;

@@ -7,9 +7,11 @@ namespace views {
 namespace {
 
 constexpr unsigned kNowhere = 0;
+constexpr unsigned kInWeek = 1u << core::kViewWeek;
+constexpr unsigned kInMonth = 1u << core::kViewMonth;
 constexpr unsigned kInMap = 1u << core::kViewMap;
-constexpr unsigned kEverywhere = (1u << core::kViewDay) | (1u << core::kViewWeek) |
-                                 (1u << core::kViewMonth) | (1u << core::kViewList) | kInMap;
+constexpr unsigned kEverywhere =
+    (1u << core::kViewDay) | kInWeek | kInMonth | (1u << core::kViewList) | kInMap;
 
 constexpr CommandRow kCommands[] = {
     {kExport, u"エクスポート...", Menu::kFile, "", kNowhere},
@@ -22,7 +24,7 @@ constexpr CommandRow kCommands[] = {
     {kMove, u"移動", Menu::kEdit, "", kInMap},
     {kDelete, u"削除", Menu::kEdit, "", kEverywhere},
     {kShowDay, u"1日", Menu::kView, "", kEverywhere},
-    {kShowWeek, u"1週間", Menu::kView, "", kNowhere},
+    {kShowWeek, u"1週間", Menu::kView, "", kEverywhere},
     {kShowMonth, u"1ヶ月", Menu::kView, "", kNowhere},
     {kShowList, u"一覧", Menu::kView, "", kEverywhere},
     {kShowMap, u"マップ", Menu::kView, "", kNowhere},
@@ -35,6 +37,13 @@ constexpr CommandRow kCommands[] = {
     {kOptions, u"オプション...", Menu::kTools, "", kNowhere},
     {kAbout, u"バージョン情報...", Menu::kTools, "Ctrl+A", kNowhere},
     {kQuit, u"終了", Menu::kTop, "", kEverywhere},
+    {kMonthOpen, u"開く", Menu::kNone, "", kInMonth},
+    {kMonthShowDay, u"1日表示", Menu::kNone, "", kInMonth},
+    {kWeekShowDay, u"1日表示", Menu::kNone, "", kInWeek},
+    {kBoxChange, u"変更...", Menu::kNone, "", kInWeek},
+    {kBoxReference, u"参照...", Menu::kNone, "", kInWeek},
+    {kBoxFollow, u"後続...", Menu::kNone, "", kInWeek},
+    {kBoxDelete, u"削除", Menu::kNone, "", kInWeek},
     {kQuitKey, u"終了", Menu::kNone, "Ctrl+Q", kEverywhere},
     {kSoftKeyNew, u"新規作成", Menu::kNone, "", kEverywhere},
     {kToolNew, u"新規作成", Menu::kNone, "", kEverywhere},

@@ -43,6 +43,13 @@ enum Command : int {
   kFind = 32802,
   kFindClear = 32803,
   kOptions = 32804,
+  kMonthOpen = 32850,
+  kMonthShowDay = 32851,
+  kWeekShowDay = 32852,
+  kBoxChange = 32870,
+  kBoxReference = 32871,
+  kBoxFollow = 32872,
+  kBoxDelete = 32873,
   kMapLink = 37786,
   kQuitKey = 40000,
   kSoftKeyNew = 40002,
@@ -50,7 +57,8 @@ enum Command : int {
   kQuit = 40102,
 };
 
-enum class Menu { kNone, kTop, kFile, kEdit, kView, kTools };
+// The menus of the soft key, and behind them those of tap and hold alone.
+enum class Menu { kNone, kTop, kFile, kEdit, kView, kTools, kWeekBox, kWeekDay, kMonthDay };
 
 struct CommandRow {
   int id;
@@ -66,6 +74,17 @@ std::span<const CommandRow> Commands();
 inline constexpr std::array<int, 10> kToolBarCommands = {
     kShowDay,   kShowWeek, kShowMonth, kShowList,   kShowMap,
     kMenuToday, 0,         kToolNew,   kToolDelete, kToolFind};
+
+// The commands of a menu of tap and hold, in its order.
+struct HoldMenu {
+  Menu menu;
+  std::array<int, 5> commands;  // 0 behind the last
+};
+inline constexpr std::array<HoldMenu, 3> kHoldMenus = {{
+    {Menu::kWeekBox, {kNew, kBoxChange, kBoxReference, kBoxFollow, kBoxDelete}},
+    {Menu::kWeekDay, {kNew, kWeekShowDay}},
+    {Menu::kMonthDay, {kNew, kMonthOpen, kMonthShowDay}},
+}};
 
 // nullptr if the table has it not: the header row's buttons are live in every view.
 const CommandRow* FindCommand(int id);

@@ -50,10 +50,10 @@ WindowLayout LayoutWindow(int width, int height, bool showsToolBar, bool showsOk
   const int softKeysTop = height - core::MenuBarHeight;
   const int toolBarTop = softKeysTop - (showsToolBar ? Scaled(kToolBarHeight) : 0);
   const int headerTop = showsOkButton ? Scaled(kCaptionHeight) : 0;
-  const int listTop = headerTop + Scaled(kButtonRowHeight);
+  const int contentTop = headerTop + Scaled(kButtonRowHeight);
   layout.caption = {0, 0, width, headerTop};
   layout.header = {0, headerTop, width, Scaled(kButtonRowHeight)};
-  layout.actionList = {0, listTop, width, std::max(0, toolBarTop - listTop)};
+  layout.content = {0, contentTop, width, std::max(0, toolBarTop - contentTop)};
   layout.toolBar = {0, toolBarTop, width, softKeysTop - toolBarTop};
   layout.softKeys = {0, softKeysTop, width, core::MenuBarHeight};
   return layout;

@@ -35,7 +35,7 @@ Rect WeekdayLabelRect(const HeaderLayout& header, int weekday);
 struct WindowLayout {
   Rect caption;  // title and (ok) button; empty where the button is hidden
   Rect header;
-  Rect actionList;
+  Rect content;  // of the view on show
   Rect toolBar;  // empty where it is hidden
   Rect softKeys;
 };

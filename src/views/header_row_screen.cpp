@@ -52,10 +52,6 @@ QFont FittedFont(QFont font, const QString& text, int width) {
   return font;
 }
 
-QRect ToQt(const Rect& rect) {
-  return QRect(rect.x, rect.y, rect.width, rect.height);
-}
-
 }  // namespace
 
 HeaderButton::HeaderButton(int id, const QString& text, const Colors& colors, QWidget* parent)

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <set>
 
 #include "edit/edit_action_screen.h"
 #include "exchange/find_screen.h"
@@ -14,24 +15,23 @@
 #include "recorder/recorder_screen.h"
 #include "store/action_index.h"
 #include "views/day_view_screen.h"
+#include "views/key_tap_screen.h"
 #include "views/list_view_screen.h"
 #include "views/navigation.h"
 #include "views/selection.h"
+#include "views/week_view_screen.h"
 
 namespace views {
 namespace {
 
 using platform::Scaled;
 
+constexpr int kActionListId = 1071;
 constexpr int kOkButtonShown = 2;
 constexpr int kToolBarHidden = 1;
 constexpr int kToolBarShown = 2;
 constexpr int kSingleDayMode = 1;
 constexpr int kSpanningDayMode = 2;
-
-QRect ToQt(const Rect& rect) {
-  return {rect.x, rect.y, rect.width, rect.height};
-}
 
 }  // namespace
 
@@ -39,13 +39,11 @@ CMainWnd::CMainWnd(core::CAppState& app)
     : app_(app),
       caption_(new QWidget(this)),
       header_(new HeaderRow(this)),
-      list_(new ActionList(this)),
+      list_(new ActionList(this, kActionListId)),
       toolBar_(new ToolBar(this)),
       softKeys_(new platform::qt::SoftKeyBar(this)),
       menus_(new CommandMenus(softKeys_->Menu(), *softKeys_)),
-      popups_(new DatePopups(this, *header_)),
-      dayView_(std::make_unique<DayViewScreen>(app, SharedControls{*header_, *list_})),
-      listView_(std::make_unique<ListViewScreen>(app, SharedControls{*header_, *list_})) {
+      popups_(new DatePopups(this, *header_)) {
   app_.CurView = app_.InitView;
   setWindowTitle(platform::qt::ToQt(core::kProgramName));
   resize(Scaled(240), Scaled(320));
@@ -57,7 +55,12 @@ CMainWnd::CMainWnd(core::CAppState& app)
     key->setFocusPolicy(Qt::TabFocus);
   }
   MakeCaption();
+  const SharedControls controls{*header_, *list_, *popups_};
+  AddView(core::kViewDay, std::make_unique<DayViewScreen>(app, controls));
+  AddView(core::kViewWeek, std::make_unique<WeekViewScreen>(app, controls));
+  AddView(core::kViewList, std::make_unique<ListViewScreen>(app, controls));
   ConnectChildren();
+  WatchKeys();
   ShowState();
 }
 
@@ -78,25 +81,39 @@ void CMainWnd::MakeCaption() {
   connect(ok, &QPushButton::clicked, this, [this] { OnCommand(kShellOk); });
 }
 
+void CMainWnd::AddView(core::View number, std::unique_ptr<ViewScreen> view) {
+  connect(view.get(), &ViewScreen::Commanded, this, &CMainWnd::OnCommand);
+  connect(view.get(), &ViewScreen::RowTapped, this, &CMainWnd::OpenRow);
+  connect(view.get(), &ViewScreen::MenuWanted, this,
+          [this](Menu menu, QPoint globalPoint) { menus_->At(menu).popup(globalPoint); });
+  view->SetShown(false);
+  views_[number] = std::move(view);
+}
+
 void CMainWnd::ConnectChildren() {
   connect(&softKeys_->LeftKey(), &QPushButton::clicked, this, [this] { OnCommand(kSoftKeyNew); });
   connect(&softKeys_->Menu(), &QMenu::aboutToShow, this, [this] { popups_->Close(); });
   connect(menus_, &CommandMenus::Chosen, this, &CMainWnd::OnCommand);
+  connect(menus_, &CommandMenus::HoldMenuClosed, this, &CMainWnd::ShowMovedDate);
   connect(toolBar_, &ToolBar::Pressed, this, &CMainWnd::OnCommand);
   connect(header_, &HeaderRow::Pressed, this, &CMainWnd::OnCommand);
   connect(popups_, &DatePopups::DateChosen, this, &CMainWnd::OnDateChosen);
   connect(popups_, &DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
   connect(list_, &ActionList::RowTapped, this, &CMainWnd::OpenRow);
   connect(list_, &ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
-  connect(list_, &ActionList::Held, this, &CMainWnd::OnRowHeld);
+  connect(list_, &ActionList::Held, this,
+          [this](QPoint globalPoint) { menus_->At(Menu::kEdit).popup(globalPoint); });
   connect(list_, &ActionList::ColumnDragged, this,
           [this](int column, int width) { View().OnColumnDragged(column, width); });
   list_->SetPopupCloser([this] { return popups_->Close(); });
-  list_->SetKeyFilter([this](int key) { return OnKeyReleased(key); });
 }
 
-ViewScreen& CMainWnd::View() {
-  return ViewOnShow(app_.CurView) == core::kViewList ? *listView_ : *dayView_;
+void CMainWnd::WatchKeys() {
+  std::set<QWidget*> watched;  // views share the list
+  for (const auto& [number, view] : views_) watched.insert(&view->FocusWidget());
+  for (QWidget* widget : watched) {
+    new KeyTap(widget, [this](int key) { return OnKeyReleased(key); });
+  }
 }
 
 void CMainWnd::Relayout() {
@@ -104,9 +121,9 @@ void CMainWnd::Relayout() {
                                            app_.OkBtnVwMode == kOkButtonShown);
   caption_->setGeometry(ToQt(layout.caption));
   header_->setGeometry(ToQt(layout.header));
-  list_->setGeometry(ToQt(layout.actionList));
   toolBar_->setGeometry(ToQt(layout.toolBar));
   softKeys_->setGeometry(ToQt(layout.softKeys));
+  View().Place(layout.content);
   app_.ListRowsPerScreen = list_->RowsPerScreen();
   KeepPageInRange(app_);
 }
@@ -118,9 +135,7 @@ void CMainWnd::resizeEvent(QResizeEvent*) {
 }
 
 void CMainWnd::showEvent(QShowEvent* event) {
-  if (event->spontaneous()) return;
-  Relayout();  // only now do the children know their sizes
-  ShowView(app_.CurView);
+  if (!event->spontaneous()) ShowView(app_.CurView);
 }
 
 void CMainWnd::closeEvent(QCloseEvent* event) {
@@ -139,7 +154,17 @@ void CMainWnd::ShowState() {
 
 void CMainWnd::Refresh() {
   View().Refill();
-  list_->setFocus();
+  View().FocusWidget().setFocus();
+}
+
+void CMainWnd::ShowMovedDate() {
+  View().OnDateMoved();
+  Refresh();
+}
+
+void CMainWnd::ShowChange(Change change) {
+  View().OnChange(change);
+  View().FocusWidget().setFocus();
 }
 
 void CMainWnd::OnCommand(int id) {
@@ -169,6 +194,27 @@ void CMainWnd::OnCommand(int id) {
     case kToolDelete:
     case kDelete:
       FxEditDelete();
+      break;
+    case kBoxChange:
+      FxEditTapItem(edit::kOpenChange);
+      break;
+    case kBoxReference:
+      FxEditTapItem(edit::kOpenReference);
+      break;
+    case kBoxFollow:
+      FxEditTapItem(edit::kOpenFollow);
+      break;
+    case kBoxDelete:
+      FxDeleteTapItem();
+      break;
+    case kMonthOpen:
+      View().GoToPressedDay();
+      ShowMovedDate();
+      break;
+    case kMonthShowDay:
+    case kWeekShowDay:
+      View().GoToPressedDay();
+      ShowView(core::kViewDay);
       break;
     case kShowDay:
     case kShowWeek:
@@ -221,7 +267,7 @@ void CMainWnd::OnHeaderStep(int id) {
       GoToWeekday(id - kSunday + 1);
       break;
   }
-  Refresh();
+  ShowMovedDate();
 }
 
 void CMainWnd::OnDateLabel() {
@@ -245,15 +291,11 @@ void CMainWnd::OnPageChosen(int page) {
   Refresh();
 }
 
-void CMainWnd::OnRowHeld(QPoint globalPoint) {
-  menus_->EditMenu().popup(globalPoint);
-}
-
 bool CMainWnd::OnKeyReleased(int key) {
   const auto step = [this](Arrow arrow) {
     popups_->Close();
     const bool moved = TakeArrow(app_, arrow);
-    if (moved) Refresh();
+    if (moved) ShowMovedDate();
     return !moved;
   };
   switch (key) {
@@ -268,7 +310,7 @@ bool CMainWnd::OnKeyReleased(int key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       popups_->Close();
-      OpenRow(list_->FocusedRow());
+      if (&View().FocusWidget() == list_) OpenRow(list_->FocusedRow());
       return true;
     default:
       return false;
@@ -276,9 +318,12 @@ bool CMainWnd::OnKeyReleased(int key) {
 }
 
 void CMainWnd::ShowView(int view) {
+  View().SetShown(false);
   app_.CurView = view;
   header_->SetView(ViewOnShow(view));
   ShowState();
+  View().SetShown(true);
+  Relayout();  // only now do the view's controls know their sizes
   View().Enter();
   Refresh();
 }
@@ -288,11 +333,23 @@ void CMainWnd::OpenRow(int row) {
 }
 
 void CMainWnd::FxEditSelected(int openMode) {
-  if (SelectRowToChange(app_, View().Rows(), list_->FocusedRow())) RunEditScreen(openMode);
+  if (View().IsHeldOnly()) return TellToHold(u"変更不可");
+  if (SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(openMode);
 }
 
 void CMainWnd::FxEditDelete() {
-  if (views::FxEditDelete(app_, View().Rows(), list_->SelectedRows())) Refresh();
+  if (View().IsHeldOnly()) return TellToHold(u"削除不可");
+  if (views::FxEditDelete(app_, View().Rows(), View().SelectedRows())) {
+    ShowChange(Change::kDeleted);
+  }
+}
+
+void CMainWnd::FxEditTapItem(int openMode) {
+  if (SelectAction(app_, View().TapItem())) RunEditScreen(openMode);
+}
+
+void CMainWnd::FxDeleteTapItem() {
+  if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(Change::kDeleted);
 }
 
 void CMainWnd::FxFindClear() {
@@ -300,7 +357,7 @@ void CMainWnd::FxFindClear() {
     const platform::WaitCursor waiting;
     store::ReloadActionIndex(app_);
   }
-  Refresh();
+  ShowChange(Change::kFindEnded);
 }
 
 void CMainWnd::ToggleSpanningMode() {
@@ -318,7 +375,7 @@ void CMainWnd::ToggleToolBar() {
 
 void CMainWnd::RunRecorder() {
   recorder::CRecorderDlg(this, app_).RunModal();
-  Refresh();
+  ShowChange(Change::kRecorded);
 }
 
 // A find shows its newest rows first, and so does the dialog's end without one.
@@ -331,7 +388,7 @@ void CMainWnd::RunFind() {
 
 void CMainWnd::RunEditScreen(int openMode) {
   edit::CEditActionDlg(this, app_, openMode).RunModal();
-  Refresh();
+  ShowChange(Change::kEdited);
 }
 
 }  // namespace views

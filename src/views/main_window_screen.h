@@ -4,6 +4,7 @@
 
 #include <QPushButton>
 #include <QWidget>
+#include <map>
 #include <memory>
 
 #include "core/app_state.h"
@@ -27,8 +28,8 @@ class CMainWnd : public QWidget {
 
   // Does what the control or menu item of that number does (command_table.h).
   void OnCommand(int id);
-  // Reads the rows of the view on show again and shows them.
-  void Refresh();
+  // Shows what has been done to the diary.
+  void ShowChange(Change change);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -38,22 +39,27 @@ class CMainWnd : public QWidget {
 
  private:
   void MakeCaption();
+  void AddView(core::View number, std::unique_ptr<ViewScreen> view);
   void ConnectChildren();
-  ViewScreen& View();
+  void WatchKeys();
+  ViewScreen& View() { return *views_.at(ViewOnShow(app_.CurView)); }
   void Relayout();
   void ShowState();
+  void Refresh();
+  void ShowMovedDate();
 
   void OnHeaderStep(int id);
   void OnDateLabel();
   void OnDateChosen(QDate date);
   void OnPageChosen(int page);
-  void OnRowHeld(QPoint globalPoint);
   bool OnKeyReleased(int key);
 
   void ShowView(int view);
   void OpenRow(int row);
   void FxEditSelected(int openMode);
   void FxEditDelete();
+  void FxEditTapItem(int openMode);
+  void FxDeleteTapItem();
   void FxFindClear();
   void ToggleSpanningMode();
   void ToggleToolBar();
@@ -69,8 +75,7 @@ class CMainWnd : public QWidget {
   platform::qt::SoftKeyBar* softKeys_;
   CommandMenus* menus_;
   DatePopups* popups_;
-  std::unique_ptr<ViewScreen> dayView_;
-  std::unique_ptr<ViewScreen> listView_;
+  std::map<core::View, std::unique_ptr<ViewScreen>> views_;
 };
 
 }  // namespace views

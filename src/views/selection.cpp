@@ -35,6 +35,22 @@ bool ConfirmDelete(size_t count) {
                             u"アクションの削除の確認");
 }
 
+// After a question. False if the answer was No.
+bool DeleteActions(core::CAppState& app, std::span<const std::u16string_view> ids) {
+  if (!ConfirmDelete(ids.size())) return false;
+  const platform::WaitCursor waiting;
+  store::CUserDataTable* table = store::dbSession().UserTable.get();
+  for (const std::u16string_view id : ids) {
+    const store::HRESULT result = table == nullptr ? store::E_POINTER : table->Delete(id);
+    if (store::Failed(result)) {
+      ShowReadError(u"CMainWnd::FxEditDelete", u"Delete", 1, result);
+      break;
+    }
+  }
+  store::ReloadActionIndex(app);
+  return true;
+}
+
 }  // namespace
 
 void ShowNoPosition() {
@@ -74,6 +90,18 @@ void OnEditDispMap(core::CAppState& app, const ViewRows& rows, int row) {
   }
 }
 
+bool SelectAction(core::CAppState& app, std::u16string_view id) {
+  if (id.empty()) return false;
+  app.SelActId = id;
+  app.SelIndex = store::FindActionPosition(app, id);
+  return true;
+}
+
+void TellToHold(std::u16string_view title) {
+  platform::ShowNotice(u"画面上のアクションをタップ&ホールドして操作してください。",
+                       std::u16string(title), platform::Icon::kWarning);
+}
+
 bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const int> selectedRows) {
   std::vector<std::u16string_view> ids;
   for (const int row : selectedRows) {
@@ -83,18 +111,11 @@ bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const in
     platform::ShowNotice(std::u16string(kNothingSelected), u"削除不可", platform::Icon::kWarning);
     return false;
   }
-  if (!ConfirmDelete(ids.size())) return false;
-  const platform::WaitCursor waiting;
-  store::CUserDataTable* table = store::dbSession().UserTable.get();
-  for (const std::u16string_view id : ids) {
-    const store::HRESULT result = table == nullptr ? store::E_POINTER : table->Delete(id);
-    if (store::Failed(result)) {
-      ShowReadError(u"CMainWnd::FxEditDelete", u"Delete", 1, result);
-      break;
-    }
-  }
-  store::ReloadActionIndex(app);
-  return true;
+  return DeleteActions(app, ids);
+}
+
+bool FxDeleteAction(core::CAppState& app, std::u16string_view id) {
+  return !id.empty() && DeleteActions(app, {&id, 1});
 }
 
 }  // namespace views

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "core/app_state.h"
 #include "views/view_rows.h"
@@ -24,8 +25,18 @@ bool SelectRowToChange(core::CAppState& app, const ViewRows& rows, int row);
 // Opens the map page at the Action's position; a message if there is no Action or no position.
 void OnEditDispMap(core::CAppState& app, const ViewRows& rows, int row);
 
+// Hands an Action to the edit screen by its id. SelIndex becomes negative if the index has it no
+// more. False and no change for an empty id.
+bool SelectAction(core::CAppState& app, std::u16string_view id);
+
+// Tells, under the title of a refused command, that the view's Actions take a tap and hold.
+void TellToHold(std::u16string_view title);
+
 // Asks, then deletes the Actions of the rows and rebuilds the index, which also ends a find. False
 // if nothing was deleted: no Action among the rows (after a message), or the answer was No.
 bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const int> selectedRows);
+
+// The same for one Action by its id.
+bool FxDeleteAction(core::CAppState& app, std::u16string_view id);
 
 }  // namespace views

@@ -38,7 +38,7 @@ TEST_F(Layouts, TheListTakesWhatIsLeft) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     const WindowLayout layout = LayoutWindow(row.width, row.height, row.toolBar, row.okButton);
-    EXPECT_EQ(row.list, layout.actionList);
+    EXPECT_EQ(row.list, layout.content);
     EXPECT_EQ(row.toolBar ? 24 : 0, layout.toolBar.height);
     EXPECT_EQ(row.height, layout.softKeys.y + layout.softKeys.height);
   }

@@ -47,20 +47,21 @@ class MainWindow : public Diary {
     window->findChild<QAbstractButton*>(QString::fromLatin1(id))->click();
   }
 
-  void Mouse(QEvent::Type type, QPoint at) {
-    QMouseEvent event(type, at, list->viewport()->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+  void Mouse(QEvent::Type type, QPoint at, QWidget* on = nullptr) {
+    if (on == nullptr) on = list->viewport();
+    QMouseEvent event(type, at, on->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
                       Qt::NoModifier);
-    QApplication::sendEvent(list->viewport(), &event);
+    QApplication::sendEvent(on, &event);
   }
   QPoint RowPoint(int row) const { return list->visualItemRect(list->topLevelItem(row)).center(); }
-  void Tap(QPoint at) {
-    Mouse(QEvent::MouseButtonPress, at);
-    Mouse(QEvent::MouseButtonRelease, at);
+  void Tap(QPoint at, QWidget* on = nullptr) {
+    Mouse(QEvent::MouseButtonPress, at, on);
+    Mouse(QEvent::MouseButtonRelease, at, on);
   }
 
-  void Key(QEvent::Type type, int key) {
+  void Key(QEvent::Type type, int key, QWidget* on = nullptr) {
     QKeyEvent event(type, key, Qt::NoModifier);
-    QApplication::sendEvent(list, &event);
+    QApplication::sendEvent(on == nullptr ? list : on, &event);
   }
 
   // The title of the edit screen that `act` opens, empty if it opens none; leaves the screen again.
@@ -161,7 +162,7 @@ TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
     int id;
     bool enabled;
     bool checked;
-  } rows[] = {{kShowDay, true, true},       {kShowList, true, false}, {kShowWeek, false, false},
+  } rows[] = {{kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
               {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
               {kAbout, false, false},       {kFindClear, true, false}};
   for (const auto& row : rows) {
@@ -170,8 +171,9 @@ TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
     EXPECT_EQ(row.enabled, action->isEnabled());
     EXPECT_EQ(row.checked, action->isChecked());
   }
-  window->OnCommand(kShowWeek);
-  EXPECT_EQ(core::kViewDay, app.CurView) << "a greyed command does nothing";
+  window->OnCommand(kShowList);
+  window->OnCommand(kWeekShowDay);
+  EXPECT_EQ(core::kViewList, app.CurView) << "a greyed command does nothing";
 }
 
 TEST_F(MainWindow, AnUnknownFirstViewShowsTheDayAndIsKept) {
@@ -199,6 +201,44 @@ TEST_F(MainWindow, ClosingTheFrameLeavesTheScreenOnTopFirst) {
   Press("40002");
   EXPECT_TRUE(closed) << "nothing was typed: the screen has let it go";
   EXPECT_EQ(nullptr, ModalScreen::Topmost());
+}
+
+TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
+  window->OnCommand(kShowWeek);
+  auto* week = window->findChild<QWidget*>(QStringLiteral("week"));
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(QStringLiteral("2010/06/20"), Title()) << "three days before the current date";
+  for (const auto& [key, title] :
+       std::initializer_list<std::pair<int, const char*>>{{Qt::Key_Down, "2010/06/21"},
+                                                          {Qt::Key_Right, "2010/06/28"},
+                                                          {Qt::Key_Left, "2010/06/21"},
+                                                          {Qt::Key_Up, "2010/06/20"}}) {
+    Key(QEvent::KeyPress, key, week);
+    Key(QEvent::KeyRelease, key, week);
+    EXPECT_EQ(QString::fromLatin1(title), Title());
+  }
+  const int band = week->height() / 7;
+  const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(noon, week); }));
+  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+  EXPECT_EQ(2, app.SelIndex);
+  EXPECT_EQ(QStringLiteral("新規作成"),
+            EditTitleAfter([&] { Tap(noon + QPoint(0, 2 * band), week); }));
+  EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a free tap goes to the day of its band";
+  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  Mouse(QEvent::MouseButtonPress, noon, week);
+  Mouse(QEvent::MouseButtonRelease, noon + QPoint(0, band), week);
+  EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a drag to another band is no tap";
+}
+
+TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
+  window->OnCommand(kShowWeek);
+  window->OnCommand(kFollow);
+  window->OnCommand(kDelete);
+  ASSERT_EQ(2u, host.messages.size());
+  EXPECT_EQ(u"画面上のアクションをタップ&ホールドして操作してください。", host.messages[0].text);
+  EXPECT_EQ(u"変更不可", host.messages[0].title);
+  EXPECT_EQ(u"削除不可", host.messages[1].title);
 }
 
 }  // namespace

@@ -1,0 +1,39 @@
+// The surface of a view that paints itself and takes taps.
+#pragma once
+
+#include <QPainter>
+#include <QWidget>
+#include <functional>
+
+#include "views/date_popups_screen.h"
+
+namespace views {
+
+class Canvas : public QWidget {
+  Q_OBJECT
+
+ public:
+  // A press closes `popups`, and then is no tap.
+  Canvas(QWidget* parent, DatePopups& popups);
+
+  void SetPaint(std::function<void(QPainter&)> paint) { paint_ = std::move(paint); }
+
+ signals:
+  // Pressed and released; the view tells whether both points mean the same thing.
+  void Tapped(QPoint press, QPoint release);
+  void Held(QPoint press);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+
+ private:
+  DatePopups& popups_;
+  std::function<void(QPainter&)> paint_;
+  QPoint press_;
+  bool pressed_ = false;
+};
+
+}  // namespace views

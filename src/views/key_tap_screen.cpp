@@ -1,0 +1,36 @@
+// From the press of a key to its release.
+#include "views/key_tap_screen.h"
+
+#include <QKeyEvent>
+#include <utility>
+
+namespace views {
+
+KeyTap::KeyTap(QWidget* watched, std::function<bool(int)> onKey)
+    : QObject(watched), onKey_(std::move(onKey)) {
+  watched->installEventFilter(this);
+}
+
+bool KeyTap::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::FocusOut:
+      pressedKey_ = 0;
+      break;
+    case QEvent::KeyPress: {
+      const auto* key = static_cast<QKeyEvent*>(event);
+      if (!key->isAutoRepeat()) pressedKey_ = key->key();
+      break;
+    }
+    case QEvent::KeyRelease: {
+      const auto* key = static_cast<QKeyEvent*>(event);
+      if (key->isAutoRepeat() || key->key() != pressedKey_) break;
+      pressedKey_ = 0;
+      return onKey_(key->key());
+    }
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace views

@@ -1,0 +1,24 @@
+// Keys as the window's views take them: as they are released where they were pressed.
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+#include <functional>
+
+namespace views {
+
+// Watches a widget for keys. A release whose press was not seen here belongs to another screen.
+class KeyTap : public QObject {
+ public:
+  // Where `onKey` answers true, the widget does not see the release.
+  KeyTap(QWidget* watched, std::function<bool(int key)> onKey);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  std::function<bool(int)> onKey_;
+  int pressedKey_ = 0;
+};
+
+}  // namespace views

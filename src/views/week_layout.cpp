@@ -1,0 +1,70 @@
+// Bands and boxes of the week view.
+#include "views/week_layout.h"
+
+#include <algorithm>
+
+#include "platform/metrics.h"
+
+namespace views {
+namespace {
+
+using platform::Scaled;
+
+constexpr int kStripWidth = 20;
+constexpr int kThinnestBox = 2;  // an Action without a length, as the one that runs now
+constexpr int kSecondsPerDay = 86400;
+
+int SecondsSinceMidnight(const core::CalendarValue& moment) {
+  core::CalendarParts parts;
+  core::CalendarToParts(moment, parts);
+  return (parts.hour * 60 + parts.minute) * 60 + parts.second;
+}
+
+int XOf(const WeekGrid& grid, const core::CalendarValue& moment) {
+  const int64_t room = grid.width - grid.strip.width;
+  return grid.strip.width + static_cast<int>(SecondsSinceMidnight(moment) * room / kSecondsPerDay);
+}
+
+bool Contains(const Rect& rect, int x, int y) {
+  return x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
+}
+
+}  // namespace
+
+WeekGrid LayoutWeek(int width, int height) {
+  WeekGrid grid;
+  grid.width = width;
+  grid.bandHeight = std::max(1, height / kWeekDays);
+  grid.strip = {0, 0, Scaled(kStripWidth), grid.bandHeight * kWeekDays};
+  const int room = width - grid.strip.width;
+  for (int k = 1; k <= kDivisions; ++k) {
+    grid.divisions[static_cast<size_t>(k - 1)] = grid.strip.width + k * room / kDivisions;
+  }
+  return grid;
+}
+
+Rect DayLabelRect(const WeekGrid& grid, int band) {
+  return {0, band * grid.bandHeight, grid.strip.width, grid.bandHeight};
+}
+
+Rect BoxRect(const WeekGrid& grid, const WeekItem& item) {
+  if (item.dup < 1) return {};
+  const int left = XOf(grid, item.start);
+  const int height = grid.bandHeight / item.dup;
+  return {left, item.row * grid.bandHeight + item.col * height,
+          std::max(XOf(grid, item.end) - left, Scaled(kThinnestBox)), height};
+}
+
+int BandAt(const WeekGrid& grid, int y) {
+  return y < 0 || y >= grid.strip.height ? -1 : y / grid.bandHeight;
+}
+
+int BoxAt(const WeekGrid& grid, const std::vector<WeekItem>& items, int x, int y) {
+  if (BandAt(grid, y) < 0) return -1;
+  for (size_t k = items.size(); k > 0; --k) {
+    if (Contains(BoxRect(grid, items[k - 1]), x, y)) return static_cast<int>(k) - 1;
+  }
+  return -1;
+}
+
+}  // namespace views

@@ -1,0 +1,164 @@
+// Reading a week, and the lanes of Actions that overlap.
+#include "views/week_view.h"
+
+#include <algorithm>
+
+#include "core/date_time.h"
+#include "store/action_index.h"
+#include "views/view_rows.h"
+
+namespace views {
+namespace {
+
+using core::CalendarGreater;
+using core::CalendarLess;
+using core::CalendarParts;
+using core::CalendarValue;
+
+constexpr int kReadFailed = -100;
+// The pieces of an Action that lasts for years stop some weeks behind the grid, where nobody sees
+// them.
+constexpr int kMostRows = 4 * kWeekDays;
+
+CalendarValue Midnight(const CalendarParts& day) {
+  CalendarValue value;
+  core::MakeCalendarValue(value, day.year, day.month, day.day, 0, 0, 0);
+  return value;
+}
+
+CalendarValue LastSecond(const CalendarParts& day) {
+  CalendarValue value;
+  core::MakeCalendarValue(value, day.year, day.month, day.day, 23, 59, 59);
+  return value;
+}
+
+CalendarParts DayBehind(const CalendarParts& day, int days) {
+  return core::AddDays(day.year, day.month, day.day, days);
+}
+
+CalendarValue MomentValue(std::u16string_view moment) {
+  core::Timestamp n;
+  CalendarValue value{0, 1};
+  if (core::ParseTimestamp(moment, n) == 0) {
+    core::MakeCalendarValue(value, n[0], n[1], n[2], n[3], n[4], n[5]);
+  }
+  return value;
+}
+
+// The end of a day, which no calendar value can hold, becomes its last second.
+CalendarValue EndValue(std::u16string_view moment) {
+  const core::MomentText end = core::SplitMoment(moment);
+  if (end.time != core::kEndOfDay) return MomentValue(moment);
+  return MomentValue(std::u16string(end.date) + u" 23:59:59");
+}
+
+void AddPieces(const store::Action& action, int position, const CalendarValue& lastEnd,
+               WeekData& week) {
+  core::CalendarSpan entry{MomentValue(TextOf(action, store::kStaDateTime)),
+                           EndValue(TextOf(action, store::kEndDateTime))};
+  if (entry.start.status != 0 || entry.end.status != 0) return;
+  if (CalendarLess(lastEnd, entry.end)) entry.end = lastEnd;
+  std::vector<core::CalendarSpan> pieces;
+  core::SplitAtMidnight(pieces, entry);
+  for (const core::CalendarSpan& piece : pieces) {
+    week.WeekItems.push_back({position, std::u16string(TextOf(action, store::kActId)), piece.start,
+                              piece.end, std::u16string(TextOf(action, store::kPlace))});
+  }
+}
+
+int RowOf(const WeekItem& item, const CalendarValue& first) {
+  CalendarParts day;
+  core::CalendarToParts(item.start, day);
+  return static_cast<int>(Midnight(day).dt - first.dt);
+}
+
+// The first lane that none of `taken` holds; an equal lane may stand there twice.
+int FirstFreeLane(std::vector<int>& taken) {
+  std::ranges::sort(taken);
+  int lane = 0;
+  for (const int other : taken) {
+    if (lane == other) ++lane;
+  }
+  return lane;
+}
+
+// Kept on purpose: an item that begins before another and ends within it takes no lane from it, and
+// one that has no lane yet counts as lane 0. So boxes of one cluster may differ in height and lie
+// over one another.
+void PlaceInBand(const std::vector<WeekItem*>& band, WeekItem& item) {
+  std::vector<int> taken;
+  int startsWithin = 0;
+  int endsWithin = 0;
+  for (const WeekItem* other : band) {
+    if (other == &item) continue;
+    if (!CalendarLess(item.start, other->start) && CalendarLess(item.start, other->end)) {
+      ++startsWithin;
+      taken.push_back(other->col);
+    }
+    if (CalendarGreater(item.end, other->start) && !CalendarGreater(item.end, other->end)) {
+      ++endsWithin;
+    }
+  }
+  item.col = FirstFreeLane(taken);
+  item.dup = std::max(startsWithin, endsWithin) + 1;
+}
+
+}  // namespace
+
+CalendarParts FirstDayOfWeek() {
+  return core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -kDaysBeforeCurDate);
+}
+
+void ReadWeek(const core::CAppState& app, WeekData& week) {
+  CalendarValue date;
+  core::MakeCalendarValue(date, core::CurYear, core::CurMonth, core::CurDay, 0, 0, 0);
+  if (date.status == 0 && week.WeekCacheDate.status == 0 && date.dt == week.WeekCacheDate.dt) {
+    return;
+  }
+  const CalendarParts first = FirstDayOfWeek();
+  if (DbReadWeekData(app, first, week) > 0) CalcWeekRepetition(first, week);
+  week.WeekCacheDate = date;
+}
+
+int DbReadWeekData(const core::CAppState& app, const CalendarParts& first, WeekData& week) {
+  week.WeekItems.clear();
+  if (app.IndexCount < 1 || first.year < 0) return 0;
+  const CalendarParts before = DayBehind(first, -1);
+  const CalendarParts behind = DayBehind(first, kWeekDays);
+  const std::u16string end = core::FormatDate(behind.year, behind.month, behind.day);
+  const CalendarValue lastEnd = LastSecond(DayBehind(first, kMostRows - 1));
+  const int from =
+      store::FindActionIndexLower(app, core::FormatDate(before.year, before.month, before.day),
+                                  core::kEndOfDay, store::LowerMode::kAtOrAfter);
+  int position = from;
+  for (; position < app.IndexCount; ++position) {
+    store::Action action;
+    const RowRead read = ReadAction(app.ActIds.At(static_cast<size_t>(position)),
+                                    u"CMainWnd::DbReadWeekData", action);
+    if (read == RowRead::kFailed) return kReadFailed;
+    if (read == RowRead::kGone) break;
+    if (core::SplitMoment(TextOf(action, store::kStaDateTime)).date >= end) break;
+    AddPieces(action, position, lastEnd, week);
+  }
+  return position - from;
+}
+
+void CalcWeekRepetition(const CalendarParts& first, WeekData& week) {
+  week.WeekRowMax.fill(0);
+  const CalendarValue firstDay = Midnight(first);
+  std::array<std::vector<WeekItem*>, kMostRows> bands;
+  for (WeekItem& item : week.WeekItems) {
+    item.row = RowOf(item, firstDay);
+    bands[static_cast<size_t>(item.row)].push_back(&item);
+  }
+  for (size_t row = 0; row < bands.size(); ++row) {
+    for (WeekItem* item : bands[row]) {
+      PlaceInBand(bands[row], *item);
+      if (row < week.WeekRowMax.size()) {
+        week.WeekRowMax[row] = std::max(week.WeekRowMax[row], item->dup);
+      }
+    }
+  }
+}
+
+}  // namespace views

@@ -1,0 +1,48 @@
+// The boxes of the week view: a piece of an Action for each of its days, and the lane in which it
+// lies beside the others of that day.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "core/app_state.h"
+#include "core/calendar_value.h"
+
+namespace views {
+
+inline constexpr int kWeekDays = 7;
+inline constexpr int kDaysBeforeCurDate = 3;  // the current date's band is the fourth
+
+struct WeekItem {
+  int position = 0;  // of the Action in the index when it was read
+  std::u16string id;
+  core::CalendarValue start;  // of this piece
+  core::CalendarValue end;    // on the same day, at most 23:59:59
+  std::u16string text;        // the place
+  int dup = 0;  // boxes that share the height of the band; 0 before the lanes are made
+  int row = 0;  // band, 0 the first day. An Action that lasts on has rows of 7 and more
+  int col = 0;  // lane, 0 the top one
+};
+
+struct WeekData {
+  std::vector<WeekItem> WeekItems;          // by the start of their Actions
+  std::array<int, kWeekDays> WeekRowMax{};  // the largest dup of each band
+  core::CalendarValue WeekCacheDate{0, 1};  // the date they were read for, invalid for none
+};
+
+// The first day of the grid; parts of -1 if the current date does not exist.
+core::CalendarParts FirstDayOfWeek();
+
+// Reads the boxes round the current date, unless they are already those of that date. Kept on
+// purpose: a change of an Action does not show before the date moves.
+void ReadWeek(const core::CAppState& app, WeekData& week);
+
+// Fills WeekItems with the Actions that start on the seven days from `first` on. Answers their
+// count, or -100 after the message of a failed read.
+int DbReadWeekData(const core::CAppState& app, const core::CalendarParts& first, WeekData& week);
+
+// Sets row, dup and col of every item, and WeekRowMax.
+void CalcWeekRepetition(const core::CalendarParts& first, WeekData& week);
+
+}  // namespace views

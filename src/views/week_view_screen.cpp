@@ -1,0 +1,124 @@
+// Painting the week, and what its bands and boxes answer.
+#include "views/week_view_screen.h"
+
+#include "core/date_time.h"
+#include "platform/qt/qt_text.h"
+#include "views/navigation.h"
+
+namespace views {
+namespace {
+
+constexpr QColor kStripColor(0xE0, 0x80, 0xFF);
+constexpr QColor kDivisionColor(0x00, 0x00, 0xFF);
+constexpr QColor kBoxColor(0x20, 0x40, 0xE0);
+constexpr QColor kBoxTextColor(0xE0, 0xE0, 0xE0);
+
+// A text that is wider than its box shows its beginning; a box without room for a character has
+// none.
+void DrawBoxText(QPainter& painter, const QRect& box, std::u16string_view text) {
+  const QFontMetrics metrics = painter.fontMetrics();
+  if (box.width() < metrics.height()) return;
+  const QString words = platform::qt::ToQt(text);
+  const bool fits = metrics.horizontalAdvance(words) <= box.width();
+  painter.drawText(
+      box, (fits ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine,
+      words);
+}
+
+}  // namespace
+
+WeekViewScreen::WeekViewScreen(core::CAppState& app, SharedControls controls)
+    : ViewScreen(app, controls),
+      canvas_(new Canvas(controls.list.parentWidget(), controls.popups)) {
+  canvas_->setObjectName(QStringLiteral("week"));
+  canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
+  connect(canvas_, &Canvas::Tapped, this, &WeekViewScreen::OnTapped);
+  connect(canvas_, &Canvas::Held, this, &WeekViewScreen::OnHeld);
+}
+
+void WeekViewScreen::Refill() {
+  first_ = FirstDayOfWeek();
+  controls_.header.SetTitle(core::FormatDate(first_.year, first_.month, first_.day));
+  controls_.header.MarkWeekday(core::WeekdayOf(core::CurYear, core::CurMonth, core::CurDay));
+  canvas_->update();
+}
+
+void WeekViewScreen::OnChange(Change) {
+  ReadWeek(app_, week_);
+  Refill();
+}
+
+int WeekViewScreen::BoxAt(QPoint point) const {
+  return views::BoxAt(Grid(), week_.WeekItems, point.x(), point.y());
+}
+
+void WeekViewScreen::GoToBand(int band) {
+  SetDate(core::AddDays(first_.year, first_.month, first_.day, band));
+}
+
+void WeekViewScreen::OnTapped(QPoint press, QPoint release) {
+  const int box = BoxAt(press);
+  const int band = BandAt(press);
+  if (box != BoxAt(release) || band < 0 || band != BandAt(release)) return;
+  if (box >= 0) {
+    tapItem_ = week_.WeekItems[static_cast<size_t>(box)].id;
+    emit Commanded(kBoxChange);
+  } else {
+    GoToBand(band);
+    app_.SelIndex = -1;
+    emit Commanded(kNew);
+  }
+}
+
+void WeekViewScreen::OnHeld(QPoint press) {
+  const int box = BoxAt(press);
+  const int band = BandAt(press);
+  if (box >= 0) {
+    const WeekItem& item = week_.WeekItems[static_cast<size_t>(box)];
+    core::CalendarParts day;
+    core::CalendarToParts(item.start, day);
+    tapItem_ = item.id;
+    SetDate(day);
+    emit MenuWanted(Menu::kWeekBox, canvas_->mapToGlobal(press));
+  } else if (band >= 0) {
+    GoToBand(band);
+    emit MenuWanted(Menu::kWeekDay, canvas_->mapToGlobal(press));
+  }
+}
+
+void WeekViewScreen::Paint(QPainter& painter) const {
+  const WeekGrid grid = Grid();
+  PaintBands(painter, grid);
+  painter.setClipRect(0, 0, grid.width, grid.strip.height);
+  PaintBoxes(painter, grid);
+}
+
+void WeekViewScreen::PaintBands(QPainter& painter, const WeekGrid& grid) const {
+  painter.setFont(platform::qt::SettingFont(app_.WekVwGrdFntName, app_.WekVwGrdFntSize));
+  painter.fillRect(ToQt(grid.strip), kStripColor);
+  painter.setPen(QPen(kDivisionColor, 1, Qt::DashLine));
+  for (const int x : grid.divisions) painter.drawLine(x, 0, x, grid.strip.height - 1);
+  painter.setPen(Qt::black);
+  painter.drawLine(grid.strip.width, 0, grid.strip.width, grid.strip.height - 1);
+  painter.drawLine(0, 0, grid.width, 0);
+  for (int band = 0; band < kWeekDays; ++band) {
+    const QRect label = ToQt(DayLabelRect(grid, band));
+    painter.drawLine(0, label.bottom(), grid.width, label.bottom());
+    const int day = core::AddDays(first_.year, first_.month, first_.day, band).day;
+    if (day > 0) painter.drawText(label, Qt::AlignCenter, QString::number(day));
+  }
+}
+
+void WeekViewScreen::PaintBoxes(QPainter& painter, const WeekGrid& grid) const {
+  for (const WeekItem& item : week_.WeekItems) {
+    const QRect box = ToQt(BoxRect(grid, item));
+    if (box.isEmpty()) continue;
+    painter.fillRect(box, kBoxColor);
+    painter.setPen(QPen(Qt::black, 0));  // a pixel, however large a unit is
+    painter.drawRect(box.adjusted(0, 0, -1, -1));
+    painter.setPen(kBoxTextColor);
+    DrawBoxText(painter, box.adjusted(1, 1, -1, -1), item.text);
+  }
+}
+
+}  // namespace views

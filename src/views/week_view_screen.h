@@ -1,0 +1,41 @@
+// The week view: seven painted bands with a box for each piece of an Action.
+#pragma once
+
+#include "views/canvas_screen.h"
+#include "views/view_screen.h"
+#include "views/week_layout.h"
+
+namespace views {
+
+class WeekViewScreen : public ViewScreen {
+ public:
+  WeekViewScreen(core::CAppState& app, SharedControls controls);
+
+  void SetShown(bool shown) override { canvas_->setVisible(shown); }
+  void Place(const Rect& content) override { canvas_->setGeometry(ToQt(content)); }
+  void Enter() override { ReadWeek(app_, week_); }
+  void Refill() override;
+  void OnDateMoved() override { ReadWeek(app_, week_); }
+  void OnChange(Change change) override;
+  bool IsHeldOnly() const override { return true; }
+  std::u16string TapItem() const override { return tapItem_; }
+  QWidget& FocusWidget() override { return *canvas_; }
+
+ private:
+  WeekGrid Grid() const { return LayoutWeek(canvas_->width(), canvas_->height()); }
+  int BoxAt(QPoint point) const;
+  int BandAt(QPoint point) const { return views::BandAt(Grid(), point.y()); }
+  void OnTapped(QPoint press, QPoint release);
+  void OnHeld(QPoint press);
+  void GoToBand(int band);
+  void Paint(QPainter& painter) const;
+  void PaintBands(QPainter& painter, const WeekGrid& grid) const;
+  void PaintBoxes(QPainter& painter, const WeekGrid& grid) const;
+
+  Canvas* canvas_;
+  WeekData week_;
+  core::CalendarParts first_;  // the first day on show
+  std::u16string tapItem_;
+};
+
+}  // namespace views

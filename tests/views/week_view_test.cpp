@@ -1,0 +1,153 @@
+// The week's boxes: which Actions, in which pieces, in which lanes, and where they lie.
+#include "views/week_view.h"
+
+#include "views/diary.h"
+#include "views/selection.h"
+#include "views/week_layout.h"
+
+namespace views {
+namespace {
+
+class Week : public Diary {
+ protected:
+  // "row:hh:mm:ss-hh:mm:ss" of every box.
+  static std::vector<std::string> Pieces(const WeekData& week) {
+    std::vector<std::string> texts;
+    for (const WeekItem& item : week.WeekItems) {
+      core::CalendarParts a, b;
+      core::CalendarToParts(item.start, a);
+      core::CalendarToParts(item.end, b);
+      char text[48];
+      std::snprintf(text, sizeof text, "%d:%02d:%02d:%02d-%02d:%02d:%02d", item.row, a.hour,
+                    a.minute, a.second, b.hour, b.minute, b.second);
+      texts.emplace_back(text);
+    }
+    return texts;
+  }
+
+  WeekData week;
+};
+
+TEST_F(Week, ShowsWhatStartsOnItsDaysInAPieceADay) {
+  Add(u"01", u"2010/06/19 22:00:00", u"2010/06/20 10:00:00");
+  Add(u"02", u"2010/06/20 00:00:00", u"2010/06/20 24:00:00");
+  const auto night = Add(u"03", u"2010/06/22 23:00:00", u"2010/06/23 01:00:00", u"駅");
+  Add(u"04", u"2010/06/24 12:00:00", u"2010/06/25 00:00:00");
+  Add(u"05", u"2010/06/26 10:00:00", u"9999/12/31 10:00:00");
+  Add(u"06", u"2010/06/27 00:00:00", u"2010/06/27 10:00:00");
+  ReadWeek(app, week);
+  std::vector<std::string> pieces = Pieces(week);
+  ASSERT_LT(7u, pieces.size());
+  EXPECT_GT(50u, pieces.size()) << "the rest of a very long Action is not made";
+  pieces.resize(8);
+  EXPECT_EQ(
+      (std::vector<std::string>{"0:00:00:00-23:59:59", "2:23:00:00-23:59:59", "3:00:00:00-01:00:00",
+                                "4:12:00:00-23:59:59", "5:00:00:00-00:00:00", "6:10:00:00-23:59:59",
+                                "7:00:00:00-23:59:59", "8:00:00:00-23:59:59"}),
+      pieces);
+  for (const size_t piece : {1u, 2u}) {
+    EXPECT_EQ(night, week.WeekItems[piece].id);
+    EXPECT_EQ(u"駅", week.WeekItems[piece].text);
+    EXPECT_EQ(2, week.WeekItems[piece].position);
+  }
+  EXPECT_EQ((std::array<int, 7>{1, 0, 1, 1, 1, 1, 1}), week.WeekRowMax);
+}
+
+TEST_F(Week, Lanes) {
+  struct Lane {
+    int col, dup;
+    bool operator==(const Lane&) const = default;
+  };
+  const struct {
+    const char* why;
+    std::vector<std::pair<int, int>> hours;  // from and to
+    std::vector<Lane> lanes;
+  } cases[] = {
+      {"apart", {{1, 2}, {3, 4}}, {{0, 1}, {0, 1}}},
+      {"one ends as the next starts", {{1, 2}, {2, 3}}, {{0, 1}, {0, 1}}},
+      {"two overlap", {{10, 12}, {11, 13}}, {{0, 2}, {1, 2}}},
+      {"three at the same times see each other",
+       {{1, 2}, {1, 2}, {1, 2}},
+       {{1, 3}, {2, 3}, {0, 3}}},
+      {"a short one within a long one does not make that one lower",
+       {{1, 9}, {3, 4}},
+       {{0, 1}, {1, 2}}},
+      {"the middle of a chain is higher than its ends",
+       {{1, 5}, {2, 6}, {3, 7}},
+       {{0, 3}, {1, 2}, {2, 3}}},
+      {"a lane is free again", {{1, 3}, {2, 6}, {4, 5}}, {{0, 2}, {1, 2}, {0, 2}}},
+  };
+  const core::CalendarParts first = FirstDayOfWeek();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    WeekData data;
+    for (const auto& [from, to] : c.hours) {
+      WeekItem item;
+      core::MakeCalendarValue(item.start, 2010, 6, 23, from, 0, 0);
+      core::MakeCalendarValue(item.end, 2010, 6, 23, to, 0, 0);
+      data.WeekItems.push_back(item);
+    }
+    CalcWeekRepetition(first, data);
+    std::vector<Lane> lanes;
+    for (const WeekItem& item : data.WeekItems) lanes.push_back({item.col, item.dup});
+    EXPECT_EQ(c.lanes, lanes);
+  }
+}
+
+TEST_F(Week, IsReadAnewOnlyForAnotherDate) {
+  ReadWeek(app, week);
+  EXPECT_TRUE(week.WeekItems.empty());
+  const auto id = Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
+  ReadWeek(app, week);
+  EXPECT_TRUE(week.WeekItems.empty()) << "the date has not moved";
+  core::SetCurDate(u"2010/06/24");
+  ReadWeek(app, week);
+  EXPECT_EQ((std::vector<std::string>{"2:10:00:00-11:00:00"}), Pieces(week));
+  host.answers = {platform::Answer::kYes};
+  EXPECT_TRUE(FxDeleteAction(app, id));
+  ReadWeek(app, week);
+  EXPECT_EQ(1u, week.WeekItems.size());
+  core::CurDay = 31;  // of June
+  ReadWeek(app, week);
+  EXPECT_TRUE(week.WeekItems.empty()) << "around a date that does not exist there is nothing";
+}
+
+TEST_F(Week, AFailedReadIsTold) {
+  Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
+  store::DisconnectDataFile();
+  EXPECT_EQ(-100, DbReadWeekData(app, FirstDayOfWeek(), week));
+  EXPECT_EQ(u"CMainWnd::DbReadWeekData Select Err (ln=1, hr=80004003)", host.messages[0].text);
+}
+
+TEST_F(Week, BoxesLieByTheirTimes) {
+  Add(u"01", u"2010/06/23 00:00:00", u"2010/06/23 12:00:00");
+  Add(u"02", u"2010/06/23 06:00:00", u"2010/06/23 18:00:00");
+  Add(u"03", u"2010/06/23 20:00:00", u"2010/06/23 20:00:00");
+  Add(u"04", u"2010/06/26 23:00:00", u"2010/06/27 01:00:00");
+  ReadWeek(app, week);
+  const WeekGrid grid = LayoutWeek(260, 286);  // 10 units an hour, and 6 units below the bands
+  EXPECT_EQ(40, grid.bandHeight);
+  EXPECT_EQ((std::array<int, 6>{60, 100, 140, 180, 220, 260}), grid.divisions);
+  EXPECT_EQ((Rect{20, 120, 120, 20}), BoxRect(grid, week.WeekItems[0]));
+  EXPECT_EQ((Rect{80, 140, 120, 20}), BoxRect(grid, week.WeekItems[1]));
+  EXPECT_EQ(2, BoxRect(grid, week.WeekItems[2]).width) << "without a length, yet to be seen";
+  const struct {
+    int x, y, box, band;
+    const char* why;
+  } points[] = {
+      {85, 139, 0, 3, "the upper lane"},    {85, 140, 1, 3, "the lower lane"},
+      {75, 140, -1, 3, "beside the boxes"}, {20, 280, -1, -1, "below the bands lies no box"},
+      {255, 279, 3, 6, "the last band"},    {0, 0, -1, 0, "the strip belongs to its band"},
+  };
+  for (const auto& point : points) {
+    SCOPED_TRACE(point.why);
+    EXPECT_EQ(point.box, BoxAt(grid, week.WeekItems, point.x, point.y));
+    EXPECT_EQ(point.band, BandAt(grid, point.y));
+  }
+  week.WeekItems[1].start = week.WeekItems[0].start;
+  week.WeekItems[1].col = 0;
+  EXPECT_EQ(1, BoxAt(grid, week.WeekItems, 85, 130)) << "of two the later lies on top";
+}
+
+}  // namespace
+}  // namespace views
