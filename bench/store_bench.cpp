@@ -32,6 +32,7 @@ class BenchHost : public platform::Host {
   platform::Answer ShowMessage(const platform::Message&) override { std::abort(); }
   void SetWaitCursor(bool) override {}
   void SignalActivity() override {}
+  void PostCommand(platform::WindowId, int) override {}
   void BringForward() override {}
   void OpenLink(const std::u16string&) override {}
   platform::LocalTime Now() override {

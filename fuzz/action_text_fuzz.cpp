@@ -12,6 +12,7 @@ class StillHost : public platform::Host {
   platform::Answer ShowMessage(const platform::Message&) override { return platform::Answer::kOk; }
   void SetWaitCursor(bool) override {}
   void SignalActivity() override {}
+  void PostCommand(platform::WindowId, int) override {}
   void BringForward() override {}
   void OpenLink(const std::u16string&) override {}
   platform::LocalTime Now() override { return {2010, 11, 14, 9, 0, 0}; }

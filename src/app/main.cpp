@@ -2,10 +2,12 @@
 #include <sys/stat.h>
 
 #include <QApplication>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
 #include "app/startup.h"
+#include "platform/gpsd_device.h"
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
 
@@ -14,6 +16,12 @@ namespace {
 int Refuse(const char* why) {
   std::fprintf(stderr, "Morvenly: %s\n", why);
   return EXIT_FAILURE;
+}
+
+// Where gpsd listens, if not at its usual port.
+uint16_t GpsdPort() {
+  const int port = qEnvironmentVariableIntValue("MORVENLY_GPSD_PORT");
+  return port > 0 && port <= UINT16_MAX ? static_cast<uint16_t>(port) : platform::kGpsdPort;
 }
 
 // Qt gives up where it cannot open a display, with advice that is wrong and a core dump.
@@ -28,6 +36,7 @@ int main(int argc, char** argv) {
   umask(077);  // a diary is private, whatever is written
   platform::qt::QtHost host;
   platform::SetHost(&host);
+  platform::SetGpsDriver([](int& error) { return platform::OpenGpsd(GpsdPort(), error); });
   if (host.ProgramPath().empty()) {
     return Refuse("its folder has a name that is not UTF-8 or holds a backslash");
   }

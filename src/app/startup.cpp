@@ -11,6 +11,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/end_signals.h"
 #include "platform/qt/single_instance.h"
+#include "position/position_request.h"
 #include "recorder/recorder_state.h"
 #include "store/data_file.h"
 #include "views/command_table.h"
@@ -92,6 +93,7 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
 
 void ShutdownApp(core::CAppState& app) {
   core::SaveSettings(app);
+  position::ClosePositionMonitor();
   recorder::CloseRecorderSession(app);
 }
 

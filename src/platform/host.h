@@ -1,6 +1,6 @@
 // What the program asks of the machine it runs on, apart from its files: messages, the clock,
 // chance, the wait cursor, the browser. main sets the one Host of the process; a test sets its own
-// for a scope. Interface thread only.
+// for a scope. Interface thread only, but for PostCommand.
 #pragma once
 
 #include <cstdint>
@@ -30,6 +30,9 @@ struct LocalTime {
   int second = 0;
 };
 
+// The address of a window to which commands are posted. 0 is none; no address is given twice.
+using WindowId = uint64_t;
+
 class Host {
  public:
   virtual ~Host() = default;
@@ -41,6 +44,9 @@ class Host {
   // Tells the desktop's idle watch, where there is one, that its user is still waiting for us.
   // Cheap enough for every hundredth row of a long run; never waits for an answer.
   virtual void SignalActivity() = 0;
+  // Any thread: `window` runs `command` when the interface thread comes to it. Nothing happens if
+  // the window is gone by then.
+  virtual void PostCommand(WindowId window, int command) = 0;
   // Brings the program's window in front of the others, if it has one yet.
   virtual void BringForward() = 0;
 

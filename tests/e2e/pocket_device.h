@@ -4,10 +4,14 @@
 
 #include <string>
 
-#include "e2e/process.h"
+#include "support/process.h"
 #include "support/temp_folder.h"
 
 namespace e2e {
+
+using testing_support::OutputOf;
+using testing_support::Process;
+using testing_support::WaitUntil;
 
 class PocketDevice {
  public:

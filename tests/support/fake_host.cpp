@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "platform/utf.h"
 
 namespace testing_support {
@@ -23,6 +25,28 @@ platform::Answer FakeHost::ShowMessage(const platform::Message& message) {
   const platform::Answer answer = answers.front();
   answers.pop_front();
   return answer;
+}
+
+void FakeHost::PostCommand(platform::WindowId window, int command) {
+  const std::scoped_lock lock(postMutex_);
+  posts_.emplace_back(window, command);
+  posted_.notify_all();
+}
+
+std::pair<platform::WindowId, int> FakeHost::NextPost() {
+  std::unique_lock lock(postMutex_);
+  if (!posted_.wait_for(lock, std::chrono::seconds(30), [this] { return !posts_.empty(); })) {
+    ADD_FAILURE() << "nothing was posted";
+    return {};
+  }
+  const auto post = posts_.front();
+  posts_.pop_front();
+  return post;
+}
+
+size_t FakeHost::PostCount() {
+  const std::scoped_lock lock(postMutex_);
+  return posts_.size();
 }
 
 int FakeHost::Draw() {

@@ -2,8 +2,11 @@
 // test puts it, and its draws are the test's.
 #pragma once
 
+#include <condition_variable>
 #include <deque>
+#include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/host.h"
@@ -28,9 +31,15 @@ class FakeHost : public platform::Host {
   int waitDepth = 0;
   int activitySignals = 0;
 
+  // The next posted command and its window; waits for it, half a minute at most, and fails the test
+  // if none comes.
+  std::pair<platform::WindowId, int> NextPost();
+  size_t PostCount();
+
   platform::Answer ShowMessage(const platform::Message& message) override;
   void SetWaitCursor(bool waiting) override { waitDepth += waiting ? 1 : -1; }
   void SignalActivity() override { ++activitySignals; }
+  void PostCommand(platform::WindowId window, int command) override;
   void BringForward() override {}
   void OpenLink(const std::u16string& link) override { links.push_back(link); }
   platform::LocalTime Now() override { return now; }
@@ -43,6 +52,9 @@ class FakeHost : public platform::Host {
  private:
   platform::Host* former_;
   int nextDraw_ = 0;
+  std::mutex postMutex_;
+  std::condition_variable posted_;
+  std::deque<std::pair<platform::WindowId, int>> posts_;
 };
 
 }  // namespace testing_support

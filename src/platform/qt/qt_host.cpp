@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "platform/device_paths.h"
+#include "platform/qt/command_mailbox.h"
 #include "platform/qt/message_box.h"
 #include "platform/qt/qt_text.h"
 
@@ -48,6 +49,10 @@ void QtHost::SetWaitCursor(bool waiting) {
   } else {
     if (--waitDepth_ == 0) QApplication::restoreOverrideCursor();
   }
+}
+
+void QtHost::PostCommand(WindowId window, int command) {
+  PostToAddress(window, command);
 }
 
 void QtHost::BringForward() {

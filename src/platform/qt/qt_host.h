@@ -23,6 +23,7 @@ class QtHost : public Host {
   Answer ShowMessage(const Message& message) override;
   void SetWaitCursor(bool waiting) override;
   void SignalActivity() override { idleWatch_.SignalActivity(); }
+  void PostCommand(WindowId window, int command) override;
   void BringForward() override;
   void OpenLink(const std::u16string& link) override;
   LocalTime Now() override;

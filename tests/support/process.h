@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace e2e {
+namespace testing_support {
 
 class Process {
  public:
@@ -35,4 +35,4 @@ std::string OutputOf(const std::vector<std::string>& argv);
 // Looks again and again until `done`, for half a minute at most; false if it never was.
 bool WaitUntil(const std::function<bool()>& done);
 
-}  // namespace e2e
+}  // namespace testing_support

@@ -1,4 +1,4 @@
-#include "e2e/process.h"
+#include "support/process.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -11,7 +11,7 @@
 #include <thread>
 #include <utility>
 
-namespace e2e {
+namespace testing_support {
 namespace {
 
 bool WaitFor(std::chrono::seconds limit, const std::function<bool()>& done) {
@@ -87,4 +87,4 @@ bool WaitUntil(const std::function<bool()>& done) {
   return WaitFor(std::chrono::seconds(30), done);
 }
 
-}  // namespace e2e
+}  // namespace testing_support

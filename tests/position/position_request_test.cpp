@@ -1,0 +1,180 @@
+#include "position/position_request.h"
+
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+#include <cmath>
+#include <future>
+#include <thread>
+#include <vector>
+
+#include "platform/file_handle.h"
+#include "platform/gpsd_device.h"
+#include "position/gps_monitor.h"
+#include "support/fake_host.h"
+#include "support/gps_daemon.h"
+
+namespace {
+
+using platform::FileHandle;
+
+constexpr char kFix[] = R"({"class":"TPV","device":"/dev/a","mode":2,"lat":35.5,"lon":139.5})"
+                        "\n";
+
+// Says the same to whoever connects, and then nothing more.
+class Speaker {
+ public:
+  explicit Speaker(std::string words) : words_(std::move(words)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    EXPECT_EQ(bind(door_.Get(), reinterpret_cast<sockaddr*>(&address), size), 0);
+    EXPECT_EQ(listen(door_.Get(), 5), 0);
+    EXPECT_EQ(getsockname(door_.Get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+    port = ntohs(address.sin_port);
+    thread_ = std::thread([this] { Serve(); });
+  }
+  ~Speaker() {
+    shutdown(door_.Get(), SHUT_RDWR);
+    thread_.join();
+  }
+
+  uint16_t port = 0;
+
+ private:
+  void Serve() {
+    for (FileHandle guest; (guest = FileHandle(accept(door_.Get(), nullptr, nullptr)));) {
+      send(guest.Get(), words_.data(), words_.size(), MSG_NOSIGNAL);
+      guests_.push_back(std::move(guest));
+      if (guests_.size() > 2) guests_.erase(guests_.begin());
+    }
+  }
+
+  const std::string words_;
+  FileHandle door_{socket(AF_INET, SOCK_STREAM, 0)};
+  std::vector<FileHandle> guests_;
+  std::thread thread_;
+};
+
+class PositionRequest : public testing::Test {
+ protected:
+  ~PositionRequest() override {
+    position::ClosePositionMonitor();
+    platform::SetGpsDriver(nullptr);
+  }
+
+  static void AskGpsdAt(uint16_t port) {
+    platform::SetGpsDriver([port](int& error) { return platform::OpenGpsd(port, error); });
+  }
+
+  testing_support::FakeHost host;
+};
+
+TEST_F(PositionRequest, GetsTheReadingOfTheRealDaemonWhateverBecomesOfIt) {
+  testing_support::GpsDaemon daemon;
+  AskGpsdAt(daemon.Port());
+  EXPECT_EQ(position::StartPositionRequest(7, 33103), -105) << "there is no daemon yet";
+  EXPECT_FALSE(position::IsRequestInProgress()) << "the next request would be refused";
+
+  daemon.Start();
+  ASSERT_EQ(position::StartPositionRequest(7, 33103), 0);
+  EXPECT_EQ(position::StartPositionRequest(8, 33103), 0) << "one is under way, and stays";
+  daemon.Kill();  // before it has ever had a fix
+  daemon.HaveFix();
+  ASSERT_NO_FATAL_FAILURE(daemon.Start());
+  EXPECT_EQ(host.NextPost(), std::make_pair(platform::WindowId(7), 33103));
+  EXPECT_FALSE(position::IsRequestInProgress());
+  const std::optional<platform::GPS_POSITION> reading = position::LastReading();
+  ASSERT_TRUE(reading.has_value());
+  EXPECT_NEAR(reading->dblLatitude, 35.681237, 0.00001);
+  EXPECT_NEAR(reading->dblLongitude, 139.767125, 0.00001);
+
+  ASSERT_EQ(position::StartPositionRequest(9, 33103), 0);
+  EXPECT_EQ(host.NextPost().first, 9u);
+}
+
+TEST_F(PositionRequest, TakesNothingButAFix) {
+  const Speaker speaker(std::string(1000, 'x') + "\n\n{\n{\"class\":\"TPV\"}\n" +
+                        "{\"class\":\"TPV\",\"mode\":1,\"lat\":1.5,\"lon\":2.5}\n"  // no fix
+                        "{\"class\":\"TPV\",\"mode\":3}\n"                          // of time only
+                        "{\"class\":\"TPV\",\"mode\":3,\"lat\":1e999,\"lon\":2.5}\n"  // no number
+                        "{\"class\":\"DEVICES\",\"devices\":[{\"path\":\"/dev/a\"}]}\n" +
+                        kFix);
+  int error = 0;
+  const auto device = platform::OpenGpsd(speaker.port, error);
+  ASSERT_NE(device, nullptr);
+  EXPECT_EQ(device->WaitForEvent(), platform::GpsEvent::kDeviceState);
+  platform::GPS_POSITION position;
+  EXPECT_NE(device->GPSGetPosition(position, std::chrono::hours(1)), 0) << "none has come yet";
+  EXPECT_EQ(device->WaitForEvent(), platform::GpsEvent::kPosition);
+  EXPECT_EQ(device->GPSGetPosition(position, std::chrono::hours(1)), 0);
+  EXPECT_EQ(position.dblLatitude, 35.5);
+  EXPECT_EQ(position.flSpeed, 0.0f) << "unknown";
+  EXPECT_NE(device->GPSGetPosition(position, std::chrono::milliseconds(-1)), 0) << "too old";
+}
+
+TEST_F(PositionRequest, SurvivesWhoeverSpeaksWithoutEnd) {
+  const Speaker speaker(std::string(1000000, '{'));
+  AskGpsdAt(speaker.port);
+  ASSERT_EQ(position::StartPositionRequest(7, 33103), 0);
+  position::ClosePositionMonitor();
+  EXPECT_EQ(host.PostCount(), 0u);
+}
+
+// Run under the thread sanitizer, this is where a race between the two threads shows.
+TEST_F(PositionRequest, StartsAnswersRestartsAndClosesAThousandTimes) {
+  const Speaker speaker(kFix);
+  AskGpsdAt(speaker.port);
+  for (int round = 1; round <= 1000; round++) {
+    ASSERT_EQ(position::StartPositionRequest(round, 33103), 0);
+    if (round % 3 != 0) {
+      ASSERT_EQ(host.NextPost().first, static_cast<platform::WindowId>(round));
+      ASSERT_EQ(position::LastReading()->dblLongitude, 139.5);
+    } else {
+      position::ClosePositionMonitor();  // perhaps before, perhaps after the reading
+      if (host.PostCount() > 0) host.NextPost();
+      ASSERT_FALSE(position::IsRequestInProgress());
+    }
+  }
+}
+
+// A device whose wait does not heed the stop event.
+class DeafDevice : public platform::GpsDevice {
+ public:
+  explicit DeafDevice(std::shared_future<void> awakes) : awakes_(std::move(awakes)) {}
+  platform::GpsEvent WaitForEvent() override {
+    awakes_.wait();
+    return platform::GpsEvent::kPosition;
+  }
+  void SetStopEvent() override {}
+  int GPSGetPosition(platform::GPS_POSITION&, std::chrono::milliseconds) override { return 0; }
+  int GPSGetDeviceState(platform::GPS_DEVICE&) override { return -1; }
+
+ private:
+  std::shared_future<void> awakes_;
+};
+
+TEST_F(PositionRequest, AThreadThatDoesNotEndIsLeftToItself) {
+  std::promise<void> awake;
+  std::weak_ptr<platform::GpsDevice> left;
+  platform::SetGpsDriver([&, awakes = awake.get_future().share()](int&) {
+    const auto device = std::make_shared<DeafDevice>(awakes);
+    left = device;
+    return device;
+  });
+  std::atomic<int> inProgress = 1;
+  auto sink = std::make_shared<position::PositionSink>(inProgress);
+  {
+    position::GpsMonitor monitor(std::chrono::milliseconds(1));
+    EXPECT_EQ(monitor.Open(nullptr), static_cast<int32_t>(0x80070057));
+    ASSERT_EQ(monitor.Open(sink), 0);
+    EXPECT_LT(monitor.Close(), 0);
+  }
+  awake.set_value();
+  EXPECT_TRUE(testing_support::WaitUntil([&] { return left.expired(); }));
+  EXPECT_FALSE(sink->LastReading().has_value());
+}
+
+}  // namespace
