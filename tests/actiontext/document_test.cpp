@@ -11,16 +11,12 @@
 
 namespace {
 
+// Every line of it is ended.
 struct Example {
   std::string memo;
   std::string shown;
   int line;
 };
-
-void AddLine(std::string& text, bool first, const std::string& line) {
-  if (!first) text += "\r\n";  // as the memo's field writes it
-  text += line;
-}
 
 // The document does not tell one line end from another.
 std::string WithPlainLineEnds(std::string text) {
@@ -45,27 +41,21 @@ void ReadDocument(store::Action& action, std::vector<Example>& examples) {
   ASSERT_TRUE(document) << "docs/action-text.md is missing";
   std::string block;
   std::string line;
-  bool begins = true;
-  bool inResult = false;
   for (int number = 1; std::getline(document, line); ++number) {
-    if (line.starts_with("```")) {
-      block = block.empty() ? line.substr(3) : "";
-      begins = true;
+    const bool isFence = line.starts_with("```");
+    if (isFence) block = block.empty() ? line.substr(3) : "";
+    if (isFence || line.empty()) {
+      examples.push_back({"", "", number});
     } else if (block == "action") {
       SetField(action, line);
-    } else if (block == "memo" && line.empty()) {
-      begins = true;
     } else if (block == "memo" && line.starts_with("=>")) {
-      ASSERT_FALSE(begins) << "a result without a memo in line " << number;
-      AddLine(examples.back().shown, !inResult, line.size() > 3 ? line.substr(3) : "");
-      inResult = true;
+      ASSERT_FALSE(examples.back().memo.empty()) << "a result without a memo in line " << number;
+      examples.back().shown += line.substr(std::min<size_t>(3, line.size())) + "\n";
     } else if (block == "memo") {
-      if (begins) examples.push_back({"", "", number});
-      AddLine(examples.back().memo, begins, line);
-      begins = false;
-      inResult = false;
+      examples.back().memo += line + "\r\n";  // as the memo's field writes it
     }
   }
+  std::erase_if(examples, [](const Example& example) { return example.memo.empty(); });
 }
 
 TEST(Document, ShowsWhatItSays) {
@@ -73,11 +63,11 @@ TEST(Document, ShowsWhatItSays) {
   std::vector<Example> examples;
   ReadDocument(action, examples);
   EXPECT_GT(examples.size(), 30u);
-  for (const Example& example : examples) {
-    SCOPED_TRACE("line " + std::to_string(example.line) + ": " + example.memo);
-    action[store::kMemo] = platform::ToUtf16(example.memo);
-    EXPECT_EQ(WithPlainLineEnds(platform::ToUtf8(actiontext::ParseActionText(action))),
-              WithPlainLineEnds(example.shown));
+  for (const auto& [memo, shown, line] : examples) {
+    SCOPED_TRACE("behind line " + std::to_string(line) + ": " + memo);
+    action[store::kMemo] = platform::ToUtf16(memo.substr(0, memo.size() - 2));
+    const std::string result = platform::ToUtf8(actiontext::ParseActionText(action));
+    EXPECT_EQ(WithPlainLineEnds(result) + "\n", shown);
   }
 }
 
