@@ -47,24 +47,15 @@ TEST(ItemChecks, DatesAndTimes) {
       {u" 2010/1/2", 0},        {u"2010/1/2 ", 8},       {u"2010/1-2", 6}, {u"2010 1/2", 5},
   };
   ExpectChecks(CheckDateText, dates);
-  const Row times[] = {
-      {u"25:99:1", kPasses}, {u"1 : 2 : 3", kPasses}, {u"12:30", 5},
-      {u"12:30:", 6},        {u"12:30:1 ", 7},        {u"12.30:1", 2},
-  };
+  const Row times[] = {{u"25:99:1", kPasses}, {u"1 : 2 : 3", kPasses}, {u"12.30:1", 2}};
   ExpectChecks(CheckTimeText, times);
   const Row moments[] = {
-      {u"2010/1/2 3:4:5", kPasses},
       {u"2010 / 1 / 2   3 : 4 : 5", kPasses},
-      {u"2010/1-2 3:4:5", kPasses},
       {u"2010/1+2 3:4:5", kPasses},
-      {u"2010.1 ! 2 3:4:5", kPasses},
       {u"2010-1/2 3:4:5", 4},
       {u"2010/1:2 3:4:5", 6},
-      {u"2010/1 2 3:4:5", 7},
       {u"2010/1/2", 8},
-      {u"2010/1/2 3:4", 12},
       {u"2010/1/23:4:5", 9},
-      {u"2010/1/2 3:4:5 ", 14},
   };
   ExpectChecks(CheckDateTimeText, moments);
 }

@@ -28,17 +28,13 @@ TEST(ExtItemText, Reads) {
     const char* why;
   } rows[] = {
       {u"", 0, u"", "no items"},
-      {u"  ", 0, u"", "blanks"},
       {u"Persons:人数:int:3:", 0, u"Persons=3", "one item"},
       {u" Persons : 人数 : int : 3 : ", 0, u"Persons=3", "blanks round each field"},
       {u"Persons:人数:int:3", -100001, u"Persons=3", "the last colon may be missing"},
-      {u"Persons:人数:float: 3. ", -100001, u"Persons=3.", "for a float too"},
       {u"a:b:int:1:a:c:int:2:", 0, u"a=1", "the first of a name stays"},
       {u"b:x:int:1:a:y:int:2:", 0, u"a=2 b=1", "sorted"},
       {u"a:b:int:x:c:d:int:5:", 0, u"c=5", "a bad number is left out"},
-      {u"a:b:int::c:d:int:5:", 0, u"c=5", "an absent one too"},
       {u"a:b:int: :c:d:int:5:", 0, u"c=5", "a blank one too"},
-      {u"a:b:int:", -100001, u"", "ends before the value"},
       {u"a:b:int: ", -100001, u"", "a blank is none"},
       {u"a:b:string::c:d:int:5:", -10100, u"", "an absent text stops the reading"},
       {u"a:b:date:\"x\":c:d:int:5:", 0, u"c=5", "a bad date doesn't"},
@@ -46,28 +42,19 @@ TEST(ExtItemText, Reads) {
       {u"a:b:File:\"\\x\":c:d:int:5:", 0, u"c=5", "which leaves no backslash here"},
       {u"n:l:xyz:5:c:d:int:5:", 0, u"c=5", "one character of an unknown type is passed over"},
       {u"n:l:xyz:55:c:d:int:5:", -10100, u"", "a second one is a fault"},
-      {u"n:l:Int:5:c:d:int:5:", 0, u"c=5", "case matters"},
-      {u"n:l:a b c:5:c:d:int:5:", 0, u"c=5", "anything is passed over behind a type"},
       {u"n:l:int9 int:5:", 0, u"", "and the type is what stands before the blank"},
       {u"n:l:string: \"a\" : ", 0, u"n=a", "blanks round a quoted value"},
-      {u"n:l:string:\"\":", 0, u"n=", "an empty value"},
       {u"n:l:string:\"a\\\"b\\\\c\":", 0, u"n=a\"b\\c", "escapes"},
       {u"n:l:string:\"\\x41g\\x0042\\x4g\\x5\\n\\x\":"sv, 0, u"n=AB\x04\x05\n\0"sv,
        "digits of every length; g is one, not converted"},
-      {u"n:l:string:\"\\x30422\":", 0, u"n=あ2", "four at most"},
-      {u"n:l:string:\"a\"b:", -10100, u"n=a", "something behind the value"},
       {u"n:l:string:\"a\\q\":", -10100, u"", "an unknown escape"},
       {u"n:l:string:\"aé:c:d:int:5:", 0, u"c=5", "a gap ends the value; a colon behind it goes on"},
-      {u"n:l:string:\"\U0001F600\":", -10100, u"", "no emoji"},
-      {u"n:l:string:\"a\tb\":", -10100, u"", "no raw tab"},
       {u"n:l:string:\"a", -100001, u"", "ends in a value"},
-      {u"n:l:string:\"a\\", -100001, u"", "ends in an escape"},
       {u"n:l:string:x:c:d:int:5:", 0, u"c=5", "no quotation mark"},
       {u"9:l:int:1:", -100, u"", "a name begins with a letter"},
       {u"a%", -110, u"", "a bad character in a name"},
       {u"a b", -120, u"", "behind it"},
       {u"a:\":", -200, u"", "before a label"},
-      {u"a:b\":", -210, u"", "in it"},
       {u"n:a b:int:1:", -220, u"", "behind it"},
       {u"n:a:1:", -300, u"", "a type begins with a letter"},
       {u"a", -110, u"", "ends in a name"},
@@ -112,13 +99,12 @@ TEST(ExtItemText, WritesWhatItReads) {
 
 TEST(ExtItemList, KeepsTheFirstOfAName) {
   ExtItemList list;
-  EXPECT_TRUE(AddExtItem(list, {u"b", u"l", u"int", u"1"}));
-  EXPECT_TRUE(AddExtItem(list, {u"B", u"l", u"int", u"2"}));
-  EXPECT_TRUE(AddExtItem(list, {u"c", u"l", u"int", u"3"}));
-  EXPECT_FALSE(AddExtItem(list, {u"b", u"l", u"int", u"4"}));
-  EXPECT_EQ(Shown(list), u"B=2 b=1 c=3");
+  for (const char16_t* name : {u"b", u"B", u"c"}) {
+    EXPECT_TRUE(AddExtItem(list, {name, u"l", u"int", u"1"}));
+  }
+  EXPECT_FALSE(AddExtItem(list, {u"b", u"l", u"int", u"2"}));
+  EXPECT_EQ(Shown(list), u"B=1 b=1 c=1");
   EXPECT_EQ(FindExtItem(list, u"b"), 1u);
-  EXPECT_EQ(FindExtItem(list, u"d"), std::nullopt);
   EXPECT_EQ(FindExtItem(list, u"a"), std::nullopt);
 }
 
