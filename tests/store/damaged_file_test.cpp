@@ -40,37 +40,27 @@ std::string RandomBytes(size_t size) {
 
 TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
   const std::string good = SomeDataFile();
-  std::string noRows = good;
-  std::string noActions = good;
-  {
-    ASSERT_EQ(ConnectDataFile(path), 0);
-    dbSession().Session->Execute(u"drop table t_UserData");
-    DisconnectDataFile();
-    noActions = FileBytes();
+  // What the good file becomes by a statement.
+  const auto after = [&](std::u16string_view statement) {
+    WriteWholeFile(hostPath, good);
     dbSession().Session = Engine::Open(path);
-    dbSession().Session->Execute(u"delete from t_SysInfo");
+    dbSession().Session->Execute(statement);
     DisconnectDataFile();
-    noRows = FileBytes();
-    dbSession().Session = Engine::Open(path);
-    dbSession().Session->Execute(u"drop table t_SysInfo");
-    DisconnectDataFile();
-  }
-  struct Row {
+    return FileBytes();
+  };
+  const struct {
     const char* why;
     std::string bytes;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"random bytes", RandomBytes(40000)},
       {"an empty file", ""},
-      {"one byte", "S"},
       {"the beginning alone", good.substr(0, 100)},
-      {"half a page", good.substr(0, 2048)},
-      {"without Actions", noActions},
-      {"without our rows", noRows},
-      {"without our tables", FileBytes()},
+      {"without Actions", after(u"drop table t_UserData")},
+      {"without our rows", after(u"delete from t_SysInfo")},
+      {"without our tables", after(u"drop table t_SysInfo")},
       {"zeros behind a good header", good.substr(0, 100) + std::string(8092, '\0')},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     WriteWholeFile(hostPath, row.bytes);
     host.messages.clear();

@@ -87,17 +87,14 @@ TEST_F(DataFileTest, MissingFileIsCreatedOnYes) {
   Answer("y");
   EXPECT_EQ(OpenDataFile(app), -1);
   EXPECT_EQ(app.IndexCount, 0);
-  EXPECT_EQ(SysInfo(u"ProgName"), "Morvenly");
-  EXPECT_EQ(SysInfo(u"ProgVer"), "3.2.2010.1114");
-  EXPECT_EQ(SysInfo(u"DBFmtVer"), "3.2.2010.0623");
-  EXPECT_EQ(SysInfo(u"CreateTime"), "2010/06/23 10:45:30");
-  EXPECT_EQ(SysInfo(u"UpdProgVer"), "(none)");
+  EXPECT_EQ(
+      ReadAll(u"select f_nvcItem || ' ' || f_nvcValue as f from t_SysInfo order by rowid", u"f"),
+      "ProgName Morvenly\nProgVer 3.2.2010.1114\nDBFmtVer 3.2.2010.0623\n"
+      "CreateTime 2010/06/23 10:45:30\n");
   EXPECT_EQ(ReadAll(u"select f_nvcItem from t_TextData order by rowid", u"f_nvcItem"),
             "RcdrPreActId\nRcdrPreDateTime\nRcdrDateTime\nRcdrLatitude\nRcdrLongitude\nRcdrPlace\n"
             "RcdrCategory1\nRcdrCategory2\n");
-  int32_t count = -1;
-  EXPECT_EQ(dbSession().LongTable->GetLong(u"RcdrHistNum", count), 0);
-  EXPECT_EQ(count, 0);
+  EXPECT_EQ(ReadAll(u"select f_nvcItem || f_i4Value as f from t_LongData", u"f"), "RcdrHistNum0\n");
   EXPECT_EQ(ReadAll(u"select sql from sqlite_schema where name='t_LongData'", u"sql"),
             "CREATE TABLE t_LongData (f_nvcItem NVARCHAR(20),  f_i4Value int)\n");
   EXPECT_EQ(ReadAll(u"select name from sqlite_schema where type='index' order by name", u"name"),
@@ -128,14 +125,13 @@ TEST_F(DataFileTest, MissingFileRoads) {
   const Texts takeBeside = {noFolder + "アプリケーションフォルダ下のデータファイル '" + missing +
                             "' に変更しますか。"};
   host.programPath = folder.Path(u"Morvenly");
-  struct Row {
+  const struct {
     const char* why;
     std::u16string dataFile;
     const char* answers;
     int result;
     Texts shown;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"No at the question", path, "n", -101, create},
       {"a name without a backslash", u"user.sdf", "", -101, badName},
       {"a missing folder, nothing beside the program, No", gone, "n", -101, createBeside},
@@ -143,7 +139,7 @@ TEST_F(DataFileTest, MissingFileRoads) {
       {"a missing folder, a file beside the program, No", gone, "n", -101, takeBeside},
       {"the same, Yes: the file is connected", gone, "y", -1, takeBeside},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     app.DataFile = row.dataFile;
     Answer(row.answers);
@@ -164,21 +160,20 @@ TEST_F(DataFileTest, FormatsAreUpgraded) {
           "\"をバックアップされることを推奨します。\n"
           "フォーマットの更新を開始してもよろしいですか。",
       "更新完了|i00|データファイルのフォーマットを 3.2.2010.0623 に更新しました。"};
-  struct Row {
+  const struct {
     const char* why;
     std::u16string version;
     bool extItems, rcdrPosition;
     int result;
     const char* latitude;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"the oldest: keys and columns", u"3.1.2010.0429", false, false, -2, ""},
       {"columns alone", u"3.1.2010.0430", false, false, -2, "(none)"},
       {"stamps alone", u"3.1.2010.0623", true, true, -2, ""},
       {"current", u"3.2.2010.0623", true, true, 0, ""},
       {"later than ours", u"3.3.2011.0101", true, true, 0, ""},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     MakeOldFile(row.version, row.extItems, row.rcdrPosition);
     const bool upgraded = row.result == -2;
@@ -262,7 +257,7 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
       "データファイル初期化確認|?20|指定されたデータファイルは存在しません。"
       "初期化しますか。"};
   const Texts noFolder = {"フォルダ作成確認|?20|指定されたフォルダは存在しません。作成しますか。"};
-  struct Row {
+  const struct {
     const char* why;
     std::u16string path;
     const char* answers;
@@ -270,8 +265,7 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
     std::u16string dataFile;
     int indexCount;
     Texts shown;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"Cancel", other, "c", -1, path, 1, change},
       {"a bad file: back to the old one", folder.Path(u"bad.sdf"), "o", 0, path, 1, bad},
       {"an existing one", other, "o", 0, other, 2, change},
@@ -280,7 +274,7 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
       {"a new folder, No", fresh, "n", -1, other, 2, noFolder},
       {"a new folder, Yes", fresh, "y", 0, fresh, 0, noFolder},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     app.SelActId = u"ID2010062310453000";
     app.RcdrLoaded = true;

@@ -1,4 +1,4 @@
-// What the tests of the store share: a data file of their own in a temporary folder.
+// A data file of the test's own in a temporary folder, and an application object for it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -28,10 +28,12 @@ class StoreTest : public testing::Test {
     return action;
   }
 
-  // An Action with an id of its own, and of its start if `end` is empty.
-  std::u16string InsertAction(std::u16string_view start, std::u16string_view end = {}) {
+  // An Action with an id of its own; it ends at its start if `end` is empty.
+  std::u16string InsertAction(std::u16string_view start, std::u16string_view end = {},
+                              std::u16string_view place = {}) {
     store::Action action = MakeAction(start, end.empty() ? start : end);
     action[store::kActId] = u"ID" + core::ZeroPadded(++lastId_, 16);
+    if (!place.empty()) action[store::kPlace] = place;
     EXPECT_EQ(Users().Insert(action), 0);
     return *action[store::kActId];
   }

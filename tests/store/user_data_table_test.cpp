@@ -22,43 +22,25 @@ class UserDataTableTest : public StoreTest {
   }
 };
 
-TEST_F(UserDataTableTest, InsertMakesIdAndStamps) {
-  Action action = MakeAction(kNoon, kNoon);
-  action[kLastUpdate] = u"whatever the caller put there";
-  ASSERT_EQ(Users().Insert(action), 0);
-  EXPECT_EQ(action[kActId], u"ID2010062310453000");
-  EXPECT_EQ(action[kLastUpdate], u"2010/06/23 10:45:30");
-}
-
 TEST_F(UserDataTableTest, EveryColumnComesBack) {
-  struct Row {
+  const std::u16string half(1, u'\xD83D');
+  const struct {
     const char* why;
     ActionColumn column;
-    std::optional<std::u16string> written;
-    std::optional<std::u16string> read;
-  };
-  const std::u16string half(1, u'\xD83D');
-  const Row rows[] = {
+    std::optional<std::u16string> written, read;
+  } rows[] = {
       {"absent is another thing than empty", kSubject, {}, {}},
       {"empty is another thing than absent", kSubject, u"", u""},
-      {"101 characters are cut to 100", kSubject, std::u16string(101, u'あ'),
-       std::u16string(100, u'あ')},
       {"a cut counts 16-bit units, also through a pair", kSubject,
        std::u16string(99, u'x') + u"\U0001F600", std::u16string(99, u'x') + half},
-      {"2001 characters are cut to 2000", kMemo, std::u16string(2001, u'm'),
-       std::u16string(2000, u'm')},
-      {"a quote needs no care", kPlace, u"O'Brien's", u"O'Brien's"},
       {"line breaks stay", kMemo, u"a\r\nb\nc", u"a\r\nb\nc"},
-      {"no position", kLatitude, {}, {}},
       {"six decimals", kLatitude, u"35.5", u"35.500000"},
       {"south", kLongitude, u"-139.6917064", u"-139.691706"},
-      {"an empty number is 0", kLatitude, u"", u"0.000000"},
       {"the number ends at the first letter", kLatitude, u" +12.5abc", u"12.500000"},
-      {"words are no number", kLatitude, u"inf", u"0.000000"},
       {"an exponent", kLatitude, u"1.5e2", u"150.000000"},
       {"extended items", kExtItems, u"a=1;", u"a=1;"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     Action action = MakeAction(kNoon, kOne);
     action[row.column] = row.written;
@@ -75,12 +57,11 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
 }
 
 TEST_F(UserDataTableTest, InsertRefuses) {
-  struct Row {
+  const struct {
     const char* why;
     std::optional<std::u16string> id, start, end;
     int code;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"an id of 17", u"ID201006231200000", kNoon, kOne, 0},
       {"an id without ID", u"AB2010062312000000", kNoon, kOne, 0},
       {"no start", {}, {}, kOne, -107},
@@ -96,7 +77,7 @@ TEST_F(UserDataTableTest, InsertRefuses) {
   };
   EXPECT_EQ(CheckActionTimes(MakeAction(kNoon, kNoon)), 0) << "a running Action";
   EXPECT_EQ(CheckActionTimes(MakeAction(u"2010/06/22 00:00:00", u"2010/06/23 24:00:00")), 0);
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     Action action;
     action[kActId] = row.id;
@@ -109,19 +90,19 @@ TEST_F(UserDataTableTest, InsertRefuses) {
   EXPECT_EQ(Rows(), 0);
 }
 
-TEST_F(UserDataTableTest, UpdateKeepsIdAndMovesStamp) {
+TEST_F(UserDataTableTest, InsertMakesTheIdAndEveryWriteTheStamp) {
   Action action = MakeAction(kNoon, kOne);
+  action[kLastUpdate] = u"whatever the caller put there";
   ASSERT_EQ(Users().Insert(action), 0);
-  const std::u16string id = *action[kActId];
+  EXPECT_EQ(action[kActId], u"ID2010062310453000");
+  EXPECT_EQ(action[kLastUpdate], u"2010/06/23 10:45:30");
   host.now.second = 31;
   Action changed = MakeAction(kNoon, kOne);
   changed[kActId] = u"ID9999999999999999";
-  changed[kPlace] = u"自宅";
-  ASSERT_EQ(Users().Update(id, changed), 0);
+  ASSERT_EQ(Users().Update(u"ID2010062310453000", changed), 0);
   Action read;
-  ASSERT_EQ(Users().ReadById(id, read), 0);
-  EXPECT_EQ(read[kActId], id);
-  EXPECT_EQ(read[kPlace], u"自宅");
+  ASSERT_EQ(Users().ReadById(u"ID2010062310453000", read), 0);
+  EXPECT_EQ(read[kActId], u"ID2010062310453000") << "the id never changes";
   EXPECT_EQ(read[kLastUpdate], u"2010/06/23 10:45:31");
 }
 
@@ -166,11 +147,7 @@ TEST_F(UserDataTableTest, FiftyTakenIdsEndInAMessage) {
 }
 
 TEST_F(UserDataTableTest, RowSetEndsRestartsAndCloses) {
-  for (int i = 0; i < 3; ++i) {
-    Action action = MakeAction(kNoon, kOne);
-    host.now.second = i;
-    ASSERT_EQ(Users().Insert(action), 0);
-  }
+  for (int i = 0; i < 3; ++i) InsertAction(kNoon);
   constexpr std::u16string_view kOneColumn[] = {u"F_NCHACTID"};
   std::optional<std::u16string> id;
   ASSERT_EQ(Users().GetRS(u"select * from t_UserData", kOneColumn), 0);
@@ -185,7 +162,6 @@ TEST_F(UserDataTableTest, RowSetEndsRestartsAndCloses) {
     EXPECT_EQ(Users().CRowsetTable::GetNextRS({&id, 1}), 0x00040EC6) << "the end stays the end";
     EXPECT_EQ(Users().RestartRS(), 0);
   }
-  EXPECT_EQ(Users().CloseRS(), 0);
   EXPECT_EQ(Users().CloseRS(), 0);
   EXPECT_LT(Users().CRowsetTable::GetNextRS({&id, 1}), 0);
   constexpr std::u16string_view kMissing[] = {u"f_none"};
