@@ -38,12 +38,9 @@ TEST(TimesOfNew, FollowTheSettingOnTodayAndElseNoon) {
   } rows[] = {
       {"today, the clock", u"2010/06/23", 1, At(10, 45), u"10:45"},
       {"today, the half hour that has passed", u"2010/06/23", 2, At(10, 45), u"10:30"},
-      {"the half hour begins", u"2010/06/23", 2, At(10, 30), u"10:30"},
       {"just before it", u"2010/06/23", 2, At(10, 29), u"10:00"},
       {"today, all day", u"2010/06/23", 3, At(10, 45), kMark},
-      {"a setting that nobody offers", u"2010/06/23", 9, At(10, 45), u"10:45"},
       {"another day", u"2010/06/24", 1, At(10, 45), u"12:00"},
-      {"another day, half hours", u"2010/06/22", 2, At(10, 45), u"12:00"},
       {"another day, all day", u"2010/06/24", 3, At(10, 45), kMark},
   };
   for (const auto& row : rows) {
@@ -64,11 +61,6 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
       {"up to the clock", Day(u"08:00", u"09:10"), 1, At(10, 45), Day(u"09:10", u"10:45")},
       {"the clock stands before it", Day(u"08:00", u"11:00"), 1, At(10, 45),
        Day(u"11:00", u"11:00")},
-      {"from yesterday into today",
-       {u"2010/06/22", u"22:00", today, u"01:00"},
-       1,
-       At(10, 45),
-       Day(u"01:00", u"10:45")},
       {"ended on another day",
        {u"2010/06/21", u"08:00", u"2010/06/21", u"09:00"},
        1,
@@ -81,7 +73,6 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
        2,
        At(23, 50),
        {today, u"23:40", u"2010/06/24", u"00:00"}},
-      {"a start in a later hour", Day(u"08:00", u"11:00"), 2, At(10, 45), Day(u"11:00", u"11:00")},
       {"a start in this hour behind its half: the end never lies before the start",
        Day(u"08:00", u"10:50"), 2, At(10, 20), Day(u"10:50", u"10:50")},
       {"all day: the next day, all day",
@@ -105,8 +96,6 @@ TEST(StartEnd, EachSideDragsTheOtherAlong) {
     std::function<void(StartEnd&)> change;
     StartEnd after;
   } rows[] = {
-      {"a start before the end moves alone", day, [](auto& t) { SetStartTime(t, u"09:30"); },
-       Day(u"09:30", u"10:00")},
       {"a start past the end takes it along", day, [](auto& t) { SetStartTime(t, u"11:00"); },
        Day(u"11:00", u"11:00")},
       {"a start on a later day takes date and time along",
@@ -115,10 +104,6 @@ TEST(StartEnd, EachSideDragsTheOtherAlong) {
        {u"2010/06/25", u"09:00", u"2010/06/25", u"09:00"}},
       {"an end before the start takes it along", day, [](auto& t) { SetEndTime(t, u"08:00"); },
        Day(u"08:00", u"08:00")},
-      {"an end on an earlier day",
-       day,
-       [](auto& t) { SetEndDate(t, u"2010/06/20"); },
-       {u"2010/06/20", u"10:00", u"2010/06/20", u"10:00"}},
       {"an end on a later day moves alone",
        day,
        [](auto& t) { SetEndDate(t, u"2010/06/24"); },
@@ -129,10 +114,6 @@ TEST(StartEnd, EachSideDragsTheOtherAlong) {
        whole,
        [](auto& t) { SetStartTime(t, u"08:00"); },
        {u"2010/06/23", u"08:00", u"2010/06/24", u"08:00"}},
-      {"whole days keep their order too",
-       whole,
-       [](auto& t) { SetEndDate(t, u"2010/06/22"); },
-       {u"2010/06/22", kMark, u"2010/06/22", kMark}},
       {"start now", day, [](auto& t) { SetStartToNow(t, At(9, 45)); }, Day(u"09:45", u"10:00")},
       {"end now, before the start", day, [](auto& t) { SetEndToNow(t, At(8, 15)); },
        Day(u"08:15", u"08:15")},

@@ -2,27 +2,23 @@
 // object over it, and the current date on 2010/06/23.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <string_view>
 
 #include "core/app_state.h"
 #include "store/action_index.h"
 #include "store/session.h"
-#include "support/fake_host.h"
-#include "support/temp_folder.h"
+#include "store/store_fixture.h"
 
 namespace views {
 
-class Diary : public testing::Test {
+class Diary : public store_test::StoreTest {
  protected:
   Diary() {
-    EXPECT_EQ(0, store::CreateEmptyDataFile(folder.Path(u"user.sdf")));
+    CreateFile();
     app.SeqViewRng = 10;
     core::SetCurDate(u"2010/06/23");
   }
-  ~Diary() override { store::DisconnectDataFile(); }
 
   // The id is made of `number`, two digits.
   std::u16string Add(std::u16string_view number, std::u16string_view start, std::u16string_view end,
@@ -41,10 +37,6 @@ class Diary : public testing::Test {
     EXPECT_EQ(0, store::ReloadActionIndex(app));
     return *action[store::kActId];
   }
-
-  testing_support::FakeHost host;
-  testing_support::TempFolder folder;
-  core::CAppState app;
 };
 
 }  // namespace views

