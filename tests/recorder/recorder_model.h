@@ -1,15 +1,17 @@
 // A small second recorder for the model test: plain maps and lists instead of tables, and each
-// operation written down once more from its description. It shares no code with the program.
+// operation written down once more from its description. It shares no code with the program but the
+// text forms of numbers and dates.
 #pragma once
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "core/date_time.h"
+#include "core/text.h"
 #include "platform/host.h"
 
 namespace recorder_test {
@@ -17,22 +19,6 @@ namespace recorder_test {
 using Text = std::u16string;
 
 inline const Text kMark = u"<現在時刻>";
-
-inline Text Digits(int number, size_t width) {
-  Text text;
-  for (; text.size() < width || number > 0; number /= 10) {
-    text.insert(text.begin(), static_cast<char16_t>(u'0' + number % 10));
-  }
-  return text;
-}
-
-inline Text DateText(const platform::LocalTime& t) {
-  return Digits(t.year, 4) + u'/' + Digits(t.month, 2) + u'/' + Digits(t.day, 2);
-}
-
-inline Text TimeText(const platform::LocalTime& t) {
-  return Digits(t.hour, 2) + u':' + Digits(t.minute, 2) + u':' + Digits(t.second, 2);
-}
 
 struct Row {
   Text start, end, place, category1, category2, latitude;  // latitude "-" for none
@@ -75,6 +61,7 @@ class Model {
   Text separator = u"－＞";
   platform::LocalTime now;
   Text nextId;                          // of the next new Action
+  bool yes = false;                     // the answer to the next question
   std::vector<Disk>* writes = nullptr;  // the file after each write, if wanted
 
   void Record() {
@@ -86,11 +73,8 @@ class Model {
       WriteCount();
       lines.clear();
       selected.clear();
-    } else if (!disk.actions.contains(running)) {
-      Say(u"アクション修正不可",
-          u"直前のアクションが見つかりません。手動にて場所および終了日時を修正してください。");
-    } else {
-      closedLine = CloseRunning(*tap).Line(u"::");
+    } else if (const auto closed = CloseRunning(*tap)) {
+      closedLine = closed->Line(u"::");
     }
     Row row{*tap, *tap, fields.place, fields.category1, fields.category2, u"-"};
     if (fields.latitude == u"35/30/0.0") row.latitude = u"35.500000";
@@ -114,12 +98,7 @@ class Model {
     if (running.empty()) return Reopen();
     const auto tap = Tap();
     if (!tap) return;
-    if (disk.actions.contains(running)) {
-      CloseRunning(*tap);
-    } else {
-      Say(u"アクション修正不可",
-          u"直前のアクションが見つかりません。手動にて場所および終了日時を修正してください。");
-    }
+    CloseRunning(*tap);
     running.clear();
     WriteRunning();
     FillList();
@@ -127,7 +106,7 @@ class Model {
     Buttons(!history.empty(), false);
   }
 
-  void Back(bool yes) {
+  void Back() {
     if (history.empty()) return Say(u"戻し不可", u"これ以上、戻せません。");
     Say(u"アクション削除の確認", u"最後のアクションを削除しますが、よろしいですか？");
     if (!yes) return;
@@ -162,12 +141,13 @@ class Model {
     Buttons(false, false);
   }
 
-  void Delete(bool yes) {
+  void Delete() {
     if (selected.empty()) return Say(u"削除不可", u"有効なアクションが選択されていません。");
     Say(u"アクションの削除の確認",
-        selected.size() == 1 ? Text(u"このアクションを削除しますか？")
-                             : u"これらの " + Digits(static_cast<int>(selected.size()), 1) +
-                                   u"個のアクションを削除しますか？");
+        selected.size() == 1
+            ? Text(u"このアクションを削除しますか？")
+            : u"これらの " + core::ZeroPadded(static_cast<int>(selected.size()), 1) +
+                  u"個のアクションを削除しますか？");
     if (!yes) return;
     for (auto line = selected.rbegin(); line != selected.rend(); ++line) {
       if (*line >= history.size()) continue;
@@ -230,16 +210,20 @@ class Model {
 
  private:
   std::optional<Text> Tap() {
-    if (fields.time == kMark) return DateText(now) + u' ' + TimeText(now);
-    if (fields.time.size() == 5 && fields.time < u"24") {
-      return DateText(now) + u' ' + fields.time + u":00";
-    }
+    const Text day = core::FormatDate(now.year, now.month, now.day) + u' ';
+    if (fields.time == kMark) return day + core::FormatTime(now.hour, now.minute, now.second);
+    if (fields.time.size() == 5 && fields.time < u"24") return day + fields.time + u":00";
     Say(u"入力値不正", u"入力した時刻の値が不正です。入力値を見直してください。");
     return {};
   }
 
-  // The Action as the closing wrote it, its place not yet cut to the column.
-  Row CloseRunning(const Text& tap) {
+  // The Action as the closing wrote it, its place not yet cut to the column; none if it is gone.
+  std::optional<Row> CloseRunning(const Text& tap) {
+    if (!disk.actions.contains(running)) {
+      Say(u"アクション修正不可",
+          u"直前のアクションが見つかりません。手動にて場所および終了日時を修正してください。");
+      return {};
+    }
     Row& row = disk.actions[running];
     row.end = row.IsAllDay() ? std::max(row.start, tap).substr(0, 11) + u"24:00:00"
                              : std::max(row.start, tap);

@@ -24,7 +24,16 @@ int FromEnvironment(const char* name, int otherwise) {
 
 class RecorderModel : public store_test::StoreTest {
  protected:
-  enum Command { kRecord, kStop, kBack, kClear, kDelete, kCommandCount };
+  // A command of the program and the model's.
+  struct Command {
+    void (recorder::CRecorder::*program)();
+    void (Model::*model)();
+  };
+  static constexpr Command kRecord = {&recorder::CRecorder::OnBtnRec, &Model::Record};
+  static constexpr Command kStop = {&recorder::CRecorder::OnBtnStop, &Model::StopButton};
+  static constexpr Command kBack = {&recorder::CRecorder::OnBtnBack, &Model::Back};
+  static constexpr Command kDelete = {&recorder::CRecorder::FxBtnDelete, &Model::Delete};
+  static constexpr Command kClear = {&recorder::CRecorder::OnBtnClear, &Model::Clear};
 
   // Equal chances below `end`.
   size_t Pick(size_t end) { return chance_() % end; }
@@ -54,16 +63,13 @@ class RecorderModel : public store_test::StoreTest {
     const std::tm t = *gmtime(&seconds_);
     host.now = {t.tm_year + 1900, t.tm_mon + 1, t.tm_mday, t.tm_hour, t.tm_min, t.tm_sec};
     model.now = host.now;
-    host.draws.clear();
-    model.nextId.clear();
-    while (host.draws.size() < 50) {
-      const int draw = static_cast<int>(Pick(32767));
-      host.draws.push_back(draw);
-      const Text id = u"ID" + Digits(t.tm_year + 1900, 4) + Digits(t.tm_mon + 1, 2) +
-                      Digits(t.tm_mday, 2) + Digits(t.tm_hour, 2) + Digits(t.tm_min, 2) +
-                      Digits(t.tm_sec, 2) + Digits(draw * 100 / 32767, 2);
-      if (model.nextId.empty() && !model.disk.actions.contains(id)) model.nextId = id;
-    }
+    const Text moment = u"ID" + core::FormatDate(host.now.year, host.now.month, host.now.day) +
+                        core::FormatTime(host.now.hour, host.now.minute, host.now.second);
+    do {
+      host.draws = {static_cast<int>(Pick(32767))};
+      model.nextId = moment + core::ZeroPadded(host.draws[0] * 100 / 32767, 2);
+      std::erase_if(model.nextId, [](char16_t c) { return c == u'/' || c == u':'; });
+    } while (model.disk.actions.contains(model.nextId));
   }
 
   void TypeFields() {
@@ -85,50 +91,25 @@ class RecorderModel : public store_test::StoreTest {
     recorder->lines.selected = model.selected;
   }
 
-  void Run(Command command, bool yes) {
-    host.answers = {yes ? platform::Answer::kYes : platform::Answer::kNo};
-    switch (command) {
-      case kRecord:
-        return recorder->OnBtnRec();
-      case kStop:
-        return recorder->OnBtnStop();
-      case kBack:
-        return recorder->OnBtnBack();
-      case kClear:
-        return recorder->OnBtnClear();
-      default:
-        return recorder->FxBtnDelete();
-    }
-  }
-  static void RunModel(Model& on, Command command, bool yes) {
-    switch (command) {
-      case kRecord:
-        return on.Record();
-      case kStop:
-        return on.StopButton();
-      case kBack:
-        return on.Back(yes);
-      case kClear:
-        return on.Clear();
-      default:
-        return on.Delete(yes);
-    }
+  void Run(const Command& command) {
+    host.answers = {model.yes ? platform::Answer::kYes : platform::Answer::kNo};
+    (*recorder.*command.program)();
   }
 
   // Another process runs the command and dies in the middle of it, or right behind it. What the
   // file then holds must be what one of the command's writes left; the next start goes on from it.
-  void DieDuring(Command command, bool yes) {
+  void DieDuring(const Command& command) {
     Model whole = model;
     std::vector<Disk> states = {model.disk};
     whole.writes = &states;
-    RunModel(whole, command, yes);
+    (whole.*command.model)();
     store::DisconnectDataFile();
     const int lastWrites = static_cast<int>(Pick(30));
     const pid_t child = fork();
     if (child == 0) {
       store::ConnectDataFile(path);
       testing_support::diskCalls().writesUntilDeath = lastWrites;
-      Run(command, yes);
+      Run(command);
       _exit(0);
     }
     ASSERT_EQ(waitpid(child, nullptr, 0), child);
@@ -231,15 +212,15 @@ class RecorderModel : public store_test::StoreTest {
     if (OneIn(2)) TypeFields();
     if (OneIn(8)) ChangeBehind();
     DropOldActions();
-    const bool yes = !OneIn(4);
+    model.yes = !OneIn(4);
     const size_t kind = Pick(100);
     if (kind < 60) {
       static constexpr Command kOften[] = {kRecord, kRecord, kRecord, kRecord, kStop,
                                            kStop,   kStop,   kBack,   kBack,   kDelete};
-      const Command command = kind == 0 ? kClear : kOften[Pick(std::size(kOften))];
-      if (command == kDelete) Select();
-      Run(command, yes);
-      RunModel(model, command, yes);
+      const Command& command = kind == 0 ? kClear : kOften[Pick(std::size(kOften))];
+      if (command.model == &Model::Delete) Select();
+      Run(command);
+      (model.*command.model)();
     } else if (kind < 75) {
       CloseScreen();
       OpenScreen();
@@ -250,7 +231,8 @@ class RecorderModel : public store_test::StoreTest {
       if (OneIn(5)) model.separator = model.separator.empty() ? u"－＞" : u"";
       Start();
     } else {
-      DieDuring(static_cast<Command>(Pick(kCommandCount)), yes);
+      static constexpr Command kAll[] = {kRecord, kStop, kBack, kDelete, kClear};
+      DieDuring(kAll[Pick(std::size(kAll))]);
     }
   }
 
