@@ -45,9 +45,6 @@ bool CalendarGreater(const CalendarValue& a, const CalendarValue& b);
 // By the day alone: -1, 0 or 1.
 int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b);
 
-// The day that lies `days` behind a date, at midnight; every part -1 if either does not exist.
-CalendarParts DayFrom(int year, int month, int day, int days);
-
 // From one moment to another that is not before it.
 struct CalendarSpan {
   CalendarValue start;
