@@ -25,7 +25,7 @@ constexpr CommandRow kCommands[] = {
     {kDelete, u"削除", Menu::kEdit, "", kEverywhere},
     {kShowDay, u"1日", Menu::kView, "", kEverywhere},
     {kShowWeek, u"1週間", Menu::kView, "", kEverywhere},
-    {kShowMonth, u"1ヶ月", Menu::kView, "", kNowhere},
+    {kShowMonth, u"1ヶ月", Menu::kView, "", kEverywhere},
     {kShowList, u"一覧", Menu::kView, "", kEverywhere},
     {kShowMap, u"マップ", Menu::kView, "", kNowhere},
     {kMenuToday, u"今日", Menu::kView, "", kEverywhere},

@@ -17,6 +17,7 @@
 #include "views/day_view_screen.h"
 #include "views/key_tap_screen.h"
 #include "views/list_view_screen.h"
+#include "views/month_view_screen.h"
 #include "views/navigation.h"
 #include "views/selection.h"
 #include "views/week_view_screen.h"
@@ -58,6 +59,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
   const SharedControls controls{*header_, *list_, *popups_};
   AddView(core::kViewDay, std::make_unique<DayViewScreen>(app, controls));
   AddView(core::kViewWeek, std::make_unique<WeekViewScreen>(app, controls));
+  AddView(core::kViewMonth, std::make_unique<MonthViewScreen>(app, controls));
   AddView(core::kViewList, std::make_unique<ListViewScreen>(app, controls));
   ConnectChildren();
   WatchKeys();

@@ -104,7 +104,8 @@ TEST(Diary, FromAnEmptyFolderToTheNextDay) {
   ASSERT_TRUE(diary.Holds(store::kPlace, {u"学校", u"office"}));
   device.Picture("day_view");
 
-  PressAll(device, {"F2", "Up", "Up", "Up", "Right", "Down", "Down", "Return"});  // to the list view
+  PressAll(device, {"F2", "Up", "Up", "Up", "Right", "Down", "Down", "Down",
+                    "Return"});  // to the list view
   device.Picture("list_view");
   device.Tap(100, 51);   // its first row
   device.Tap(160, 225);  // the memo

@@ -241,5 +241,42 @@ TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
   EXPECT_EQ(u"削除不可", host.messages[1].title);
 }
 
+TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
+  window->OnCommand(kShowMonth);
+  auto* month = window->findChild<QWidget*>(QStringLiteral("month"));
+  auto* days = window->findChild<ActionList*>(QStringLiteral("1072"));
+  const auto cell = [](int row, int column) { return QPoint(column * 34 + 10, row * 21 + 25); };
+  EXPECT_EQ(QStringLiteral("2010/06/23 - 3(3)"), Title());
+  EXPECT_EQ(QStringLiteral("10:00-11:00 駅::cat::memo"), days->topLevelItem(0)->text(0));
+  Tap(cell(3, 2), month);
+  EXPECT_EQ(QStringLiteral("2010/06/22 - 3(3)"), Title());
+  EXPECT_EQ(2, days->topLevelItemCount());
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
+              Tap(days->visualItemRect(days->topLevelItem(0)).center(), days->viewport());
+            }));
+  EXPECT_EQ(u"ID2010062300000001", app.SelActId);
+  Key(QEvent::KeyPress, Qt::Key_Down, month);
+  Key(QEvent::KeyRelease, Qt::Key_Down, month);
+  EXPECT_EQ(QStringLiteral("2010/06/29 - 3(3)"), Title());
+  Tap(cell(5, 0), month);
+  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(3)"), Title()) << "counted for the other month";
+  app.MonViewTapOpeMode = 2;
+  Tap(cell(1, 1), month);
+  EXPECT_EQ(core::kViewDay, app.CurView);
+  EXPECT_EQ(QStringLiteral("2010/07/05"), Title());
+  EXPECT_TRUE(list->isVisible());
+  EXPECT_FALSE(days->isVisible());
+}
+
+TEST_F(MainWindow, TheMonthsCountFollowsADelete) {
+  host.answers = {platform::Answer::kYes};
+  window->OnCommand(kShowMonth);
+  window->OnCommand(kDelete);
+  EXPECT_EQ(u"このアクションを削除しますか？", host.messages[0].text) << "of the first row";
+  EXPECT_EQ(QStringLiteral("2010/06/23 - 2(2)"), Title());
+  Press("1060");
+  EXPECT_EQ(QStringLiteral("2011/06/23 - 0(2)"), Title()) << "a year forward";
+}
+
 }  // namespace
 }  // namespace views

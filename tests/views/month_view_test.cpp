@@ -1,0 +1,155 @@
+// The month's cells, their counts and looks, and the lines of its list.
+#include "views/month_view.h"
+
+#include "core/date_time.h"
+
+#include "views/diary.h"
+#include "views/month_layout.h"
+#include "views/selection.h"
+
+namespace views {
+namespace {
+
+class Month : public Diary {
+ protected:
+  static std::u16string Date(const MonthCell& cell) {
+    return core::FormatDate(cell.year, cell.month, cell.day);
+  }
+  static std::vector<std::u16string> Lines(const ViewRows& rows) {
+    std::vector<std::u16string> lines;
+    for (const auto& cells : rows.cells) lines.push_back(cells.front());
+    return lines;
+  }
+};
+
+TEST_F(Month, OpensWithADayOfTheMonthBefore) {
+  const struct {
+    int year, month;
+    const char16_t *first, *last;
+    const char* why;
+  } rows[] = {
+      {2010, 6, u"2010/05/30", u"2010/07/10", "begins on a Tuesday"},
+      {2010, 8, u"2010/07/25", u"2010/09/04", "begins on a Sunday: seven days before"},
+      {2010, 5, u"2010/04/25", u"2010/06/05", "begins on a Saturday"},
+      {2010, 2, u"2010/01/31", u"2010/03/13", "28 days from a Monday on"},
+      {2010, 12, u"2010/11/28", u"2011/01/08", "over the year's end"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    const MonthData month = CountMonth(app, row.year, row.month);
+    EXPECT_EQ(row.first, Date(month.MonthCells.front()));
+    EXPECT_EQ(row.last, Date(month.MonthCells.back()));
+  }
+  EXPECT_EQ(-1, CountMonth(app, -1, -1).MonthCells[0].day) << "there is no such month";
+}
+
+TEST_F(Month, CountsWhatStartsOnADay) {
+  Add(u"01", u"2010/01/30 10:00:00", u"2010/02/10 10:00:00");
+  Add(u"02", u"2010/01/31 10:00:00", u"2010/01/31 11:00:00");
+  Add(u"03", u"2010/02/01 00:00:00", u"2010/02/01 24:00:00");
+  Add(u"04", u"2010/02/28 23:00:00", u"2010/03/01 01:00:00");
+  Add(u"05", u"2010/02/28 23:30:00", u"2010/02/28 23:40:00");
+  Add(u"06", u"2010/03/01 10:00:00", u"2010/03/01 11:00:00");
+  core::SetCurDate(u"2010/02/03");
+  const MonthData month = CountMonth(app, 2010, 2);
+  EXPECT_EQ(1, month.MonthCells[0].count) << "a day of January";
+  EXPECT_EQ(1, month.MonthCells[1].count);
+  EXPECT_EQ(2, month.MonthCells[28].count);
+  EXPECT_EQ(1, month.MonthCells[29].count) << "a day of March";
+  EXPECT_EQ(3, month.MonthTotal) << "of February alone";
+  EXPECT_EQ(u"2010/02/03 - 3(6)", MonthTitle(app, month));
+}
+
+TEST_F(Month, ACellLooksByItsDay) {
+  const MonthData month = CountMonth(app, 2010, 6);
+  const struct {
+    int cell;
+    CellKind kind;
+  } rows[] = {{0, CellKind::kOutside}, {2, CellKind::kWorkday}, {6, CellKind::kSaturday},
+              {7, CellKind::kSunday},  {24, CellKind::kToday},  {32, CellKind::kOutside}};
+  for (const auto& row : rows) EXPECT_EQ(row.kind, KindOfCell(month, row.cell, host.now));
+  EXPECT_EQ(24, CellOfCurDay(month));
+  core::CurDay = 31;
+  EXPECT_EQ(-1, CellOfCurDay(month)) << "June has 30 days";
+  core::CurMonth = 7;
+  EXPECT_EQ(CellKind::kWorkday, KindOfCell(month, 24, host.now)) << "today is in June";
+}
+
+TEST_F(Month, TheListTellsTheDaysActions) {
+  Add(u"01", u"2010/06/22 22:00:00", u"2010/06/23 01:00:00");
+  Add(u"02", u"2010/06/23 00:00:00", u"2010/06/23 24:00:00", u"家", u"12345678901234567890");
+  Add(u"03", u"2010/06/23 22:00:00", u"2010/06/24 01:00:00", u"駅", u"1234567890\r\n12345678901");
+  Add(u"04", u"2010/06/24 00:00:00", u"2010/06/24 01:00:00");
+  app.SelIndex = 2;
+  ViewRows rows = FillMonthList(app);
+  EXPECT_EQ((std::vector<std::u16string>{u"06/23-06/23 家::cat::12345678901234567890",
+                                         u"22:00-01:00 駅::cat::12345678901234567890..."}),
+            Lines(rows));
+  EXPECT_EQ(1, rows.selectedRow);
+  EXPECT_EQ(1, rows.FirstRowIndex);
+  EXPECT_EQ(2, rows.LastRowIndex);
+  EXPECT_TRUE(SelectRow(app, rows, 0));
+  EXPECT_EQ(1, app.SelIndex);
+  app.DayVwMltDayMode = 2;
+  rows = FillMonthList(app);
+  EXPECT_EQ(u"22:00-06/24 駅::cat::12345678901234567890...", Lines(rows)[1]);
+  store::DisconnectDataFile();
+  EXPECT_TRUE(FillMonthList(app).abandoned);
+  EXPECT_EQ(u"MainView:SetDataDayViewForSingle Select Err (ln=1, hr=80004003)",
+            host.messages.back().text);
+}
+
+TEST_F(Month, CellsLieInRowsOfSeven) {
+  const struct {
+    Rect content;
+    bool portrait, toolBar;
+    Rect grid, list;
+    int rowHeight, columnWidth;
+    const char* why;
+  } rows[] = {
+      {{0, 25, 240, 269}, true, false, {0, 25, 240, 142}, {0, 167, 240, 127}, 21, 34, "portrait"},
+      {{0, 25, 320, 189},
+       false,
+       false,
+       {160, 25, 160, 189},
+       {0, 25, 160, 189},
+       26,
+       22,
+       "in landscape beside the list"},
+      {{0, 25, 320, 165},
+       false,
+       true,
+       {160, 25, 160, 165},
+       {0, 25, 160, 165},
+       22,
+       22,
+       "lower rows over the toolbar"},
+      {{0, 49, 320, 141},
+       false,
+       true,
+       {160, 49, 160, 141},
+       {0, 49, 160, 141},
+       20,
+       22,
+       "and as low as they must be below the caption"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    const MonthLayout layout = LayoutMonth(row.content, row.portrait, row.toolBar);
+    EXPECT_EQ(row.grid, layout.grid);
+    EXPECT_EQ(row.list, layout.list);
+    EXPECT_EQ(row.rowHeight, layout.rowHeight);
+    EXPECT_EQ(row.columnWidth, layout.columnWidth);
+    for (const int cell : {0, 6, 7, 41}) {
+      const Rect rect = CellRect(layout, cell);
+      EXPECT_EQ(cell, CellAt(layout, rect.x, rect.y));
+      EXPECT_EQ(cell, CellAt(layout, rect.x + rect.width - 1, rect.y + rect.height - 1));
+    }
+    EXPECT_EQ(-1, CellAt(layout, 5, 14)) << "the weekdays";
+    EXPECT_EQ(-1, CellAt(layout, 7 * row.columnWidth, 20)) << "beside the last column";
+    EXPECT_EQ(-1, CellAt(layout, 5, 15 + 6 * row.rowHeight)) << "below the last row";
+  }
+}
+
+}  // namespace
+}  // namespace views
