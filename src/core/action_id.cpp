@@ -2,14 +2,16 @@
 #include "core/action_id.h"
 
 #include "core/text.h"
-#include "platform/host.h"
 
 namespace core {
 
 std::u16string GenerateActId() {
-  const platform::LocalTime now = platform::host().Now();
-  std::u16string id = u"ID" + ZeroPadded(now.year, 4);
-  for (const int part : {now.month, now.day, now.hour, now.minute, now.second}) {
+  return GenerateActId(platform::host().Now());
+}
+
+std::u16string GenerateActId(const platform::LocalTime& moment) {
+  std::u16string id = u"ID" + ZeroPadded(moment.year, 4);
+  for (const int part : {moment.month, moment.day, moment.hour, moment.minute, moment.second}) {
     id += ZeroPadded(part, 2);
   }
   // Kept on purpose: the one draw of 32767 gives "100" and an id that is refused.

@@ -61,13 +61,13 @@ std::u16string FloatText(double value) {
   return std::u16string(text.data(), end.ptr);
 }
 
-double ReadFloat(std::u16string_view text) {
+std::optional<double> ParseFloat(std::u16string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   const bool negative = text.starts_with(u'-');
   if (negative || text.starts_with(u'+')) text.remove_prefix(1);
   // A letter or a second sign would be a number to from_chars ("inf", "-1").
   if (text.empty() || !(text.front() == u'.' || (text.front() >= u'0' && text.front() <= u'9'))) {
-    return 0.0;
+    return {};
   }
   std::string digits;
   for (const char16_t c : text) {
@@ -75,8 +75,13 @@ double ReadFloat(std::u16string_view text) {
     digits += static_cast<char>(c);
   }
   double value = 0.0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const auto end = digits.data() + digits.size();
+  if (std::from_chars(digits.data(), end, value).ec != std::errc()) return {};
   return negative ? -value : value;
+}
+
+double ReadFloat(std::u16string_view text) {
+  return ParseFloat(text).value_or(0.0);
 }
 
 }  // namespace store

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,8 +31,10 @@ bool SameName(std::u16string_view a, std::u16string_view b);
 
 // Six decimals and a point, whatever the user's locale.
 std::u16string FloatText(double value);
-// The decimal number at the beginning of `text`, after blanks; 0.0 if there is none, or one that a
-// double cannot hold.
+// The decimal number at the beginning of `text`, after blanks; none if there is no number, or one
+// that a double cannot hold.
+std::optional<double> ParseFloat(std::u16string_view text);
+// The same, or 0.0.
 double ReadFloat(std::u16string_view text);
 
 }  // namespace store

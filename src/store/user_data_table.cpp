@@ -3,6 +3,7 @@
 #include "store/user_data_table.h"
 
 #include <array>
+#include <chrono>
 #include <utility>
 
 #include "core/action_id.h"
@@ -32,6 +33,23 @@ ActionFields FieldsOf(const Action& action) {
 
 Field IdField(std::u16string_view id) {
   return {kActionColumns[kActId], id};
+}
+
+// Counted as if the clock never changed, which is all that an id needs.
+platform::LocalTime SecondBefore(const platform::LocalTime& moment) {
+  namespace chrono = std::chrono;
+  const auto day = chrono::year(moment.year) / moment.month / moment.day;
+  const auto before = chrono::sys_days(day) + chrono::hours(moment.hour) +
+                      chrono::minutes(moment.minute) + chrono::seconds(moment.second - 1);
+  const auto midnight = chrono::floor<chrono::days>(before);
+  const chrono::year_month_day date(midnight);
+  const chrono::hh_mm_ss time(before - midnight);
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count())};
 }
 
 }  // namespace
@@ -82,17 +100,33 @@ HRESULT CUserDataTable::Delete(std::u16string_view id) {
   return Session.DeleteFirst(kUserDataTable, IdField(id));
 }
 
+CUserDataTable::IdState CUserDataTable::LookUp(const std::u16string& id) {
+  const std::u16string sql = u"select f_nchActId from t_UserData where f_nchActId = '" + id + u"'";
+  HRESULT result = GetRS(sql, {&kActionColumns[kActId], 1});
+  std::optional<std::u16string> taken;
+  if (!Failed(result)) result = CRowsetTable::GetNextRS({&taken, 1});
+  CloseRS();
+  if (Failed(result)) return IdState::kUnknown;
+  return result == DB_S_ENDOFROWSET ? IdState::kFree : IdState::kTaken;
+}
+
 std::optional<std::u16string> CUserDataTable::MakeUniqueActId() {
   for (int draw = 0; draw < kMaxIdDraws; ++draw) {
     std::u16string id = core::GenerateActId();
-    const std::u16string sql =
-        u"select f_nchActId from t_UserData where f_nchActId = '" + id + u"'";
-    HRESULT result = GetRS(sql, {&kActionColumns[kActId], 1});
-    std::optional<std::u16string> taken;
-    if (!Failed(result)) result = CRowsetTable::GetNextRS({&taken, 1});
-    CloseRS();
-    if (Failed(result)) return {};
-    if (result == DB_S_ENDOFROWSET) return id;
+    const IdState state = LookUp(id);
+    if (state == IdState::kUnknown) return {};
+    if (state == IdState::kFree) return id;
+  }
+  return {};
+}
+
+std::optional<std::u16string> CUserDataTable::MakeUniqueActId(platform::LocalTime& moment) {
+  for (int draw = 0; draw < kMaxIdDraws; ++draw) {
+    std::u16string id = core::GenerateActId(moment);
+    const IdState state = LookUp(id);
+    if (state == IdState::kUnknown) return {};
+    if (state == IdState::kFree && core::CheckActId(id) == 0) return id;
+    moment = SecondBefore(moment);
   }
   return {};
 }

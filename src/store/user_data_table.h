@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/host.h"
 #include "store/action.h"
 #include "store/rowset_table.h"
 
@@ -31,6 +32,14 @@ class CUserDataTable : public CRowsetTable {
 
   // At most 50 draws; none if all of them are taken.
   std::optional<std::u16string> MakeUniqueActId();
+  // For many ids in a row, of which a second has but a hundred. They are of `moment`, which begins
+  // at the clock; a draw that is taken moves it back by a second. The seconds to come are left to
+  // the Actions that their user makes then.
+  std::optional<std::u16string> MakeUniqueActId(platform::LocalTime& moment);
+
+ private:
+  enum class IdState { kFree, kTaken, kUnknown };
+  IdState LookUp(const std::u16string& id);
 };
 
 // 0, or the code of the first test that fails:
