@@ -14,8 +14,8 @@ constexpr unsigned kEverywhere =
     (1u << core::kViewDay) | kInWeek | kInMonth | (1u << core::kViewList) | kInMap;
 
 constexpr CommandRow kCommands[] = {
-    {kExport, u"エクスポート...", Menu::kFile, "", kNowhere},
-    {kImport, u"インポート...", Menu::kFile, "", kNowhere},
+    {kExport, u"エクスポート...", Menu::kFile, "", kEverywhere},
+    {kImport, u"インポート...", Menu::kFile, "", kEverywhere},
     {kNew, u"新規作成...", Menu::kEdit, "", kEverywhere},
     {kChange, u"変更...", Menu::kEdit, "", kEverywhere},
     {kReference, u"参照...", Menu::kEdit, "", kEverywhere},

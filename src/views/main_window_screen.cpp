@@ -8,6 +8,7 @@
 #include <set>
 
 #include "edit/edit_action_screen.h"
+#include "exchange/exchange_screen.h"
 #include "exchange/find_screen.h"
 #include "platform/host.h"
 #include "platform/qt/modal_screen.h"
@@ -234,6 +235,12 @@ void CMainWnd::OnCommand(int id) {
     case kRecorder:
       RunRecorder();
       break;
+    case kExport:
+      RunExchange(exchange::ExchangeKind::kExport);
+      break;
+    case kImport:
+      RunExchange(exchange::ExchangeKind::kImport);
+      break;
     case kFind:
     case kToolFind:
       RunFind();
@@ -385,6 +392,11 @@ void CMainWnd::RunFind() {
   exchange::CFindDlg(this, app_).RunModal();
   if (app_.DispListAfterFind == 1) ShowView(core::kViewList);
   app_.ListPage = 0;
+  Refresh();
+}
+
+void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
+  exchange::CExchangeDlg(this, app_, kind).RunModal();
   Refresh();
 }
 

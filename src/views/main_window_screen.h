@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "core/app_state.h"
+#include "exchange/exchange.h"
 #include "platform/qt/device_shell.h"
 #include "views/action_list_screen.h"
 #include "views/command_menus_screen.h"
@@ -65,6 +66,7 @@ class CMainWnd : public QWidget {
   void ToggleToolBar();
   void RunRecorder();
   void RunFind();
+  void RunExchange(exchange::ExchangeKind kind);
   void RunEditScreen(int openMode);
 
   core::CAppState& app_;

@@ -1,0 +1,99 @@
+#include "exchange/export.h"
+
+#include <memory>
+#include <string>
+
+#include "core/lines.h"
+#include "core/text.h"
+#include "exchange/action_lines.h"
+#include "platform/files.h"
+#include "platform/host.h"
+#include "store/session.h"
+
+namespace exchange {
+namespace {
+
+using platform::Icon;
+using platform::ShowNotice;
+
+constexpr int kFailed = -1;
+constexpr int kRowsASignal = 100;
+
+int TellOpenFailed(std::u16string_view path) {
+  ShowNotice(u"ファイル" + std::u16string(path) +
+                 u"のオープンに失敗しました。ファイル名を見直してください。",
+             u"オープンエラー", Icon::kStop);
+  return kFailed;
+}
+
+int TellWriteFailed(std::u16string_view path, int code) {
+  ShowNotice(u"ファイル" + std::u16string(path) + u"の書込みに失敗(" + core::ZeroPadded(code, 1) +
+                 u")しました。メモリの空き容量を確認してください。",
+             u"書込みエラー", Icon::kStop);
+  return kFailed;
+}
+
+using ToLine = std::u16string (*)(const store::Action&);
+
+// The lines of the whole index. How many, or the negative result of the write that failed.
+int WriteActions(const core::CAppState& app, platform::File& file, ToLine toLine,
+                 const Progress& progress) {
+  store::CUserDataTable* table = store::dbSession().UserTable.get();
+  int done = 0;
+  for (; table != nullptr && done < app.IndexCount; ++done) {
+    if (done % kRowsASignal == 0) {
+      platform::host().SignalActivity();
+      if (progress) progress(done, app.IndexCount);
+    }
+    store::Action action;
+    const store::HRESULT read = table->ReadById(app.ActIds.At(static_cast<size_t>(done)), action);
+    if (store::Failed(read)) break;
+    const int written = core::WriteTextLine(file, toLine(action));
+    if (written < 0) return written;
+  }
+  if (progress) progress(done, app.IndexCount);
+  return done;
+}
+
+int Export(const core::CAppState& app, std::u16string_view path, std::u16string_view header,
+           ToLine toLine, const Progress& progress) {
+  // The diary itself is chosen with one tap in the file dialog.
+  if (path == app.DataFile) return TellOpenFailed(path);
+  const std::unique_ptr<platform::File> file = platform::files().Create(path);
+  if (file == nullptr) return TellOpenFailed(path);
+  int result = header.empty() ? 0 : core::WriteTextLine(*file, header);
+  if (result == 0) result = WriteActions(app, *file, toLine, progress);
+  // A disk that fails late must not be told as success.
+  if (result >= 0 && !file->Sync()) result = kFailed;
+  return result < 0 ? TellWriteFailed(path, result) : result;
+}
+
+}  // namespace
+
+int ExportVer1(const core::CAppState& app, std::u16string_view path, const Progress& progress) {
+  return Export(app, path, {}, Ver1Line, progress);
+}
+
+int ExportVer2(const core::CAppState& app, std::u16string_view path, const Progress& progress) {
+  return Export(app, path, {}, Ver2Line, progress);
+}
+
+int ExportVer3(const core::CAppState& app, std::u16string_view path, const Progress& progress) {
+  return Export(app, path, kVer3Header, Ver3Line, progress);
+}
+
+int RunExport(const core::CAppState& app, std::u16string_view path, int version,
+              const Progress& progress) {
+  const int result = version == kVer1   ? ExportVer1(app, path, progress)
+                     : version == kVer2 ? ExportVer2(app, path, progress)
+                                        : ExportVer3(app, path, progress);
+  if (result < 0) {
+    ShowNotice(u"エクスポートに失敗しました。(" + core::ZeroPadded(result, 1) + u")",
+               u"エクスポート失敗", Icon::kStop);
+  } else {
+    ShowNotice(u"エクスポートが完了しました。", u"エクスポート完了", Icon::kInformation);
+  }
+  return result;
+}
+
+}  // namespace exchange

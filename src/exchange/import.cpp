@@ -1,0 +1,200 @@
+#include "exchange/import.h"
+
+#include <optional>
+#include <string>
+
+#include "core/text.h"
+#include "exchange/import_reader.h"
+#include "platform/files.h"
+#include "platform/host.h"
+#include "store/action_index.h"
+#include "store/session.h"
+
+namespace exchange {
+namespace {
+
+using platform::Icon;
+using platform::ShowNotice;
+using store::HRESULT;
+
+constexpr int kNoFile = -101;
+constexpr int kNotRead = -1;
+constexpr int kNoId = -2;
+constexpr int kNotWritten = -3;
+
+constexpr size_t kRowsASignal = 50;
+constexpr size_t kRowsAGroup = 500;
+
+constexpr std::u16string_view kStopped = u"\nインポートを中止します。";
+
+int TellStopped(std::u16string text, int result) {
+  ShowNotice(text.append(kStopped), u"インポート中止", Icon::kStop);
+  return result;
+}
+
+int TellNotRead(int result, int lineNumber, int detail) {
+  const std::u16string line = core::ZeroPadded(lineNumber, 1);
+  const std::u16string code = u"(" + core::ZeroPadded(detail, 1) + u")";
+  switch (result) {
+    case kBadActId:
+      return TellStopped(line + u" 行目のアクションIDの値が不正です。" + code, kNotRead);
+    case kBadTimes:
+      return TellStopped(line + u" 行目の値が不正です。" + code, kNotRead);
+    case kTooFewColumns:
+      return TellStopped(line + u" 行目には開始または終了日時がありません。", kNotRead);
+    default:
+      return TellStopped(line + u" 行目にてエラーが発生しました。" + code, kNotRead);
+  }
+}
+
+std::optional<std::u16string> PositionText(double degrees) {
+  if (degrees == kNoPosition) return {};
+  return store::FloatText(degrees);
+}
+
+store::Action ToAction(ImportRecord&& record) {
+  store::Action action;
+  action[store::kActId] = std::move(record.ActId);
+  action[store::kStaDateTime] = std::move(record.StaDateTime);
+  action[store::kEndDateTime] = std::move(record.EndDateTime);
+  action[store::kLatitude] = PositionText(record.Latitude);
+  action[store::kLongitude] = PositionText(record.Longitude);
+  action[store::kSubject] = std::move(record.Subject);
+  action[store::kPlace] = std::move(record.Place);
+  action[store::kCategory1] = std::move(record.Category1);
+  action[store::kCategory2] = std::move(record.Category2);
+  action[store::kMemo] = std::move(record.Memo);
+  action[store::kExtItems] = std::move(record.ExtItems);
+  return action;
+}
+
+// A file can't tell absent from empty: what is empty in both keeps the row's form.
+void KeepAbsent(const store::Action& row, store::Action& action) {
+  for (const store::ActionColumn column : {store::kSubject, store::kPlace, store::kCategory1,
+                                           store::kCategory2, store::kMemo, store::kExtItems}) {
+    if (TextOf(action, column).empty() && TextOf(row, column).empty()) action[column] = row[column];
+  }
+}
+
+HRESULT Replace(store::CUserDataTable& table, store::Action& action) {
+  const std::u16string id = *action[store::kActId];
+  store::Action row;
+  const HRESULT read = table.ReadById(id, row);
+  if (read == store::DB_E_NOTFOUND) return table.Insert(action);
+  if (store::Failed(read)) return read;
+  KeepAbsent(row, action);
+  return table.Update(id, action);
+}
+
+// Writes the records of one import. A sync a record would make a long one take minutes.
+class Writer {
+ public:
+  Writer(store::CDbSession& session, ReadMode mode)
+      : engine_(*session.Session), table_(*session.UserTable), mode_(mode) {}
+
+  // 0, kNoId or kNotWritten, with `code` then. What had been written before stays.
+  int WriteAll(ImportList& list, const Progress& progress, HRESULT& code) {
+    platform::host().SignalActivity();
+    int result = 0;
+    for (size_t i = 0; result == 0 && i < list.size(); ++i) {
+      if (i % kRowsASignal == 0) {
+        platform::host().SignalActivity();
+        if (progress) progress(static_cast<int>(i), static_cast<int>(list.size()));
+      }
+      if (i % kRowsAGroup == 0) code = BeginGroup(i == 0);
+      result = store::Failed(code) ? kNotWritten : Write(std::move(list[i]), code);
+    }
+    const HRESULT committed = list.empty() ? store::S_OK : engine_.Commit();
+    if (result == 0 && store::Failed(committed)) {
+      code = committed;
+      result = kNotWritten;
+    }
+    return result;
+  }
+
+ private:
+  HRESULT BeginGroup(bool isFirst) {
+    const HRESULT committed = isFirst ? store::S_OK : engine_.Commit();
+    return store::Failed(committed) ? committed : engine_.BeginTransaction();
+  }
+
+  int Write(ImportRecord&& record, HRESULT& code) {
+    store::Action action = ToAction(std::move(record));
+    if (mode_ == kReadReplace) {
+      code = Replace(table_, action);
+    } else {
+      action[store::kActId] = table_.MakeUniqueActId(moment_);
+      if (!action[store::kActId]) return kNoId;
+      code = table_.Insert(action);
+    }
+    return code == store::S_OK ? 0 : kNotWritten;
+  }
+
+  store::Engine& engine_;
+  store::CUserDataTable& table_;
+  ReadMode mode_;
+  platform::LocalTime moment_ = platform::host().Now();  // of the ids to be made
+};
+
+int WriteRecords(core::CAppState& app, ImportList& list, ReadMode mode, const Progress& progress) {
+  store::CDbSession& session = store::dbSession();
+  HRESULT code = store::E_POINTER;
+  int result = kNotWritten;
+  if (session.UserTable != nullptr) {
+    code = store::S_OK;
+    result = Writer(session, mode).WriteAll(list, progress, code);
+  }
+  if (result == kNoId) {
+    platform::host().ShowMessage(
+        {std::u16string(u"ユニークキーの生成に失敗しました。").append(kStopped), u"インポート中止",
+         Icon::kNone, platform::Buttons::kOkCancel});
+  } else if (result == kNotWritten) {
+    TellStopped((mode == kReadAdd ? u"レコード作成エラー(" : u"レコード更新エラー(") +
+                    core::Hex(code) + u")",
+                kNotWritten);
+  }
+  store::ReloadActionIndex(app);
+  return result;
+}
+
+int Import(core::CAppState& app, std::u16string_view path, int version, ReadMode mode,
+           const Progress& progress) {
+  ImportList list;
+  int lineNumber = 0, detail = 0;
+  const int read = ReadImportFile(list, path, version, lineNumber, detail, progress);
+  if (read != 0) return TellNotRead(read, lineNumber, detail);
+  return WriteRecords(app, list, mode, progress);
+}
+
+}  // namespace
+
+int ImportAdd(core::CAppState& app, std::u16string_view path, int version,
+              const Progress& progress) {
+  return Import(app, path, version, kReadAdd, progress);
+}
+
+int ImportReplace(core::CAppState& app, std::u16string_view path, int version,
+                  const Progress& progress) {
+  return Import(app, path, version, kReadReplace, progress);
+}
+
+int RunImport(core::CAppState& app, std::u16string_view path, int version, int mode,
+              const Progress& progress) {
+  const auto attributes = platform::files().Attributes(path);
+  if (!attributes || (*attributes & platform::kAttributeDirectory) != 0) {
+    ShowNotice(u"指定されたファイル" + std::u16string(path) +
+                   u"が存在しません。ファイル名を見直してください。",
+               u"ファイル名不正", Icon::kStop);
+    return kNoFile;
+  }
+  const int result = mode == kReadReplace ? ImportReplace(app, path, version, progress)
+                                          : ImportAdd(app, path, version, progress);
+  if (result == 0) {
+    ShowNotice(u"インポートが完了しました。", u"インポート完了", Icon::kInformation);
+  } else {
+    ShowNotice(u"インポートに失敗しました。", u"インポート失敗", Icon::kStop);
+  }
+  return result;
+}
+
+}  // namespace exchange

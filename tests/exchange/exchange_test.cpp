@@ -1,0 +1,305 @@
+// Files out and in again: their bytes, what is refused, and what a failure leaves.
+#include "exchange/exchange.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <map>
+
+#include "exchange/action_lines.h"
+#include "exchange/export.h"
+#include "exchange/import.h"
+#include "exchange/import_reader.h"
+#include "exchange_fixture.h"
+#include "platform/utf.h"
+#include "support/disk_calls.h"
+#include "support/faulty_files.h"
+
+namespace exchange {
+namespace {
+
+using testing_support::FileCall;
+
+class FileTest : public ExchangeTest {
+ protected:
+  void Put(std::string_view bytes) { std::ofstream(hostPath, std::ios::binary) << bytes; }
+  std::string Bytes() const { return testing_support::ReadWholeFile(hostPath); }
+
+  // The rows of the index without their stamp, by id.
+  std::map<std::u16string, store::Action> Rows() {
+    EXPECT_EQ(store::LoadActionIndex(app), 0);
+    std::map<std::u16string, store::Action> rows;
+    for (int i = 0; i < app.IndexCount; ++i) {
+      store::Action row;
+      const std::u16string id(app.ActIds.At(static_cast<size_t>(i)));
+      EXPECT_EQ(store::dbSession().UserTable->ReadById(id, row), 0);
+      row[store::kLastUpdate].reset();
+      rows[id] = row;
+    }
+    return rows;
+  }
+
+  std::string LastMessage(size_t fromTheEnd = 1) const {
+    return platform::ToUtf8(host.messages.at(host.messages.size() - fromTheEnd).text);
+  }
+
+  std::u16string path = folder.Path(u"morvenly.csv");
+  std::string hostPath = folder.HostPath("morvenly.csv");
+};
+
+TEST_F(FileTest, TheThreeFormsByteForByte) {
+  store::Action action = Of(u"09:00:05", u"10:30:59");
+  action[store::kPlace] = u"家－＞\U0001F600é";
+  action[store::kCategory1] = u"\"a\"";
+  action[store::kMemo] = u"a\r\nb\t\"\\";
+  action[store::kLatitude] = u"35.5";
+  Insert(action);
+  Insert(Of(u"00:00:00", u"24:00:00"));
+  struct Row {
+    int version;
+    std::string_view bytes;
+  };
+  const Row rows[] = {
+      {1,
+       "2010/06/23\t00:00\t2010/06/23\t24:00\t\t\t\t\r\n"
+       "2010/06/23\t09:00\t2010/06/23\t10:30\t\x89\xC6\x81\x7C\x81\x84?e\t\"a\"\t\tab\t\"\\\r\n"},
+      {2,
+       "ID0000000000000002\t2010/06/23\t00:00:00\t2010/06/23\t24:00:00\t\t\t\t\r\n"
+       "ID0000000000000001\t2010/06/23\t09:00:05\t2010/06/23\t10:30:59\t\x89\xC6\x81\x7C\x81\x84?e"
+       "\t\"a\"\t\tab\t\"\\\r\n"},
+      {3,
+       "ActId\tLastUpdate\tStaDateTime\tEndDateTime\tLatitude\tLongitude\tSubject\tPlace\t"
+       "Category1\tCategory2\tMemo\tExtItems\r\n"
+       "ID0000000000000002\t2010/06/23 10:45:30\t2010/06/23 00:00:00\t2010/06/23 24:00:00\t\t\t\t\t"
+       "\t\t\"\"\t\r\n"
+       "ID0000000000000001\t2010/06/23 10:45:30\t2010/06/23 09:00:05\t2010/06/23 10:30:59\t"
+       "35.500000\t\t\t\x89\xC6\x81\x7C\x81\x84?e\t\"a\"\t\t\"a\\r\\nb\\t\\\"\\\\\"\t\r\n"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.version);
+    EXPECT_GE(RunExport(app, path, row.version), 0);
+    EXPECT_EQ(Bytes(), row.bytes);
+    EXPECT_EQ(LastMessage(), "エクスポートが完了しました。");
+  }
+}
+
+TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
+  Insert(Of(u"09:00:00", u"10:00:00"));
+  testing_support::FaultyFiles files;
+  files.Fail(FileCall::kCreate, 1, 1);
+  EXPECT_EQ(RunExport(app, path, 1), -1);
+  EXPECT_EQ(LastMessage(2), "ファイル" + platform::ToUtf8(path) +
+                                "のオープンに失敗しました。ファイル名を見直してください。");
+  EXPECT_EQ(LastMessage(), "エクスポートに失敗しました。(-1)");
+  for (const FileCall call : {FileCall::kWrite, FileCall::kSync}) {
+    files.Fail(call, 1, 1);
+    EXPECT_EQ(RunExport(app, path, 1), -1);
+    EXPECT_EQ(LastMessage(2),
+              "ファイル" + platform::ToUtf8(path) +
+                  "の書込みに失敗(-1)しました。メモリの空き容量を確認してください。");
+  }
+  app.DataFile = folder.Path(u"user.sdf");
+  EXPECT_EQ(RunExport(app, app.DataFile, 1), -1) << "over the diary itself";
+  EXPECT_EQ(Rows().size(), 1u);
+}
+
+TEST_F(FileTest, ARoundTripChangesNothingAndAddingDoubles) {
+  const std::u16string_view texts[] = {u"", u"会社－＞自宅", u"100%_'\"\\", u"\"引用", u"\u0001x"};
+  for (int i = 0; i < 250; ++i) {  // more than a second has ids
+    store::Action action = i % 3 == 0 ? Of(u"00:00:00", u"24:00:00") : Of(u"09:00:00", u"09:00:01");
+    for (const auto column : {store::kSubject, store::kPlace, store::kCategory1, store::kCategory2,
+                              store::kMemo, store::kExtItems}) {
+      if ((i + column) % 7 != 0) action[column] = texts[(i / 2 + column) % std::size(texts)];
+    }
+    if (i % 2 == 0) action[store::kMemo] = u"a\r\nb\n\r\t\"'\\n\\";
+    if (i % 5 == 0) action[store::kLongitude] = u"-139.691706";
+    Insert(action);
+  }
+  const auto before = Rows();
+  app.FindWhere = u"1 = 1";
+  EXPECT_EQ(RunExport(app, path, 3), 250);
+  const std::string bytes = Bytes();
+  EXPECT_EQ(RunImport(app, path, 3, kReadReplace), 0);
+  EXPECT_EQ(LastMessage(), "インポートが完了しました。");
+  EXPECT_FALSE(app.FindWhere);
+  EXPECT_TRUE(Rows() == before);
+  EXPECT_EQ(RunExport(app, path, 3), 250);
+  EXPECT_EQ(Bytes(), bytes);
+  EXPECT_EQ(RunImport(app, path, 3, kReadAdd), 0);
+  EXPECT_EQ(Rows().size(), 500u);
+}
+
+TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
+  const std::string id = "ID2010062300000001";
+  const std::string day = "\t2010/06/23\t";
+  const std::string good1 = "2010/06/23\t09:00\t2010/06/23\t10:00\tplace\tc1\n";
+  const std::string good2 = id + day + "09:00:00" + day + "10:00:00\tplace\tc1\n";
+  const std::string head = "header\r\n";
+  const auto ver3 = [&](const std::string& theId, const std::string& start,
+                        const std::string& end) {
+    return head + theId + "\tx\t" + start + "\t" + end + "\t\n";
+  };
+  const std::string noon = "2010/06/23 12:00:00";
+  struct Row {
+    const char* why;
+    int version;
+    std::string bytes;
+    std::string message;
+  };
+  const Row rows[] = {
+      {"five columns", 1, good1 + "2010/06/23\t09:00\t2010/06/23\t10:00\tplace",
+       "2 行目には開始または終了日時がありません。"},
+      {"six columns", 2, good2 + id + day + "09:00:00" + day + "10:00:00\tplace\n",
+       "2 行目には開始または終了日時がありません。"},
+      {"four columns", 3, head + id + "\tx\t" + noon + "\t" + noon,
+       "1 行目には開始または終了日時がありません。"},
+      {"the wrong version", 1, good2, "1 行目の値が不正です。(-109)"},
+      {"the wrong version", 2, good1 + good1, "1 行目には開始または終了日時がありません。"},
+      {"commas", 1, "2010/06/23,09:00,2010/06/23,10:00,p,c,c,m\n",
+       "1 行目には開始または終了日時がありません。"},
+      {"a start of another length", 3, ver3(id, "2010/06/23", noon),
+       "1 行目の値が不正です。(-109)"},
+      {"an end of another length", 3, ver3(id, noon, noon + "0"), "1 行目の値が不正です。(-110)"},
+      {"a start on no date", 3, ver3(id, "2010/02/30 12:00:00", noon),
+       "1 行目の値が不正です。(-101)"},
+      {"an end on no date", 3, ver3(id, noon, "2010/13/23 12:00:00"),
+       "1 行目の値が不正です。(-102)"},
+      {"an end at no time", 3, ver3(id, noon, "2010/06/23 24:00:01"),
+       "1 行目の値が不正です。(-103)"},
+      {"a start at no time", 3, ver3(id, "2010/06/23 24:00:00", "2010/06/24 00:00:00"),
+       "1 行目の値が不正です。(-104)"},
+      {"the end of a day behind no beginning", 1,
+       "2010/06/23\t09:00\t2010/06/23\t24:00\tplace\tc1\n", "1 行目の値が不正です。(-105)"},
+      {"backwards", 2, id + day + "09:00:00" + day + "08:59:59\tplace\tc1\n",
+       "1 行目の値が不正です。(-106)"},
+      {"an id of 17", 2, good2 + good2.substr(1), "2 行目のアクションIDの値が不正です。(-1)"},
+      {"no ID in front", 3, ver3("XX2010062300000001", noon, noon),
+       "1 行目のアクションIDの値が不正です。(-2)"},
+      {"NUL bytes", 3, head + std::string(5000, '\0'),
+       "1 行目には開始または終了日時がありません。"},
+      {"a tab behind half of a pair", 1, "2010/06/23\x81\t09:00" + day + "10:00\tplace\tc1\n",
+       "1 行目には開始または終了日時がありません。"},
+      {"a million tabs", 2, good2 + std::string(1000000, '\t'), "2 行目の値が不正です。(-109)"},
+      {"no line end in three megabytes", 1, std::string(3000000, 'x'),
+       "1 行目には開始または終了日時がありません。"},
+  };
+  Insert(Of(u"09:00:00", u"10:00:00"));
+  app.FindWhere = u"1 = 1";
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.why) + ", version " + std::to_string(row.version));
+    Put(row.bytes);
+    EXPECT_EQ(RunImport(app, path, row.version, kReadAdd), -1);
+    EXPECT_EQ(LastMessage(2), row.message + "\nインポートを中止します。");
+    EXPECT_EQ(LastMessage(), "インポートに失敗しました。");
+    EXPECT_EQ(Rows().size(), 1u);
+  }
+  EXPECT_TRUE(app.FindWhere) << "nothing has changed";
+  EXPECT_EQ(RunImport(app, folder.Path(u"none"), 3, kReadAdd), -101);
+  EXPECT_EQ(RunImport(app, folder.Path(u""), 3, kReadAdd), -101) << "a folder";
+  testing_support::FaultyFiles files;
+  files.Fail(FileCall::kOpenForReading, 1, 1);
+  EXPECT_EQ(RunImport(app, path, 3, kReadAdd), -1);
+  EXPECT_EQ(LastMessage(2), "0 行目にてエラーが発生しました。(0)\nインポートを中止します。");
+  files.Fail(FileCall::kRead, 2, 2);
+  EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -1);
+  EXPECT_EQ(LastMessage(2), "1 行目にてエラーが発生しました。(-12)\nインポートを中止します。");
+}
+
+TEST_F(FileTest, WhatTheReaderMakesOfALine) {
+  Put("header\r"
+      "ID2010062300000002\tx\t2010/06/23 12:00:00\t2010/06/23 12:00:00\t 35.5x\tno\ts\tp"
+      "\tc\tc\t\"\t\tsurplus\tmore\r"
+      "ID2010062300000001\tx\t2010/06/23 11:00:00\t2010/06/23 12:00:00\t\r"
+      "ID2010062300000003\tx\t2010/06/23 12:00:00\t2010/06/23 12:00:00\t\t\t\t\t\t\tm\\n\te\r\r"
+      "bad line behind the empty one\r");
+  ImportList list;
+  int line = 0, detail = 0;
+  ASSERT_EQ(ReadImportFile(list, path, 3, line, detail), 0);
+  ASSERT_EQ(list.size(), 3u);
+  EXPECT_EQ(list[0].ActId.back(), u'1') << "by start, and then as the file has it";
+  EXPECT_EQ(list[1].ActId.back(), u'2');
+  EXPECT_EQ(list[1].Latitude, 35.5);
+  EXPECT_EQ(list[1].Longitude, kNoPosition);
+  EXPECT_EQ(list[1].Memo, u"") << "a lone quote";
+  EXPECT_FALSE(list[1].ExtItems);
+  EXPECT_EQ(list[2].Memo, u"m\\n") << "without a first quote as it stands";
+  EXPECT_EQ(list[2].ExtItems, u"e");
+}
+
+// Killed at any write, the file holds a whole number of whole records.
+TEST_F(FileTest, AKillInTheMiddleLeavesWholeRecords) {
+  std::string lines;
+  for (int i = 0; i < 3000; ++i) {
+    lines += "2010/06/23\t09:00\t2010/06/23\t10:00\tplace\tc1\tc2\tthe whole memo\r\n";
+  }
+  Put(lines);
+  int kept = 0;
+  for (const int writes : {1, 40, 80, 120, 160, 200}) {
+    store::DisconnectDataFile();
+    ++host.now.hour;  // other ids
+    const pid_t child = fork();
+    if (child == 0) {
+      store::ConnectDataFile(folder.Path(u"user.sdf"));
+      testing_support::diskCalls().writesUntilDeath = writes;
+      RunImport(app, path, 1, kReadAdd);
+      _exit(1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0) << "was not killed";
+    ASSERT_EQ(store::ConnectDataFile(folder.Path(u"user.sdf")), 0);
+    const auto rows = Rows();
+    for (const auto& [id, row] : rows) ASSERT_EQ(row[store::kMemo], u"the whole memo");
+    EXPECT_EQ(rows.size() % 500, 0u);
+    kept = std::max(kept, static_cast<int>(rows.size()));
+  }
+  EXPECT_GT(kept, 0) << "every kill came before the first group";
+}
+
+TEST_F(FileTest, AFailureInTheMiddleKeepsWhatWasWritten) {
+  store::dbSession().Session->Execute(
+      u"create trigger t before insert on t_UserData when new.f_nvcPlace='bad' begin select "
+      u"raise(abort, 'no'); end");
+  std::string lines;
+  for (int i = 0; i < 700; ++i) {
+    lines +=
+        "2010/06/23\t09:00\t2010/06/23\t10:00\t" + std::string(i == 650 ? "bad" : "p") + "\tc\n";
+  }
+  Put(lines);
+  EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -3);
+  EXPECT_EQ(LastMessage(2), "レコード作成エラー(80004005)\nインポートを中止します。");
+  EXPECT_EQ(Rows().size(), 650u);
+}
+
+TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
+  Insert(Of(u"09:00:00", u"10:00:00"));
+  CExchange out(app, ExchangeKind::kExport);
+  out.OnRun({});
+  EXPECT_EQ(LastMessage(), "対象ファイルが指定されていません。");
+  std::string typed = platform::ToUtf8(path);
+  std::replace(typed.begin(), typed.end(), '\\', '/');
+  out.SetPath(platform::ToUtf16(typed).substr(1));
+  host.answers = {platform::Answer::kNo, platform::Answer::kYes};
+  out.OnRun({});
+  EXPECT_EQ(LastMessage(), "現在該当している1個のアクションを" + platform::ToUtf8(path) +
+                               "へエクスポートしますか？");
+  out.OnRun({});
+  out.Close();
+  EXPECT_EQ(app.ExportPath, path);
+  EXPECT_TRUE(Bytes().starts_with("ActId\t")) << "Ver.3 is chosen first";
+  CExchange in(app, ExchangeKind::kImport);
+  EXPECT_EQ(in.ReadMode(), kReadReplace);
+  in.SetPath(path);
+  in.ChooseVersion(1);
+  EXPECT_FALSE(in.IsReadModeEnabled());
+  in.ChooseVersion(3);
+  host.answers = {platform::Answer::kYes};
+  in.OnRun({});
+  EXPECT_EQ(LastMessage(2), platform::ToUtf8(path) + "をインポートしますか？");
+  EXPECT_EQ(Rows().size(), 1u) << "replaced";
+  EXPECT_EQ(host.waitDepth, 0);
+}
+
+}  // namespace
+}  // namespace exchange
