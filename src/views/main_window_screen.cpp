@@ -392,11 +392,12 @@ void CMainWnd::RunFind() {
   exchange::CFindDlg(this, app_).RunModal();
   if (app_.DispListAfterFind == 1) ShowView(core::kViewList);
   app_.ListPage = 0;
-  Refresh();
+  ShowChange(Change::kFindEnded);
 }
 
 void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   exchange::CExchangeDlg(this, app_, kind).RunModal();
+  if (kind == exchange::ExchangeKind::kImport) return ShowChange(Change::kEdited);
   Refresh();
 }
 
