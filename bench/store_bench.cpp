@@ -43,6 +43,7 @@ class BenchHost : public platform::Host {
   int Draw() override { return ++second_ % 32767; }
   std::u16string ProgramPath() override { return u"\\bench"; }
   int Dpi() override { return 96; }
+  std::vector<std::u16string> FontFamilies() override { return {}; }
 
  private:
   int second_ = 0;

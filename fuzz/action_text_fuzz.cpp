@@ -21,6 +21,7 @@ class StillHost : public platform::Host {
   int Draw() override { return 12345; }
   std::u16string ProgramPath() override { return {}; }
   int Dpi() override { return 96; }
+  std::vector<std::u16string> FontFamilies() override { return {}; }
 };
 
 void Try(std::u16string_view memo, std::u16string_view items) {

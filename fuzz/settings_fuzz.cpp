@@ -22,6 +22,7 @@ class QuietHost : public platform::Host {
   int Draw() override { return 0; }
   std::u16string ProgramPath() override { return u"\\m\\Morvenly"; }
   int Dpi() override { return 96; }
+  std::vector<std::u16string> FontFamilies() override { return {}; }
 };
 
 // The one content that every name reads and writes.

@@ -52,7 +52,7 @@ CFileSelectDlg::CFileSelectDlg(QWidget* over, FileSelectParams params)
       list_(new QListView(this)),
       unreadable_(new QLabel(QStringLiteral("フォルダを開けません。"), list_)),
       name_(new QLineEdit(ToQt(select_.StartName()), this)),
-      filter_(new QComboBox(this)),
+      filter_(new platform::qt::ChoiceBox(this)),
       keys_(new platform::qt::SoftKeyBar(this)),
       holdMenu_(new QMenu(this)) {
   setFont(FixedFont(12));
@@ -153,8 +153,6 @@ void CFileSelectDlg::MakeNameRows(QVBoxLayout& rows) {
   };
   addRow("1406", QStringLiteral("ファイル名:"), name_);
   addRow("1408", QStringLiteral("種類:"), filter_);
-  filter_->setMinimumContentsLength(4);  // a long label must not widen the screen
-  filter_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   connect(name_, &QLineEdit::returnPressed, this, [this] { Accept(); });
   connect(filter_, &QComboBox::activated, this, [this](int position) {
     select_.ChooseFilter(position);

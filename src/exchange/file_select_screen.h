@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -12,6 +11,7 @@
 #include <string>
 
 #include "exchange/file_select.h"
+#include "platform/qt/choice_box.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/modal_screen.h"
 
@@ -61,7 +61,7 @@ class CFileSelectDlg : public platform::qt::ModalScreen {
   QListView* list_;
   QLabel* unreadable_;
   QLineEdit* name_;
-  QComboBox* filter_;
+  platform::qt::ChoiceBox* filter_;
   platform::qt::SoftKeyBar* keys_;
   QMenu* holdMenu_;
 };

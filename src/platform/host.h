@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -65,6 +66,8 @@ class Host {
   virtual std::u16string ProgramPath() = 0;
   // Logical dots per inch of the screen.
   virtual int Dpi() = 0;
+  // The names of the fonts that are there, sorted.
+  virtual std::vector<std::u16string> FontFamilies() = 0;
 };
 
 Host& host();

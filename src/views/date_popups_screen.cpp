@@ -1,9 +1,6 @@
 // Opening, placing and closing the calendar and the box of pages.
 #include "views/date_popups_screen.h"
 
-#include <QAbstractItemView>
-#include <QStyledItemDelegate>
-
 #include "platform/qt/qt_text.h"
 #include "views/command_table.h"
 #include "views/navigation.h"
@@ -14,25 +11,16 @@ namespace {
 using platform::Scaled;
 
 constexpr int kPageComboId = 1070;
-constexpr int kVisiblePages = 8;
 constexpr int kCalendarId = 1125;
 
 }  // namespace
 
-PageBox::PageBox(QWidget* parent) : QComboBox(parent) {
+PageBox::PageBox(QWidget* parent) : ChoiceBox(parent) {
   setObjectName(QString::number(kPageComboId));
-  setFont(platform::qt::FixedFont(12));
-  setMaxVisibleItems(kVisiblePages);
-  // A list that drops down, with a scroll bar, and not one over the whole height of the screen.
-  setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"
-                               "QAbstractItemView::item { min-height: %1px; }")
-                    .arg(Scaled(24)));
-  view()->setItemDelegate(new QStyledItemDelegate(view()));
-  view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
 void PageBox::hidePopup() {
-  QComboBox::hidePopup();
+  ChoiceBox::hidePopup();
   emit ListGone();
 }
 

@@ -2,18 +2,18 @@
 // of pages (control 1070), which takes the label's place. At most one is open.
 #pragma once
 
-#include <QComboBox>
 #include <QDate>
 #include <QObject>
 
 #include "core/app_state.h"
+#include "platform/qt/choice_box.h"
 #include "platform/qt/month_calendar.h"
 #include "views/header_row_screen.h"
 
 namespace views {
 
 // A combo box that tells when its list has gone, by a choice or without one.
-class PageBox : public QComboBox {
+class PageBox : public platform::qt::ChoiceBox {
   Q_OBJECT
 
  public:

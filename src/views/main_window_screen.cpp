@@ -10,6 +10,8 @@
 #include "edit/edit_action_screen.h"
 #include "exchange/exchange_screen.h"
 #include "exchange/find_screen.h"
+#include "options/about_screen.h"
+#include "options/options_sheet_screen.h"
 #include "platform/host.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
@@ -245,6 +247,12 @@ void CMainWnd::OnCommand(int id) {
     case kToolFind:
       RunFind();
       break;
+    case kOptions:
+      FxToolOption();
+      break;
+    case kAbout:
+      options::AboutDlg(this, app_).RunModal();
+      break;
     case kFindClear:
       FxFindClear();
       break;
@@ -378,6 +386,17 @@ void CMainWnd::ToggleSpanningMode() {
 void CMainWnd::ToggleToolBar() {
   app_.ToolBarVwMode = app_.ToolBarVwMode == kToolBarShown ? kToolBarHidden : kToolBarShown;
   ShowState();
+  Relayout();
+  Refresh();
+}
+
+// What the options change may show everywhere: the shell's button, fonts, names, the rows.
+void CMainWnd::FxToolOption() {
+  const int formerRange = app_.SeqViewRng;
+  if (options::OptionsSheet(this, app_, options::kGeneral).RunModal() == options::kNoDataFile) {
+    return;
+  }
+  options::KeepListPage(app_, formerRange);
   Relayout();
   Refresh();
 }

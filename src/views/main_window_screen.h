@@ -64,6 +64,7 @@ class CMainWnd : public QWidget {
   void FxFindClear();
   void ToggleSpanningMode();
   void ToggleToolBar();
+  void FxToolOption();
   void RunRecorder();
   void RunFind();
   void RunExchange(exchange::ExchangeKind kind);

@@ -48,6 +48,7 @@ class FakeHost : public platform::Host {
   int Draw() override;
   std::u16string ProgramPath() override { return programPath; }
   int Dpi() override { return 96; }
+  std::vector<std::u16string> FontFamilies() override { return {u"Alpha", u"VL PGothic"}; }
 
  private:
   platform::Host* former_;

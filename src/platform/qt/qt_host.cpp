@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QFontDatabase>
 #include <QScreen>
 #include <QTimer>
 #include <QUrl>
@@ -93,6 +94,12 @@ uint32_t QtHost::TickCount() {
 int QtHost::Dpi() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   return screen != nullptr ? qRound(screen->logicalDotsPerInchY()) : 96;
+}
+
+std::vector<std::u16string> QtHost::FontFamilies() {
+  std::vector<std::u16string> names;
+  for (const QString& family : QFontDatabase::families()) names.push_back(FromQt(family));
+  return names;
 }
 
 }  // namespace platform::qt

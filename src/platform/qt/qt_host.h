@@ -32,6 +32,7 @@ class QtHost : public Host {
   int Draw() override { return static_cast<int>(chance_() >> 17); }
   std::u16string ProgramPath() override { return programPath_; }
   int Dpi() override;
+  std::vector<std::u16string> FontFamilies() override;
 
  private:
   QWidget* Foremost() const;
