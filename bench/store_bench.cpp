@@ -228,13 +228,34 @@ void BM_Reload_Raw(benchmark::State& state) {
   if (ids.Count() != static_cast<size_t>(state.range(0))) std::abort();
 }
 
+// Of everything, as at the start and when another connection has written.
 void BM_Reload_Store(benchmark::State& state) {
   const Connected connected(FileOf(static_cast<int>(state.range(0))));
+  store::CDbSession& session = store::dbSession();
   core::CAppState app;
   for (auto _ : state) {
+    session.Starts = std::make_unique<store::SortedStarts>(*session.Session);
     if (store::ReloadActionIndex(app) != 0) std::abort();
   }
   if (app.IndexCount != state.range(0)) std::abort();
+}
+
+// As a tap of the recorder leaves it: one row is changed and one is new.
+void BM_Reload_AfterOwnWrites(benchmark::State& state) {
+  Connected connected(CopyOf(static_cast<int>(state.range(0))));
+  SwitchJournal();
+  core::CAppState app;
+  if (store::ReloadActionIndex(app) != 0) std::abort();
+  int number = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    state.PauseTiming();
+    Action closed = MakeAction(number - 1), opened = MakeAction(number++);
+    const bool written = connected.Users().Update(*closed[store::kActId], closed) == 0 &&
+                         connected.Users().Insert(opened) == 0;
+    state.ResumeTiming();
+    if (!written || store::ReloadActionIndex(app) != 0) std::abort();
+  }
+  if (app.IndexCount != number) std::abort();
 }
 
 void BM_Insert_Raw(benchmark::State& state) {
@@ -371,6 +392,10 @@ void BM_Page_StoreList(benchmark::State& state) {
 
 BENCHMARK(BM_Reload_Raw)->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Reload_Store)
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Reload_AfterOwnWrites)
     ->RangeMultiplier(10)
     ->Range(10000, 1000000)
     ->Unit(benchmark::kMillisecond);

@@ -2,6 +2,7 @@
 // allocations, and a copy of the list is two block copies.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -25,6 +26,12 @@ class TextList {
     spans_.push_back(
         {static_cast<uint32_t>(characters_.size()), static_cast<uint32_t>(text.size())});
     characters_.append(text);
+  }
+
+  // Moves what stands there and behind it up by one.
+  void InsertAt(size_t index, std::u16string_view text) {
+    Append(text);
+    std::rotate(spans_.begin() + static_cast<ptrdiff_t>(index), spans_.end() - 1, spans_.end());
   }
 
   // Closes the gap; the characters themselves are given back by Clear.

@@ -1,12 +1,8 @@
-// The index is read anew after every change, so its reading is the price of every tap that writes.
+// The index is made anew after every change, but only what has changed is read from the file.
 #include "store/action_index.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "core/date_time.h"
 #include "core/text.h"
@@ -14,9 +10,6 @@
 
 namespace store {
 namespace {
-
-constexpr size_t kIdLength = 18;
-constexpr size_t kStartLength = 19;
 
 // How a moment stands to the start at `position`: 1 later, 0 equal, -1 earlier.
 int CompareWithStart(const core::CAppState& app, std::u16string_view date, std::u16string_view time,
@@ -39,59 +32,20 @@ int ReadStart(std::u16string_view actId, std::optional<std::u16string>& start) {
   return Failed(result) ? -105 : 0;
 }
 
-// The rows come in the order of their insertion, which equal starts keep. A diary grows nearly in
-// the order of time, so only the rows that come late are sorted: quicker than the engine, which
-// would sort them all and put a large diary into temporary files to do it.
-void SortByStart(core::TextList& ids, core::TextList& starts) {
-  std::vector<size_t> inTime, late;
-  for (size_t row = 0; row < starts.Count(); ++row) {
-    const bool isLate = !inTime.empty() && starts.At(row) < starts.At(inTime.back());
-    (isLate ? late : inTime).push_back(row);
-  }
-  if (late.empty()) return;
-  const auto earlier = [&starts](size_t a, size_t b) {
-    const int order = starts.At(a).compare(starts.At(b));
-    return order != 0 ? order < 0 : a < b;
-  };
-  std::sort(late.begin(), late.end(), earlier);
-  std::vector<size_t> all(starts.Count());
-  std::merge(inTime.begin(), inTime.end(), late.begin(), late.end(), all.begin(), earlier);
-  core::TextList sortedIds, sortedStarts;
-  sortedIds.Reserve(all.size(), all.size() * kIdLength);
-  sortedStarts.Reserve(all.size(), all.size() * kStartLength);
-  for (const size_t row : all) {
-    sortedIds.Append(ids.At(row));
-    sortedStarts.Append(starts.At(row));
-  }
-  ids = std::move(sortedIds);
-  starts = std::move(sortedStarts);
-}
-
 }  // namespace
 
 int LoadActionIndex(core::CAppState& app) {
-  static constexpr std::array<std::u16string_view, 2> kColumns = {u"f_nchActId",
-                                                                  u"f_nchStaDateTime"};
   app.ActIds.Clear();
   app.ActStarts.Clear();
   app.IndexCount = app.TotalCount = 0;
-  if (!dbSession().UserTable) return -3;
-  CUserDataTable& table = *dbSession().UserTable;
-  HRESULT result =
-      table.GetRS(u"select f_nchActId,f_nchStaDateTime from t_UserData order by rowid", kColumns);
-  if (Failed(result)) {
-    table.CloseRS();
-    return -3;
-  }
-  std::array<std::optional<std::u16string>, 2> row;
-  while ((result = table.CRowsetTable::GetNextRS(row, 2)) == S_OK) {
-    app.ActIds.Append(row[0] ? *row[0] : std::u16string_view());
-    app.ActStarts.Append(row[1] ? *row[1] : std::u16string_view());
-  }
-  table.CloseRS();
-  SortByStart(app.ActIds, app.ActStarts);
+  const CDbSession& session = dbSession();
+  if (!session.Session) return -3;
+  session.UserTable->CloseRS();  // its view of the data would be the reading's
+  const int result = session.Starts->Refresh();
+  app.ActIds = session.Starts->Ids();
+  app.ActStarts = session.Starts->Starts();
   app.IndexCount = app.TotalCount = static_cast<int>(app.ActIds.Count());
-  return result == DB_S_ENDOFROWSET ? 0 : -101;
+  return result;
 }
 
 int ReloadActionIndex(core::CAppState& app) {

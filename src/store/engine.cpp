@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 #include "core/text.h"
 #include "platform/device_paths.h"
@@ -22,6 +23,8 @@ namespace {
 
 constexpr int kLockWaitMs = 2000;
 constexpr size_t kMaxIdleStatements = 32;
+// Beyond these reading all rows takes no longer than looking for each.
+constexpr size_t kMaxNotedRows = 256;
 // The file itself, and what an open engine keeps beside it.
 constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
 
@@ -195,6 +198,10 @@ HRESULT RowSet::Next(ColumnTexts row) {
   return S_OK;
 }
 
+int64_t RowSet::Number(int column) const {
+  return sqlite3_column_int64(statement_->Get(), column);
+}
+
 HRESULT RowSet::Restart() {
   if (atFirstRow_) return S_OK;
   sqlite3_reset(statement_->Get());
@@ -209,6 +216,15 @@ std::optional<int> RowSet::Count() {
   }
   if (sqlite3_step(counting->Get()) != SQLITE_ROW) return {};
   return sqlite3_column_int(counting->Get(), 0);
+}
+
+// A savepoint and no transaction: it also stands inside one.
+ReadView::ReadView(Engine& engine) : engine_(engine) {
+  engine_.RunScript("SAVEPOINT view");
+}
+
+ReadView::~ReadView() {
+  engine_.RunScript("RELEASE view");
 }
 
 bool Engine::Available() {
@@ -309,8 +325,37 @@ HRESULT Engine::EndBurst() {
   return code == SQLITE_OK ? result : ResultOf(code);
 }
 
+void Engine::WatchRows(std::string_view table) {
+  watched_ = table;
+  changes_ = {};
+  sqlite3_update_hook(
+      database_,
+      [](void* self, int, const char*, const char* changed, sqlite3_int64 row) {
+        static_cast<Engine*>(self)->NoteRow(changed, row);
+      },
+      this);
+  // Rows that a look saw inside the transaction are not what they were.
+  sqlite3_rollback_hook(
+      database_, [](void* self) { static_cast<Engine*>(self)->changes_ = {}; }, this);
+}
+
+void Engine::NoteRow(std::string_view table, int64_t row) {
+  if (changes_.all || table != watched_) return;
+  changes_.rows.push_back(row);
+  if (changes_.rows.size() > kMaxNotedRows) changes_ = {};
+}
+
+RowChanges Engine::TakeRowChanges() {
+  const auto version = ReadValue("PRAGMA data_version", {});
+  RowChanges taken = std::exchange(changes_, {false, {}});
+  if (!version || *version != dataVersion_) taken = {};
+  dataVersion_ = version.value_or("");
+  return taken;
+}
+
 HRESULT Engine::Execute(std::u16string_view sql) {
   PrepareJournal();
+  changes_ = {};
   const std::string text = platform::ToUtf8(sql);
   const auto change = ReadColumnChange(text);
   const HRESULT result = change ? ChangeColumn(*change) : RunScript(text);

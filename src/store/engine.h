@@ -58,6 +58,8 @@ class RowSet {
   HRESULT Bind(std::span<const std::u16string_view> columns);
   // Reads the next row. DB_S_ENDOFROWSET, and nothing written, when none is left.
   HRESULT Next(ColumnTexts row);
+  // The number in a column of the select, counted from 0, of the row that Next has read.
+  int64_t Number(int column) const;
   // Back to the first row.
   HRESULT Restart();
   // How many rows the select finds: runs it a second time. None on a failure.
@@ -75,6 +77,25 @@ class RowSet {
   std::vector<int> positions_;  // of the bound columns in the select
   bool atFirstRow_ = false;     // which Next has not handed out yet
   HRESULT state_ = S_OK;        // of the last step
+};
+
+// Which rows of a watched table may differ from what they were, by their row ids, some of them more
+// than once; `all` if there is no telling.
+struct RowChanges {
+  bool all = true;
+  std::vector<int64_t> rows;
+};
+
+// What is read between these two is one state of the file, whoever writes to it meanwhile.
+class ReadView {
+ public:
+  explicit ReadView(Engine& engine);
+  ~ReadView();
+  ReadView(const ReadView&) = delete;
+  ReadView& operator=(const ReadView&) = delete;
+
+ private:
+  Engine& engine_;
 };
 
 class Engine {
@@ -105,6 +126,14 @@ class Engine {
   // E_FAIL if the disk did not take them. Use WriteBurst.
   void BeginBurst();
   HRESULT EndBurst();
+
+  // From now on the changes of this table's rows are noted, and no other's. The text must live on.
+  void WatchRows(std::string_view table);
+  // What has changed since the call before this one, whoever changed it. `all` at the first call,
+  // after a statement of Execute, and once another connection has committed anything. To be called
+  // within the ReadView in which the rows are then read.
+  RowChanges TakeRowChanges();
+
   // A statement without result.
   HRESULT Execute(std::u16string_view sql);
   // A select; `rows` stays empty on a failure.
@@ -120,6 +149,7 @@ class Engine {
   HRESULT Insert(std::u16string_view table, std::span<const Field> fields);
 
  private:
+  friend class ReadView;
   friend class RowSet;
   friend struct GiveBack;
   using Columns = std::vector<Column>;
@@ -140,6 +170,7 @@ class Engine {
                      std::span<const Field> fields);
   HRESULT Write(Statement& statement);
   void PrepareJournal();
+  void NoteRow(std::string_view table, int64_t row);
 
   sqlite3* database_;
   std::string hostPath_;
@@ -149,6 +180,9 @@ class Engine {
   bool journalReady_ = false;
   bool inCharge_ = false;
   bool inBurst_ = false;
+  std::string_view watched_;  // a table, or empty
+  RowChanges changes_;        // of its rows
+  std::string dataVersion_;   // of the last look; another connection's commit raises it
 };
 
 }  // namespace store

@@ -29,6 +29,7 @@ void MakeTables() {
   session.TextTable = std::make_unique<CNamedValueTable>(engine, kTextDataTable);
   session.SysInfoTable = std::make_unique<CNamedValueTable>(engine, kSysInfoTable);
   session.RcdrTable = std::make_unique<CRcdrDataTable>(engine);
+  session.Starts = std::make_unique<SortedStarts>(engine);
 }
 
 // In one transaction: a dozen commits in a row would be felt on a slow card.
@@ -82,6 +83,7 @@ void DisconnectDataFile() {
   session.TextTable.reset();
   session.SysInfoTable.reset();
   session.RcdrTable.reset();
+  session.Starts.reset();
   session.Session.reset();
 }
 

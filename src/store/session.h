@@ -1,5 +1,6 @@
-// The one open data file: its engine and the five table objects that hang from it. They live from
-// ConnectDataFile or CreateDataFile to DisconnectDataFile; a pointer is null while no file is open.
+// The one open data file: its engine, the five table objects that hang from it, and what the Action
+// index is made from. They live from ConnectDataFile or CreateDataFile to DisconnectDataFile; a
+// pointer is null while no file is open.
 #pragma once
 
 #include <memory>
@@ -9,6 +10,7 @@
 #include "store/hresult.h"
 #include "store/named_value_table.h"
 #include "store/rcdr_data_table.h"
+#include "store/sorted_starts.h"
 #include "store/user_data_table.h"
 
 namespace store {
@@ -20,6 +22,7 @@ struct CDbSession {
   std::unique_ptr<CNamedValueTable> TextTable;
   std::unique_ptr<CNamedValueTable> SysInfoTable;
   std::unique_ptr<CRcdrDataTable> RcdrTable;
+  std::unique_ptr<SortedStarts> Starts;
 };
 
 CDbSession& dbSession();

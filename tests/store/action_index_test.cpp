@@ -1,5 +1,8 @@
 #include "store/action_index.h"
 
+#include <memory>
+#include <random>
+
 #include "store_fixture.h"
 
 namespace store_test {
@@ -18,6 +21,12 @@ class ActionIndexTest : public StoreTest {
       app.ActStarts.Append(start);
     }
     app.IndexCount = static_cast<int>(starts.size());
+  }
+
+  static std::u16string Lines(const core::TextList& ids, const core::TextList& starts) {
+    std::u16string lines;
+    for (size_t i = 0; i < ids.Count(); ++i) (lines += ids.At(i)) += starts.At(i);
+    return lines;
   }
 };
 
@@ -45,6 +54,36 @@ TEST_F(ActionIndexTest, ReloadSortsByStartAndKeepsTheOrderOfEqualStarts) {
   EXPECT_EQ(FindActionPosition(app, u"ID0000000000000099"), -104);
   const std::u16string unknown = InsertAction(u"2010/06/23 12:00:00");
   EXPECT_EQ(FindActionPosition(app, unknown), -1) << "a row that the index hasn't";
+}
+
+TEST_F(ActionIndexTest, ReloadSeesEveryChangeWhoeverMadeIt) {
+  CreateFile();
+  for (int i = 0; i < 40; ++i) InsertAction(u"2010/06/23 12:00:00");
+  const std::unique_ptr<Engine> other = Engine::Open(path);
+  std::minstd_rand chance;
+  for (int step = 0; step < 200; ++step) {
+    const std::u16string start = u"2010/06/23 12:00:" + core::ZeroPadded(chance() % 60, 2);
+    const std::u16string id = u"ID" + core::ZeroPadded(chance() % 60 + 1, 16);
+    const Field start_{kActionColumns[kStaDateTime], start}, id_{kActionColumns[kActId], id};
+    Engine& writer = chance() % 3 == 0 ? *other : *dbSession().Session;
+    const int what = chance() % 50;
+    SCOPED_TRACE(std::to_string(step) + ": " + std::to_string(what));
+    if (what < 20) {
+      writer.UpdateFirst(u"t_UserData", id_, {&start_, 1});
+    } else if (what < 35) {
+      writer.Insert(u"t_UserData", std::array{id_, start_});
+    } else if (what < 49) {
+      writer.DeleteFirst(u"t_UserData", id_);
+    } else {
+      writer.BeginTransaction();
+      for (int i = 0; i < 300; ++i) writer.Insert(u"t_UserData", std::array{id_, start_});
+      writer.Commit();
+    }
+    ASSERT_EQ(ReloadActionIndex(app), 0);
+    SortedStarts anew(*other);
+    ASSERT_EQ(anew.Refresh(), 0);
+    ASSERT_EQ(Lines(app.ActIds, app.ActStarts), Lines(anew.Ids(), anew.Starts()));
+  }
 }
 
 TEST_F(ActionIndexTest, EmptyAndClosed) {

@@ -169,6 +169,13 @@ TEST_F(DamagedFileTest, AFullDiskLosesNothing) {
     EXPECT_EQ(static_cast<uint32_t>(result), 0x80004005u);
     EXPECT_EQ(LoadActionIndex(app), 0);
     EXPECT_EQ(app.IndexCount, written) << "what was written can still be read";
+    dbSession().Session->BeginTransaction();
+    for (int i = 0; i < 100; ++i) InsertAction(u"2010/06/24 10:00:00");
+    LoadActionIndex(app);
+    EXPECT_EQ(app.IndexCount, written + 100);
+    EXPECT_TRUE(Failed(dbSession().Session->Commit()));
+    LoadActionIndex(app);
+    EXPECT_EQ(app.IndexCount, written) << "what was undone is not in the index";
   }
   InsertAction(u"2010/06/25 10:00:00");
   DisconnectDataFile();
