@@ -28,6 +28,15 @@ class FingerRow : public QStyledItemDelegate {
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     return {QStyledItemDelegate::sizeHint(option, index).width(), RowHeight(option.font)};
   }
+
+ protected:
+  // The cells of a column stand as its header does.
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const QVariant alignment =
+        index.model()->headerData(index.column(), Qt::Horizontal, Qt::TextAlignmentRole);
+    if (alignment.isValid()) option->displayAlignment = Qt::Alignment(alignment.toInt());
+  }
 };
 
 QStringList ToQt(const std::vector<std::u16string>& cells) {
@@ -64,13 +73,16 @@ void ActionList::SetColumns(const QFont& font, const QStringList& headers,
   clear();
   setFont(font);
   header()->setFont(font);
-  setColumnCount(static_cast<int>(headers.size()));
-  setHeaderLabels(headers);
+  setHeaderItem(new QTreeWidgetItem(headers));
   for (size_t column = 0; column < widths.size(); ++column) {
     setColumnWidth(static_cast<int>(column), widths[column]);
   }
   updateGeometries();  // RowsPerScreen counts with the new header
   filling_ = false;
+}
+
+void ActionList::AlignRight(int column) {
+  headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 void ActionList::ShowRows(const ViewRows& rows, std::span<const int> widths) {
@@ -83,7 +95,9 @@ void ActionList::ShowRows(const ViewRows& rows, std::span<const int> widths) {
   addTopLevelItems(items);
   FitColumns(widths);
   if (!rows.abandoned) {
-    addTopLevelItem(new QTreeWidgetItem({platform::qt::ToQt(kNewRowText)}));
+    auto* newRow = new QTreeWidgetItem;
+    newRow->setText(rows.newRowColumn, platform::qt::ToQt(kNewRowText));
+    addTopLevelItem(newRow);
     ShowSelected(rows.selectedRow);
   }
   setUpdatesEnabled(true);

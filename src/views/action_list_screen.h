@@ -25,6 +25,8 @@ class ActionList : public QTreeWidget {
 
   // Empties the list and gives it a view's font and columns, which begin with `widths`.
   void SetColumns(const QFont& font, const QStringList& headers, std::span<const int> widths);
+  // A column of numbers, until SetColumns is called again.
+  void AlignRight(int column);
   // Shows the rows, behind them the one of kNewRowText, and selects what the fill says. The first
   // columns take the widths of `widths`; one that is not above 0 is fitted to its texts.
   void ShowRows(const ViewRows& rows, std::span<const int> widths = {});

@@ -3,18 +3,21 @@
 
 #include <QMouseEvent>
 
-#include "platform/qt/device_shell.h"
-
 namespace views {
 
-Canvas::Canvas(QWidget* parent, DatePopups& popups) : QWidget(parent), popups_(popups) {
+Canvas::Canvas(QWidget* parent, DatePopups& popups, MapPane& map)
+    : QWidget(parent),
+      map_(map),
+      hold_(new platform::qt::TapAndHold(this,
+                                         [this](QPoint point) {
+                                           pressed_ = false;
+                                           map_.Hold();
+                                           emit Held(point);
+                                         })),
+      popups_(popups) {
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
   hide();
-  new platform::qt::TapAndHold(this, [this](QPoint point) {
-    pressed_ = false;
-    emit Held(point);
-  });
 }
 
 void Canvas::paintEvent(QPaintEvent*) {
@@ -25,7 +28,12 @@ void Canvas::paintEvent(QPaintEvent*) {
 
 void Canvas::mousePressEvent(QMouseEvent* event) {
   press_ = event->pos();
+  map_.Press(press_.x(), press_.y());
   pressed_ = !popups_.Close() && event->button() == Qt::LeftButton;
+}
+
+void Canvas::mouseMoveEvent(QMouseEvent* event) {
+  if (map_.Move(event->pos().x(), event->pos().y())) update();
 }
 
 void Canvas::mouseReleaseEvent(QMouseEvent* event) {

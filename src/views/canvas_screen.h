@@ -1,11 +1,14 @@
-// The surface of a view that paints itself and takes taps.
+// The surface of a view that paints itself and takes taps. The map's pane follows the pointer on
+// every such surface: what is dragged in the week or the month has moved the map.
 #pragma once
 
 #include <QPainter>
 #include <QWidget>
 #include <functional>
 
+#include "platform/qt/device_shell.h"
 #include "views/date_popups_screen.h"
+#include "views/map_pane.h"
 
 namespace views {
 
@@ -14,7 +17,7 @@ class Canvas : public QWidget {
 
  public:
   // A press closes `popups`, and then is no tap.
-  Canvas(QWidget* parent, DatePopups& popups);
+  Canvas(QWidget* parent, DatePopups& popups, MapPane& map);
 
   void SetPaint(std::function<void(QPainter&)> paint) { paint_ = std::move(paint); }
 
@@ -26,8 +29,12 @@ class Canvas : public QWidget {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+
+  MapPane& map_;
+  platform::qt::TapAndHold* hold_;
 
  private:
   DatePopups& popups_;

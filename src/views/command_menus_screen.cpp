@@ -74,4 +74,8 @@ void CommandMenus::ShowState(const core::CAppState& app) {
   }
 }
 
+void CommandMenus::ShowMarker(bool pressed) {
+  for (const int id : kMarkerCommands) actions_.at(id)->setEnabled(pressed);
+}
+
 }  // namespace views

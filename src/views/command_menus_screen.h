@@ -22,6 +22,8 @@ class CommandMenus : public QObject {
   QMenu& At(Menu menu) { return *menus_.at(menu); }
   // Greys what is not live in the view on show and sets the check marks.
   void ShowState(const core::CAppState& app);
+  // Greys in the map's menu what needs a marker, if there is none under the press.
+  void ShowMarker(bool pressed);
 
  signals:
   void Chosen(int id);

@@ -50,6 +50,12 @@ enum Command : int {
   kBoxReference = 32871,
   kBoxFollow = 32872,
   kBoxDelete = 32873,
+  kMarkerChange = 32881,
+  kMarkerReference = 32882,
+  kMarkerFollow = 32883,
+  kMarkerDelete = 32884,
+  kMapNew = 32885,
+  kMapPointLink = 33880,
   kMapLink = 37786,
   kQuitKey = 40000,
   kSoftKeyNew = 40002,
@@ -58,7 +64,7 @@ enum Command : int {
 };
 
 // The menus of the soft key, and behind them those of tap and hold alone.
-enum class Menu { kNone, kTop, kFile, kEdit, kView, kTools, kWeekBox, kWeekDay, kMonthDay };
+enum class Menu { kNone, kTop, kFile, kEdit, kView, kTools, kWeekBox, kWeekDay, kMonthDay, kMap };
 
 struct CommandRow {
   int id;
@@ -78,13 +84,19 @@ inline constexpr std::array<int, 10> kToolBarCommands = {
 // The commands of a menu of tap and hold, in its order.
 struct HoldMenu {
   Menu menu;
-  std::array<int, 5> commands;  // 0 behind the last
+  std::array<int, 6> commands;  // 0 behind the last
 };
-inline constexpr std::array<HoldMenu, 3> kHoldMenus = {{
+inline constexpr std::array<HoldMenu, 4> kHoldMenus = {{
     {Menu::kWeekBox, {kNew, kBoxChange, kBoxReference, kBoxFollow, kBoxDelete}},
     {Menu::kWeekDay, {kNew, kWeekShowDay}},
     {Menu::kMonthDay, {kNew, kMonthOpen, kMonthShowDay}},
+    {Menu::kMap,
+     {kMapPointLink, kMarkerChange, kMarkerReference, kMarkerFollow, kMapNew, kMarkerDelete}},
 }};
+
+// Those that need a marker under the press.
+inline constexpr std::array<int, 4> kMarkerCommands = {kMarkerChange, kMarkerReference,
+                                                       kMarkerFollow, kMarkerDelete};
 
 // nullptr if the table has it not: the header row's buttons are live in every view.
 const CommandRow* FindCommand(int id);

@@ -16,6 +16,8 @@ constexpr int kButtonRowHeight = 25;
 constexpr int kCaptionHeight = 24;
 constexpr int kToolBarHeight = 24;
 constexpr int kFirstNavButton = 7;
+constexpr int kMapPaneWidth = 240;
+constexpr int kMapPaneHeight = 160;
 
 }  // namespace
 
@@ -57,6 +59,21 @@ WindowLayout LayoutWindow(int width, int height, bool showsToolBar, bool showsOk
   layout.toolBar = {0, toolBarTop, width, softKeysTop - toolBarTop};
   layout.softKeys = {0, softKeysTop, width, core::MenuBarHeight};
   return layout;
+}
+
+MapLayout LayoutMap(const Rect& content, bool portrait) {
+  // A low window has no room for the whole pane beside its bars.
+  const int height = std::min(Scaled(kMapPaneHeight), content.height);
+  const int rest = content.height - height;
+  if (portrait) {
+    return {{content.x, content.y, content.width, height},
+            {content.x, content.y + height, content.width, rest},
+            {}};
+  }
+  const int width = std::min(Scaled(kMapPaneWidth), content.width);
+  return {{content.x, content.y, width, height},
+          {content.x + width, content.y, content.width - width, content.height},
+          {content.x, content.y + height, width, rest}};
 }
 
 }  // namespace views

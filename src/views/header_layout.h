@@ -42,6 +42,15 @@ struct WindowLayout {
 
 WindowLayout LayoutWindow(int width, int height, bool showsToolBar, bool showsOkButton);
 
+// The map's pane, and the list under it or, in landscape, beside it.
+struct MapLayout {
+  Rect pane;
+  Rect list;
+  Rect blank;  // what landscape leaves under the pane
+};
+
+MapLayout LayoutMap(const Rect& content, bool portrait);
+
 inline bool IsPortrait(int width, int height) {
   return height > width;
 }

@@ -15,11 +15,13 @@
 #include "platform/host.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
+#include "position/map_link.h"
 #include "recorder/recorder_screen.h"
 #include "store/action_index.h"
 #include "views/day_view_screen.h"
 #include "views/key_tap_screen.h"
 #include "views/list_view_screen.h"
+#include "views/map_view_screen.h"
 #include "views/month_view_screen.h"
 #include "views/navigation.h"
 #include "views/selection.h"
@@ -59,11 +61,12 @@ CMainWnd::CMainWnd(core::CAppState& app)
     key->setFocusPolicy(Qt::TabFocus);
   }
   MakeCaption();
-  const SharedControls controls{*header_, *list_, *popups_};
+  const SharedControls controls{*header_, *list_, *popups_, map_};
   AddView(core::kViewDay, std::make_unique<DayViewScreen>(app, controls));
   AddView(core::kViewWeek, std::make_unique<WeekViewScreen>(app, controls));
   AddView(core::kViewMonth, std::make_unique<MonthViewScreen>(app, controls));
   AddView(core::kViewList, std::make_unique<ListViewScreen>(app, controls));
+  AddView(core::kViewMap, std::make_unique<MapViewScreen>(app, controls));
   ConnectChildren();
   WatchKeys();
   ShowState();
@@ -89,8 +92,10 @@ void CMainWnd::MakeCaption() {
 void CMainWnd::AddView(core::View number, std::unique_ptr<ViewScreen> view) {
   connect(view.get(), &ViewScreen::Commanded, this, &CMainWnd::OnCommand);
   connect(view.get(), &ViewScreen::RowTapped, this, &CMainWnd::OpenRow);
-  connect(view.get(), &ViewScreen::MenuWanted, this,
-          [this](Menu menu, QPoint globalPoint) { menus_->At(menu).popup(globalPoint); });
+  connect(view.get(), &ViewScreen::MenuWanted, this, [this](Menu menu, QPoint globalPoint) {
+    menus_->ShowMarker(!View().TapItem().empty());
+    menus_->At(menu).popup(globalPoint);
+  });
   view->SetShown(false);
   views_[number] = std::move(view);
 }
@@ -128,6 +133,8 @@ void CMainWnd::Relayout() {
   header_->setGeometry(ToQt(layout.header));
   toolBar_->setGeometry(ToQt(layout.toolBar));
   softKeys_->setGeometry(ToQt(layout.softKeys));
+  const MapLayout map = LayoutMap(layout.content, IsPortrait(width(), height()));
+  map_.Resize(map.pane.width, map.pane.height);
   View().Place(layout.content);
   app_.ListRowsPerScreen = list_->RowsPerScreen();
   KeepPageInRange(app_);
@@ -200,17 +207,33 @@ void CMainWnd::OnCommand(int id) {
     case kDelete:
       FxEditDelete();
       break;
+    case kMapNew:
+      RunEditScreen(edit::kOpenNew, View().PressedPosition());
+      break;
     case kBoxChange:
+    case kMarkerChange:
       FxEditTapItem(edit::kOpenChange);
       break;
     case kBoxReference:
+    case kMarkerReference:
       FxEditTapItem(edit::kOpenReference);
       break;
     case kBoxFollow:
+    case kMarkerFollow:
       FxEditTapItem(edit::kOpenFollow);
       break;
     case kBoxDelete:
+    case kMarkerDelete:
       FxDeleteTapItem();
+      break;
+    case kMove:
+      View().MoveToSelected();
+      break;
+    case kMapLink:
+      FxMapLink();
+      break;
+    case kMapPointLink:
+      OpenMapAtPress();
       break;
     case kMonthOpen:
       View().GoToPressedDay();
@@ -369,6 +392,16 @@ void CMainWnd::FxDeleteTapItem() {
   if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(Change::kDeleted);
 }
 
+void CMainWnd::FxMapLink() {
+  if (View().IsHeldOnly()) return TellToHold(u"変更不可");
+  OnEditDispMap(app_, View().Rows(), View().SelectedRow());
+}
+
+void CMainWnd::OpenMapAtPress() {
+  const std::optional<position::Position> at = View().PressedPosition();
+  if (at) platform::host().OpenLink(position::MapLink(at->latitude, at->longitude));
+}
+
 void CMainWnd::FxFindClear() {
   {
     const platform::WaitCursor waiting;
@@ -420,8 +453,8 @@ void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   Refresh();
 }
 
-void CMainWnd::RunEditScreen(int openMode) {
-  edit::CEditActionDlg(this, app_, openMode).RunModal();
+void CMainWnd::RunEditScreen(int openMode, const std::optional<position::Position>& position) {
+  edit::CEditActionDlg(this, app_, openMode, position).RunModal();
   ShowChange(Change::kEdited);
 }
 

@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "core/app_state.h"
 #include "exchange/exchange.h"
@@ -68,9 +69,12 @@ class CMainWnd : public QWidget {
   void RunRecorder();
   void RunFind();
   void RunExchange(exchange::ExchangeKind kind);
-  void RunEditScreen(int openMode);
+  void FxMapLink();
+  void OpenMapAtPress();
+  void RunEditScreen(int openMode, const std::optional<position::Position>& position = {});
 
   core::CAppState& app_;
+  MapPane map_;
   QWidget* caption_;
   HeaderRow* header_;
   ActionList* list_;

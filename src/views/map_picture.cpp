@@ -93,10 +93,11 @@ std::u16string DegreesText(double degrees) {
 void AddScaleLabels(const MapPane& pane, int scaleUnit, std::vector<MapLabel>& labels) {
   const int bottom = pane.Height() - Scaled(12);
   const position::Position centre = pane.Centre();
-  labels.push_back({{pane.Width() - Scaled(50), bottom}, ScaleText(scaleUnit), kScaleLabel});
-  labels.push_back({{0, pane.Height() / 2 - Scaled(5)}, DegreesText(centre.latitude), kScaleLabel});
+  labels.push_back({{pane.Width() - Scaled(50), bottom}, ScaleText(scaleUnit), kScaleLabel, true});
   labels.push_back(
-      {{pane.Width() / 2 - Scaled(30), bottom}, DegreesText(centre.longitude), kScaleLabel});
+      {{0, pane.Height() / 2 - Scaled(5)}, DegreesText(centre.latitude), kScaleLabel, true});
+  labels.push_back(
+      {{pane.Width() / 2 - Scaled(30), bottom}, DegreesText(centre.longitude), kScaleLabel, true});
 }
 
 }  // namespace
@@ -120,8 +121,8 @@ MapPicture PictureOf(const MapPane& pane) {
   picture.zoomStrip = pane.ZoomStrip();
   picture.zoomStripColor = kStrip;
   const int stripTextX = picture.zoomStrip.x + Scaled(4);
-  picture.labels.push_back({{stripTextX, 0}, u"+", kStripLabel});
-  picture.labels.push_back({{stripTextX, pane.Height() - Scaled(15)}, u"--", kStripLabel});
+  picture.labels.push_back({{stripTextX, 0}, u"+", kStripLabel, true});
+  picture.labels.push_back({{stripTextX, pane.Height() - Scaled(15)}, u"--", kStripLabel, true});
   if (pane.MapItems.empty()) {
     AddCross(pane, kEmptyCross, picture.lines);
     return picture;

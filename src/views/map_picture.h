@@ -32,6 +32,7 @@ struct MapLabel {
   MapPoint topLeft;
   std::u16string text;
   uint32_t ground = 0;
+  bool staysInside = false;  // of the pane, also where the font is too large for its place
   bool operator==(const MapLabel&) const = default;
 };
 

@@ -46,7 +46,7 @@ QRect InsideOf(const QRect& cell) {
 
 MonthViewScreen::MonthViewScreen(core::CAppState& app, SharedControls controls)
     : ViewScreen(app, controls),
-      canvas_(new Canvas(controls.list.parentWidget(), controls.popups)),
+      canvas_(new Canvas(controls.list.parentWidget(), controls.popups, controls.map)),
       list_(new ActionList(controls.list.parentWidget(), kMonthListId)) {
   canvas_->setObjectName(QStringLiteral("month"));
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });

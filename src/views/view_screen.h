@@ -5,13 +5,16 @@
 
 #include <QObject>
 #include <QPoint>
+#include <optional>
 
 #include "core/app_state.h"
+#include "position/coordinate.h"
 #include "views/action_list_screen.h"
 #include "views/command_table.h"
 #include "views/date_popups_screen.h"
 #include "views/header_layout.h"
 #include "views/header_row_screen.h"
+#include "views/map_pane.h"
 #include "views/view_rows.h"
 
 namespace views {
@@ -21,6 +24,7 @@ struct SharedControls {
   HeaderRow& header;
   ActionList& list;
   DatePopups& popups;
+  MapPane& map;
 };
 
 // What has been done to the diary, for views that read only a part of what they show anew.
@@ -53,8 +57,12 @@ class ViewScreen : public QObject {
   virtual bool IsHeldOnly() const { return false; }
   // The id of the Action under the last tap or hold on the view's own picture, empty for none.
   virtual std::u16string TapItem() const { return {}; }
+  // The position under it, where the view knows one.
+  virtual std::optional<position::Position> PressedPosition() const { return {}; }
   // Makes the day under the last tap or hold the current date.
   virtual void GoToPressedDay() {}
+  // Brings the first of the selected rows to the middle of the picture.
+  virtual void MoveToSelected() {}
 
   // The control that takes the keys.
   virtual QWidget& FocusWidget() { return controls_.list; }

@@ -29,7 +29,7 @@ void DrawBoxText(QPainter& painter, const QRect& box, std::u16string_view text) 
 
 WeekViewScreen::WeekViewScreen(core::CAppState& app, SharedControls controls)
     : ViewScreen(app, controls),
-      canvas_(new Canvas(controls.list.parentWidget(), controls.popups)) {
+      canvas_(new Canvas(controls.list.parentWidget(), controls.popups, controls.map)) {
   canvas_->setObjectName(QStringLiteral("week"));
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
   connect(canvas_, &Canvas::Tapped, this, &WeekViewScreen::OnTapped);

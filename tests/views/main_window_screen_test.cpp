@@ -12,6 +12,7 @@
 
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
+#include "store/read_action.h"
 #include "views/diary.h"
 
 namespace views {
@@ -276,6 +277,41 @@ TEST_F(MainWindow, TheMonthsCountFollowsADelete) {
   EXPECT_EQ(QStringLiteral("2010/06/23 - 2(2)"), Title());
   Press("1060");
   EXPECT_EQ(QStringLiteral("2011/06/23 - 0(2)"), Title()) << "a year forward";
+}
+
+TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
+  store::Action action;
+  store::ReadAction(app.ActIds.At(1), action);
+  action[store::kLatitude] = u"35";
+  action[store::kLongitude] = u"139";
+  store::dbSession().UserTable->Update(app.ActIds.At(1), action);
+  window->OnCommand(kShowMap);
+  auto* map = window->findChild<QWidget*>(QStringLiteral("map"));
+  EXPECT_EQ((QStringList{"1", "2", ""}), FirstCells());
+  const auto opens = [&](QPoint at) { return EditTitleAfter([&] { Tap(at, map); }); };
+  const auto drag = [&](QWidget* on) {
+    Mouse(QEvent::MouseButtonPress, {60, 40}, on);
+    Mouse(QEvent::MouseMove, {60, 50}, on);
+    Mouse(QEvent::MouseMove, {90, 60}, on);
+    Mouse(QEvent::MouseButtonRelease, {90, 60}, on);
+  };
+  EXPECT_EQ(QStringLiteral("変更"), opens({120, 80}));
+  EXPECT_EQ(u"ID2010062300000002", app.SelActId);
+  EXPECT_EQ(QString(), EditTitleAfter([&] { drag(map); }));
+  EXPECT_EQ(QStringLiteral("変更"), opens({150, 100}));
+  EXPECT_EQ(QString(), opens({120, 80}));
+  window->OnCommand(kMapPointLink);
+  EXPECT_TRUE(host.links.back().ends_with(u"&ll=35.200000,138.700000&z=14"));
+  Mouse(QEvent::MouseButtonPress, RowPoint(0));
+  window->OnCommand(kMove);
+  window->resize(320, 240);
+  EXPECT_EQ(QRect(0, 25, 240, 160), map->geometry());
+  EXPECT_EQ(QRect(240, 25, 80, 189), list->geometry());
+  EXPECT_EQ(QStringLiteral("変更"), opens({120, 80})) << "moved to, and kept in the turned window";
+  window->OnCommand(kShowWeek);
+  drag(window->findChild<QWidget*>(QStringLiteral("week")));
+  window->OnCommand(kShowMap);
+  EXPECT_EQ(QStringLiteral("変更"), opens({150, 100})) << "what is dragged elsewhere moves the map";
 }
 
 }  // namespace

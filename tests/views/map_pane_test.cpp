@@ -157,8 +157,8 @@ TEST_F(Map, ThePictureTellsTheCentre) {
   pane.MapItems.push_back({1, false, 0, 0, u""});
   pane.Resize(480, 160);
   const std::vector<MapLabel> labels = PictureOf(pane).labels;
-  EXPECT_EQ((MapLabel{{0, 75}, u"-35/40/48", 0x60C060}), labels[3]);
-  EXPECT_EQ((MapLabel{{210, 148}, u"-139/45/36", 0x60C060}), labels[4]);
+  EXPECT_EQ((MapLabel{{0, 75}, u"-35/40/48", 0x60C060, true}), labels[3]);
+  EXPECT_EQ((MapLabel{{210, 148}, u"-139/45/36", 0x60C060, true}), labels[4]);
 }
 
 }  // namespace

@@ -42,6 +42,9 @@ class TapAndHold : public QObject {
   // `onHold` gets the point in the watched widget's coordinates.
   TapAndHold(QWidget* watched, std::function<void(QPoint)> onHold);
 
+  // The press has become something else, and is no hold however long it stays.
+  void Cancel() { timer_.stop(); }
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
