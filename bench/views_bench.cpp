@@ -1,29 +1,34 @@
-// A day of 30 rows and a page of 30 of the list in a diary of 100,000 Actions, filled and painted:
-// what a step to another day or page costs. A frame is 16 ms.
+// A day of 30 rows, a page of 30 of the list, a week of 210 boxes and a month of 900 Actions in a
+// diary of 10,000 or 100,000, filled and painted: what a step to another day or page costs. A frame
+// is 16 ms.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <QApplication>
 #include <QImage>
 #include <filesystem>
+#include <memory>
 
 #include "platform/device_paths.h"
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
+#include "platform/utf.h"
 #include "store/action_index.h"
 #include "store/session.h"
 #include "views/command_table.h"
 #include "views/day_view.h"
 #include "views/list_view.h"
 #include "views/main_window_screen.h"
+#include "views/month_view.h"
+#include "views/week_layout.h"
 
 namespace {
 
 constexpr int kRows = 30;
+constexpr int kWeekRows = 7 * kRows;
 
 // 30 Actions of half an hour a day, from 2000/01/01 on.
 constexpr char kFillSql[] =
-    "with recursive n(i) as (select 0 union all select i + 1 from n where i < 99999),"
     " times(i, day, start, end) as (select i,"
     "  strftime('%Y/%m/%d', '2000-01-01', '+' || (i / 30) || ' days'),"
     "  printf('%02d:%02d:00', 8 + i % 30 / 2, i % 2 * 30),"
@@ -36,13 +41,16 @@ constexpr char kFillSql[] =
 
 class Diary {
  public:
-  Diary() {
+  explicit Diary(int actions) : actions_(actions) {
     const std::u16string path = *platform::FromHostPath(file_.string());
     store::CreateEmptyDataFile(path);
     store::DisconnectDataFile();
     sqlite3* raw = nullptr;
     sqlite3_open(file_.c_str(), &raw);
-    if (sqlite3_exec(raw, kFillSql, nullptr, nullptr, nullptr) != SQLITE_OK) std::abort();
+    const std::string fill =
+        "with recursive n(i) as (select 0 union all select i + 1 from n where i < " +
+        std::to_string(actions - 1) + ")," + kFillSql;
+    if (sqlite3_exec(raw, fill.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) std::abort();
     sqlite3_close(raw);
     store::ConnectDataFile(path);
     store::ReloadActionIndex(app);
@@ -54,17 +62,25 @@ class Diary {
     std::filesystem::remove(file_);
   }
 
+  int Actions() const { return actions_; }
+  const char* File() const { return file_.c_str(); }
+
   core::CAppState app;
 
  private:
+  int actions_;
   std::filesystem::path file_ = std::filesystem::temp_directory_path() / "morvenly_views_bench.sdf";
 };
 
-Diary& TheDiary() {
-  static Diary diary;
-  core::SetCurDate(u"2004/06/23");
-  diary.app.ListPage = 1000;
-  return diary;
+Diary& TheDiary(int actions = 100000) {
+  static std::unique_ptr<Diary> diary;
+  if (diary == nullptr || diary->Actions() != actions) {
+    diary.reset();
+    diary = std::make_unique<Diary>(actions);
+  }
+  core::SetCurDate(u"2000/06/23");
+  diary->app.ListPage = 100;
+  return *diary;
 }
 
 // The data part alone.
@@ -89,6 +105,68 @@ void ReadListPage(benchmark::State& state) {
   }
 }
 
+// What the raw reads of a week stand beside: its boxes with their lanes and rectangles.
+void ReadWeekAndLayOut(benchmark::State& state) {
+  const core::CAppState& app = TheDiary(static_cast<int>(state.range(0))).app;
+  const views::WeekGrid grid = views::LayoutWeek(240, 269);
+  for (auto _ : state) {
+    views::WeekData week;
+    views::ReadWeek(app, week);
+    if (week.WeekItems.size() != kWeekRows) std::abort();
+    for (const views::WeekItem& item : week.WeekItems) {
+      benchmark::DoNotOptimize(views::BoxRect(grid, item));
+    }
+  }
+}
+
+// The same 210 Actions by one statement of the library's own, prepared once, all columns as texts.
+void ReadWeekRaw(benchmark::State& state) {
+  const Diary& diary = TheDiary(static_cast<int>(state.range(0)));
+  const int first = store::FindActionIndexLower(diary.app, u"2000/06/20", u"00:00:00",
+                                                store::LowerMode::kAtOrAfter);
+  sqlite3* raw = nullptr;
+  sqlite3_stmt* select = nullptr;
+  sqlite3_open(diary.File(), &raw);
+  sqlite3_prepare_v2(raw, "select * from t_UserData where f_nchActId = ?", -1, &select, nullptr);
+  for (auto _ : state) {
+    for (int position = first; position < first + kWeekRows; ++position) {
+      const std::string id = platform::ToUtf8(diary.app.ActIds.At(static_cast<size_t>(position)));
+      sqlite3_bind_text(select, 1, id.data(), static_cast<int>(id.size()), SQLITE_TRANSIENT);
+      if (sqlite3_step(select) != SQLITE_ROW) std::abort();
+      store::Action action;
+      for (int column = 0; column < store::kActionColumnCount; ++column) {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(select, column));
+        if (text == nullptr) continue;
+        const auto size = static_cast<size_t>(sqlite3_column_bytes(select, column));
+        action[static_cast<size_t>(column)] = platform::ToUtf16({text, size});
+      }
+      benchmark::DoNotOptimize(action);
+      sqlite3_reset(select);
+    }
+  }
+  sqlite3_finalize(select);
+  sqlite3_close(raw);
+}
+
+void CountAMonth(benchmark::State& state) {
+  const core::CAppState& app = TheDiary(static_cast<int>(state.range(0))).app;
+  for (auto _ : state) {
+    if (views::CountMonth(app, 2000, 6).MonthTotal != 30 * kRows) std::abort();
+  }
+}
+
+// The picture alone, two pixels a unit.
+void Paint(benchmark::State& state, core::View view) {
+  core::CAppState& app = TheDiary().app;
+  app.InitView = view;
+  views::CMainWnd window(app);
+  window.resize(240, 320);
+  window.show();
+  QImage picture(480, 640, QImage::Format_RGB32);
+  picture.setDevicePixelRatio(2);
+  for (auto _ : state) window.render(&picture);
+}
+
 // A step forward or back and the picture of the whole window, which is `range` units high: a
 // hand-held screen, and one that shows all 30 rows.
 void StepAndPaint(benchmark::State& state, core::View view) {
@@ -109,6 +187,13 @@ void StepAndPaint(benchmark::State& state, core::View view) {
 BENCHMARK(ReadDay)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadSpanningDay)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadListPage)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadWeekAndLayOut)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadWeekRaw)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(CountAMonth)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Paint, week, core::kViewWeek)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Paint, month, core::kViewMonth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StepAndPaint, week, core::kViewWeek)->Arg(320)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StepAndPaint, month, core::kViewMonth)->Arg(320)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(StepAndPaint, day, core::kViewDay)
     ->Arg(320)
     ->Arg(860)

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <tuple>
 
 namespace core {
 namespace {
@@ -112,16 +113,11 @@ bool CalendarGreater(const CalendarValue& a, const CalendarValue& b) {
 }
 
 int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b) {
-  const auto midnight = [](const CalendarValue& value) {
-    CalendarParts parts;
-    CalendarToParts(value, parts);
-    CalendarValue day;
-    MakeCalendarValue(day, parts.year, parts.month, parts.day, 0, 0, 0);
-    return day;
-  };
-  const CalendarValue dayA = midnight(a);
-  const CalendarValue dayB = midnight(b);
-  return CalendarLess(dayA, dayB) ? -1 : CalendarGreater(dayA, dayB) ? 1 : 0;
+  CalendarParts dayA, dayB;
+  if (!CalendarToParts(a, dayA) || !CalendarToParts(b, dayB)) return 0;
+  const auto order =
+      std::tie(dayA.year, dayA.month, dayA.day) <=> std::tie(dayB.year, dayB.month, dayB.day);
+  return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
 CalendarParts AddDays(int year, int month, int day, int days) {

@@ -16,6 +16,7 @@ using core::CalendarParts;
 using core::CalendarValue;
 
 constexpr int kReadFailed = -100;
+constexpr double kSecondsPerDay = 86400;
 // The pieces of an Action that lasts for years stop some weeks behind the grid, where nobody sees
 // them.
 constexpr int kMostRows = 4 * kWeekDays;
@@ -66,10 +67,9 @@ void AddPieces(const store::Action& action, int position, const CalendarValue& l
   }
 }
 
+// Half a second makes good what the fraction of a day has lost.
 int RowOf(const WeekItem& item, const CalendarValue& first) {
-  CalendarParts day;
-  core::CalendarToParts(item.start, day);
-  return static_cast<int>(Midnight(day).dt - first.dt);
+  return static_cast<int>(item.start.dt - first.dt + 0.5 / kSecondsPerDay);
 }
 
 // The first lane that none of `taken` holds; an equal lane may stand there twice.
