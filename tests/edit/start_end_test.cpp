@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "edit/initial_times.h"
 #include "platform/utf.h"
 
@@ -18,10 +16,17 @@ namespace {
 
 const std::u16string kMark = u"<終日>";
 
-// Both sides on 2010/06/23, which is the clock's day too.
+// In June 2010, by the day.
+StartEnd Span(std::u16string_view startDay, std::u16string_view start, std::u16string_view endDay,
+              std::u16string_view end) {
+  const std::u16string month = u"2010/06/";
+  return {month + std::u16string(startDay), std::u16string(start), month + std::u16string(endDay),
+          std::u16string(end)};
+}
+
+// Both sides on the clock's day.
 StartEnd Day(std::u16string_view start, std::u16string_view end) {
-  const std::u16string date = u"2010/06/23";
-  return {date, std::u16string(start), date, std::u16string(end)};
+  return Span(u"23", start, u"23", end);
 }
 
 platform::LocalTime At(int hour, int minute) {
@@ -50,7 +55,6 @@ TEST(TimesOfNew, FollowTheSettingOnTodayAndElseNoon) {
 }
 
 TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
-  const std::u16string today = u"2010/06/23";
   const struct {
     const char* why;
     StartEnd former;
@@ -59,27 +63,17 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
     StartEnd expected;
   } rows[] = {
       {"up to the clock", Day(u"08:00", u"09:10"), 1, At(10, 45), Day(u"09:10", u"10:45")},
-      {"the clock stands before it", Day(u"08:00", u"11:00"), 1, At(10, 45),
-       Day(u"11:00", u"11:00")},
-      {"ended on another day",
-       {u"2010/06/21", u"08:00", u"2010/06/21", u"09:00"},
-       1,
-       At(10, 45),
-       {u"2010/06/21", u"09:00", u"2010/06/21", u"09:00"}},
+      {"the clock before it", Day(u"08:00", u"11:00"), 1, At(10, 45), Day(u"11:00", u"11:00")},
+      {"ended on another day", Span(u"21", u"08:00", u"21", u"09:00"), 1, At(10, 45),
+       Span(u"21", u"09:00", u"21", u"09:00")},
       {"up to this hour's half", Day(u"08:00", u"09:10"), 2, At(10, 30), Day(u"09:10", u"10:30")},
       {"up to the next hour", Day(u"08:00", u"09:10"), 2, At(10, 31), Day(u"09:10", u"11:00")},
-      {"up to midnight, which belongs to the next day",
-       Day(u"23:00", u"23:40"),
-       2,
-       At(23, 50),
-       {today, u"23:40", u"2010/06/24", u"00:00"}},
+      {"up to midnight, which belongs to the next day", Day(u"23:00", u"23:40"), 2, At(23, 50),
+       Span(u"23", u"23:40", u"24", u"00:00")},
       {"a start in this hour behind its half: the end never lies before the start",
        Day(u"08:00", u"10:50"), 2, At(10, 20), Day(u"10:50", u"10:50")},
-      {"all day: the next day, all day",
-       {u"2010/06/28", kMark, u"2010/06/30", kMark},
-       1,
-       At(10, 45),
-       {u"2010/07/01", kMark, u"2010/07/01", kMark}},
+      {"all day: the next day, all day", Span(u"28", kMark, u"29", kMark), 1, At(10, 45),
+       Span(u"30", kMark, u"30", kMark)},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
@@ -89,47 +83,44 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
 
 TEST(StartEnd, EachSideDragsTheOtherAlong) {
   const StartEnd day = Day(u"09:00", u"10:00");
-  const StartEnd whole = {u"2010/06/23", kMark, u"2010/06/24", kMark};
+  const StartEnd whole = Span(u"23", kMark, u"24", kMark);
   const struct {
     const char* why;
     StartEnd before;
-    std::function<void(StartEnd&)> change;
+    void (*change)(StartEnd&, std::u16string_view);
+    std::u16string_view to;
     StartEnd after;
   } rows[] = {
-      {"a start past the end takes it along", day, [](auto& t) { SetStartTime(t, u"11:00"); },
-       Day(u"11:00", u"11:00")},
-      {"a start on a later day takes date and time along",
-       day,
-       [](auto& t) { SetStartDate(t, u"2010/06/25"); },
-       {u"2010/06/25", u"09:00", u"2010/06/25", u"09:00"}},
-      {"an end before the start takes it along", day, [](auto& t) { SetEndTime(t, u"08:00"); },
-       Day(u"08:00", u"08:00")},
-      {"an end on a later day moves alone",
-       day,
-       [](auto& t) { SetEndDate(t, u"2010/06/24"); },
-       {u"2010/06/23", u"09:00", u"2010/06/24", u"10:00"}},
-      {"all day is all day at both ends", day, [](auto& t) { SetStartTime(t, u"<終日>"); },
-       Day(kMark, kMark)},
-      {"a real start ends the whole days",
-       whole,
-       [](auto& t) { SetStartTime(t, u"08:00"); },
-       {u"2010/06/23", u"08:00", u"2010/06/24", u"08:00"}},
-      {"start now", day, [](auto& t) { SetStartToNow(t, At(9, 45)); }, Day(u"09:45", u"10:00")},
-      {"end now, before the start", day, [](auto& t) { SetEndToNow(t, At(8, 15)); },
-       Day(u"08:15", u"08:15")},
-      {"whole days start on the day of now",
-       {u"2010/06/20", kMark, u"2010/06/21", kMark},
-       [](auto& t) { SetStartToNow(t, At(9, 45)); },
-       Day(kMark, kMark)},
-      {"whole days end on the day of now", whole, [](auto& t) { SetEndToNow(t, At(9, 45)); },
-       Day(kMark, kMark)},
+      {"a start past the end", day, SetStartTime, u"11:00", Day(u"11:00", u"11:00")},
+      {"a start on a later day takes date and time along", day, SetStartDate, u"2010/06/25",
+       Span(u"25", u"09:00", u"25", u"09:00")},
+      {"an end before the start", day, SetEndTime, u"08:00", Day(u"08:00", u"08:00")},
+      {"an end on a later day moves alone", day, SetEndDate, u"2010/06/24",
+       Span(u"23", u"09:00", u"24", u"10:00")},
+      {"all day is all day at both ends", day, SetStartTime, kMark, Day(kMark, kMark)},
+      {"a real start ends the whole days", whole, SetStartTime, u"08:00",
+       Span(u"23", u"08:00", u"24", u"08:00")},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     StartEnd times = row.before;
-    row.change(times);
+    row.change(times, row.to);
     EXPECT_EQ(times, row.after);
   }
+}
+
+TEST(StartEnd, NowIsAMomentOrADay) {
+  StartEnd times = Day(u"09:00", u"10:00");
+  SetStartToNow(times, At(9, 45));
+  EXPECT_EQ(times, Day(u"09:45", u"10:00"));
+  SetEndToNow(times, At(8, 15));
+  EXPECT_EQ(times, Day(u"08:15", u"08:15"));
+  times = Span(u"20", kMark, u"21", kMark);
+  SetStartToNow(times, At(9, 45));
+  EXPECT_EQ(times, Day(kMark, kMark)) << "whole days stay so";
+  times = Span(u"23", kMark, u"24", kMark);
+  SetEndToNow(times, At(9, 45));
+  EXPECT_EQ(times, Day(kMark, kMark)) << "whole days stay so";
 }
 
 TEST(ExistingDate, IsTakenFromADateThatMayNotExist) {
