@@ -229,13 +229,10 @@ intptr_t Address(Type& object) {
   return reinterpret_cast<intptr_t>(&object);
 }
 
-int ThirtyRows(ItemStore&) {
-  return 30;
-}
-
 TEST_F(InertListTest, MessagesReachEverything) {
   InertItem office{0, 0, u"会社"}, home{0, 0, u"自宅"}, station{0, 0, u"駅"}, copy;
   ListRect rect;
+  const auto thirtyRows = reinterpret_cast<intptr_t>(+[](ItemStore&) { return 30; });
   const struct {
     uint32_t message;
     intptr_t wparam, lparam, answer;
@@ -263,16 +260,16 @@ TEST_F(InertListTest, MessagesReachEverything) {
       {ILM_SETSEL, 2, 0, -1},
       {ILM_SETSEL, 0, 0, 0},
       {ILM_GETSEL, 0, 0, 0},
-      {0x10042, 0, 0x123456, 0},  // the last colour
+      {0x10042, 0, 0x123456, 0},
       {0x10043, 0, 0, 0x123456},
-      {0x10045, 0, 0, 0},  // no message
+      {0x10045, 0, 0, 0},
       {ILM_SETSTYLE, 0, ILS_WRAP | ILS_SHADOW, 0},
       {ILM_SETSTYLE, ILS_SHADOW, 0, 0},
       {ILM_GETSTYLE, 0xFF, 0, ILS_WRAP},
       {ILM_DELETE, 0, 0, 0},
       {ILM_COUNT, 0, 0, 1},
-      {ILM_SETOP, 9, reinterpret_cast<intptr_t>(&ThirtyRows), 0},
-      {ILM_GETOP, 9, 0, reinterpret_cast<intptr_t>(&ThirtyRows)},
+      {ILM_SETOP, 9, thirtyRows, 0},
+      {ILM_GETOP, 9, 0, thirtyRows},
       {ILM_COUNT, 0, 0, 30},
   };
   for (const auto& row : rows) {
