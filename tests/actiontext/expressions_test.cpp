@@ -188,6 +188,7 @@ TEST(Functions, TakeFactorsAndAnswer) {
       {u"Substring(\"abc\", 1, -Length(1));", u"", "a missing argument shifts the others"},
       {u"IndexOf(\"abc\", \"z\");", u"-1"},
       {u"IndexOf(\"abc\", \"\");", u"-1"},
+      {u"IndexOf(\"ababac\", \"abac\");", u"2", "a beginning that repeats"},
       {u"IndexOf(\"abc\", \"c\", 3);", u"-1"},
       {u"IndexOf(\"abc\", \"a\", 4);", u"-1", "beyond the end"},
       {u"IndexOf(\"abc\", \"a\", -1);", u"-1", "before the beginning"},

@@ -37,6 +37,7 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
       {"six decimals", kLatitude, u"35.5", u"35.500000"},
       {"south", kLongitude, u"-139.6917064", u"-139.691706"},
       {"the number ends at the first letter", kLatitude, u" +12.5abc", u"12.500000"},
+      {"words are no number", kLatitude, u"inf", u"0.000000"},
       {"an exponent", kLatitude, u"1.5e2", u"150.000000"},
       {"extended items", kExtItems, u"a=1;", u"a=1;"},
   };
