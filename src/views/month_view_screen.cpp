@@ -64,8 +64,11 @@ void MonthViewScreen::MakeWeekdays() {
     label->setFont(platform::qt::FixedFont(12));
     label->setAlignment(Qt::AlignCenter);
     label->setAutoFillBackground(true);
-    const QColor text = column == 0 ? Qt::red : column == kMonthColumns - 1 ? Qt::blue : Qt::black;
-    label->setPalette(QPalette(text, kWeekdayBackground));
+    QPalette palette(kWeekdayBackground);
+    palette.setColor(QPalette::WindowText, column == 0                   ? Qt::red
+                                           : column == kMonthColumns - 1 ? Qt::blue
+                                                                         : Qt::black);
+    label->setPalette(palette);
     weekdays_[static_cast<size_t>(column)] = label;
   }
 }
