@@ -322,7 +322,7 @@ void CMainWnd::OnDateChosen(QDate date) {
   core::CurYear = date.year();
   core::CurMonth = date.month();
   core::CurDay = date.day();
-  Refresh();
+  Refresh();  // kept on purpose: neither the boxes of the week nor the counts of the month follow
 }
 
 void CMainWnd::OnPageChosen(int page) {
@@ -426,12 +426,14 @@ void CMainWnd::ToggleToolBar() {
 // What the options change may show everywhere: the shell's button, fonts, names, the rows.
 void CMainWnd::FxToolOption() {
   const int formerRange = app_.SeqViewRng;
-  if (options::OptionsSheet(this, app_, options::kGeneral).RunModal() == options::kNoDataFile) {
-    return;
+  options::OptionsSheet sheet(this, app_, options::kGeneral);
+  if (sheet.RunModal() == options::kNoDataFile) return;
+  if (sheet.DataFileChanged()) {
+    for (const auto& [number, view] : views_) view->Forget();
   }
   options::KeepListPage(app_, formerRange);
   Relayout();
-  Refresh();
+  ShowChange(Change::kEdited);
 }
 
 void CMainWnd::RunRecorder() {

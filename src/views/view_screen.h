@@ -27,7 +27,8 @@ struct SharedControls {
   MapPane& map;
 };
 
-// What has been done to the diary, for views that read only a part of what they show anew.
+// What has been done to the diary, for views that read only a part of what they show anew. An
+// import and the options count as an edit.
 enum class Change { kEdited, kDeleted, kRecorded, kFindEnded };
 
 class ViewScreen : public QObject {
@@ -48,6 +49,8 @@ class ViewScreen : public QObject {
   virtual void OnDateMoved() {}
   // Shows what has been done.
   virtual void OnChange(Change) { Refill(); }
+  // The data file is another one: what was read before counts no more.
+  virtual void Forget() {}
 
   // The row that a command of the edit menu means, -1 for none.
   virtual int SelectedRow() const;

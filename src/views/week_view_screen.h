@@ -17,6 +17,7 @@ class WeekViewScreen : public ViewScreen {
   void Refill() override;
   void OnDateMoved() override { ReadWeek(app_, week_); }
   void OnChange(Change change) override;
+  void Forget() override { week_ = {}; }
   bool IsHeldOnly() const override { return true; }
   std::u16string TapItem() const override { return tapItem_; }
   QWidget& FocusWidget() override { return *canvas_; }

@@ -165,7 +165,7 @@ TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
     bool checked;
   } rows[] = {{kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
               {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
-              {kAbout, false, false},       {kFindClear, true, false}};
+              {kFindClear, true, false}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.id);
     const auto* action = window->findChild<QAction*>(QString::number(row.id));
