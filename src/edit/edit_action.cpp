@@ -5,7 +5,6 @@
 
 #include "actiontext/action_text.h"
 #include "edit/initial_times.h"
-#include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 
@@ -42,6 +41,13 @@ constexpr CEditAction::Command CEditAction::kCommands[] = {
     {kIdToolFollow, &CEditAction::FxEditFollow},
     {kIdMenuDelete, &CEditAction::FxEditDelete},
     {kIdToolDelete, &CEditAction::FxEditDelete},
+    {kIdAskPosition, &CEditAction::AskPosition},
+    {kIdLatitude, &CEditAction::AskPosition},
+    {kIdLongitude, &CEditAction::AskPosition},
+    {kIdShowPosition, &CEditAction::ShowPosition},
+    {kIdClearPosition, &CEditAction::ClearPosition},
+    {kIdPositionArrived, &CEditAction::OnPositionArrived},
+    {kIdMapLink, &CEditAction::OpenMapLink},
     {kIdMenuContinue, &CEditAction::ToggleEditOpeCont},
     {kIdToolContinue, &CEditAction::ToggleEditOpeCont},
     {kIdMenuAtStart, &CEditAction::ToggleAtStart},
@@ -74,12 +80,6 @@ bool CEditAction::IsEnabled(int commandId) const {
     case kIdMenuReference:
       return workingMode == WorkingMode::kChange;
     case kIdMenuExtItems:
-    case kIdLatitude:
-    case kIdLongitude:
-    case kIdAskPosition:
-    case kIdShowPosition:
-    case kIdClearPosition:
-    case kIdMapLink:
       return false;
     default:
       return true;
@@ -108,7 +108,9 @@ bool CEditAction::Open(int openMode, const std::optional<position::Position>& po
 
 void CEditAction::OnCommand(int commandId) {
   const Picker closed = picker;
-  if (!ApplyPicker() || !IsEnabled(commandId)) return;
+  // A position arrives once: it is offered also where an open picker's text was refused.
+  const bool goesOn = ApplyPicker() || commandId == kIdPositionArrived;
+  if (!goesOn || !IsEnabled(commandId)) return;
   if (commandId == kIdMemoInput) {
     SwitchMemoInput(closed);
   } else if (const Picker which = PickerOf(commandId); which != Picker::kNone) {
@@ -129,14 +131,6 @@ bool CEditAction::OnWindowClosing() {
 
 void CEditAction::StartNew(std::u16string_view date) {
   StartBlank(TimesOfNew(date, app_.TimeInitForNewMode, platform::host().Now()));
-}
-
-// What is stored keeps the digits, and the sign, that the fields don't show.
-void CEditAction::PutAt(const position::Position& position) {
-  loaded_[store::kLatitude] = position::DecimalDegrees(position.latitude);
-  loaded_[store::kLongitude] = position::DecimalDegrees(position.longitude);
-  fields.latitude = ShownPosition(loaded_[store::kLatitude]);
-  fields.longitude = ShownPosition(loaded_[store::kLongitude]);
 }
 
 void CEditAction::StartReference() {

@@ -9,7 +9,7 @@
 
 #include "core/app_state.h"
 #include "edit/start_end.h"
-#include "position/coordinate.h"
+#include "position/position_fields.h"
 #include "store/action.h"
 
 namespace edit {
@@ -81,6 +81,7 @@ enum CommandId {
   kIdAskPosition = 33100,
   kIdShowPosition = 33101,
   kIdClearPosition = 33102,
+  kIdPositionArrived = position::kPositionArrived,  // posted by the GPS thread
   kIdMapLink = 33104,
   kIdKeyWrite = 40002,
   kIdMenuExit = 40102
@@ -107,6 +108,7 @@ class CEditAction {
   // What the open picker holds: a date for a calendar, the typed text for the others. The screen
   // keeps it up to date while its user types.
   std::u16string pickerText;
+  platform::WindowId window = 0;  // the screen's, for posted commands
   bool dirty = false;
   std::optional<int> ended;   // the result code, once the screen is to end
   bool closeProgram = false;  // and the main window is to be closed behind it
@@ -150,7 +152,6 @@ class CEditAction {
 
   // edit_action.cpp
   void StartNew(std::u16string_view date);
-  void PutAt(const position::Position& position);
   void StartReference();
   void StartFollow();
   void StartBlank(const StartEnd& times);
@@ -166,6 +167,14 @@ class CEditAction {
   void ToggleAtStart();
   void RunActionText();
   void End(int result);
+
+  // edit_position.cpp
+  void AskPosition();
+  void OnPositionArrived();
+  void ShowPosition();
+  void ClearPosition();
+  void OpenMapLink();
+  void PutAt(const position::Position& position);
 
   // edit_pickers.cpp
   Picker PickerOf(int controlId) const;
@@ -208,7 +217,8 @@ class CEditAction {
   std::u16string loadedDate_;  // its start date
   std::u16string expansion_;   // of the memo; only with the action text on
   int formerStartupMode_ = 0;  // what StartupMode goes back to when the toggle is cleared
-  bool changed_ = false;       // a row was written or deleted, or the selected date moved
+  position::PositionFields positionFields_{fields.latitude, fields.longitude};
+  bool changed_ = false;  // a row was written or deleted, or the selected date moved
 };
 
 }  // namespace edit

@@ -86,6 +86,7 @@ CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode
       calendar_(new platform::qt::MonthCalendar(this)),
       list_(new pickers::ListPicker(this)),
       memoEdit_(new QPlainTextEdit(this)) {
+  edit_.window = Address();
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
@@ -213,6 +214,12 @@ void CEditActionDlg::Run(int commandId) {
   QGuiApplication::inputMethod()->commit();  // what is still being composed counts
   edit_.OnCommand(commandId);
   ShowState();
+}
+
+// The fields lose the colours of waiting before their user is asked about what has come.
+void CEditActionDlg::OnPosted(int command) {
+  ShowState();
+  Run(command);
 }
 
 void CEditActionDlg::ChoosePicker() {

@@ -35,6 +35,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
 
  protected:
   void OnEscape() override;
+  void OnPosted(int command) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -87,8 +87,8 @@ void EditForm::ShowState(const CEditAction& state) {
   fields_[kIdStartTime]->ShowValue(ToQt(fields.times.staTime));
   fields_[kIdEndDate]->ShowValue(ToQt(fields.times.endDate));
   fields_[kIdEndTime]->ShowValue(ToQt(fields.times.endTime));
-  fields_[kIdLatitude]->ShowValue(ToQt(fields.latitude));
-  fields_[kIdLongitude]->ShowValue(ToQt(fields.longitude));
+  fields_[kIdLatitude]->ShowPosition(fields.latitude);
+  fields_[kIdLongitude]->ShowPosition(fields.longitude);
   fields_[kIdPlace]->ShowValue(ToQt(fields.place));
   fields_[kIdCategory1]->ShowValue(ToQt(fields.category1));
   fields_[kIdCategory2]->ShowValue(ToQt(fields.category2));

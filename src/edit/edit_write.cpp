@@ -49,6 +49,7 @@ bool CEditAction::Write() {
     const int index = store::FindActionPosition(app_, app_.SelActId);
     if (index >= 0) app_.SelIndex = index;
   }
+  positionFields_.ForgetLast();
   dirty = false;
   return true;
 }

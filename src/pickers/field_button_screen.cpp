@@ -5,6 +5,8 @@
 
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
+#include "position/position_fields.h"
+#include "position/position_request.h"
 
 namespace pickers {
 namespace {
@@ -16,6 +18,8 @@ constexpr QRgb kPressedColor = 0xFFC0C0C0;
 constexpr QRgb kEdgeColor = 0xFFB0B0B0;
 constexpr QRgb kTextColor = 0xFF000000;
 constexpr QRgb kDisabledTextColor = 0xFF606060;
+constexpr QRgb kAcquiringColor = 0xFFFFFF00;
+constexpr QRgb kAcquiringTextColor = 0xFF0000FF;
 
 }  // namespace
 
@@ -32,12 +36,24 @@ void FieldButton::ShowValue(const QString& value) {
   update();
 }
 
+void FieldButton::ShowPosition(const std::u16string& text) {
+  isPosition_ = true;
+  alignment_ = text == position::kAcquiring ? Qt::AlignHCenter : Qt::AlignLeft;
+  ShowValue(platform::qt::ToQt(text));
+  update();  // its colours may have changed alone
+}
+
 void FieldButton::paintEvent(QPaintEvent*) {
+  const bool isAcquiring = isPosition_ && position::IsRequestInProgress();
   QPainter painter(this);
-  painter.fillRect(rect(), QColor(isDown() ? kPressedColor : kFieldColor));
+  painter.fillRect(rect(), QColor(isDown()      ? kPressedColor
+                                  : isAcquiring ? kAcquiringColor
+                                                : kFieldColor));
   painter.setPen(QColor(kEdgeColor));
   painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
-  painter.setPen(QColor(isEnabled() ? kTextColor : kDisabledTextColor));
+  painter.setPen(QColor(isAcquiring   ? kAcquiringTextColor
+                        : isEnabled() ? kTextColor
+                                      : kDisabledTextColor));
   const QRect area = rect().adjusted(Scaled(3), Scaled(3), -Scaled(3), -Scaled(3));
   if (area.height() < 2 * LineHeight()) {
     PaintOneLine(painter, area);
@@ -63,7 +79,7 @@ void FieldButton::PaintOneLine(QPainter& painter, const QRect& area) {
     shrunk.setPixelSize(shrunk.pixelSize() - 1);
   }
   painter.setFont(shrunk);
-  painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, fitted());
+  painter.drawText(area, alignment_ | Qt::AlignVCenter | Qt::TextSingleLine, fitted());
 }
 
 void FieldButton::PaintLines(QPainter& painter, const QRect& area) {

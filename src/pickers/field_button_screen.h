@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QString>
+#include <string>
 
 namespace pickers {
 
@@ -14,6 +15,9 @@ class FieldButton : public QAbstractButton {
 
   // The text as it is: no character of it is a mnemonic.
   void ShowValue(const QString& value);
+  // The text of a position field: centred while it tells that a position is awaited. Until the
+  // receiver's next reading such a field is painted in other colours.
+  void ShowPosition(const std::u16string& text);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -26,6 +30,8 @@ class FieldButton : public QAbstractButton {
 
   int smallest_;
   QString value_;
+  bool isPosition_ = false;
+  Qt::Alignment alignment_ = Qt::AlignLeft;  // of one line
 };
 
 }  // namespace pickers

@@ -48,6 +48,7 @@ CRecorderDlg::CRecorderDlg(QWidget* over, core::CAppState& app)
       recorder_(app),
       list_(new HistoryListView(this)),
       keys_(new platform::qt::SoftKeyBar(this)) {
+  recorder_.window = Address();
   MakeLabels();
   MakeFields();
   MakeButtons();
@@ -91,25 +92,20 @@ void CRecorderDlg::AddLabel(int id, const std::u16string& text) {
 }
 
 void CRecorderDlg::MakeFields() {
-  AddField(kIdTime, InlineEdit::kTime);
-  AddField(kIdLatitude, InlineEdit::kNone);
-  AddField(kIdLongitude, InlineEdit::kNone);
-  AddField(kIdPlace, InlineEdit::kPlace);
-  AddField(kIdCategory1, InlineEdit::kCategory1);
-  AddField(kIdCategory2, InlineEdit::kCategory2);
+  AddField(kIdTime, [this] { OnTimeField(); });
+  AddField(kIdLatitude, [this] { Run(&CRecorder::AskPosition); });
+  AddField(kIdLongitude, [this] { Run(&CRecorder::AskPosition); });
+  AddField(kIdPlace, [this] { OnValueField(InlineEdit::kPlace); });
+  AddField(kIdCategory1, [this] { OnValueField(InlineEdit::kCategory1); });
+  AddField(kIdCategory2, [this] { OnValueField(InlineEdit::kCategory2); });
 }
 
-void CRecorderDlg::AddField(int id, InlineEdit which) {
+void CRecorderDlg::AddField(int id, std::function<void()> onTap) {
   auto* field = new pickers::FieldButton(9, this);
   field->setObjectName(QString::number(id));
   field->setFont(FixedFont(12));
-  field->setEnabled(which != InlineEdit::kNone);
+  connect(field, &QAbstractButton::clicked, this, std::move(onTap));
   controls_[id] = fields_[id] = field;
-  if (which == InlineEdit::kTime) {
-    connect(field, &QAbstractButton::clicked, this, &CRecorderDlg::OnTimeField);
-  } else {
-    connect(field, &QAbstractButton::clicked, this, [this, which] { OnValueField(which); });
-  }
 }
 
 void CRecorderDlg::MakeButtons() {
@@ -163,10 +159,10 @@ void CRecorderDlg::MakeMenu() {
   add(kMenuClear, u"クリア", [this] { Run(&CRecorder::OnBtnClear); });
   add(kMenuChange, u"変更...", [this] { OnListChange(); });
   add(kMenuDelete, u"削除", [this] { Run(&CRecorder::FxBtnDelete); });
-  AddMenuItem(menu, kMenuAskPosition, QStringLiteral("位置取得"))->setEnabled(false);
-  AddMenuItem(menu, kMenuShowPosition, QStringLiteral("位置表示"))->setEnabled(false);
+  add(kMenuAskPosition, u"位置取得", [this] { Run(&CRecorder::AskPosition); });
+  add(kMenuShowPosition, u"位置表示", [this] { Run(&CRecorder::ShowPosition); });
   add(kMenuClearPosition, u"位置クリア", [this] { Run(&CRecorder::ClearPosition); });
-  AddMenuItem(menu, kMenuMapLink, QStringLiteral("地図表示"))->setEnabled(false);
+  add(kMenuMapLink, u"地図表示", [this] { Run(&CRecorder::OpenMapLink); });
   add(kMenuAtStart, u"起動時に開く", [this](bool checked) { recorder_.opensAtStart = checked; });
   add(kMenuClose, u"閉じる", [this] { Leave(); });
   add(kMenuExit, u"終了", [this] { OnBtnExit(); });
@@ -200,6 +196,13 @@ int CRecorderDlg::LabelWidth() const {
 void CRecorderDlg::Run(void (CRecorder::*command)()) {
   (recorder_.*command)();
   ShowState();
+}
+
+// The only command that is posted: the fields lose the colours of waiting before their user is
+// asked about the position that has come.
+void CRecorderDlg::OnPosted(int) {
+  ShowState();
+  Run(&CRecorder::OnPositionArrived);
 }
 
 void CRecorderDlg::OnTimeField() {
@@ -342,8 +345,8 @@ bool CRecorderDlg::focusNextPrevChild(bool forward) {
 
 void CRecorderDlg::ShowState() {
   fields_[kIdTime]->ShowValue(ToQt(recorder_.fields.time));
-  fields_[kIdLatitude]->ShowValue(ToQt(recorder_.fields.latitude));
-  fields_[kIdLongitude]->ShowValue(ToQt(recorder_.fields.longitude));
+  fields_[kIdLatitude]->ShowPosition(recorder_.fields.latitude);
+  fields_[kIdLongitude]->ShowPosition(recorder_.fields.longitude);
   fields_[kIdPlace]->ShowValue(ToQt(recorder_.fields.place));
   fields_[kIdCategory1]->ShowValue(ToQt(recorder_.fields.category1));
   fields_[kIdCategory2]->ShowValue(ToQt(recorder_.fields.category2));

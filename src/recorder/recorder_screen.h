@@ -6,6 +6,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -29,6 +30,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
 
  protected:
   void OnEscape() override;
+  void OnPosted(int command) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -42,7 +44,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void MakeMenu();
   void MakeEditor(pickers::ListPicker*& editor, int id);
   void AddLabel(int id, const std::u16string& text);
-  void AddField(int id, InlineEdit which);
+  void AddField(int id, std::function<void()> onTap);
   void AddButton(int id, const QString& text, void (CRecorder::*command)());
   QAction* AddMenuItem(QMenu& menu, int id, const QString& text);
   int LabelWidth() const;

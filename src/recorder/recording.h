@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/app_state.h"
+#include "position/position_fields.h"
 #include "recorder/recorder_state.h"
 #include "recorder/recording_rows.h"
 #include "store/action.h"
@@ -45,7 +46,8 @@ class CRecorder {
   bool isRunning = false;     // what the stop button shows: it stops, or it reopens
   bool opensAtStart = false;  // the check on "起動時に開く"
   InlineEdit inlineEdit = InlineEdit::kNone;
-  std::u16string editorText;  // what the open editor holds; the screen keeps it up to date
+  platform::WindowId window = 0;  // the screen's, for posted commands
+  std::u16string editorText;      // what the open editor holds; the screen keeps it up to date
 
   // Sets the screen up: reads the lasting values if this data file's are not loaded yet, and fills
   // the list.
@@ -91,7 +93,12 @@ class CRecorder {
   void TakeTime(int hour, int minute);
   // The time in the field; false if it holds the mark.
   bool FieldTime(int& hour, int& minute) const;
+  // The position commands. OnPositionArrived leaves an open editor open.
+  void AskPosition();
+  void OnPositionArrived();
+  void ShowPosition();
   void ClearPosition();
+  void OpenMapLink();
 
  private:
   // How an operation ends early: with a message, unless that is empty.
@@ -139,6 +146,7 @@ class CRecorder {
   void StoreStartChoice();
 
   core::CAppState& app_;
+  position::PositionFields positionFields_{fields.latitude, fields.longitude};
   int formerStartupMode_ = 0;  // what StartupMode goes back to when the check is taken off
 };
 

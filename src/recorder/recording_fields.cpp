@@ -119,10 +119,24 @@ bool CRecorder::FieldTime(int& hour, int& minute) const {
   return core::ParseTime(fields.time, hour, minute, second) == 0;
 }
 
+void CRecorder::AskPosition() {
+  if (ValidateInlineEdit() == 0) positionFields_.Request(window);
+}
+
+void CRecorder::OnPositionArrived() {
+  positionFields_.OnArrived();
+}
+
+void CRecorder::ShowPosition() {
+  if (ValidateInlineEdit() == 0) positionFields_.OfferLast();
+}
+
 void CRecorder::ClearPosition() {
-  if (ValidateInlineEdit() != 0) return;
-  fields.latitude.clear();
-  fields.longitude.clear();
+  if (ValidateInlineEdit() == 0) positionFields_.Clear();
+}
+
+void CRecorder::OpenMapLink() {
+  if (ValidateInlineEdit() == 0) positionFields_.OpenMap();
 }
 
 void CRecorder::OnBtnNow() {

@@ -3,12 +3,14 @@
 #include <sys/stat.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <set>
 
 #include "e2e/pocket_device.h"
 #include "platform/utf.h"
 #include "store/session.h"
+#include "support/gps_daemon.h"
 #include "support/temp_folder.h"
 
 using e2e::PocketDevice;
@@ -233,6 +235,33 @@ TEST(Diary, StartsWithANewActionWhereItsUserWantsThat) {
   ASSERT_TRUE(WaitUntil([&] { return diary.Actions().size() == 1; }));
   device.Press("ctrl+q");
   EXPECT_EQ(program.Wait(), 0);
+}
+
+TEST(Diary, TakesThePositionOfARealReceiver) {
+  testing_support::GpsDaemon daemon;
+  setenv("MORVENLY_GPSD_PORT", std::to_string(daemon.Port()).c_str(), 1);
+  ASSERT_NO_FATAL_FAILURE(daemon.Start());
+  PocketDevice device;
+  Installed diary;
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  device.Tap(60, 307);  // new
+  device.Tap(70, 93);   // the latitude: the receiver has no fix yet
+  device.Picture("position_awaited");
+  device.Tap(212, 13);  // the screen that has asked is closed
+  device.Tap(60, 307);  // another one is open when the answer comes
+  daemon.HaveFix();
+  EXPECT_TRUE(WaitUntil([&] {  // the first answer, to nobody, has to come before one is asked anew
+    device.Tap(70, 93);
+    return device.FocusedTitle() == "位置情報取得";
+  }));
+  device.Picture("position_arrived");
+  device.Press("Return");
+  ASSERT_TRUE(device.Shows(kWindow));
+  device.Picture("position_taken");
+  device.Press("F1");
+  ASSERT_TRUE(diary.Holds(store::kLatitude, {u"35.681237"}));
+  EXPECT_EQ(diary.Actions()[0][store::kLongitude], u"139.767125");
 }
 
 TEST(Diary, TellsThatThereIsNoDisplay) {

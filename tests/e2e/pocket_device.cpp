@@ -73,9 +73,7 @@ void PocketDevice::Type(const std::string& text) {
 }
 
 bool PocketDevice::Shows(const std::string& title) {
-  const bool shown = WaitUntil([&] {
-    return OutputOf({"xdotool", "getwindowfocus", "getwindowname"}) == title + "\n";
-  });
+  const bool shown = WaitUntil([&] { return FocusedTitle() == title; });
   if (!shown) Picture("instead_of_" + title);
   return shown;
 }
@@ -100,6 +98,11 @@ void PocketDevice::TapFromCorner(const std::string& title, int left, int up) {
   Do({"search", "--onlyvisible", "--name", "^" + title + "$", "mousemove", "--window", "%1",
       std::to_string(width - left * kPixelsPerUnit), std::to_string(height - up * kPixelsPerUnit),
       "click", "1"});
+}
+
+std::string PocketDevice::FocusedTitle() {
+  const std::string title = OutputOf({"xdotool", "getwindowfocus", "getwindowname"});
+  return title.substr(0, title.find('\n'));
 }
 
 std::string PocketDevice::FocusedWindow() {

@@ -30,6 +30,7 @@ class PocketDevice {
   bool ShowsWindows(size_t count);
   // A tap in that window, counted from its lower right corner.
   void TapFromCorner(const std::string& title, int left, int up);
+  std::string FocusedTitle();
   // The id of the window that has the focus.
   std::string FocusedWindow();
 

@@ -95,8 +95,6 @@ TEST_F(EditActionScreen, ShowsTheAction) {
               EXPECT_FALSE(Find<QWidget>("1124")->isVisible());
               EXPECT_TRUE(MenuItem(kIdMenuFollow)->isEnabled());
               EXPECT_FALSE(MenuItem(kIdMenuExtItems)->isEnabled());
-              EXPECT_FALSE(MenuItem(kIdAskPosition)->isEnabled());
-              EXPECT_FALSE(Find<pickers::FieldButton>("1128")->isEnabled());
               EXPECT_TRUE(Find<pickers::FieldButton>("1110")->isEnabled());
               Tap("2");
             }),

@@ -7,9 +7,11 @@
 #include <QPushButton>
 #include <QTimer>
 #include <csignal>
+#include <thread>
 
 #include "platform/qt/end_signals.h"
 #include "platform/qt/message_box.h"
+#include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
 
 using platform::Answer;
@@ -122,6 +124,28 @@ TEST(QtHost, DrawsTheWholeRangeTheSameWayFromTheSameSeed) {
   EXPECT_EQ(highest, 32767);
   host.SeedDraw(7);
   EXPECT_EQ(host.Draw(), first);
+}
+
+TEST(QtHostPost, ReachesAScreenInFrontAndNobodyElse) {
+  class Screen : public platform::qt::ModalScreen {
+   public:
+    using ModalScreen::ModalScreen;
+    void OnPosted(int command) override { EndScreen(command); }
+  };
+  QtHost host;
+  QWidget window;
+  window.show();
+  Screen screen(&window);
+  host.PostCommand(Screen(&window).Address(), 1);  // gone by then
+  std::thread([&] { host.PostCommand(screen.Address(), 33103); }).join();
+  QTimer::singleShot(0, [&] {
+    Show(host, {u"本文", u"題", Icon::kNone, Buttons::kOk}, [](QMessageBox& box) {
+      // Longer than the screen waits before it looks again whether the message is still there.
+      QTimer::singleShot(300, &box, [&box] { Press(box, QMessageBox::Ok); });
+    });
+    EXPECT_EQ(platform::qt::ModalScreen::Topmost(), &screen) << "it took the command too early";
+  });
+  EXPECT_EQ(screen.RunModal(), 33103);
 }
 
 TEST(EndSignals, ReachTheEventLoopAlsoInsideAMessage) {

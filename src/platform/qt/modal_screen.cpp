@@ -4,17 +4,21 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QList>
+#include <QTimer>
 #include <utility>
 #include <vector>
 
 namespace platform::qt {
 namespace {
 
+constexpr int kLookAgainMilliseconds = 100;
+
 std::vector<ModalScreen*> runningScreens;
 
 }  // namespace
 
-ModalScreen::ModalScreen(QWidget* over) : QWidget(over->window()) {
+ModalScreen::ModalScreen(QWidget* over)
+    : QWidget(over->window()), address_([this](int command) { TakePosted(command); }) {
   setAutoFillBackground(true);
   setFocusPolicy(Qt::StrongFocus);
   hide();
@@ -60,6 +64,16 @@ void ModalScreen::EndScreen(int result) {
 bool ModalScreen::OnWindowClosing() {
   EndScreen(kResultCancel);
   return true;
+}
+
+void ModalScreen::TakePosted(int command) {
+  const bool isInFront = Topmost() == this && QApplication::activeModalWidget() == nullptr &&
+                         QApplication::activePopupWidget() == nullptr;
+  if (isInFront) {
+    OnPosted(command);
+  } else {
+    QTimer::singleShot(kLookAgainMilliseconds, this, [this, command] { TakePosted(command); });
+  }
 }
 
 bool ModalScreen::eventFilter(QObject* watched, QEvent* event) {

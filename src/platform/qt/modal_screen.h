@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "platform/qt/command_mailbox.h"
+
 namespace platform::qt {
 
 inline constexpr int kResultOk = 1;
@@ -27,6 +29,9 @@ class ModalScreen : public QWidget {
   // screen must have ended itself. The default ends it with kResultCancel.
   virtual bool OnWindowClosing();
 
+  // Where commands for this screen are posted, from any thread.
+  WindowId Address() const { return address_.Id(); }
+
   // The topmost running screen, or nullptr.
   static ModalScreen* Topmost();
 
@@ -34,12 +39,17 @@ class ModalScreen : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;  // Escape and Back act as OnEscape
   virtual void OnEscape() { EndScreen(kResultCancel); }
+  // A posted command. It waits until nothing stands over the screen: no other screen, no message,
+  // no menu.
+  virtual void OnPosted(int) {}
 
  private:
+  void TakePosted(int command);
   // A user who double-clicks what opened the screen means nothing on it: the second click, a double
   // click without a press of its own here, is swallowed together with its release.
   bool BelongsToOpeningClick(QEvent::Type type);
 
+  const CommandAddress address_;
   QEventLoop loop_;
   int result_ = kResultCancel;
   bool pressed_ = false;     // at least once since the screen was opened
