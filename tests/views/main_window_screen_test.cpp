@@ -265,18 +265,7 @@ TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
   Tap(cell(1, 1), month);
   EXPECT_EQ(core::kViewDay, app.CurView);
   EXPECT_EQ(QStringLiteral("2010/07/05"), Title());
-  EXPECT_TRUE(list->isVisible());
   EXPECT_FALSE(days->isVisible());
-}
-
-TEST_F(MainWindow, TheMonthsCountFollowsADelete) {
-  host.answers = {platform::Answer::kYes};
-  window->OnCommand(kShowMonth);
-  window->OnCommand(kDelete);
-  EXPECT_EQ(u"このアクションを削除しますか？", host.messages[0].text) << "of the first row";
-  EXPECT_EQ(QStringLiteral("2010/06/23 - 2(2)"), Title());
-  Press("1060");
-  EXPECT_EQ(QStringLiteral("2011/06/23 - 0(2)"), Title()) << "a year forward";
 }
 
 TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {

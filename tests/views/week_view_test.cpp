@@ -63,18 +63,11 @@ TEST_F(Week, Lanes) {
     std::vector<std::pair<int, int>> hours;  // from and to
     std::vector<Lane> lanes;
   } cases[] = {
-      {"apart", {{1, 2}, {3, 4}}, {{0, 1}, {0, 1}}},
       {"one ends as the next starts", {{1, 2}, {2, 3}}, {{0, 1}, {0, 1}}},
       {"two overlap", {{10, 12}, {11, 13}}, {{0, 2}, {1, 2}}},
-      {"three at the same times see each other",
-       {{1, 2}, {1, 2}, {1, 2}},
-       {{1, 3}, {2, 3}, {0, 3}}},
-      {"a short one within a long one does not make that one lower",
-       {{1, 9}, {3, 4}},
-       {{0, 1}, {1, 2}}},
-      {"the middle of a chain is higher than its ends",
-       {{1, 5}, {2, 6}, {3, 7}},
-       {{0, 3}, {1, 2}, {2, 3}}},
+      {"three alike", {{1, 2}, {1, 2}, {1, 2}}, {{1, 3}, {2, 3}, {0, 3}}},
+      {"one within a long one", {{1, 9}, {3, 4}}, {{0, 1}, {1, 2}}},
+      {"a chain", {{1, 5}, {2, 6}, {3, 7}}, {{0, 3}, {1, 2}, {2, 3}}},
       {"a lane is free again", {{1, 3}, {2, 6}, {4, 5}}, {{0, 2}, {1, 2}, {0, 2}}},
   };
   const core::CalendarParts first = FirstDayOfWeek();
