@@ -1,6 +1,6 @@
-// A day of 30 rows, a page of 30 of the list, a week of 210 boxes and a month of 900 Actions in a
-// diary of 10,000 or 100,000, filled and painted: what a step to another day or page costs. A frame
-// is 16 ms.
+// A day of 30 rows, its map, a page of 30 of the list, a week of 210 boxes and a month of 900
+// Actions in a diary of 10,000 or 100,000, filled and painted: what a step to another day or page
+// costs. A frame is 16 ms.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -19,6 +19,7 @@
 #include "views/day_view.h"
 #include "views/list_view.h"
 #include "views/main_window_screen.h"
+#include "views/map_view.h"
 #include "views/month_view.h"
 #include "views/week_layout.h"
 
@@ -34,8 +35,9 @@ constexpr char kFillSql[] =
     "  printf('%02d:%02d:00', 8 + i % 30 / 2, i % 2 * 30),"
     "  printf('%02d:%02d:00', 8 + (i % 30 + 1) / 2, (i + 1) % 2 * 30) from n)"
     " insert into t_UserData (f_nchActId, f_dtLastUpdate, f_nchStaDateTime, f_nchEndDateTime,"
-    "  f_nvcPlace, f_nvcCategory1, f_nvcMemo)"
+    "  f_fltLatitude, f_fltLongitude, f_nvcPlace, f_nvcCategory1, f_nvcMemo)"
     " select printf('ID%016d', i), '2010/06/23 10:45:30', day || ' ' || start, day || ' ' || end,"
+    "  35.7 + i % 5 * 0.15, 139.8 + i % 6 * 0.2,"
     "  '東京都千代田区丸の内一丁目の喫茶店', '食事', '昼食にとんかつ定食を食べた。次は友人と。'"
     " from times";
 
@@ -98,6 +100,14 @@ void ReadSpanningDay(benchmark::State& state) {
   }
 }
 
+void ReadMap(benchmark::State& state) {
+  const core::CAppState& app = TheDiary(static_cast<int>(state.range(0))).app;
+  views::MapPane pane;
+  for (auto _ : state) {
+    if (views::SetDataMapViewForLV(app, pane).cells.size() != kRows) std::abort();
+  }
+}
+
 void ReadListPage(benchmark::State& state) {
   const core::CAppState& app = TheDiary().app;
   for (auto _ : state) {
@@ -119,7 +129,39 @@ void ReadWeekAndLayOut(benchmark::State& state) {
   }
 }
 
-// The same 210 Actions by one statement of the library's own, prepared once, all columns as texts.
+// All columns of the row at which a statement of the library's own stands, as texts.
+store::Action ReadRaw(sqlite3_stmt* select) {
+  store::Action action;
+  for (int column = 0; column < store::kActionColumnCount; ++column) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(select, column));
+    if (text == nullptr) continue;
+    const auto size = static_cast<size_t>(sqlite3_column_bytes(select, column));
+    action[static_cast<size_t>(column)] = platform::ToUtf16({text, size});
+  }
+  return action;
+}
+
+// What the map's fill stands beside: the same select, prepared once.
+void ReadMapRaw(benchmark::State& state) {
+  const Diary& diary = TheDiary(static_cast<int>(state.range(0)));
+  sqlite3* raw = nullptr;
+  sqlite3_stmt* select = nullptr;
+  sqlite3_open(diary.File(), &raw);
+  sqlite3_prepare_v2(raw,
+                     "select * from t_UserData where f_nchStaDateTime < '2000/06/23 24:00:00' and"
+                     " f_nchEndDateTime >= '2000/06/23 00:00:00' order by f_nchStaDateTime asc",
+                     -1, &select, nullptr);
+  for (auto _ : state) {
+    int rows = 0;
+    for (; sqlite3_step(select) == SQLITE_ROW; ++rows) benchmark::DoNotOptimize(ReadRaw(select));
+    if (rows != kRows) std::abort();
+    sqlite3_reset(select);
+  }
+  sqlite3_finalize(select);
+  sqlite3_close(raw);
+}
+
+// The same 210 Actions by one statement prepared once.
 void ReadWeekRaw(benchmark::State& state) {
   const Diary& diary = TheDiary(static_cast<int>(state.range(0)));
   const int first = store::FindActionIndexLower(diary.app, u"2000/06/20", u"00:00:00",
@@ -133,14 +175,7 @@ void ReadWeekRaw(benchmark::State& state) {
       const std::string id = platform::ToUtf8(diary.app.ActIds.At(static_cast<size_t>(position)));
       sqlite3_bind_text(select, 1, id.data(), static_cast<int>(id.size()), SQLITE_TRANSIENT);
       if (sqlite3_step(select) != SQLITE_ROW) std::abort();
-      store::Action action;
-      for (int column = 0; column < store::kActionColumnCount; ++column) {
-        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(select, column));
-        if (text == nullptr) continue;
-        const auto size = static_cast<size_t>(sqlite3_column_bytes(select, column));
-        action[static_cast<size_t>(column)] = platform::ToUtf16({text, size});
-      }
-      benchmark::DoNotOptimize(action);
+      benchmark::DoNotOptimize(ReadRaw(select));
       sqlite3_reset(select);
     }
   }
@@ -186,14 +221,18 @@ void StepAndPaint(benchmark::State& state, core::View view) {
 
 BENCHMARK(ReadDay)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadSpanningDay)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadMap)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadMapRaw)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadListPage)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadWeekAndLayOut)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadWeekRaw)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CountAMonth)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Paint, week, core::kViewWeek)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Paint, month, core::kViewMonth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Paint, map, core::kViewMap)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(StepAndPaint, week, core::kViewWeek)->Arg(320)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(StepAndPaint, month, core::kViewMonth)->Arg(320)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(StepAndPaint, map, core::kViewMap)->Arg(320)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(StepAndPaint, day, core::kViewDay)
     ->Arg(320)
     ->Arg(860)

@@ -42,14 +42,13 @@ TEST_F(MapView, TheRowsAreThoseOfTheSpanningDayWithANumber) {
   EXPECT_DOUBLE_EQ(-1.25, pane.mLon);
 }
 
-TEST_F(MapView, TheReferenceIsTakenFromTheFirstPositionsAlone) {
-  AddAt(u'1', std::nullopt, std::nullopt);
-  AddAt(u'2', u"1" + std::u16string(308, u'7'), u"1");
-  AddAt(u'3', u"1" + std::u16string(308, u'7'), u"1");
+TEST_F(MapView, TheReferenceIsTakenOnce) {
+  for (const char16_t number : {u'1', u'2'}) {
+    AddAt(number, u"1" + std::u16string(308, u'7'), u"1");
+  }
   pane.mLat = 1;
   SetDataMapViewForLV(app, pane);
   EXPECT_EQ(36.5626, pane.mLat) << "a sum that is no number is no reference";
-  core::SetCurDate(u"2010/06/24");
   AddAt(u'4', u"40", u"20");
   app.FindWhere = u"f_nchActId = 'ID2010062300000004'";
   SetDataMapViewForLV(app, pane);
@@ -69,24 +68,22 @@ TEST_F(MapView, TheCommandsNeedAnActionWithAPosition) {
   EXPECT_EQ(35.6895, pane.mLat);
   EXPECT_FALSE(FxMapMove(pane, std::vector{1}));
   EXPECT_FALSE(FxMapMove(pane, std::vector{2})) << "the row for a new one";
-  OnEditDispMap(app, rows, 0);
-  OnEditDispMap(app, rows, 1);
-  OnEditDispMap(app, rows, 2);
+  for (const int row : {0, 1, 2}) OnEditDispMap(app, rows, row);
   store::DisconnectDataFile();
   OnEditDispMap(app, rows, 0);
   ASSERT_EQ(1u, host.links.size());
   EXPECT_TRUE(host.links[0].ends_with(u"&ll=35.689500,139.691700&z=14"));
-  const char16_t* messages[][2] = {
-      {u"このアクションは位置情報が取得されていません。", u"位置情報なし"},
-      {u"有効なアクションが選択されていません。", u"移動不可"},
-      {u"このアクションは位置情報が取得されていません。", u"位置情報なし"},
-      {u"有効なアクションが選択されていません。", u"変更不可"},
-      {u"CMainWnd::OnEditDispMap Select Err (ln=1, hr=80004003)", u"Error"}};
-  ASSERT_EQ(std::size(messages), host.messages.size());
-  for (size_t k = 0; k < std::size(messages); ++k) {
-    EXPECT_EQ(messages[k][0], host.messages[k].text);
-    EXPECT_EQ(messages[k][1], host.messages[k].title);
+  std::u16string told;
+  for (const platform::Message& message : host.messages) {
+    told += message.title + u": " + message.text + u"\n";
   }
+  EXPECT_EQ(
+      u"位置情報なし: このアクションは位置情報が取得されていません。\n"
+      u"移動不可: 有効なアクションが選択されていません。\n"
+      u"位置情報なし: このアクションは位置情報が取得されていません。\n"
+      u"変更不可: 有効なアクションが選択されていません。\n"
+      u"Error: CMainWnd::OnEditDispMap Select Err (ln=1, hr=80004003)\n",
+      told);
 }
 
 }  // namespace
