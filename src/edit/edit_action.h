@@ -19,7 +19,7 @@ enum OpenMode { kOpenNew = 1, kOpenChange = 2, kOpenReference = 4, kOpenFollow =
 
 enum class WorkingMode { kCreate = 1, kChange = 2 };
 
-// The picker that is open in place.
+// The picker that is open, in place or on a screen of its own.
 enum class Picker {
   kNone,
   kStartDate,
@@ -119,6 +119,10 @@ class CEditAction {
   std::u16string_view WriteText() const;  // of the write button and the soft key
   bool IsEnabled(int commandId) const;
   bool IsChecked(int commandId) const;  // of the two toggles
+  // The open picker is a screen of its own and not one in place: a time or a value, where
+  // ItmSelMode says so. And that screen's title.
+  bool PicksOnOwnScreen() const;
+  std::u16string PickerTitle() const;
   // What the list of the open picker offers, and the row it opens at (-1: none).
   std::vector<std::u16string> PickerRows() const;
   int PickerRow() const;
@@ -180,8 +184,7 @@ class CEditAction {
   Picker PickerOf(int controlId) const;
   void OpenPicker(Picker which);
   bool ReadTime(Picker which, StartEnd& times) const;
-  void ApplyPlace();
-  void ApplyCategory(std::u16string& field, core::HistoryList& history);
+  void ApplyValue(Picker which);
   void ApplyMemo(Picker which);
   void SwitchMemoInput(Picker closed);
   void ChangeField(std::u16string& field, std::u16string_view text, size_t longest);

@@ -11,6 +11,8 @@
 #include <utility>
 
 #include "core/date_time.h"
+#include "edit/own_screen_pickers_screen.h"
+#include "edit/picker_table.h"
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
@@ -35,30 +37,8 @@ constexpr ToolButton kToolButtons[] = {
     {kIdToolContinue, u"連続", u"連続入力", true}, {kIdToolAtStart, u"起動", u"起動時に開く", true},
 };
 
-// The control that each picker stands for.
-int FieldOf(Picker picker) {
-  switch (picker) {
-    case Picker::kStartDate:
-      return kIdStartDate;
-    case Picker::kStartTime:
-      return kIdStartTime;
-    case Picker::kEndDate:
-      return kIdEndDate;
-    case Picker::kEndTime:
-      return kIdEndTime;
-    case Picker::kPlace:
-      return kIdPlace;
-    case Picker::kCategory1:
-      return kIdCategory1;
-    case Picker::kCategory2:
-      return kIdCategory2;
-    default:
-      return kIdMemo;
-  }
-}
-
 bool IsDate(Picker picker) {
-  return picker == Picker::kStartDate || picker == Picker::kEndDate;
+  return picker != Picker::kNone && EntryOf(picker).kind == PickerKind::kDate;
 }
 
 QDate ToDate(std::u16string_view text) {
@@ -213,6 +193,7 @@ void CEditActionDlg::MakePickers() {
 void CEditActionDlg::Run(int commandId) {
   QGuiApplication::inputMethod()->commit();  // what is still being composed counts
   edit_.OnCommand(commandId);
+  if (edit_.PicksOnOwnScreen()) PickOnOwnScreen(this, edit_);
   ShowState();
 }
 
@@ -312,7 +293,7 @@ void CEditActionDlg::ShowPicker() {
   if (former == nullptr || former == opened) return;
   const bool hadFocus = former->isAncestorOf(focusWidget());
   former->hide();
-  if (hadFocus && opened == nullptr) form_->Control(FieldOf(closed))->setFocus();
+  if (hadFocus && opened == nullptr) form_->Control(EntryOf(closed).controlId)->setFocus();
 }
 
 void CEditActionDlg::FillPicker() {
@@ -333,8 +314,8 @@ void CEditActionDlg::FillPicker() {
 // covers the soft keys.
 void CEditActionDlg::PlacePicker() {
   if (shownPicker_ == Picker::kNone) return;
-  form_->ensureWidgetVisible(form_->Control(FieldOf(shownPicker_)), 0, 0);
-  const QRect field = form_->PlaceOf(FieldOf(shownPicker_));
+  form_->ensureWidgetVisible(form_->Control(EntryOf(shownPicker_).controlId), 0, 0);
+  const QRect field = form_->PlaceOf(EntryOf(shownPicker_).controlId);
   const QRect area(0, 0, width(), height() - keys_->height());
   if (IsDate(shownPicker_)) {
     const QSize size = QSize(Scaled(228), Scaled(200)).boundedTo(area.size());

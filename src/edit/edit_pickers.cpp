@@ -3,6 +3,7 @@
 
 #include "core/date_time.h"
 #include "edit/edit_action.h"
+#include "edit/picker_table.h"
 #include "platform/conversion.h"
 #include "platform/host.h"
 
@@ -12,6 +13,7 @@ namespace {
 constexpr std::u16string_view kMultiLineRow = u"<複数行枠で入力>";
 constexpr std::u16string_view kTimeOfEmptyField = u"11:30";
 constexpr size_t kHalfHoursOffered = 48;
+constexpr int kPickByLists = 2;  // a value of ItmSelMode
 
 // `text` with every line end written as CR LF, the form in which memos are stored.
 std::u16string WithStoredLineEnds(std::u16string_view text) {
@@ -35,47 +37,34 @@ std::u16string_view Cut(std::u16string_view text, size_t longest) {
   return isHalf ? text.substr(0, longest - 1) : text;
 }
 
-bool IsTime(Picker picker) {
-  return picker == Picker::kStartTime || picker == Picker::kEndTime;
-}
-
 }  // namespace
 
 std::vector<std::u16string> CEditAction::PickerRows() const {
+  const PickerEntry& entry = EntryOf(picker);
   std::vector<std::u16string> rows;
-  switch (picker) {
-    case Picker::kStartTime:
-      rows.emplace_back(core::kAllDayMark);
-      [[fallthrough]];
-    case Picker::kEndTime:
-      rows.insert(rows.end(), app_.HalfHourTable.begin(),
-                  app_.HalfHourTable.begin() + kHalfHoursOffered);
-      break;
-    case Picker::kPlace:
-      return app_.PlaceHistory.Entries();
-    case Picker::kCategory1:
-      return app_.Category1History.Entries();
-    case Picker::kCategory2:
-      return app_.Category2History.Entries();
-    case Picker::kMemoList:
-      rows.emplace_back(kMultiLineRow);
-      for (const std::u16string& memo : app_.MemoHistory.Entries()) {
-        rows.push_back(core::RemoveLineBreaks(memo));
-      }
-      break;
-    default:
-      break;
+  if (entry.kind == PickerKind::kTime) {
+    if (picker == Picker::kStartTime) rows.emplace_back(core::kAllDayMark);
+    rows.insert(rows.end(), app_.HalfHourTable.begin(),
+                app_.HalfHourTable.begin() + kHalfHoursOffered);
+  } else if (entry.kind == PickerKind::kValue) {
+    rows = (app_.*entry.history).Entries();
+  } else if (picker == Picker::kMemoList) {
+    rows.emplace_back(kMultiLineRow);
+    for (const std::u16string& memo : app_.MemoHistory.Entries()) {
+      rows.push_back(core::RemoveLineBreaks(memo));
+    }
   }
   return rows;
 }
 
 // Of times the last one that is not behind the text, so that the list opens where it belongs.
 int CEditAction::PickerRow() const {
+  const bool isTime = EntryOf(picker).kind == PickerKind::kTime;
   const std::vector<std::u16string> rows = PickerRows();
   int nearest = -1;
   for (size_t i = 0; i < rows.size(); i++) {
     if (rows[i] == pickerText) return static_cast<int>(i);
-    if (IsTime(picker) && rows[i] < pickerText) nearest = static_cast<int>(i);
+    if (isTime && rows[i] < pickerText) nearest = static_cast<int>(i);
   }
   return nearest;
 }
@@ -84,60 +73,31 @@ size_t CEditAction::LongestPickerText() const {
   return picker == Picker::kMemoList ? kLongestMemo : kLongestText;
 }
 
+bool CEditAction::PicksOnOwnScreen() const {
+  if (app_.ItmSelMode != kPickByLists || picker == Picker::kNone) return false;
+  const PickerKind kind = EntryOf(picker).kind;
+  return kind == PickerKind::kTime || kind == PickerKind::kValue;
+}
+
+std::u16string CEditAction::PickerTitle() const {
+  const PickerEntry& entry = EntryOf(picker);
+  return entry.name != nullptr ? app_.*entry.name + u"の選択" : std::u16string(entry.title);
+}
+
 Picker CEditAction::PickerOf(int controlId) const {
-  switch (controlId) {
-    case kIdStartDate:
-      return Picker::kStartDate;
-    case kIdStartTime:
-      return Picker::kStartTime;
-    case kIdEndDate:
-      return Picker::kEndDate;
-    case kIdEndTime:
-      return Picker::kEndTime;
-    case kIdPlace:
-      return Picker::kPlace;
-    case kIdCategory1:
-      return Picker::kCategory1;
-    case kIdCategory2:
-      return Picker::kCategory2;
-    case kIdMemo:
-      return memoInput == MemoInput::kList ? Picker::kMemoList : Picker::kMemoEdit;
-    default:
-      return Picker::kNone;
+  if (controlId == kIdMemo && memoInput == MemoInput::kEdit) return Picker::kMemoEdit;
+  for (const PickerEntry& entry : kPickers) {
+    if (entry.controlId == controlId) return entry.picker;
   }
+  return Picker::kNone;
 }
 
 void CEditAction::OpenPicker(Picker which) {
+  const PickerEntry& entry = EntryOf(which);
   picker = which;
-  switch (which) {
-    case Picker::kStartDate:
-      pickerText = fields.times.staDate;
-      break;
-    case Picker::kStartTime:
-      pickerText = fields.times.staTime;
-      break;
-    case Picker::kEndDate:
-      pickerText = fields.times.endDate;
-      break;
-    case Picker::kEndTime:
-      pickerText = fields.times.endTime;
-      break;
-    case Picker::kPlace:
-      pickerText = fields.place;
-      break;
-    case Picker::kCategory1:
-      pickerText = fields.category1;
-      break;
-    case Picker::kCategory2:
-      pickerText = fields.category2;
-      break;
-    case Picker::kMemoList:
-      pickerText = core::RemoveLineBreaks(fields.memo);
-      break;
-    default:
-      pickerText = fields.memo;
-  }
-  if (IsTime(which) && pickerText.empty()) pickerText = kTimeOfEmptyField;
+  pickerText = entry.moment != nullptr ? fields.times.*entry.moment : fields.*entry.text;
+  if (which == Picker::kMemoList) pickerText = core::RemoveLineBreaks(pickerText);
+  if (entry.kind == PickerKind::kTime && pickerText.empty()) pickerText = kTimeOfEmptyField;
 }
 
 bool CEditAction::ChoosePicker() {
@@ -154,36 +114,25 @@ void CEditAction::DropPicker() {
 
 bool CEditAction::ApplyPicker() {
   const Picker closed = std::exchange(picker, Picker::kNone);
+  if (closed == Picker::kNone) return true;
+  const PickerEntry& entry = EntryOf(closed);
   StartEnd times = fields.times;
-  switch (closed) {
-    case Picker::kNone:
+  switch (entry.kind) {
+    case PickerKind::kDate:
+      entry.set(times, pickerText);
       break;
-    case Picker::kStartDate:
-      SetStartDate(times, pickerText);
-      break;
-    case Picker::kEndDate:
-      SetEndDate(times, pickerText);
-      break;
-    case Picker::kStartTime:
-    case Picker::kEndTime:
+    case PickerKind::kTime:
       if (!ReadTime(closed, times)) return false;
       break;
-    case Picker::kPlace:
-      ApplyPlace();
+    case PickerKind::kValue:
+      ApplyValue(closed);
       break;
-    case Picker::kCategory1:
-      ApplyCategory(fields.category1, app_.Category1History);
-      break;
-    case Picker::kCategory2:
-      ApplyCategory(fields.category2, app_.Category2History);
-      break;
-    case Picker::kMemoList:
-    case Picker::kMemoEdit:
+    case PickerKind::kMemo:
       ApplyMemo(closed);
       break;
   }
   ChangeTimes(times);
-  if (closed != Picker::kNone) RunActionText();
+  RunActionText();
   return true;
 }
 
@@ -198,27 +147,20 @@ bool CEditAction::ReadTime(Picker which, StartEnd& times) const {
                          platform::Icon::kWarning);
     return false;
   }
-  const std::u16string time = core::FormatHourMinute(hour, minute);
-  if (which == Picker::kStartTime) {
-    SetStartTime(times, time);
-  } else {
-    SetEndTime(times, time);
-  }
+  EntryOf(which).set(times, core::FormatHourMinute(hour, minute));
   return true;
 }
 
 // With the recorder's movements kept out of the history, a place that holds the separator is one of
 // them; with an empty separator every place is.
-void CEditAction::ApplyPlace() {
-  ChangeField(fields.place, pickerText, kLongestText);
-  const bool isMovement =
-      app_.PlaceSepaStr.empty() || fields.place.find(app_.PlaceSepaStr) != std::u16string::npos;
-  if (app_.NoMemPlaceSepaStr != 1 || !isMovement) app_.PlaceHistory.Add(fields.place);
-}
-
-void CEditAction::ApplyCategory(std::u16string& field, core::HistoryList& history) {
+void CEditAction::ApplyValue(Picker which) {
+  const PickerEntry& entry = EntryOf(which);
+  std::u16string& field = fields.*entry.text;
   ChangeField(field, pickerText, kLongestText);
-  history.Add(field);
+  const bool isMovement =
+      which == Picker::kPlace &&
+      (app_.PlaceSepaStr.empty() || field.find(app_.PlaceSepaStr) != std::u16string::npos);
+  if (app_.NoMemPlaceSepaStr != 1 || !isMovement) (app_.*entry.history).Add(field);
 }
 
 // A text that comes back as the picker got it leaves the memo with the line breaks that it has.

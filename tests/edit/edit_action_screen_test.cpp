@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "edit_fixture.h"
+#include "views/inertial_list_screen.h"
 
 namespace edit {
 namespace {
@@ -80,7 +81,7 @@ class EditActionScreen : public edit_test::EditTest {
   }
 
   Window window;
-  CEditActionDlg* screen = nullptr;
+  QWidget* screen = nullptr;
 };
 
 TEST_F(EditActionScreen, ShowsTheAction) {
@@ -99,6 +100,42 @@ TEST_F(EditActionScreen, ShowsTheAction) {
               Tap("2");
             }),
             platform::qt::kResultCancel);
+}
+
+TEST_F(EditActionScreen, WithListsTimesAndValuesHaveScreensOfTheirOwn) {
+  app.ItmSelMode = 2;
+  Run([&] {
+    const auto pick = [&](const char* field, const std::function<void()>& drive) {
+      QWidget* const form = screen;
+      QTimer::singleShot(0, form, [&] {
+        screen = platform::qt::ModalScreen::Topmost();
+        drive();
+      });
+      form->findChild<QAbstractButton*>(QString::fromLatin1(field))->click();
+      screen = form;
+    };
+    pick("1110", [&] {
+      EXPECT_EQ(screen->findChild<QWidget*>(QStringLiteral("extra")), nullptr);
+      Find<views::INERT_LIST_VIEW>("hour")->List().SetTop(11);
+      Tap("1");
+    });
+    EXPECT_EQ(Shown("1110"), "14:00");
+    pick("1106", [&] { Tap("extra"); });
+    EXPECT_EQ(Shown("1106"), "<終日>");
+    pick("1113", [&] {
+      Find<QLineEdit>("value")->setText(QStringLiteral("公園"));
+      Tap("1");
+    });
+    pick("1115", [&] {
+      Find<QLineEdit>("value")->setText(QStringLiteral("遊び"));
+      Tap("2");
+    });
+    Tap("1102");
+  });
+  EXPECT_EQ(Stored(noon, store::kEndDateTime), "2010/06/23 24:00:00");
+  EXPECT_EQ(Stored(noon, store::kPlace), "公園");
+  EXPECT_EQ(Stored(noon, store::kCategory1), "") << "the choice was given up";
+  EXPECT_EQ(app.PlaceHistory.Entries().front(), u"公園");
 }
 
 TEST_F(EditActionScreen, TypesAPlaceByKeyboardAlone) {
