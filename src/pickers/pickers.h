@@ -28,6 +28,7 @@ struct ValueSelectParams {
   std::optional<std::u16string> title;  // none: "値の選択"
   std::u16string value;                 // the first value; on OK the result
   std::vector<std::u16string> history;
+  int longest = 32767;  // that the line takes, in 16-bit units
 };
 
 struct ValueInputParams {

@@ -90,7 +90,9 @@ void TimeSelectDlg::paintEvent(QPaintEvent* event) {
                                 QPoint(right + Scaled(20), bottom)}));
 }
 
+// What shows counts, also while a wheel still turns.
 void TimeSelectDlg::TakeResult() {
+  for (views::INERT_LIST_VIEW* wheel : wheels_) wheel->List().StopCoast();
   std::optional<int> secondTop;
   if (wheels_.size() > 2) secondTop = wheels_[2]->List().Top();
   TakeWheels(params_, wheels_[0]->List().Top(), wheels_[1]->List().Top(), secondTop);

@@ -26,6 +26,7 @@ ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
   const QFont font = FixedFont(12);
   line_->setObjectName(QStringLiteral("value"));
   line_->setFont(font);
+  line_->setMaxLength(params.longest);
   line_->selectAll();
   line_->setFocus();
   line_->installEventFilter(this);

@@ -66,7 +66,6 @@ void HistoryListView::mousePressEvent(QMouseEvent* event) {
   if (QListWidgetItem* line = itemAt(event->pos())) {
     setCurrentItem(line, QItemSelectionModel::Select);
   }
-  emit PenDown();
 }
 
 void HistoryListView::mouseMoveEvent(QMouseEvent* event) {
@@ -79,8 +78,10 @@ void HistoryListView::mouseMoveEvent(QMouseEvent* event) {
 
 void HistoryListView::mouseReleaseEvent(QMouseEvent* event) {
   const bool taps = tapPending_ && event->button() == Qt::LeftButton;
+  const bool drags = dragging_;
   tapPending_ = dragging_ = false;
   if (taps) emit Tapped();
+  if (drags) emit Dragged();
 }
 
 void HistoryListView::keyReleaseEvent(QKeyEvent* event) {

@@ -19,10 +19,10 @@ class HistoryListView : public QListWidget {
   std::set<size_t> SelectedLines() const;
 
  signals:
-  // The pen went down: the line under it is the only one selected.
-  void PenDown();
-  // And up again on the same place.
+  // The pen went down, which selects the line under it alone, and up again on the same place.
   void Tapped();
+  // It went up somewhere else.
+  void Dragged();
   void Held(QPoint globalPoint);
   void ReturnLetGo();
   void DeleteLetGo();

@@ -139,6 +139,9 @@ void CRecorderDlg::MakeList() {
   connect(list_, &QListWidget::itemSelectionChanged, this,
           [this] { recorder_.lines.selected = list_->SelectedLines(); });
   connect(list_, &HistoryListView::Tapped, this, &CRecorderDlg::OnListChange);
+  connect(list_, &HistoryListView::Dragged, this, [this] {
+    if (recorder_.inlineEdit != InlineEdit::kNone) ChooseEditor();
+  });
   connect(list_, &HistoryListView::Held, this, &CRecorderDlg::OnListHeld);
   connect(list_, &HistoryListView::ReturnLetGo, this, [this] { recorder_.TellKey(u"LB RETURN"); });
   connect(list_, &HistoryListView::DeleteLetGo, this, [this] { recorder_.TellKey(u"LB DELETE"); });
@@ -233,7 +236,8 @@ void CRecorderDlg::OnValueField(InlineEdit which) {
                                  : which == InlineEdit::kCategory1 ? app_.Cate1Name
                                                                    : app_.Cate2Name;
     pickers::ValueSelectParams params{name + u"の選択", recorder_.FieldText(which),
-                                      recorder_.RowsOf(which)};
+                                      recorder_.RowsOf(which),
+                                      static_cast<int>(edit::kLongestText)};
     if (pickers::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
       recorder_.TakeValue(which, params.value);
     }
@@ -334,7 +338,8 @@ void CRecorderDlg::resizeEvent(QResizeEvent* event) {
     separators_.push_back(line);
   }
   ShowEditor();
-  if (list_->currentItem() != nullptr) list_->scrollToItem(list_->currentItem());
+  recorder_.SelectLastLine();
+  ShowLines();
 }
 
 // Tab leaves an open editor and takes its value.
@@ -356,10 +361,14 @@ void CRecorderDlg::ShowState() {
   actions_[kMenuStop]->setText(recorder_.isRunning ? QStringLiteral("停止")
                                                    : QStringLiteral("再開"));
   actions_[kMenuAtStart]->setChecked(recorder_.opensAtStart);
+  ShowLines();
+  if (recorder_.inlineEdit != shownEditor_) ShowEditor();
+}
+
+void CRecorderDlg::ShowLines() {
   const HistoryLines lines = recorder_.lines;  // filling the list changes its selection
   list_->ShowLines(lines);
   recorder_.lines = lines;
-  if (recorder_.inlineEdit != shownEditor_) ShowEditor();
 }
 
 void CRecorderDlg::ShowEditor() {

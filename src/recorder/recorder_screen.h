@@ -61,6 +61,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void OnBtnExit();
   void OnListHeld(QPoint globalPoint);
   void ShowState();
+  void ShowLines();
   void ShowEditor();
   pickers::ListPicker* Editor(InlineEdit which) const;
   static int FieldOf(InlineEdit which);

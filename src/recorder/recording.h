@@ -67,6 +67,8 @@ class CRecorder {
   void OnBtnClear();
   void FxBtnDelete();
   void SetActList();
+  // Also when the screen has been laid out anew.
+  void SelectLastLine();
   // The selected Action is to be changed. True: SelActId and SelIndex name it, and the screen opens
   // it and calls AfterChange.
   bool OnListChange();

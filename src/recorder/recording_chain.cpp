@@ -184,9 +184,13 @@ void CRecorder::SetActList() {
       return EndWith({CountFault(core::ZeroPadded(counted, 1)), kWriteFaultTitle});
     }
   }
-  if (!lines.texts.empty()) lines.SelectOnly(lines.texts.size() - 1);
+  SelectLastLine();
   if (!CheckRunning()) return;
   ShowButtons(!app_.RcdrPreActId.empty());
+}
+
+void CRecorder::SelectLastLine() {
+  if (!lines.texts.empty()) lines.SelectOnly(lines.texts.size() - 1);
 }
 
 // Drops from the history what others have deleted. The data file's rows are not renumbered, so a

@@ -135,6 +135,10 @@ void InertList::CoastTick() {
   }
 }
 
+void InertList::StopCoast() {
+  if (coasting_) EndCoast();
+}
+
 void InertList::EndCoast() {
   dragging_ = false;
   int y = 0;

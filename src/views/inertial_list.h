@@ -160,6 +160,8 @@ class InertList {
   void Press(ListPoint point, uint32_t tick);
   void Move(ListPoint point, uint32_t tick);
   void Release(ListPoint point, uint32_t tick);
+  // Ends a coast where it is.
+  void StopCoast();
   // 20 ms of a coast have passed.
   void CoastTick();
   void Key(ListKey key);
