@@ -182,6 +182,77 @@ TEST(Diary, LosesNothingWhenKilledAndStartsAgain) {
   EXPECT_EQ(diary.Start().Wait(), 0) << "the instance after a killed one answers the next start";
 }
 
+TEST(Diary, ADayOfTheRecorderThoughItIsKilled) {
+  PocketDevice device;
+  Installed diary;
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  const auto openRecorder = [&] { PressAll(device, {"F2", "Up", "Up", "Right", "Return"}); };
+  const auto choosePlace = [&](int row) {
+    device.Tap(150, 103);
+    device.Tap(150, 107 + 24 * row);
+  };
+  const auto record = [&] { device.Tap(156, 278); };
+  const auto stopOrReopen = [&] { device.Tap(216, 278); };
+
+  openRecorder();
+  choosePlace(2);
+  device.Picture("place_chosen");
+  record();
+  ASSERT_TRUE(diary.Holds(store::kPlace, {u"学校"}));
+  choosePlace(2);  // what was chosen last has become the first
+  record();
+  ASSERT_TRUE(diary.Holds(store::kPlace, {u"学校－＞会社", u"会社"}));
+  record();
+  ASSERT_TRUE(diary.Holds(store::kPlace, {u"学校－＞会社", u"会社", u"会社"}));
+  program.Kill();
+  ASSERT_TRUE(device.ShowsWindows(0));
+
+  program = diary.Start();
+  ASSERT_TRUE(device.Shows("設定ファイルエラー"));
+  device.Press("Return");
+  ASSERT_TRUE(device.Shows(kWindow));
+  openRecorder();
+  device.Picture("after_the_kill");
+  choosePlace(2);
+  record();
+  ASSERT_TRUE(diary.Holds(store::kPlace, {u"学校－＞会社", u"会社", u"会社－＞学校", u"学校"}));
+  stopOrReopen();
+  stopOrReopen();
+  device.Picture("reopened");
+  record();
+  const std::multiset<std::u16string> places = {u"学校－＞会社", u"会社", u"会社－＞学校", u"学校",
+                                                u"学校"};
+  ASSERT_TRUE(diary.Holds(store::kPlace, places));
+  device.Picture("recorder");
+  device.Tap(212, 13);  // close
+  device.Picture("day_view");
+
+  std::multiset<std::u16string> starts, ends;
+  for (const store::Action& action : diary.Actions()) {
+    starts.insert(*action[store::kStaDateTime]);
+    ends.insert(*action[store::kEndDateTime]);
+  }
+  ends.insert(*starts.begin());
+  starts.insert(*starts.rbegin());
+  EXPECT_EQ(starts, ends) << "each ends where the next starts, and the last still runs";
+
+  device.Tap(100, 51);   // the first row of the day
+  device.Tap(160, 225);  // its memo
+  device.Type("first");
+  device.Tap(60, 307);
+  ASSERT_TRUE(WaitUntil([&] {
+    int written = 0;
+    for (const store::Action& action : diary.Actions()) {
+      written += action[store::kMemo] == u"first" && action[store::kPlace] == u"学校－＞会社";
+    }
+    return written == 1;
+  }));
+  device.Press("ctrl+q");
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_TRUE(diary.Holds(store::kPlace, places));
+}
+
 TEST(Diary, EndsInOrderWhenTheSessionDoes) {
   PocketDevice device;
   Installed diary;
