@@ -2,14 +2,12 @@
 // Actions in a diary of 10,000 or 100,000, filled and painted: what a step to another day or page
 // costs. A frame is 16 ms.
 #include <benchmark/benchmark.h>
-#include <sqlite3.h>
 
 #include <QApplication>
 #include <QImage>
-#include <filesystem>
 #include <memory>
 
-#include "platform/device_paths.h"
+#include "large_diary.h"
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
 #include "platform/utf.h"
@@ -28,50 +26,23 @@ namespace {
 constexpr int kRows = 30;
 constexpr int kWeekRows = 7 * kRows;
 
-// 30 Actions of half an hour a day, from 2000/01/01 on.
-constexpr char kFillSql[] =
-    " times(i, day, start, end) as (select i,"
-    "  strftime('%Y/%m/%d', '2000-01-01', '+' || (i / 30) || ' days'),"
-    "  printf('%02d:%02d:00', 8 + i % 30 / 2, i % 2 * 30),"
-    "  printf('%02d:%02d:00', 8 + (i % 30 + 1) / 2, (i + 1) % 2 * 30) from n)"
-    " insert into t_UserData (f_nchActId, f_dtLastUpdate, f_nchStaDateTime, f_nchEndDateTime,"
-    "  f_fltLatitude, f_fltLongitude, f_nvcPlace, f_nvcCategory1, f_nvcMemo)"
-    " select printf('ID%016d', i), '2010/06/23 10:45:30', day || ' ' || start, day || ' ' || end,"
-    "  35.7 + i % 5 * 0.15, 139.8 + i % 6 * 0.2,"
-    "  '東京都千代田区丸の内一丁目の喫茶店', '食事', '昼食にとんかつ定食を食べた。次は友人と。'"
-    " from times";
-
 class Diary {
  public:
-  explicit Diary(int actions) : actions_(actions) {
-    const std::u16string path = *platform::FromHostPath(file_.string());
-    store::CreateEmptyDataFile(path);
-    store::DisconnectDataFile();
-    sqlite3* raw = nullptr;
-    sqlite3_open(file_.c_str(), &raw);
-    const std::string fill =
-        "with recursive n(i) as (select 0 union all select i + 1 from n where i < " +
-        std::to_string(actions - 1) + ")," + kFillSql;
-    if (sqlite3_exec(raw, fill.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) std::abort();
-    sqlite3_close(raw);
-    store::ConnectDataFile(path);
+  explicit Diary(int actions) : file_("morvenly_views_bench.sdf", actions) {
+    store::ConnectDataFile(file_.Path());
     store::ReloadActionIndex(app);
     app.SeqViewRng = kRows;
     core::MenuBarHeight = 26;
   }
-  ~Diary() {
-    store::DisconnectDataFile();
-    std::filesystem::remove(file_);
-  }
+  ~Diary() { store::DisconnectDataFile(); }
 
-  int Actions() const { return actions_; }
-  const char* File() const { return file_.c_str(); }
+  int Actions() const { return file_.Actions(); }
+  const char* File() const { return file_.HostPath().c_str(); }
 
   core::CAppState app;
 
  private:
-  int actions_;
-  std::filesystem::path file_ = std::filesystem::temp_directory_path() / "morvenly_views_bench.sdf";
+  LargeDiary file_;
 };
 
 Diary& TheDiary(int actions = 100000) {
