@@ -99,7 +99,8 @@ TEST(Diary, FromAnEmptyFolderToTheNextDay) {
   ASSERT_TRUE(diary.Holds(store::kMemo, {u"lunch"}));
   EXPECT_EQ(diary.Actions()[0][store::kPlace], u"学校");
 
-  PressAll(device, {"F1", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "space"});  // to the place
+  PressAll(device, {"F1", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Tab",
+                    "space"});  // to the place
   device.Type("office");
   device.Picture("new_by_keyboard");
   PressAll(device, {"Return", "F1"});
