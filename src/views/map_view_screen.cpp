@@ -57,6 +57,7 @@ MapViewScreen::MapViewScreen(core::CAppState& app, SharedControls controls)
       canvas_(new MapCanvas(controls.list.parentWidget(), controls.popups, controls.map)),
       blank_(new QWidget(controls.list.parentWidget())) {
   canvas_->setObjectName(QStringLiteral("map"));
+  canvas_->setFocusPolicy(Qt::NoFocus);  // the keys stay with the list
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
   blank_->setPalette(QPalette(Qt::black, Qt::white));
   blank_->setAutoFillBackground(true);
