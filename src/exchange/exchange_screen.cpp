@@ -19,6 +19,8 @@ using platform::qt::FixedFont;
 using platform::qt::FromQt;
 using platform::qt::ToQt;
 
+constexpr int kProgressPause = 200;  // milliseconds
+
 // Ids of the controls and commands.
 enum ExchangeControl {
   kIdTitle = 1200,
@@ -185,13 +187,18 @@ void CExchangeDlg::OnRun() {
   QGuiApplication::inputMethod()->commit();  // what is still being composed counts
   exchange_.SetPath(FromQt(path_->text()));
   path_->setText(ToQt(exchange_.Path()));
+  sinceProgress_.invalidate();
   exchange_.OnRun([this](int done, int total) { ShowProgress(done, total); });
   progress_->hide();
   ShowState();
 }
 
-// Painted at once: a run handles no events, so that nothing comes between its steps.
+// A run handles no events, so that nothing comes between its steps: the bar is painted here, and
+// with it all that the question before it has covered, whose frame may go a moment after it.
 void CExchangeDlg::ShowProgress(int done, int total) {
+  const bool tooSoon = sinceProgress_.isValid() && sinceProgress_.elapsed() < kProgressPause;
+  if (tooSoon && done != total) return;
+  sinceProgress_.start();
   if (total > 0) {
     progress_->setRange(0, total);
     progress_->setValue(done);
@@ -202,7 +209,7 @@ void CExchangeDlg::ShowProgress(int done, int total) {
     progress_->setFormat(QStringLiteral("読込中... %1行").arg(done));
   }
   progress_->show();
-  progress_->repaint();
+  repaint();
 }
 
 void CExchangeDlg::OnBrowse() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QButtonGroup>
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -46,6 +47,7 @@ class CExchangeDlg : public platform::qt::ModalScreen {
   QButtonGroup* readModes_;
   QGroupBox* readModeGroup_ = nullptr;  // none for an export
   QProgressBar* progress_;
+  QElapsedTimer sinceProgress_;
   platform::qt::SoftKeyBar* keys_;
 };
 

@@ -104,6 +104,9 @@ class Writer {
       if (i % kRowsAGroup == 0) code = BeginGroup(i == 0);
       result = store::Failed(code) ? kNotWritten : Write(std::move(list[i]), code);
     }
+    if (result == 0 && progress) {
+      progress(static_cast<int>(list.size()), static_cast<int>(list.size()));
+    }
     const HRESULT committed = list.empty() ? store::S_OK : engine_.Commit();
     if (result == 0 && store::Failed(committed)) {
       code = committed;
