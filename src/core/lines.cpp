@@ -29,15 +29,31 @@ bool LineReader::Fill() {
   return end_ > 0;
 }
 
+void LineReader::LimitFields(char16_t separator, size_t fields, size_t longest) {
+  limit_ = {separator, fields, longest};
+}
+
+void LineReader::Append(std::u16string_view decoded, std::u16string& text) {
+  if (!limit_) {
+    text += decoded;
+    return;
+  }
+  for (const char16_t unit : decoded) {
+    const bool separates = unit == limit_->separator;
+    if (separates) ++separators_;
+    fieldUnits_ = separates ? 0 : fieldUnits_ + 1;
+    if (separators_ < limit_->fields && fieldUnits_ <= limit_->longest) text += unit;
+  }
+}
+
 int LineReader::ReadTextLine(std::u16string& text, size_t& byteLength) {
   text.clear();
-  byteLength = 0;
-  std::string pieces;  // of a line that reaches over the block's end
+  byteLength = separators_ = fieldUnits_ = 0;
+  std::string rest;  // of what lies before a block's end, not decoded yet: half of a pair
   for (;;) {
     if (position_ == end_ && !Fill()) {
       if (failed_) return -12;
-      text = platform::DecodeCodePage(pieces);
-      byteLength = pieces.size();
+      Append(platform::DecodeCodePage(rest), text);
       return -1;
     }
     // The LF of a CR LF is passed over only now: it may lie in the next block.
@@ -51,20 +67,21 @@ int LineReader::ReadTextLine(std::u16string& text, size_t& byteLength) {
     const auto begin = block_.begin() + static_cast<ptrdiff_t>(position_);
     const auto blockEnd = block_.begin() + static_cast<ptrdiff_t>(end_);
     const auto lineEnd = std::find_if(begin, blockEnd, IsLineEnd);
-    std::string_view piece(begin, lineEnd);
+    const std::string_view piece(begin, lineEnd);
     position_ += piece.size();
-    if (lineEnd == blockEnd) {
-      pieces += piece;
-      continue;
+    const bool wholeLine = lineEnd != blockEnd && byteLength == 0;
+    byteLength += piece.size();
+    if (wholeLine) {
+      text = platform::DecodeCodePage(piece);
+    } else {
+      rest += piece;
+      const size_t ready = lineEnd == blockEnd ? platform::WholeLength(rest) : rest.size();
+      Append(platform::DecodeCodePage(std::string_view(rest).substr(0, ready)), text);
+      rest.erase(0, ready);
     }
+    if (lineEnd == blockEnd) continue;
     lineFeedMayFollow_ = *lineEnd == '\r';
     ++position_;
-    if (!pieces.empty()) {
-      pieces += piece;
-      piece = pieces;
-    }
-    text = platform::DecodeCodePage(piece);
-    byteLength = piece.size();
     return 0;
   }
 }

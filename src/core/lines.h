@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,13 +16,25 @@ class LineReader {
  public:
   explicit LineReader(platform::File& file);
 
+  // Lines of fields, for a file that nobody vouches for: of a line that is longer than a block only
+  // the first `fields` fields are kept, and of each at most the first `longest` 16-bit units. So
+  // no line takes more memory than that, however long it is.
+  void LimitFields(char16_t separator, size_t fields, size_t longest);
+
   // One line without its end: CR, LF or CR LF. 0; -1 at the end of the file, with what was read of
   // an unended last line in `text`; -12 on a read failure. `byteLength` counts the line's bytes
-  // without its end. A line has no length limit.
+  // without its end. A line has no length limit but that of LimitFields.
   int ReadTextLine(std::u16string& text, size_t& byteLength);
 
  private:
+  struct FieldLimit {
+    char16_t separator;
+    size_t fields;
+    size_t longest;
+  };
+
   bool Fill();
+  void Append(std::u16string_view decoded, std::u16string& text);
 
   platform::File& file_;
   std::vector<char> block_;
@@ -29,6 +42,9 @@ class LineReader {
   size_t end_ = 0;
   bool failed_ = false;
   bool lineFeedMayFollow_ = false;  // the last line ended in CR
+  std::optional<FieldLimit> limit_;
+  size_t separators_ = 0;  // of the line so far, and the units behind the last of them
+  size_t fieldUnits_ = 0;
 };
 
 // Writes `text` and CR LF. 0, or -1 on failure.

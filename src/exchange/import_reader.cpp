@@ -18,6 +18,8 @@ namespace exchange {
 namespace {
 
 constexpr int kLinesAStep = 1000;
+// More than any column keeps, a memo all of escapes included.
+constexpr size_t kLongestField = 16384;
 
 struct Version {
   size_t firstSlot;
@@ -148,6 +150,7 @@ int ReadImportFile(ImportList& list, std::u16string_view path, int version, int&
   const std::unique_ptr<platform::File> file = platform::files().OpenForReading(path);
   if (file == nullptr) return kCannotOpen;
   core::LineReader reader(*file);
+  reader.LimitFields(kExchangeSeparator, store::kActionColumnCount + 1, kLongestField);
   const int result = ReadRecords(reader, list, version, lineNumber, detail, progress);
   if (result != 0) {
     list.clear();

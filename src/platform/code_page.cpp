@@ -118,6 +118,20 @@ std::u16string DecodeCodePage(std::string_view bytes) {
   return out;
 }
 
+size_t WholeLength(std::string_view bytes) {
+  size_t i = 0;
+  while (i < bytes.size()) {
+    if (!IsLead(static_cast<unsigned char>(bytes[i]))) {
+      ++i;
+    } else if (i + 1 == bytes.size()) {
+      return i;
+    } else {
+      i += bytes[i + 1] == '\0' ? 1 : 2;
+    }
+  }
+  return i;
+}
+
 std::string EncodeCodePage(std::u16string_view text) {
   static const Codes codes = MakeCodes();
   std::string out(text.size() * 2, '\0');

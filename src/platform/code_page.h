@@ -2,6 +2,7 @@
 // exactly as Windows reads and writes it, on every machine and under every locale.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,10 @@ namespace platform {
 // included (U+E000..U+E757). A lead byte with an invalid or missing second byte gives U+30FB, the
 // table's default character; it takes the second byte along unless that is NUL.
 std::u16string DecodeCodePage(std::string_view bytes);
+
+// How many of the bytes, from the first on, don't end in the first half of a pair: those can be
+// decoded before the bytes behind them are known.
+size_t WholeLength(std::string_view bytes);
 
 // Best fits of the table included (é gives e). A character that the table lacks gives one "?", a
 // surrogate pair counts as one character, half a pair too.
