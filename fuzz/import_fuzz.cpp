@@ -1,0 +1,107 @@
+// Any bytes are refused with the line that is wrong, or read as records that are good: sorted, with
+// times and ids that a row may have. What is good in the third form comes back from a line of it.
+#include "core/action_id.h"
+#include "exchange/action_lines.h"
+#include "exchange/import_reader.h"
+#include "input.h"
+#include "platform/code_page.h"
+#include "platform/files.h"
+#include "store/column.h"
+#include "store/user_data_table.h"
+
+namespace {
+
+// The one content that every name reads.
+class OneFile : public platform::Files {
+ public:
+  std::string content;
+
+  std::unique_ptr<platform::File> OpenForReading(std::u16string_view) override {
+    return std::make_unique<Stream>(content);
+  }
+  std::unique_ptr<platform::File> Create(std::u16string_view) override { return nullptr; }
+  std::optional<uint32_t> Attributes(std::u16string_view) override { return 0; }
+  bool Remove(std::u16string_view) override { return true; }
+  bool Rename(std::u16string_view, std::u16string_view) override { return true; }
+  bool MakeFolder(std::u16string_view) override { return true; }
+  bool RemoveFolder(std::u16string_view) override { return true; }
+  bool SyncToDisk(std::u16string_view) override { return true; }
+  std::optional<std::vector<platform::FolderEntry>> List(std::u16string_view) override {
+    return {};
+  }
+
+ private:
+  class Stream : public platform::File {
+   public:
+    explicit Stream(std::string_view bytes) : bytes_(bytes) {}
+    int64_t Read(void* data, size_t size) override {
+      const size_t count = bytes_.copy(static_cast<char*>(data), size);
+      bytes_.remove_prefix(count);
+      return static_cast<int64_t>(count);
+    }
+    bool Write(std::string_view) override { return false; }
+    bool Sync() override { return false; }
+
+   private:
+    std::string_view bytes_;
+  };
+};
+
+store::Action RowOf(const exchange::ImportRecord& record) {
+  store::Action row;
+  row[store::kActId] = record.ActId;
+  row[store::kStaDateTime] = record.StaDateTime;
+  row[store::kEndDateTime] = record.EndDateTime;
+  if (record.Latitude != exchange::kNoPosition) {
+    row[store::kLatitude] = store::FloatText(record.Latitude);
+  }
+  row[store::kPlace] = record.Place;
+  row[store::kMemo] = record.Memo;
+  row[store::kExtItems] = record.ExtItems;
+  return row;
+}
+
+// The code page has several bytes for some characters, and a character alone for others.
+std::u16string AsFileHasIt(std::u16string_view text) {
+  return platform::DecodeCodePage(platform::EncodeCodePage(text));
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static OneFile file;
+  platform::SetFiles(&file);
+  if (size == 0) return 0;
+  const int version = 1 + data[0] % 3;
+  file.content = fuzz::AsBytes(data + 1, size - 1);
+
+  exchange::ImportList list;
+  int line = 0, detail = 0;
+  const int result = exchange::ReadImportFile(list, u"\\x", version, line, detail);
+  fuzz::Require(line >= 1 && (result == 0 || list.empty()));
+  if (result != 0) {
+    fuzz::Require(result == -111 || result == -112 || result == -113);
+    fuzz::Require(result == -111 || detail < 0);
+    return 0;
+  }
+  std::string again = platform::EncodeCodePage(exchange::kVer3Header) + "\r\n";
+  std::u16string_view former;
+  for (const exchange::ImportRecord& record : list) {
+    fuzz::Require(former <= record.StaDateTime);
+    former = record.StaDateTime;
+    const store::Action row = RowOf(record);
+    fuzz::Require(store::CheckActionTimes(row) == 0);
+    fuzz::Require(version == 1 || core::CheckActId(record.ActId) == 0);
+    again += platform::EncodeCodePage(exchange::Ver3Line(row)) + "\r\n";
+  }
+  if (version != 3) return 0;
+  file.content = again;
+  exchange::ImportList reread;
+  fuzz::Require(exchange::ReadImportFile(reread, u"\\x", 3, line, detail) == 0);
+  fuzz::Require(reread.size() == list.size());
+  for (size_t i = 0; i < list.size(); ++i) {
+    fuzz::Require(reread[i].Memo == AsFileHasIt(list[i].Memo));
+    fuzz::Require(reread[i].Place == AsFileHasIt(list[i].Place));
+  }
+  return 0;
+}
