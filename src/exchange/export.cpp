@@ -39,13 +39,15 @@ using ToLine = std::u16string (*)(const store::Action&);
 int WriteActions(const core::CAppState& app, platform::File& file, ToLine toLine,
                  const Progress& progress) {
   store::CUserDataTable* table = store::dbSession().UserTable.get();
+  if (table == nullptr) return 0;
+  const store::ReadView view(*store::dbSession().Session);
+  store::Action action;
   int done = 0;
-  for (; table != nullptr && done < app.IndexCount; ++done) {
+  for (; done < app.IndexCount; ++done) {
     if (done % kRowsASignal == 0) {
       platform::host().SignalActivity();
       if (progress) progress(done, app.IndexCount);
     }
-    store::Action action;
     const store::HRESULT read = table->ReadById(app.ActIds.At(static_cast<size_t>(done)), action);
     if (store::Failed(read)) break;
     const int written = core::WriteTextLine(file, toLine(action));

@@ -1,6 +1,8 @@
 #include "exchange/import.h"
 
+#include <array>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "core/text.h"
@@ -68,23 +70,44 @@ store::Action ToAction(ImportRecord&& record) {
   return action;
 }
 
-// A file can't tell absent from empty: what is empty in both keeps the row's form.
-void KeepAbsent(const store::Action& row, store::Action& action) {
-  for (const store::ActionColumn column : {store::kSubject, store::kPlace, store::kCategory1,
-                                           store::kCategory2, store::kMemo, store::kExtItems}) {
-    if (TextOf(action, column).empty() && TextOf(row, column).empty()) action[column] = row[column];
-  }
-}
+// A file can't tell absent from empty: a column that it has nothing for stays absent where it is.
+class Replacer {
+ public:
+  explicit Replacer(store::CUserDataTable& table) : table_(table) {}
 
-HRESULT Replace(store::CUserDataTable& table, store::Action& action) {
-  const std::u16string id = *action[store::kActId];
-  store::Action row;
-  const HRESULT read = table.ReadById(id, row);
-  if (read == store::DB_E_NOTFOUND) return table.Insert(action);
-  if (store::Failed(read)) return read;
-  KeepAbsent(row, action);
-  return table.Update(id, action);
-}
+  HRESULT Replace(store::Action& action) {
+    const std::u16string id = *action[store::kActId];
+    const size_t count = ChooseEmpty(action);
+    const HRESULT read = table_.ReadById(id, std::span(names_).first(count + 1), texts_);
+    if (read == store::DB_E_NOTFOUND) return table_.Insert(action);
+    if (store::Failed(read)) return read;
+    for (size_t i = 0; i < count; ++i) {
+      if (!texts_[i] || texts_[i]->empty()) action[columns_[i]] = texts_[i];
+    }
+    return table_.Update(id, action);
+  }
+
+ private:
+  static constexpr std::array kTexts = {store::kSubject,   store::kPlace, store::kCategory1,
+                                        store::kCategory2, store::kMemo,  store::kExtItems};
+
+  // The columns that are empty in the file, and behind them the id, which every row has.
+  size_t ChooseEmpty(const store::Action& action) {
+    size_t count = 0;
+    for (const store::ActionColumn column : kTexts) {
+      if (!TextOf(action, column).empty()) continue;
+      names_[count] = store::kActionColumns[column];
+      columns_[count++] = column;
+    }
+    names_[count] = store::kActionColumns[store::kActId];
+    return count;
+  }
+
+  store::CUserDataTable& table_;
+  std::array<std::u16string_view, kTexts.size() + 1> names_;
+  std::array<std::optional<std::u16string>, kTexts.size() + 1> texts_;
+  std::array<store::ActionColumn, kTexts.size()> columns_{};
+};
 
 // Writes the records of one import. A sync a record would make a long one take minutes.
 class Writer {
@@ -124,7 +147,7 @@ class Writer {
   int Write(ImportRecord&& record, HRESULT& code) {
     store::Action action = ToAction(std::move(record));
     if (mode_ == kReadReplace) {
-      code = Replace(table_, action);
+      code = replacer_.Replace(action);
     } else {
       action[store::kActId] = table_.MakeUniqueActId(moment_);
       if (!action[store::kActId]) return kNoId;
@@ -136,6 +159,7 @@ class Writer {
   store::Engine& engine_;
   store::CUserDataTable& table_;
   ReadMode mode_;
+  Replacer replacer_{table_};
   platform::LocalTime moment_ = platform::host().Now();  // of the ids to be made
 };
 

@@ -33,25 +33,30 @@ HRESULT ResultOf(int code) {
   return code == SQLITE_NOMEM ? E_OUTOFMEMORY : E_FAIL;
 }
 
-// The statements of tables. Tables and columns are named by the program, never by its user.
-std::string SeekSql(std::string_view what, std::u16string_view table, const Field& key) {
-  return std::string(what) + " from " + platform::ToUtf8(table) + " where " +
-         platform::ToUtf8(key.column) + " = ? limit 1";
+// The statements of tables. Tables and columns are named by the program, never by its user. Made
+// anew for every row, so without a text of its own for every name.
+void AppendSeek(std::string& sql, std::u16string_view table, const Field& key) {
+  sql += " from ";
+  platform::AppendUtf8(table, sql);
+  sql += " where ";
+  platform::AppendUtf8(key.column, sql);
+  sql += " = ? limit 1";
 }
 
-std::string AtFirstRow(std::u16string_view table, const Field& key) {
-  return " where rowid = (" + SeekSql("select rowid", table, key) + ")";
+void AppendAtFirstRow(std::string& sql, std::u16string_view table, const Field& key) {
+  sql += " where rowid = (select rowid";
+  AppendSeek(sql, table, key);
+  sql += ')';
 }
 
-// "a,b,c" of all items.
-template <typename Items, typename ToName>
-std::string Listed(const Items& items, ToName name) {
-  std::string list;
+// "a,b,c" of all items; `append` writes one of them.
+template <typename Items, typename Append>
+void AppendList(std::string& sql, const Items& items, Append append) {
+  bool first = true;
   for (const auto& item : items) {
-    if (!list.empty()) list += ',';
-    list += name(item);
+    if (!std::exchange(first, false)) sql += ',';
+    append(item);
   }
-  return list;
 }
 
 // Only a file that is not ours has such a column; it is written as text.
@@ -111,7 +116,9 @@ class Statement {
       sqlite3_bind_double(prepared_, parameter, ReadFloat(text));
     } else {
       if (column.length > 0) text = text.substr(0, column.length);
-      BindText(parameter, platform::ToUtf8(text));
+      utf8_.clear();
+      platform::AppendUtf8(text, utf8_);
+      BindText(parameter, utf8_);
     }
   }
 
@@ -145,6 +152,7 @@ class Statement {
   sqlite3_stmt* prepared_;
   std::string sql_;
   std::vector<std::u16string> names_;
+  std::string utf8_;  // of the text that is being bound; keeps its memory for the next
 };
 
 void GiveBack::operator()(Statement* statement) const {
@@ -377,8 +385,11 @@ HRESULT Engine::OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows)
 
 HRESULT Engine::ReadFirst(std::u16string_view table, const Field& key,
                           std::span<const std::u16string_view> columns, ColumnTexts row) {
-  const auto name = [](std::u16string_view column) { return platform::ToUtf8(column); };
-  const StatementLoan statement = Borrow(SeekSql("select " + Listed(columns, name), table, key));
+  std::string sql = "select ";
+  AppendList(sql, columns,
+             [&sql](std::u16string_view column) { platform::AppendUtf8(column, sql); });
+  AppendSeek(sql, table, key);
+  const StatementLoan statement = Borrow(sql);
   if (!statement) return E_FAIL;
   const HRESULT bound = Bind(*statement, ColumnsOf(table), {&key, 1});
   if (Failed(bound)) return bound;
@@ -391,17 +402,24 @@ HRESULT Engine::ReadFirst(std::u16string_view table, const Field& key,
 
 HRESULT Engine::UpdateFirst(std::u16string_view table, const Field& key,
                             std::span<const Field> fields) {
-  const auto assignment = [](const Field& field) { return platform::ToUtf8(field.column) + "=?"; };
+  std::string sql = "update ";
+  platform::AppendUtf8(table, sql);
+  sql += " set ";
+  AppendList(sql, fields, [&sql](const Field& field) {
+    platform::AppendUtf8(field.column, sql);
+    sql += "=?";
+  });
+  AppendAtFirstRow(sql, table, key);
   std::vector<Field> all(fields.begin(), fields.end());
   all.push_back(key);
-  return WriteFirst("update " + platform::ToUtf8(table) + " set " + Listed(fields, assignment) +
-                        AtFirstRow(table, key),
-                    table, all);
+  return WriteFirst(sql, table, all);
 }
 
 HRESULT Engine::DeleteFirst(std::u16string_view table, const Field& key) {
-  return WriteFirst("delete from " + platform::ToUtf8(table) + AtFirstRow(table, key), table,
-                    {&key, 1});
+  std::string sql = "delete from ";
+  platform::AppendUtf8(table, sql);
+  AppendAtFirstRow(sql, table, key);
+  return WriteFirst(sql, table, {&key, 1});
 }
 
 HRESULT Engine::WriteFirst(std::string_view sql, std::u16string_view table,
@@ -415,11 +433,14 @@ HRESULT Engine::WriteFirst(std::string_view sql, std::u16string_view table,
 }
 
 HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields) {
-  const auto name = [](const Field& field) { return platform::ToUtf8(field.column); };
-  const auto mark = [](const Field&) { return "?"; };
-  const StatementLoan statement =
-      Borrow("insert into " + platform::ToUtf8(table) + " (" + Listed(fields, name) + ") values (" +
-             Listed(fields, mark) + ")");
+  std::string sql = "insert into ";
+  platform::AppendUtf8(table, sql);
+  sql += " (";
+  AppendList(sql, fields, [&sql](const Field& field) { platform::AppendUtf8(field.column, sql); });
+  sql += ") values (";
+  AppendList(sql, fields, [&sql](const Field&) { sql += '?'; });
+  sql += ')';
+  const StatementLoan statement = Borrow(sql);
   if (!statement) return E_FAIL;
   const Columns& columns = ColumnsOf(table);
   for (const Column& column : columns) {
@@ -512,15 +533,20 @@ const Engine::Columns& Engine::ColumnsOf(std::u16string_view table) {
   return known->second;
 }
 
+// Fields mostly come in the order of the columns, so each is looked for behind the one before it.
 HRESULT Engine::Bind(Statement& statement, const Columns& columns, std::span<const Field> fields) {
   int parameter = 0;
+  size_t next = 0;
   for (const Field& field : fields) {
+    size_t tried = 0;
+    while (tried < columns.size() && !SameName(columns[next % columns.size()].name, field.column)) {
+      ++next;
+      ++tried;
+    }
+    if (tried == columns.size()) return E_FAIL;
+    const Column& column = columns[next++ % columns.size()];
+    if (field.text) statement.BindValue(parameter + 1, column, *field.text);
     ++parameter;
-    const auto column = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
-      return SameName(candidate.name, field.column);
-    });
-    if (column == columns.end()) return E_FAIL;
-    if (field.text) statement.BindValue(parameter, *column, *field.text);
   }
   return S_OK;
 }

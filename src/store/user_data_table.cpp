@@ -63,8 +63,15 @@ HRESULT CUserDataTable::GetNextRS(Action& action) {
 }
 
 HRESULT CUserDataTable::ReadById(std::u16string_view id, Action& action) {
-  action = {};
-  return Session.ReadFirst(kUserDataTable, IdField(id), kActionColumns, action);
+  // An Action that was read before keeps its memory.
+  const HRESULT result = ReadById(id, kActionColumns, action);
+  if (Failed(result)) action = {};
+  return result;
+}
+
+HRESULT CUserDataTable::ReadById(std::u16string_view id,
+                                 std::span<const std::u16string_view> columns, ColumnTexts row) {
+  return Session.ReadFirst(kUserDataTable, IdField(id), columns, row);
 }
 
 HRESULT CUserDataTable::Insert(Action& action) {
@@ -101,13 +108,10 @@ HRESULT CUserDataTable::Delete(std::u16string_view id) {
 }
 
 CUserDataTable::IdState CUserDataTable::LookUp(const std::u16string& id) {
-  const std::u16string sql = u"select f_nchActId from t_UserData where f_nchActId = '" + id + u"'";
-  HRESULT result = GetRS(sql, {&kActionColumns[kActId], 1});
-  std::optional<std::u16string> taken;
-  if (!Failed(result)) result = CRowsetTable::GetNextRS({&taken, 1});
-  CloseRS();
-  if (Failed(result)) return IdState::kUnknown;
-  return result == DB_S_ENDOFROWSET ? IdState::kFree : IdState::kTaken;
+  std::optional<std::u16string> found;
+  const HRESULT result = ReadById(id, {&kActionColumns[kActId], 1}, {&found, 1});
+  if (result == DB_E_NOTFOUND) return IdState::kFree;
+  return Failed(result) ? IdState::kUnknown : IdState::kTaken;
 }
 
 std::optional<std::u16string> CUserDataTable::MakeUniqueActId() {

@@ -21,6 +21,9 @@ class CUserDataTable : public CRowsetTable {
   HRESULT GetNextRS(Action& action);
   // One Action by the index. DB_E_NOTFOUND and an empty row if there is none.
   HRESULT ReadById(std::u16string_view id, Action& action);
+  // Some columns of it, in the order of their names. `row` is written on success only.
+  HRESULT ReadById(std::u16string_view id, std::span<const std::u16string_view> columns,
+                   ColumnTexts row);
 
   // Stamps kLastUpdate, and makes an id if kActId is none. E_INVALIDARG if the id or the times are
   // refused; E_ABORT, after a message, if no unique id could be made. On a failure nothing is
