@@ -18,6 +18,7 @@ constexpr QRgb kPressedColor = 0xFFC0C0C0;
 constexpr QRgb kEdgeColor = 0xFFB0B0B0;
 constexpr QRgb kTextColor = 0xFF000000;
 constexpr QRgb kDisabledTextColor = 0xFF606060;
+constexpr int kLookMilliseconds = 1000;
 constexpr QRgb kAcquiringColor = 0xFFFFFF00;
 constexpr QRgb kAcquiringTextColor = 0xFF0000FF;
 
@@ -27,6 +28,8 @@ FieldButton::FieldButton(int smallest, QWidget* parent)
     : QAbstractButton(parent), smallest_(Scaled(smallest)) {
   setFocusPolicy(Qt::StrongFocus);
   setFont(platform::qt::FixedFont(12));
+  nextLook_.setSingleShot(true);
+  connect(&nextLook_, &QTimer::timeout, this, [this] { update(); });
 }
 
 void FieldButton::ShowValue(const QString& value) {
@@ -43,8 +46,10 @@ void FieldButton::ShowPosition(const std::u16string& text) {
   update();  // its colours may have changed alone
 }
 
+// A reading for which another screen has asked is told to that one alone: look again.
 void FieldButton::paintEvent(QPaintEvent*) {
   const bool isAcquiring = isPosition_ && position::IsRequestInProgress();
+  if (isAcquiring) nextLook_.start(kLookMilliseconds);
   QPainter painter(this);
   painter.fillRect(rect(), QColor(isDown()      ? kPressedColor
                                   : isAcquiring ? kAcquiringColor

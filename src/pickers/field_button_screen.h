@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QString>
+#include <QTimer>
 #include <string>
 
 namespace pickers {
@@ -31,6 +32,7 @@ class FieldButton : public QAbstractButton {
   int smallest_;
   QString value_;
   bool isPosition_ = false;
+  QTimer nextLook_;                          // whether the position is still awaited
   Qt::Alignment alignment_ = Qt::AlignLeft;  // of one line
 };
 
