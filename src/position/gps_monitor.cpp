@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <system_error>
 #include <utility>
 
@@ -10,6 +11,7 @@ namespace position {
 namespace {
 
 constexpr std::chrono::milliseconds kMaximumAge(3000);  // of a position
+constexpr std::chrono::milliseconds kPatience(5000);    // with a thread that is to end
 
 HRESULT FromSystemError(int error) {
   const auto code = static_cast<uint32_t>(error);
@@ -63,7 +65,7 @@ HRESULT GpsMonitor::StartThread() {
 
 HRESULT GpsMonitor::StopThread() {
   shared_->device->SetStopEvent();
-  if (ended_.wait_for(patience_) == std::future_status::ready) {
+  if (ended_.wait_for(kPatience) == std::future_status::ready) {
     thread_.join();
     return 0;
   }

@@ -2,7 +2,6 @@
 // Interface thread only.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <future>
 #include <memory>
@@ -18,10 +17,7 @@ inline constexpr HRESULT kInvalidArgument = static_cast<HRESULT>(0x80070057);
 
 class GpsMonitor {
  public:
-  // A thread that has not ended `patience` after it was told to is left to itself: it touches
-  // nothing but what it keeps alive, and its readings reach no sink.
-  explicit GpsMonitor(std::chrono::milliseconds patience = std::chrono::milliseconds(5000))
-      : patience_(patience) {}
+  GpsMonitor() = default;
   ~GpsMonitor() { Close(); }
   GpsMonitor(const GpsMonitor&) = delete;
   GpsMonitor& operator=(const GpsMonitor&) = delete;
@@ -29,8 +25,9 @@ class GpsMonitor {
   // Opens the device and starts the thread. kInvalidArgument without a sink; also if a device was
   // open, which is closed.
   HRESULT Open(std::shared_ptr<PositionSink> sink);
-  // Stops the thread and closes the device. kInvalidArgument if none is open; otherwise the
-  // thread's failure to end in time, and the device is closed as that thread ends.
+  // Stops the thread and closes the device. kInvalidArgument if none is open. A thread that has not
+  // ended within five seconds is a failure and left to itself: it touches nothing but what it keeps
+  // alive, its readings reach no sink, and the device is closed as it ends.
   HRESULT Close();
 
  private:
@@ -39,7 +36,6 @@ class GpsMonitor {
   HRESULT StartThread();
   HRESULT StopThread();
 
-  const std::chrono::milliseconds patience_;
   std::shared_ptr<Shared> shared_;  // with the thread; none while closed
   std::thread thread_;
   std::future<void> ended_;

@@ -1,9 +1,9 @@
 // gpsd itself, on a loopback port of its own, with a receiver whose recorded sentences come by UDP.
 #pragma once
 
-#include <atomic>
+#include <sys/socket.h>
+
 #include <cstdint>
-#include <thread>
 
 #include "support/process.h"
 
@@ -11,25 +11,20 @@ namespace testing_support {
 
 class GpsDaemon {
  public:
-  GpsDaemon();
-  ~GpsDaemon();
-
   uint16_t Port() const { return port_; }
   // Starts the daemon and waits until it can be connected to.
   void Start();
   void Kill() { daemon_.Kill(); }
   // From now on the receiver stands at 35.681237 N 139.767125 E, and says so again and again.
-  void HaveFix() { hasFix_ = true; }
+  void HaveFix();
 
  private:
-  void Feed();
+  static uint16_t FreePort(int type);
 
-  const uint16_t port_;
-  const uint16_t receiverPort_;
+  const uint16_t port_ = FreePort(SOCK_STREAM);
+  const uint16_t receiverPort_ = FreePort(SOCK_DGRAM);
   Process daemon_;
-  std::atomic<bool> hasFix_ = false;
-  std::atomic<bool> ends_ = false;
-  std::thread feeder_;
+  Process receiver_;
 };
 
 }  // namespace testing_support
