@@ -79,8 +79,6 @@ bool CEditAction::IsEnabled(int commandId) const {
     case kIdToolReference:
     case kIdMenuReference:
       return workingMode == WorkingMode::kChange;
-    case kIdMenuExtItems:
-      return false;
     default:
       return true;
   }
@@ -202,6 +200,16 @@ void CEditAction::ToggleAtStart() {
 }
 
 // A template may look at every field and at the clock: it runs after whatever may have changed one.
+std::u16string CEditAction::ExtItems() const {
+  return loaded_[store::kExtItems].value_or(u"");
+}
+
+void CEditAction::TakeExtItems(std::u16string_view text) {
+  loaded_[store::kExtItems] = text;
+  dirty = true;
+  RunActionText();
+}
+
 void CEditAction::RunActionText() {
   if (app_.ActTxtMode != kActionTextOff) expansion_ = actiontext::ParseActionText(BuildAction());
 }

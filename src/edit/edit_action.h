@@ -137,6 +137,9 @@ class CEditAction {
   // Runs a command of a control, the tool bar or the menu. An open picker is applied first; the
   // command is abandoned if that fails.
   void OnCommand(int commandId);
+  // The extended items in their text form, and what their editor made of it.
+  std::u16string ExtItems() const;
+  void TakeExtItems(std::u16string_view text);
   // The window is closed by its frame: as the exit command. True if the screen has ended.
   bool OnWindowClosing();
 

@@ -13,6 +13,7 @@
 #include "core/date_time.h"
 #include "edit/own_screen_pickers_screen.h"
 #include "edit/picker_table.h"
+#include "extitems/item_editor_screen.h"
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
@@ -57,6 +58,7 @@ QString TypedText(const QPlainTextEdit& edit) {
 CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode,
                                const std::optional<position::Position>& position)
     : ModalScreen(over),
+      app_(app),
       edit_(app),
       openMode_(openMode),
       position_(position),
@@ -192,6 +194,7 @@ void CEditActionDlg::MakePickers() {
 
 void CEditActionDlg::Run(int commandId) {
   QGuiApplication::inputMethod()->commit();  // what is still being composed counts
+  if (commandId == kIdMenuExtItems) return EditExtItems();
   edit_.OnCommand(commandId);
   if (edit_.PicksOnOwnScreen()) PickOnOwnScreen(this, edit_);
   ShowState();
@@ -201,6 +204,15 @@ void CEditActionDlg::Run(int commandId) {
 void CEditActionDlg::OnPosted(int command) {
   ShowState();
   Run(command);
+}
+
+void CEditActionDlg::EditExtItems() {
+  const bool taken = edit_.ApplyPicker();
+  ShowState();
+  if (!taken) return;
+  extitems::CItemEditorDlg editor(this, app_, edit_.ExtItems());
+  if (editor.RunModal() == platform::qt::kResultOk) edit_.TakeExtItems(editor.Result());
+  ShowState();
 }
 
 void CEditActionDlg::ChoosePicker() {

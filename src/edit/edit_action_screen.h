@@ -50,6 +50,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
   QAction* AddMenuItem(QMenu& menu, int id, const QString& text);
 
   void Run(int commandId);
+  void EditExtItems();
   void ChoosePicker();
   void ClosePicker();
   void TakeDate(const QDate& date);
@@ -59,6 +60,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
   void PlacePicker();
   QWidget* PickerWidget(Picker picker) const;
 
+  core::CAppState& app_;
   CEditAction edit_;
   int openMode_;
   std::optional<position::Position> position_;
