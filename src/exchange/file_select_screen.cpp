@@ -254,17 +254,6 @@ void CFileSelectDlg::Accept() {
   if (select_.OnOk(FromQt(name_->text()))) EndScreen(platform::qt::kResultOk);
 }
 
-// Enter presses the button that has the focus.
-void CFileSelectDlg::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QPushButton*>(focusWidget());
-  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (isEnter && button != nullptr && button->hasFocus()) {
-    button->click();
-  } else {
-    ModalScreen::keyPressEvent(event);
-  }
-}
-
 // By keyboard Enter on a line is a tap, and the menu key a hold.
 bool CFileSelectDlg::eventFilter(QObject* watched, QEvent* event) {
   if (watched == list_ && event->type() == QEvent::KeyPress) {

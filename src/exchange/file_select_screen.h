@@ -30,7 +30,6 @@ class CFileSelectDlg : public platform::qt::ModalScreen {
   const std::optional<std::u16string>& ResultPath() const { return select_.ResultPath(); }
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

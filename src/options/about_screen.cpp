@@ -3,7 +3,6 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -121,12 +120,6 @@ void AboutDlg::paintEvent(QPaintEvent*) {
                    Scaled(kLowerRule));
   PaintIcon(painter, QRect(Scaled(kIconPlace), Scaled(kUpperRule + kIconPlace), Scaled(kIconSize),
                            Scaled(kIconSize)));
-}
-
-void AboutDlg::keyPressEvent(QKeyEvent* event) {
-  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (isEnter) OnEscape();
-  ModalScreen::keyPressEvent(event);
 }
 
 }  // namespace options

@@ -14,7 +14,6 @@ class AboutDlg : public platform::qt::ModalScreen {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 };
 
 }  // namespace options

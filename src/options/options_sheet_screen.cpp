@@ -1,6 +1,5 @@
 #include "options/options_sheet_screen.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 #include <QShortcut>
 #include <QTimer>
@@ -138,17 +137,6 @@ int OptionsSheet::PlaceTabs(int top) {
 void OptionsSheet::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.drawLine(0, Scaled(kHeaderHeight), width(), Scaled(kHeaderHeight));
-}
-
-// Enter presses the button that has the focus.
-void OptionsSheet::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QPushButton*>(focusWidget());
-  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (isEnter && button != nullptr && button->hasFocus()) {
-    button->click();
-  } else {
-    ModalScreen::keyPressEvent(event);
-  }
 }
 
 }  // namespace options

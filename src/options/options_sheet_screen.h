@@ -24,7 +24,6 @@ class OptionsSheet : public platform::qt::ModalScreen {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QPushButton* AddButton(const char* name, const QString& text);

@@ -95,7 +95,6 @@ TEST_F(EditActionScreen, ShowsTheAction) {
               EXPECT_TRUE(Find<QAbstractButton>("5007")->isEnabled());
               EXPECT_FALSE(Find<QWidget>("1124")->isVisible());
               EXPECT_TRUE(MenuItem(kIdMenuFollow)->isEnabled());
-              EXPECT_FALSE(MenuItem(kIdMenuExtItems)->isEnabled());
               EXPECT_TRUE(Find<pickers::FieldButton>("1110")->isEnabled());
               Tap("2");
             }),

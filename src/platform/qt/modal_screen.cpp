@@ -1,5 +1,6 @@
 #include "platform/qt/modal_screen.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
@@ -102,8 +103,12 @@ bool ModalScreen::BelongsToOpeningClick(QEvent::Type type) {
 }
 
 void ModalScreen::keyPressEvent(QKeyEvent* event) {
+  auto* button = qobject_cast<QAbstractButton*>(parentWidget()->focusWidget());
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back) {
     OnEscape();
+  } else if (isEnter && button != nullptr && isAncestorOf(button)) {
+    button->click();
   } else {
     QWidget::keyPressEvent(event);
   }

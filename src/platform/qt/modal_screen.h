@@ -37,7 +37,8 @@ class ModalScreen : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;  // Escape and Back act as OnEscape
+  // Escape and Back act as OnEscape, Enter presses the button that has the focus, as Space does.
+  void keyPressEvent(QKeyEvent* event) override;
   virtual void OnEscape() { EndScreen(kResultCancel); }
   // A posted command. It waits until nothing stands over the screen: no other screen, no message,
   // no menu.
