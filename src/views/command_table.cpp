@@ -6,7 +6,6 @@
 namespace views {
 namespace {
 
-constexpr unsigned kNowhere = 0;
 constexpr unsigned kInWeek = 1u << core::kViewWeek;
 constexpr unsigned kInMonth = 1u << core::kViewMonth;
 constexpr unsigned kInMap = 1u << core::kViewMap;
@@ -74,9 +73,8 @@ bool IsLive(int id, core::View view) {
 }
 
 core::View ViewOnShow(int curView) {
-  if (curView < core::kViewDay || curView > core::kViewMap) return core::kViewDay;
-  const auto view = static_cast<core::View>(curView);
-  return FindCommand(CommandOfView(view))->liveIn == kNowhere ? core::kViewDay : view;
+  const bool isView = curView >= core::kViewDay && curView <= core::kViewMap;
+  return isView ? static_cast<core::View>(curView) : core::kViewDay;
 }
 
 }  // namespace views

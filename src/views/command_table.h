@@ -1,5 +1,5 @@
 // Every command of the main window in one table: its number, text, menu, key and the views in which
-// it is live. A command that is live nowhere stands in the menus greyed.
+// it is live. In the others it stands in the menus greyed.
 #pragma once
 
 #include <array>
@@ -110,8 +110,8 @@ constexpr int ViewOfCommand(int id) {
   return id - static_cast<int>(kShowDay) + core::kViewDay;
 }
 
-// The view that `curView` shows: a number that is no view, or a view that is live nowhere, shows
-// the day. The number itself stays as it is, for it goes back into the settings.
+// The view that `curView` shows: a number that is no view shows the day. The number itself stays as
+// it is, for it goes back into the settings.
 core::View ViewOnShow(int curView);
 
 }  // namespace views
