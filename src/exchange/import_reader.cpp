@@ -126,6 +126,7 @@ int ReadRecord(std::u16string_view line, int version, ImportRecord& record, int&
 
 int ReadRecords(core::LineReader& reader, ImportList& list, int version, int& lineNumber,
                 int& detail, const Progress& progress) {
+  if (progress) progress(0, 0);
   std::u16string line;
   size_t byteLength = 0;
   if (version == kVer3 && reader.ReadTextLine(line, byteLength) == kCannotRead) return kCannotRead;
