@@ -5,7 +5,6 @@
 #include <sys/socket.h>
 
 #include <thread>
-#include <vector>
 
 #include "platform/file_handle.h"
 #include "platform/gpsd_device.h"
@@ -42,16 +41,15 @@ class Speaker {
 
  private:
   void Serve() {
-    for (FileHandle guest; (guest = FileHandle(accept(door_.Get(), nullptr, nullptr)));) {
-      send(guest.Get(), words_.data(), words_.size(), MSG_NOSIGNAL);
-      guests_.push_back(std::move(guest));
-      if (guests_.size() > 2) guests_.erase(guests_.begin());
+    FileHandle guest;  // the last one, who is not sent away
+    while (FileHandle next{accept(door_.Get(), nullptr, nullptr)}) {
+      send(next.Get(), words_.data(), words_.size(), MSG_NOSIGNAL);
+      guest = std::move(next);
     }
   }
 
   const std::string words_;
   FileHandle door_{socket(AF_INET, SOCK_STREAM, 0)};
-  std::vector<FileHandle> guests_;
   std::thread thread_;
 };
 
