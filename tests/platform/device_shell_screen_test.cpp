@@ -133,6 +133,8 @@ TEST(ModalScreen, CoversTheWindowAndGivesItBack) {
 
   ModalScreen outer(&below);
   ModalScreen inner(&outer);
+  QPushButton first(&outer);
+  first.setFocus();
   QTimer::singleShot(0, [&] {
     EXPECT_FALSE(below.isEnabled());
     EXPECT_TRUE(outer.isAncestorOf(window.focusWidget()) || window.focusWidget() == &outer);

@@ -19,7 +19,9 @@ std::vector<ModalScreen*> runningScreens;
 }  // namespace
 
 ModalScreen::ModalScreen(QWidget* over)
-    : QWidget(over->window()), address_([this](int command) { TakePosted(command); }) {
+    : QWidget(over->window()),
+      address_([this](int command) { TakePosted(command); }),
+      focusAtMaking_(over->window()->focusWidget()) {
   setAutoFillBackground(true);
   setFocusPolicy(Qt::StrongFocus);
   hide();
@@ -31,7 +33,8 @@ ModalScreen* ModalScreen::Topmost() {
 
 int ModalScreen::RunModal() {
   QWidget* window = parentWidget();
-  const QPointer<QWidget> formerFocus = window->focusWidget();
+  const bool hasFocus = isAncestorOf(window->focusWidget());
+  const QPointer<QWidget> formerFocus(hasFocus ? focusAtMaking_.data() : window->focusWidget());
   std::vector<QPointer<QWidget>> covered;
   for (QWidget* sibling : window->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
     if (sibling == this || sibling->isWindow() || !sibling->isEnabled()) continue;

@@ -51,6 +51,7 @@ class ModalScreen : public QWidget {
   bool BelongsToOpeningClick(QEvent::Type type);
 
   const CommandAddress address_;
+  const QPointer<QWidget> focusAtMaking_;  // before the screen gave it to a widget of its own
   QEventLoop loop_;
   int result_ = kResultCancel;
   bool pressed_ = false;     // at least once since the screen was opened
