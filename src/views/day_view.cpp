@@ -9,17 +9,15 @@
 namespace views {
 namespace {
 
-std::u16string DayBeforeCurDate() {
-  const core::CalendarParts date = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -1);
-  return core::FormatDate(date.year, date.month, date.day);
-}
-
 // The positions of the Actions that start on the current date. The day before at 24:00:00 sorts
-// behind all of that day and ahead of all of this one.
+// behind all of that day and ahead of all of this one. A day that its month lacks has no day before
+// it, and no Actions.
 void SpanTheDay(const core::CAppState& app, ViewRows& rows) {
-  if (app.IndexCount < 1) return;
-  rows.FirstRowIndex = store::FindActionIndexLower(app, DayBeforeCurDate(), core::kEndOfDay,
-                                                   store::LowerMode::kAtOrAfter);
+  const core::CalendarParts before = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -1);
+  if (app.IndexCount < 1 || before.year < 0) return;
+  rows.FirstRowIndex =
+      store::FindActionIndexLower(app, core::FormatDate(before.year, before.month, before.day),
+                                  core::kEndOfDay, store::LowerMode::kAtOrAfter);
   rows.LastRowIndex = store::FindActionIndexLower(app, core::CurDate(), core::kEndOfDay,
                                                   store::LowerMode::kAtOrAfter) -
                       1;

@@ -42,6 +42,8 @@ TEST_F(Fills, TheSingleDayShowsWhatStartsOnIt) {
   EXPECT_EQ(1, rows.selectedRow);
   EXPECT_EQ(1, rows.FirstRowIndex);
   EXPECT_EQ(2, rows.LastRowIndex);
+  core::CurDay = 31;
+  EXPECT_TRUE(SetDataDayViewForSingle(app).cells.empty()) << "June has no such day";
 }
 
 TEST_F(Fills, TheSpanningDayShowsWhatTouchesIt) {
