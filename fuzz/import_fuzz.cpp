@@ -4,48 +4,12 @@
 #include "exchange/action_lines.h"
 #include "exchange/import_reader.h"
 #include "input.h"
+#include "one_file.h"
 #include "platform/code_page.h"
-#include "platform/files.h"
 #include "store/column.h"
 #include "store/user_data_table.h"
 
 namespace {
-
-// The one content that every name reads.
-class OneFile : public platform::Files {
- public:
-  std::string content;
-
-  std::unique_ptr<platform::File> OpenForReading(std::u16string_view) override {
-    return std::make_unique<Stream>(content);
-  }
-  std::unique_ptr<platform::File> Create(std::u16string_view) override { return nullptr; }
-  std::optional<uint32_t> Attributes(std::u16string_view) override { return 0; }
-  bool Remove(std::u16string_view) override { return true; }
-  bool Rename(std::u16string_view, std::u16string_view) override { return true; }
-  bool MakeFolder(std::u16string_view) override { return true; }
-  bool RemoveFolder(std::u16string_view) override { return true; }
-  bool SyncToDisk(std::u16string_view) override { return true; }
-  std::optional<std::vector<platform::FolderEntry>> List(std::u16string_view) override {
-    return {};
-  }
-
- private:
-  class Stream : public platform::File {
-   public:
-    explicit Stream(std::string_view bytes) : bytes_(bytes) {}
-    int64_t Read(void* data, size_t size) override {
-      const size_t count = bytes_.copy(static_cast<char*>(data), size);
-      bytes_.remove_prefix(count);
-      return static_cast<int64_t>(count);
-    }
-    bool Write(std::string_view) override { return false; }
-    bool Sync() override { return false; }
-
-   private:
-    std::string_view bytes_;
-  };
-};
 
 store::Action RowOf(const exchange::ImportRecord& record) {
   store::Action row;
@@ -69,7 +33,7 @@ std::u16string AsFileHasIt(std::u16string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static OneFile file;
+  static fuzz::OneFile file;
   platform::SetFiles(&file);
   if (size == 0) return 0;
   const int version = 1 + data[0] % 3;

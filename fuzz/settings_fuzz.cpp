@@ -1,9 +1,7 @@
 // Any bytes are read as settings, and the state that they give survives writing and reading.
-#include <memory>
-
 #include "core/settings.h"
 #include "input.h"
-#include "platform/files.h"
+#include "one_file.h"
 #include "platform/host.h"
 
 namespace {
@@ -25,45 +23,7 @@ class QuietHost : public platform::Host {
   std::vector<std::u16string> FontFamilies() override { return {}; }
 };
 
-// The one content that every name reads and writes.
-class OneFile : public platform::Files {
- public:
-  std::string content;
-
-  std::unique_ptr<platform::File> OpenForReading(std::u16string_view) override {
-    return std::make_unique<Stream>(content);
-  }
-  std::unique_ptr<platform::File> Create(std::u16string_view) override {
-    content.clear();
-    return std::make_unique<Stream>(content);
-  }
-  std::optional<uint32_t> Attributes(std::u16string_view) override { return 0; }
-  bool Remove(std::u16string_view) override { return true; }
-  bool Rename(std::u16string_view, std::u16string_view) override { return true; }
-  bool MakeFolder(std::u16string_view) override { return true; }
-
- private:
-  class Stream : public platform::File {
-   public:
-    explicit Stream(std::string& bytes) : bytes_(bytes) {}
-    int64_t Read(void* data, size_t size) override {
-      const size_t count = bytes_.copy(static_cast<char*>(data), size, at_);
-      at_ += count;
-      return static_cast<int64_t>(count);
-    }
-    bool Write(std::string_view bytes) override {
-      bytes_ += bytes;
-      return true;
-    }
-    bool Sync() override { return true; }
-
-   private:
-    std::string& bytes_;
-    size_t at_ = 0;
-  };
-};
-
-std::string Written(const core::CAppState& app, OneFile& file) {
+std::string Written(const core::CAppState& app, fuzz::OneFile& file) {
   fuzz::Require(core::WriteSettings(app, u"\\x") == 0);
   return file.content;
 }
@@ -72,7 +32,7 @@ std::string Written(const core::CAppState& app, OneFile& file) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static QuietHost host;
-  static OneFile file;
+  static fuzz::OneFile file;
   platform::SetHost(&host);
   platform::SetFiles(&file);
 
