@@ -60,7 +60,8 @@ int WriteActions(const core::CAppState& app, platform::File& file, ToLine toLine
 int Export(const core::CAppState& app, std::u16string_view path, std::u16string_view header,
            ToLine toLine, const Progress& progress) {
   // The diary itself is chosen with one tap in the file dialog.
-  if (path == app.DataFile) return TellOpenFailed(path);
+  const std::unique_ptr<store::Engine>& diary = store::dbSession().Session;
+  if (diary && diary->Keeps(path)) return TellOpenFailed(path);
   const std::unique_ptr<platform::File> file = platform::files().Create(path);
   if (file == nullptr) return TellOpenFailed(path);
   int result = header.empty() ? 0 : core::WriteTextLine(*file, header);

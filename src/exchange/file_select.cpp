@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <utility>
 
 #include "core/paths.h"
 #include "platform/device_paths.h"
 #include "platform/files.h"
 #include "platform/host.h"
+#include "store/session.h"
 
 namespace exchange {
 namespace {
@@ -38,6 +40,12 @@ bool StandsBefore(const std::u16string& a, const std::u16string& b) {
 
 bool IsFolderAt(std::u16string_view path) {
   return (files().Attributes(path).value_or(0) & platform::kAttributeDirectory) != 0;
+}
+
+// The open diary stays where it is: without its file it would be gone when the program ends.
+bool IsDiary(std::u16string_view path) {
+  const std::unique_ptr<store::Engine>& diary = store::dbSession().Session;
+  return diary && diary->Keeps(path);
 }
 
 bool IsGivenName(std::u16string_view name) {
@@ -216,8 +224,9 @@ void CFileSelect::Rename(std::u16string_view typedName) {
   const std::u16string name = platform::FromTypedPath(typedName);
   const std::u16string formerName = Name(selectedLine_);
   const std::u16string path = PathOf(name);
-  const bool renamed =
-      name == formerName || (!files().Exists(path) && files().Rename(PathOf(formerName), path));
+  const std::u16string formerPath = PathOf(formerName);
+  const bool renamed = name == formerName || (!files().Exists(path) && !IsDiary(formerPath) &&
+                                              files().Rename(formerPath, path));
   if (!renamed) {
     ShowNotice(u"指定されたファイルまたはフォルダの名前の変更に失敗しました。", u"名称変更エラー",
                Icon::kStop);
@@ -242,7 +251,7 @@ void CFileSelect::Delete() {
     if (!files().RemoveFolder(path)) {
       ShowNotice(u"指定されたフォルダの削除に失敗しました。", u"フォルダ削除エラー", Icon::kStop);
     }
-  } else if (!files().Remove(path)) {
+  } else if (IsDiary(path) || !files().Remove(path)) {
     ShowNotice(u"指定されたファイルの削除に失敗しました。", u"ファイル削除エラー", Icon::kStop);
   }
   ListAgain();

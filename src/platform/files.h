@@ -43,6 +43,8 @@ class Files {
   virtual std::unique_ptr<File> Create(std::u16string_view path) = 0;
   // The attributes of what stands at `path` (links followed), or none if nothing does.
   virtual std::optional<uint32_t> Attributes(std::u16string_view path) = 0;
+  // Both paths lead to the same file, whatever links and repeated backslashes they go through.
+  virtual bool IsSameFile(std::u16string_view a, std::u16string_view b) = 0;
   // Each answers true on success.
   virtual bool Remove(std::u16string_view path) = 0;
   // An empty folder. Of a link to a folder the link alone goes.

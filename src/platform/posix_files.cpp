@@ -135,6 +135,15 @@ std::optional<uint32_t> PosixFiles::Attributes(std::u16string_view path) {
   return attributes;
 }
 
+bool PosixFiles::IsSameFile(std::u16string_view a, std::u16string_view b) {
+  const auto hostA = ToHostPath(a);
+  const auto hostB = ToHostPath(b);
+  struct stat statusA, statusB;
+  return hostA && hostB && stat(hostA->c_str(), &statusA) == 0 &&
+         stat(hostB->c_str(), &statusB) == 0 && statusA.st_dev == statusB.st_dev &&
+         statusA.st_ino == statusB.st_ino;
+}
+
 bool PosixFiles::Remove(std::u16string_view path) {
   const auto hostPath = ToHostPath(path);
   return hostPath && unlink(hostPath->c_str()) == 0;

@@ -11,6 +11,7 @@ class PosixFiles : public Files {
   std::unique_ptr<File> OpenForReading(std::u16string_view path) override;
   std::unique_ptr<File> Create(std::u16string_view path) override;
   std::optional<uint32_t> Attributes(std::u16string_view path) override;
+  bool IsSameFile(std::u16string_view a, std::u16string_view b) override;
   bool Remove(std::u16string_view path) override;
   bool RemoveFolder(std::u16string_view path) override;
   bool Rename(std::u16string_view from, std::u16string_view to) override;

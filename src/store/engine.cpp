@@ -296,6 +296,13 @@ Engine::~Engine() {
   sqlite3_close(database_);
 }
 
+bool Engine::Keeps(std::u16string_view path) const {
+  const auto own = platform::FromHostPath(hostPath_);
+  return own && std::ranges::any_of(kFileSuffixes, [&](std::string_view suffix) {
+           return platform::files().IsSameFile(path, *own + platform::ToUtf16(suffix));
+         });
+}
+
 void Engine::TakeCharge() {
   inCharge_ = true;
   for (const std::string_view suffix : kFileSuffixes) NarrowRights(hostPath_ + std::string(suffix));

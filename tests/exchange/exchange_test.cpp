@@ -99,8 +99,7 @@ TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
               "ファイル" + platform::ToUtf8(path) +
                   "の書込みに失敗(-1)しました。メモリの空き容量を確認してください。");
   }
-  app.DataFile = folder.Path(u"user.sdf");
-  EXPECT_EQ(RunExport(app, app.DataFile, 1), -1) << "over the diary itself";
+  EXPECT_EQ(RunExport(app, folder.Path(u"\\user.sdf"), 1), -1) << "over the diary itself";
   EXPECT_EQ(Rows().size(), 1u);
 }
 

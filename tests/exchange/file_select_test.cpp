@@ -2,8 +2,11 @@
 #include "exchange/file_select.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "platform/files.h"
+#include "store/data_file.h"
+#include "store/session.h"
 #include "support/fake_host.h"
 #include "support/faulty_files.h"
 #include "support/temp_folder.h"
@@ -135,6 +138,25 @@ TEST_F(FileSelect, MakesRenamesAndRemovesAndLosesNothing) {
   select.SelectLine(1);
   select.Delete();
   EXPECT_EQ(Lines(select), (Texts{u"+新規"}));
+}
+
+TEST_F(FileSelect, TheOpenDiaryStaysWhereItIs) {
+  ASSERT_EQ(store::CreateDataFile(folder.Path(u"user.sdf")), 0);
+  symlink("user.sdf", folder.HostPath("link.sdf").c_str());
+  CFileSelect select = Opened(kSelectToSave);
+  select.ChooseFilter(1);
+  for (const std::u16string_view name : {u"link.sdf", u"user.sdf"}) {
+    for (int line = 0; line < select.LineCount(); ++line) {
+      if (select.Name(line) == name) select.SelectLine(line);
+    }
+    select.Rename(u"other.sdf");
+    EXPECT_EQ(Told(), u"名称変更エラー");
+    host.answers = {Answer::kYes};
+    select.Delete();
+    EXPECT_EQ(Told(), u"ファイル削除エラー");
+  }
+  store::DisconnectDataFile();
+  EXPECT_TRUE(platform::files().Exists(folder.Path(u"user.sdf")));
 }
 
 TEST_F(FileSelect, FilterFaultsAndPatterns) {

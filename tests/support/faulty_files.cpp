@@ -50,6 +50,10 @@ std::optional<uint32_t> FaultyFiles::Attributes(std::u16string_view path) {
   return Fails(FileCall::kAttributes) ? std::nullopt : real_.Attributes(path);
 }
 
+bool FaultyFiles::IsSameFile(std::u16string_view a, std::u16string_view b) {
+  return real_.IsSameFile(a, b);
+}
+
 bool FaultyFiles::Remove(std::u16string_view path) {
   return !Fails(FileCall::kRemove) && real_.Remove(path);
 }
