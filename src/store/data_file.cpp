@@ -41,6 +41,16 @@ uint32_t FolderAttributes(std::u16string_view folder) {
   return platform::files().Attributes(folder.empty() ? u"\\" : folder).value_or(0);
 }
 
+void TellReadError() {
+  ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
+}
+
+// No file is open any more, and the program is about to end. -10.
+int TellLost() {
+  TellReadError();
+  return -10;
+}
+
 // The connected file is none of ours, or damaged. -110.
 int TellForeign() {
   ShowNotice(u"データファイルの内容が不正です。\nプログラムを終了します。", u"データファイル不正",
@@ -132,7 +142,7 @@ int ChangeToExisting(core::CAppState& app, std::u16string_view path) {
                                    platform::Buttons::kOkCancel};
   if (platform::host().ShowMessage(question) != platform::Answer::kOk) return -1;
   recorder::CloseRecorderSession(app);
-  if (Failed(ConnectDataFile(path))) return -10;
+  if (Failed(ConnectDataFile(path))) return TellLost();
   const int upgraded = UpgradeDataFile(app);
   if (upgraded == 0 || upgraded == -4) {
     app.DataFile = path;
@@ -140,7 +150,7 @@ int ChangeToExisting(core::CAppState& app, std::u16string_view path) {
   }
   TellUnchanged(upgraded);
   recorder::CloseRecorderSession(app);
-  return Failed(ConnectDataFile(app.DataFile)) ? -10 : 0;
+  return Failed(ConnectDataFile(app.DataFile)) ? TellLost() : 0;
 }
 
 // Asks for what a file that does not exist yet needs. False if it is not to be made.
@@ -210,7 +220,7 @@ int OpenDataFile(core::CAppState& app) {
     case -3:
       return TellForeign();
     default:
-      ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
+      TellReadError();
       return -2;
   }
 }

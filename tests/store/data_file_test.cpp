@@ -288,7 +288,10 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
     EXPECT_TRUE(dbSession().UserTable);
   }
   EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("bad.sdf")), "no data file");
-  // A path where no file can be made ends with no file open.
+  // What cannot be opened, and a path where no file can be made, end with no file open.
+  Answer("o");
+  EXPECT_EQ(ChangeDataFile(app, folder.Path(u"new")), -10) << "a folder";
+  EXPECT_EQ(Shown().back(), "エラー|s00|データファイル読込み中にエラーが発生しました。");
   Answer("y");
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"bad.sdf\\x.sdf")), -10);
   EXPECT_EQ(Shown().back(),
