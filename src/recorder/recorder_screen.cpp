@@ -11,6 +11,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 #include "recorder/recording_layout.h"
+#include "store/session.h"
 
 namespace recorder {
 namespace {
@@ -63,6 +64,7 @@ int CRecorderDlg::RunModal() {
   ShowState();
   buttons_[kIdRecord]->setFocus();
   QWidget* window = parentWidget();
+  QTimer::singleShot(0, this, [] { store::PrepareToWrite(); });  // shown, it awaits the first tap
   const int result = ModalScreen::RunModal();
   if (!left_) {  // ended from outside, as the whole program ends: what the fields hold is kept
     recorder_.inlineEdit = InlineEdit::kNone;

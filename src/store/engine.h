@@ -131,6 +131,10 @@ class Engine {
   void BeginBurst();
   HRESULT EndBurst();
 
+  // Switches the journal for the session's writes; the first of them does it otherwise. It counts
+  // as another connection's commit.
+  void PrepareJournal();
+
   // From now on the changes of this table's rows are noted, and no other's. The text must live on.
   void WatchRows(std::string_view table);
   // What has changed since the call before this one, whoever changed it. `all` at the first call,
@@ -173,7 +177,6 @@ class Engine {
   HRESULT WriteFirst(std::string_view sql, std::u16string_view table,
                      std::span<const Field> fields);
   HRESULT Write(Statement& statement);
-  void PrepareJournal();
   void NoteRow(std::string_view table, int64_t row);
 
   sqlite3* database_;

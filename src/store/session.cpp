@@ -76,6 +76,13 @@ HRESULT CreateEmptyDataFile(std::u16string_view path) {
   return result;
 }
 
+void PrepareToWrite() {
+  const CDbSession& session = dbSession();
+  if (!session.Session) return;
+  session.Session->PrepareJournal();
+  session.Starts->Refresh();
+}
+
 void DisconnectDataFile() {
   CDbSession& session = dbSession();
   session.UserTable.reset();

@@ -35,6 +35,10 @@ HRESULT CreateEmptyDataFile(std::u16string_view path);
 // Harmless when nothing is open. The closed file is one file, complete in itself.
 void DisconnectDataFile();
 
+// Does ahead of the first write what that would wait for: the journal is switched, upon which all
+// starts are read again. Harmless when nothing is open.
+void PrepareToWrite();
+
 // Brings t_UserData of an older format to the present columns.
 HRESULT AlterUserData();
 
