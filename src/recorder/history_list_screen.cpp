@@ -1,7 +1,6 @@
 #include "recorder/history_list_screen.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include "platform/metrics.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/qt_text.h"
+#include "views/key_tap_screen.h"
 
 namespace recorder {
 
@@ -24,6 +24,12 @@ HistoryListView::HistoryListView(QWidget* parent) : QListWidget(parent) {
     if (!tapPending_) return;
     tapPending_ = false;
     emit Held(viewport()->mapToGlobal(point));
+  });
+  // A release whose press has closed the message of the last one is not meant for the list.
+  new views::KeyTap(this, [this](int key) {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) emit ReturnLetGo();
+    if (key == Qt::Key_Delete) emit DeleteLetGo();
+    return false;
   });
 }
 
@@ -82,12 +88,6 @@ void HistoryListView::mouseReleaseEvent(QMouseEvent* event) {
   tapPending_ = dragging_ = false;
   if (taps) emit Tapped();
   if (drags) emit Dragged();
-}
-
-void HistoryListView::keyReleaseEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) emit ReturnLetGo();
-  if (event->key() == Qt::Key_Delete) emit DeleteLetGo();
-  QListWidget::keyReleaseEvent(event);
 }
 
 }  // namespace recorder

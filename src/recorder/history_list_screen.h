@@ -24,6 +24,7 @@ class HistoryListView : public QListWidget {
   // It went up somewhere else.
   void Dragged();
   void Held(QPoint globalPoint);
+  // Keys that were pressed over the list, too.
   void ReturnLetGo();
   void DeleteLetGo();
 
@@ -31,7 +32,6 @@ class HistoryListView : public QListWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
   bool tapPending_ = false;

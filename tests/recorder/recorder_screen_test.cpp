@@ -82,6 +82,18 @@ TEST_F(RecorderScreen, ATapOnALineOpensItsActionAndADragDoesNot) {
   });
 }
 
+TEST_F(RecorderScreen, ReturnOnItsOwnMessageIsNotTheLists) {
+  CRecorderDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease, QEvent::KeyRelease}) {
+      QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier);
+      QCoreApplication::sendEvent(Find<QListWidget>("1166"), &event);
+    }
+    EXPECT_EQ(host.messages.size(), 1u);
+    Click("1152");
+  });
+}
+
 TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
   app.ItmSelMode = 2;
   app.PlaceHistory.Add(u"会社");
