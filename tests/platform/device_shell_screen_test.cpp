@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTimer>
 #include <functional>
@@ -97,6 +99,21 @@ TEST(SoftKeyBar, OpensItsMenuAboveItself) {
   EXPECT_EQ(menu.bottom() + 1, bar.mapToGlobal(QPoint(0, 0)).y());
   EXPECT_EQ(menu.right() + 1, bar.mapToGlobal(QPoint(240, 0)).x());
   bar.Menu().close();
+}
+
+TEST(OneLine, APastedLineEndIsLeftOut) {
+  QLineEdit line;
+  line.show();
+  line.setText(QStringLiteral("自宅"));
+  line.setCursorPosition(1);
+  QString edited;
+  QObject::connect(&line, &QLineEdit::textEdited, &line,
+                   [&](const QString& text) { edited = text; });
+  QGuiApplication::clipboard()->setText(QStringLiteral("a\r\n[Find]\n"));
+  line.paste();
+  EXPECT_EQ(line.text(), QStringLiteral("自a[Find]宅"));
+  EXPECT_EQ(edited, line.text());
+  EXPECT_EQ(line.cursorPosition(), 8);
 }
 
 TEST(ModalScreen, TheSecondClickOfItsOpeningHitsNothing) {

@@ -9,6 +9,7 @@
 #include <QTranslator>
 #include <clocale>
 
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
 namespace platform::qt {
@@ -22,10 +23,16 @@ constexpr int kSeparatorHeight = 10;  // at most, in a menu
 bool scaleIsOurs = false;
 
 // Fusion for a finger on a small screen: three buttons of a message fit 240 units, and each is high
-// enough to be hit.
+// enough to be hit. It also meets every field that is shown.
 class FingerStyle : public QProxyStyle {
  public:
   FingerStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  using QProxyStyle::polish;
+  void polish(QWidget* widget) override {
+    QProxyStyle::polish(widget);
+    if (auto* line = qobject_cast<QLineEdit*>(widget)) KeepToOneLine(*line);
+  }
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
