@@ -24,10 +24,6 @@ class FaultyFiles::FaultyFile : public platform::File {
   std::unique_ptr<platform::File> real_;
 };
 
-void FaultyFiles::Fail(FileCall call, int first, int last) {
-  orders_[static_cast<size_t>(call)] = {first, last, 0};
-}
-
 bool FaultyFiles::Fails(FileCall call) {
   Order& order = orders_[static_cast<size_t>(call)];
   ++order.count;
@@ -44,38 +40,6 @@ std::unique_ptr<platform::File> FaultyFiles::OpenForReading(std::u16string_view 
 
 std::unique_ptr<platform::File> FaultyFiles::Create(std::u16string_view path) {
   return Fails(FileCall::kCreate) ? nullptr : Wrap(real_.Create(path));
-}
-
-std::optional<uint32_t> FaultyFiles::Attributes(std::u16string_view path) {
-  return Fails(FileCall::kAttributes) ? std::nullopt : real_.Attributes(path);
-}
-
-bool FaultyFiles::IsSameFile(std::u16string_view a, std::u16string_view b) {
-  return real_.IsSameFile(a, b);
-}
-
-bool FaultyFiles::Remove(std::u16string_view path) {
-  return !Fails(FileCall::kRemove) && real_.Remove(path);
-}
-
-bool FaultyFiles::RemoveFolder(std::u16string_view path) {
-  return !Fails(FileCall::kRemoveFolder) && real_.RemoveFolder(path);
-}
-
-bool FaultyFiles::Rename(std::u16string_view from, std::u16string_view to) {
-  return !Fails(FileCall::kRename) && real_.Rename(from, to);
-}
-
-bool FaultyFiles::SyncToDisk(std::u16string_view path) {
-  return !Fails(FileCall::kSync) && real_.SyncToDisk(path);
-}
-
-bool FaultyFiles::MakeFolder(std::u16string_view path) {
-  return !Fails(FileCall::kMakeFolder) && real_.MakeFolder(path);
-}
-
-std::optional<std::vector<platform::FolderEntry>> FaultyFiles::List(std::u16string_view folder) {
-  return Fails(FileCall::kList) ? std::nullopt : real_.List(folder);
 }
 
 }  // namespace testing_support

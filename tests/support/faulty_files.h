@@ -9,19 +9,7 @@
 
 namespace testing_support {
 
-enum class FileCall {
-  kOpenForReading,
-  kCreate,
-  kAttributes,
-  kRemove,
-  kRemoveFolder,
-  kRename,
-  kMakeFolder,
-  kList,
-  kRead,
-  kWrite,
-  kSync,
-};
+enum class FileCall { kOpenForReading, kCreate, kRename, kMakeFolder, kRead, kWrite, kSync };
 
 // The process's Files for the scope of the object, which must outlive the files that it opened.
 class FaultyFiles : public platform::Files {
@@ -33,21 +21,35 @@ class FaultyFiles : public platform::Files {
 
   // The calls number `first` (from 1, counted from now) up to `last` fail. A failing write leaves
   // the first half of its bytes, as a disk does that is full. Replaces an earlier order for `call`.
-  void Fail(FileCall call, int first, int last);
+  void Fail(FileCall call, int first, int last) {
+    orders_[static_cast<size_t>(call)] = {first, last, 0};
+  }
   void Fail(FileCall call, int nth = 1) { Fail(call, nth, nth); }
   // How often `call` came since its order, or since the beginning.
   int Count(FileCall call) const { return orders_[static_cast<size_t>(call)].count; }
 
   std::unique_ptr<platform::File> OpenForReading(std::u16string_view path) override;
   std::unique_ptr<platform::File> Create(std::u16string_view path) override;
-  std::optional<uint32_t> Attributes(std::u16string_view path) override;
-  bool IsSameFile(std::u16string_view a, std::u16string_view b) override;
-  bool Remove(std::u16string_view path) override;
-  bool RemoveFolder(std::u16string_view path) override;
-  bool Rename(std::u16string_view from, std::u16string_view to) override;
-  bool SyncToDisk(std::u16string_view path) override;
-  bool MakeFolder(std::u16string_view path) override;
-  std::optional<std::vector<platform::FolderEntry>> List(std::u16string_view folder) override;
+  bool Rename(std::u16string_view from, std::u16string_view to) override {
+    return !Fails(FileCall::kRename) && real_.Rename(from, to);
+  }
+  bool SyncToDisk(std::u16string_view path) override {
+    return !Fails(FileCall::kSync) && real_.SyncToDisk(path);
+  }
+  bool MakeFolder(std::u16string_view path) override {
+    return !Fails(FileCall::kMakeFolder) && real_.MakeFolder(path);
+  }
+  std::optional<uint32_t> Attributes(std::u16string_view path) override {
+    return real_.Attributes(path);
+  }
+  bool IsSameFile(std::u16string_view a, std::u16string_view b) override {
+    return real_.IsSameFile(a, b);
+  }
+  bool Remove(std::u16string_view path) override { return real_.Remove(path); }
+  bool RemoveFolder(std::u16string_view path) override { return real_.RemoveFolder(path); }
+  std::optional<std::vector<platform::FolderEntry>> List(std::u16string_view folder) override {
+    return real_.List(folder);
+  }
 
  private:
   class FaultyFile;

@@ -1,7 +1,5 @@
 #include "support/temp_folder.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -10,8 +8,6 @@
 #include "platform/device_paths.h"
 
 namespace testing_support {
-
-TempFolder::TempFolder() : TempFolder(testing::TempDir()) {}
 
 TempFolder::TempFolder(const std::string& parent) {
   std::string pattern = parent + "/morvenly-test-XXXXXX";
@@ -37,8 +33,8 @@ std::string ReadWholeFile(const std::string& hostPath) {
 }
 
 void WriteWholeFile(const std::string& hostPath, std::string_view content) {
-  std::ofstream(hostPath, std::ios::binary).write(content.data(),
-                                                  static_cast<std::streamsize>(content.size()));
+  std::ofstream(hostPath, std::ios::binary)
+      .write(content.data(), static_cast<std::streamsize>(content.size()));
 }
 
 }  // namespace testing_support

@@ -1,6 +1,8 @@
 // A folder of the test's own on the real disk, removed with the object.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
 
@@ -8,9 +10,8 @@ namespace testing_support {
 
 class TempFolder {
  public:
-  TempFolder();
-  // In `parent` if it can be made there, otherwise as above.
-  explicit TempFolder(const std::string& parent);
+  // In `parent`, or where the tests have theirs if it cannot be made there.
+  explicit TempFolder(const std::string& parent = testing::TempDir());
   ~TempFolder();
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
