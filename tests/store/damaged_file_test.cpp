@@ -54,7 +54,6 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
   } rows[] = {
       {"random bytes", RandomBytes(40000)},
       {"an empty file", ""},
-      {"the beginning alone", good.substr(0, 100)},
       {"without Actions", after(u"drop table t_UserData")},
       {"without our rows", after(u"delete from t_SysInfo")},
       {"without our tables", after(u"drop table t_SysInfo")},
@@ -110,8 +109,6 @@ TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
   holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE");
   ASSERT_EQ(holder->Execute(u"delete from t_TextData"), S_OK);
   EXPECT_EQ(OpenDataFile(app), -110);
-  EXPECT_EQ(host.messages.back().text,
-            u"データファイルの内容が不正です。\nプログラムを終了します。");
 }
 
 TEST_F(DamagedFileTest, AReaderElsewhereHindersNoWriteAndNoClosing) {
@@ -137,19 +134,15 @@ TEST_F(DamagedFileTest, AReaderElsewhereHindersNoWriteAndNoClosing) {
 class FullDisk {
  public:
   explicit FullDisk(rlim_t bytes) {
-    former_ = std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     getrlimit(RLIMIT_FSIZE, &limit_);
     const rlimit smaller{bytes, limit_.rlim_max};
     setrlimit(RLIMIT_FSIZE, &smaller);
   }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &limit_);
-    std::signal(SIGXFSZ, former_);
-  }
+  ~FullDisk() { setrlimit(RLIMIT_FSIZE, &limit_); }
 
  private:
   rlimit limit_;
-  void (*former_)(int);
 };
 
 TEST_F(DamagedFileTest, AFullDiskLosesNothing) {
@@ -203,18 +196,14 @@ TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
   }
 }
 
-// Without root's rights for a scope; a test that needs it is skipped where it can't be had.
+// Without root's rights for a scope.
 class AsNobody {
  public:
   static constexpr uid_t kNobody = 65534;
-  AsNobody() : active_(seteuid(kNobody) == 0) {}
+  AsNobody() { EXPECT_EQ(seteuid(kNobody), 0); }
   ~AsNobody() {
-    if (active_ && seteuid(0) != 0) std::abort();
+    if (seteuid(0) != 0) std::abort();
   }
-  bool Active() const { return active_; }
-
- private:
-  bool active_;
 };
 
 TEST_F(DamagedFileTest, AReadOnlyFolderCanBeRead) {
@@ -226,7 +215,6 @@ TEST_F(DamagedFileTest, AReadOnlyFolderCanBeRead) {
     SCOPED_TRACE(fileMode);
     ASSERT_EQ(chmod(hostPath.c_str(), fileMode), 0);
     const AsNobody nobody;
-    ASSERT_TRUE(nobody.Active());
     EXPECT_EQ(OpenDataFile(app), 0);
     EXPECT_EQ(app.IndexCount, 50);
     Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
