@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
 #include <map>
 
 #include "exchange/action_lines.h"
@@ -23,7 +22,7 @@ using testing_support::FileCall;
 
 class FileTest : public ExchangeTest {
  protected:
-  void Put(std::string_view bytes) { std::ofstream(hostPath, std::ios::binary) << bytes; }
+  void Put(std::string_view bytes) { testing_support::WriteWholeFile(hostPath, bytes); }
   std::string Bytes() const { return testing_support::ReadWholeFile(hostPath); }
 
   // The rows of the index without their stamp, by id.
@@ -132,14 +131,13 @@ TEST_F(FileTest, ARoundTripChangesNothingAndAddingDoubles) {
 TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   const std::string id = "ID2010062300000001";
   const std::string day = "\t2010/06/23\t";
-  const std::string good1 = "2010/06/23\t09:00\t2010/06/23\t10:00\tplace\tc1\n";
+  const std::string good1 = "2010/06/23\t09:00" + day + "10:00\tplace\tc1\n";
   const std::string good2 = id + day + "09:00:00" + day + "10:00:00\tplace\tc1\n";
   const std::string head = "header\r\n";
-  const auto ver3 = [&](const std::string& theId, const std::string& start,
-                        const std::string& end) {
-    return head + theId + "\tx\t" + start + "\t" + end + "\t\n";
-  };
   const std::string noon = "2010/06/23 12:00:00";
+  const std::string noTimes = " 行目には開始または終了日時がありません。";
+  const std::string badTimes = " 行目の値が不正です。";
+  const std::string badId = " 行目のアクションIDの値が不正です。";
   struct Row {
     const char* why;
     int version;
@@ -147,46 +145,27 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
     std::string message;
   };
   const Row rows[] = {
-      {"five columns", 1, good1 + "2010/06/23\t09:00\t2010/06/23\t10:00\tplace",
-       "2 行目には開始または終了日時がありません。"},
-      {"six columns", 2, good2 + id + day + "09:00:00" + day + "10:00:00\tplace\n",
-       "2 行目には開始または終了日時がありません。"},
-      {"four columns", 3, head + id + "\tx\t" + noon + "\t" + noon,
-       "1 行目には開始または終了日時がありません。"},
-      {"the wrong version", 1, good2, "1 行目の値が不正です。(-109)"},
-      {"the wrong version", 2, good1 + good1, "1 行目には開始または終了日時がありません。"},
-      {"commas", 1, "2010/06/23,09:00,2010/06/23,10:00,p,c,c,m\n",
-       "1 行目には開始または終了日時がありません。"},
-      {"a start of another length", 3, ver3(id, "2010/06/23", noon),
-       "1 行目の値が不正です。(-109)"},
-      {"an end of another length", 3, ver3(id, noon, noon + "0"), "1 行目の値が不正です。(-110)"},
-      {"a start on no date", 3, ver3(id, "2010/02/30 12:00:00", noon),
-       "1 行目の値が不正です。(-101)"},
-      {"an end on no date", 3, ver3(id, noon, "2010/13/23 12:00:00"),
-       "1 行目の値が不正です。(-102)"},
-      {"an end at no time", 3, ver3(id, noon, "2010/06/23 24:00:01"),
-       "1 行目の値が不正です。(-103)"},
-      {"a start at no time", 3, ver3(id, "2010/06/23 24:00:00", "2010/06/24 00:00:00"),
-       "1 行目の値が不正です。(-104)"},
-      {"the end of a day behind no beginning", 1,
-       "2010/06/23\t09:00\t2010/06/23\t24:00\tplace\tc1\n", "1 行目の値が不正です。(-105)"},
+      {"five columns", 1, good1 + "2010/06/23\t09:00" + day + "10:00\tplace", "2" + noTimes},
+      {"six columns", 2, good2 + id + day + "09:00:00" + day + "10:00:00\tplace\n", "2" + noTimes},
+      {"four columns", 3, head + id + "\tx\t" + noon + "\t" + noon, "1" + noTimes},
+      {"the wrong version", 1, good2, "1" + badTimes + "(-109)"},
+      {"no date", 3, head + id + "\tx\t2010/02/30 12:00:00\t" + noon + "\t\n",
+       "1" + badTimes + "(-101)"},
       {"backwards", 2, id + day + "09:00:00" + day + "08:59:59\tplace\tc1\n",
-       "1 行目の値が不正です。(-106)"},
-      {"an id of 17", 2, good2 + good2.substr(1), "2 行目のアクションIDの値が不正です。(-1)"},
-      {"no ID in front", 3, ver3("XX2010062300000001", noon, noon),
-       "1 行目のアクションIDの値が不正です。(-2)"},
-      {"NUL bytes", 3, head + std::string(5000, '\0'),
-       "1 行目には開始または終了日時がありません。"},
+       "1" + badTimes + "(-106)"},
+      {"an id of 17", 2, good2 + good2.substr(1), "2" + badId + "(-1)"},
+      {"no ID in front", 3, head + "XX2010062300000001\tx\t" + noon + "\t" + noon + "\t\n",
+       "1" + badId + "(-2)"},
+      {"NUL bytes", 3, head + std::string(5000, '\0'), "1" + noTimes},
       {"a tab behind half of a pair", 1, "2010/06/23\x81\t09:00" + day + "10:00\tplace\tc1\n",
-       "1 行目には開始または終了日時がありません。"},
-      {"a million tabs", 2, good2 + std::string(1000000, '\t'), "2 行目の値が不正です。(-109)"},
-      {"no line end in three megabytes", 1, std::string(3000000, 'x'),
-       "1 行目には開始または終了日時がありません。"},
+       "1" + noTimes},
+      {"a million tabs", 2, good2 + std::string(1000000, '\t'), "2" + badTimes + "(-109)"},
+      {"no line end in three megabytes", 1, std::string(3000000, 'x'), "1" + noTimes},
   };
   Insert(Of(u"09:00:00", u"10:00:00"));
   app.FindWhere = u"1 = 1";
   for (const Row& row : rows) {
-    SCOPED_TRACE(std::string(row.why) + ", version " + std::to_string(row.version));
+    SCOPED_TRACE(row.why);
     Put(row.bytes);
     EXPECT_EQ(RunImport(app, path, row.version, kReadAdd), -1);
     EXPECT_EQ(LastMessage(2), row.message + "\nインポートを中止します。");
