@@ -35,23 +35,6 @@ TEST(SingleInstance, TellsTheFirstOfEveryLaterStart) {
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.socket")), 0600);
 }
 
-TEST(SingleInstance, EndsWithItsFirstAndTakesOverWhatAKilledOneLeft) {
-  const TempFolder folder;
-  {
-    SingleInstance first(folder.HostPath());
-    ASSERT_TRUE(first.Claim([] {}));
-  }
-  EXPECT_FALSE(std::filesystem::exists(folder.HostPath(".morvenly.socket")));
-  // A killed process leaves both files and no lock.
-  testing_support::WriteWholeFile(folder.HostPath(".morvenly.socket"), "");
-  SingleInstance next(folder.HostPath());
-  int told = 0;
-  ASSERT_TRUE(next.Claim([&told] { told++; }));
-  SingleInstance later(folder.HostPath());
-  EXPECT_FALSE(later.Claim([] { FAIL(); }));
-  while (told < 1) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
 TEST(SingleInstance, IsOneForEachFolderHoweverLongItsName) {
   const TempFolder folder;
   const std::string deep = folder.HostPath(std::string(120, 'a') + "/" + std::string(120, 'b'));

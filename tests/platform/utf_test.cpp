@@ -5,7 +5,6 @@
 namespace {
 
 using platform::ToUtf16;
-using platform::ToUtf8;
 
 TEST(Utf, ConvertsBothWays) {
   const struct {
@@ -18,13 +17,10 @@ TEST(Utf, ConvertsBothWays) {
       {u"1234567é xxxxxxxx", "1234567\xC3\xA9 xxxxxxxx", "no run at first, one later"},
       {u"\x7F\x80\u07FF\u0800\uFFFF", "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF", "borders"},
       {u"\U00010000\U0010FFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "first and last pair"},
-      {u"\xD83Dx\xDE00", "\xED\xA0\xBDx\xED\xB8\x80", "halves of a pair, apart"},
-      {u"\xDE00\xD83D", "\xED\xB8\x80\xED\xA0\xBD", "halves of a pair, turned round"},
+      {u"\xD83Dx\xDE00\xD83D", "\xED\xA0\xBDx\xED\xB8\x80\xED\xA0\xBD", "halves of a pair"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
-    EXPECT_EQ(ToUtf8(row.text), row.bytes);
-    EXPECT_EQ(ToUtf16(row.bytes), row.text);
     std::string bytes = "in front ";
     std::u16string text = u"in front ";
     platform::AppendUtf8(row.text, bytes);
