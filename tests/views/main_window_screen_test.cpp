@@ -2,17 +2,13 @@
 #include "views/main_window_screen.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMouseEvent>
-#include <QTimer>
-#include <functional>
 #include <memory>
 
-#include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
 #include "store/read_action.h"
+#include "support/screen_driver.h"
 #include "views/diary.h"
 
 namespace views {
@@ -20,21 +16,21 @@ namespace {
 
 using platform::qt::ModalScreen;
 
-class MainWindow : public Diary {
+class MainWindow : public Diary, protected testing_support::ScreenDriver {
  protected:
   MainWindow() {
     core::MenuBarHeight = 26;
     Add(u"01", u"2010/06/22 09:00:00", u"2010/06/22 10:00:00", u"前の日");
     Add(u"02", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00", u"駅");
     Add(u"03", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00", u"家");
-    window = std::make_unique<CMainWnd>(app);
-    window->show();
-    list = window->findChild<ActionList*>(QStringLiteral("1071"));
+    main = std::make_unique<CMainWnd>(app);
+    main->show();
+    screen = main.get();
+    list = Find<ActionList>("1071");
+    rows = list->viewport();
   }
 
-  QString Title() const {
-    return window->findChild<QAbstractButton*>(QStringLiteral("1050"))->text();
-  }
+  QString Title() { return Find("1050")->text(); }
 
   QStringList FirstCells() const {
     QStringList texts;
@@ -43,104 +39,94 @@ class MainWindow : public Diary {
     }
     return texts;
   }
+  QPoint RowPoint(int row) const { return list->visualItemRect(list->topLevelItem(row)).center(); }
 
-  void Press(const char* id) {
-    window->findChild<QAbstractButton*>(QString::fromLatin1(id))->click();
-  }
-
-  void Mouse(QEvent::Type type, QPoint at, QWidget* on = nullptr) {
-    if (on == nullptr) on = list->viewport();
-    QMouseEvent event(type, at, on->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
+  static void Press(int key, QWidget* on) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
     QApplication::sendEvent(on, &event);
   }
-  QPoint RowPoint(int row) const { return list->visualItemRect(list->topLevelItem(row)).center(); }
-  void Tap(QPoint at, QWidget* on = nullptr) {
-    Mouse(QEvent::MouseButtonPress, at, on);
-    Mouse(QEvent::MouseButtonRelease, at, on);
-  }
-
-  void Key(QEvent::Type type, int key, QWidget* on = nullptr) {
-    QKeyEvent event(type, key, Qt::NoModifier);
-    QApplication::sendEvent(on == nullptr ? list : on, &event);
+  static void Release(int key, QWidget* on) {
+    QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier);
+    QApplication::sendEvent(on, &event);
   }
 
   // The title of the edit screen that `act` opens, empty if it opens none; leaves the screen again.
   QString EditTitleAfter(const std::function<void()>& act) {
     QString title;
-    QTimer::singleShot(0, window.get(), [&title] {
-      ModalScreen* screen = ModalScreen::Topmost();
-      if (screen == nullptr) return;
-      title = screen->findChild<QLabel*>(QStringLiteral("1100"))->text();
-      screen->EndScreen(platform::qt::kResultCancel);
+    QTimer::singleShot(0, main.get(), [&title] {
+      ModalScreen* opened = ModalScreen::Topmost();
+      if (opened == nullptr) return;
+      title = opened->findChild<QLabel*>(QStringLiteral("1100"))->text();
+      opened->EndScreen(platform::qt::kResultCancel);
     });
     act();
     QCoreApplication::processEvents();
     return title;
   }
 
-  std::unique_ptr<CMainWnd> window;
+  std::unique_ptr<CMainWnd> main;
   ActionList* list;
+  QWidget* rows;  // of the list, to be tapped
 };
 
 TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
   EXPECT_EQ(QStringLiteral("2010/06/23"), Title());
   EXPECT_EQ((QStringList{"10:00-11:00", "12:00-13:00", "<新規作成>"}), FirstCells());
-  Key(QEvent::KeyPress, Qt::Key_Left);
+  Press(Qt::Key_Left, list);
   EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "a key acts as it is released";
-  Key(QEvent::KeyRelease, Qt::Key_Left);
+  Release(Qt::Key_Left, list);
   EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
   EXPECT_EQ((QStringList{"09:00-10:00", "<新規作成>"}), FirstCells());
-  Press("1060");
+  Click("1060");
   EXPECT_EQ(QStringLiteral("2010/06/29"), Title());
-  Press("1051");
+  Click("1051");
   EXPECT_EQ(QStringLiteral("2010/06/27"), Title()) << "the Sunday of that week";
-  Press("1058");
+  Click("1058");
   EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "the host's today";
 }
 
 TEST_F(MainWindow, ATapOpensWhatItMeans) {
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] { Tap(RowPoint(1)); }));
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] { Tap(rows, RowPoint(1)); }));
   EXPECT_EQ(2, app.SelIndex);
   EXPECT_EQ(u"ID2010062300000003", app.SelActId);
   EXPECT_EQ(1, list->FocusedRow()) << "the Action is still selected after the screen";
-  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] { Tap(RowPoint(2)); }));
+  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] { Tap(rows, RowPoint(2)); }));
   EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] {
-              Tap({20, list->viewport()->height() - 5});
+              Tap(rows, {20, rows->height() - 5});
             }))
       << "below the rows";
 }
 
 TEST_F(MainWindow, EnterOpensTheRowOnceAndOnlyWhereItWasPressed) {
-  EXPECT_EQ(QString(), EditTitleAfter([this] { Key(QEvent::KeyRelease, Qt::Key_Return); }))
+  EXPECT_EQ(QString(), EditTitleAfter([this] { Release(Qt::Key_Return, list); }))
       << "pressed on another screen";
   EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
-              Key(QEvent::KeyPress, Qt::Key_Down);
-              Key(QEvent::KeyRelease, Qt::Key_Down);
-              Key(QEvent::KeyPress, Qt::Key_Return);
-              Key(QEvent::KeyRelease, Qt::Key_Return);
+              Press(Qt::Key_Down, list);
+              Release(Qt::Key_Down, list);
+              Press(Qt::Key_Return, list);
+              Release(Qt::Key_Return, list);
             }));
   EXPECT_EQ(u"ID2010062300000003", app.SelActId);
 }
 
 TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
   host.answers = {platform::Answer::kYes};
-  Mouse(QEvent::MouseButtonPress, RowPoint(0));
-  Mouse(QEvent::MouseMove, RowPoint(1));
-  Mouse(QEvent::MouseButtonRelease, RowPoint(1));
-  window->OnCommand(kDelete);
+  Send(rows, QEvent::MouseButtonPress, RowPoint(0));
+  Send(rows, QEvent::MouseMove, RowPoint(1));
+  Send(rows, QEvent::MouseButtonRelease, RowPoint(1));
+  main->OnCommand(kDelete);
   EXPECT_EQ(u"これらの 2個のアクションを削除しますか？", host.messages.back().text);
   EXPECT_EQ(QStringList{"<新規作成>"}, FirstCells());
 }
 
 TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
-  auto* calendar = window->findChild<platform::qt::MonthCalendar*>(QStringLiteral("1125"));
-  Press("1050");
+  auto* calendar = Find<platform::qt::MonthCalendar>("1125");
+  Click("1050");
   EXPECT_TRUE(calendar->isVisible());
   EXPECT_EQ(QDate(2010, 6, 23), calendar->Selected());
-  EXPECT_EQ(QString(), EditTitleAfter([this] { Tap(RowPoint(0)); }));
+  EXPECT_EQ(QString(), EditTitleAfter([this] { Tap(rows, RowPoint(0)); }));
   EXPECT_FALSE(calendar->isVisible());
-  Press("1050");
+  Click("1050");
   emit calendar->Chosen(QDate(2010, 6, 22));
   EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
   EXPECT_FALSE(calendar->isVisible());
@@ -148,14 +134,14 @@ TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
 
 TEST_F(MainWindow, TheListViewPagesByWhatFits) {
   app.SeqViewRng = 0;
-  window->OnCommand(kShowList);
+  main->OnCommand(kShowList);
   EXPECT_EQ(QStringLiteral("1/1 - 3"), Title());
-  EXPECT_EQ(list->viewport()->height() / 24, app.ListRowsPerScreen);
-  EXPECT_FALSE(window->findChild<QWidget*>(QStringLiteral("1051"))->isVisible());
+  EXPECT_EQ(rows->height() / 24, app.ListRowsPerScreen);
+  EXPECT_FALSE(Find<QWidget>("1051")->isVisible());
   EXPECT_EQ(QStringLiteral("2010/06/23 12:00-13:00 家:cat:memo"), FirstCells().front());
-  window->resize(320, 240);
-  window->OnCommand(kToolBarMode);
-  EXPECT_EQ(list->viewport()->height() / 24, app.ListRowsPerScreen) << "in landscape over the bar";
+  main->resize(320, 240);
+  main->OnCommand(kToolBarMode);
+  EXPECT_EQ(rows->height() / 24, app.ListRowsPerScreen) << "in landscape over the bar";
 }
 
 TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
@@ -163,50 +149,41 @@ TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
     int id;
     bool enabled;
     bool checked;
-  } rows[] = {{kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
-              {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
-              {kFindClear, true, false}};
-  for (const auto& row : rows) {
+  } cases[] = {{kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
+               {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
+               {kFindClear, true, false}};
+  for (const auto& row : cases) {
     SCOPED_TRACE(row.id);
-    const auto* action = window->findChild<QAction*>(QString::number(row.id));
+    const auto* action = screen->findChild<QAction*>(QString::number(row.id));
     EXPECT_EQ(row.enabled, action->isEnabled());
     EXPECT_EQ(row.checked, action->isChecked());
   }
-  window->OnCommand(kShowList);
-  window->OnCommand(kWeekShowDay);
+  main->OnCommand(kShowList);
+  main->OnCommand(kWeekShowDay);
   EXPECT_EQ(core::kViewList, app.CurView) << "a greyed command does nothing";
-}
-
-TEST_F(MainWindow, AnUnknownFirstViewShowsTheDayAndIsKept) {
-  app.InitView = 9;
-  CMainWnd second(app);
-  second.show();
-  EXPECT_EQ(9, app.CurView);
-  EXPECT_EQ(9, app.InitView);
-  EXPECT_TRUE(second.findChild<QAction*>(QString::number(kShowDay))->isChecked());
 }
 
 TEST_F(MainWindow, ADraggedWidthGoesToTheOrientationsSetting) {
   list->header()->resizeSection(1, 77);
-  window->resize(320, 240);
+  main->resize(320, 240);
   list->header()->resizeSection(0, 55);
   EXPECT_EQ((std::array<int, 4>{-1, 77, -1, -1}), app.DayVwPrtColWdh);
   EXPECT_EQ((std::array<int, 4>{55, -1, -1, -1}), app.DayVwLndColWdh);
-  window->resize(240, 320);
+  main->resize(240, 320);
   EXPECT_EQ(77, list->columnWidth(1));
 }
 
 TEST_F(MainWindow, ClosingTheFrameLeavesTheScreenOnTopFirst) {
   bool closed = false;
-  QTimer::singleShot(0, window.get(), [&] { closed = window->close(); });
-  Press("40002");
+  QTimer::singleShot(0, main.get(), [&] { closed = main->close(); });
+  Click("40002");
   EXPECT_TRUE(closed) << "nothing was typed: the screen has let it go";
   EXPECT_EQ(nullptr, ModalScreen::Topmost());
 }
 
 TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
-  window->OnCommand(kShowWeek);
-  auto* week = window->findChild<QWidget*>(QStringLiteral("week"));
+  main->OnCommand(kShowWeek);
+  auto* week = Find<QWidget>("week");
   EXPECT_FALSE(list->isVisible());
   EXPECT_EQ(QStringLiteral("2010/06/20"), Title()) << "three days before the current date";
   for (const auto& [key, title] :
@@ -214,28 +191,28 @@ TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
                                                           {Qt::Key_Right, "2010/06/28"},
                                                           {Qt::Key_Left, "2010/06/21"},
                                                           {Qt::Key_Up, "2010/06/20"}}) {
-    Key(QEvent::KeyPress, key, week);
-    Key(QEvent::KeyRelease, key, week);
+    Press(key, week);
+    Release(key, week);
     EXPECT_EQ(QString::fromLatin1(title), Title());
   }
   const int band = week->height() / 7;
   const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(noon, week); }));
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(week, noon); }));
   EXPECT_EQ(u"ID2010062300000003", app.SelActId);
   EXPECT_EQ(2, app.SelIndex);
   EXPECT_EQ(QStringLiteral("新規作成"),
-            EditTitleAfter([&] { Tap(noon + QPoint(0, 2 * band), week); }));
+            EditTitleAfter([&] { Tap(week, noon + QPoint(0, 2 * band)); }));
   EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a free tap goes to the day of its band";
   EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
-  Mouse(QEvent::MouseButtonPress, noon, week);
-  Mouse(QEvent::MouseButtonRelease, noon + QPoint(0, band), week);
+  Send(week, QEvent::MouseButtonPress, noon);
+  Send(week, QEvent::MouseButtonRelease, noon + QPoint(0, band));
   EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a drag to another band is no tap";
 }
 
 TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
-  window->OnCommand(kShowWeek);
-  window->OnCommand(kFollow);
-  window->OnCommand(kDelete);
+  main->OnCommand(kShowWeek);
+  main->OnCommand(kFollow);
+  main->OnCommand(kDelete);
   ASSERT_EQ(2u, host.messages.size());
   EXPECT_EQ(u"画面上のアクションをタップ&ホールドして操作してください。", host.messages[0].text);
   EXPECT_EQ(u"変更不可", host.messages[0].title);
@@ -243,26 +220,26 @@ TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
 }
 
 TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
-  window->OnCommand(kShowMonth);
-  auto* month = window->findChild<QWidget*>(QStringLiteral("month"));
-  auto* days = window->findChild<ActionList*>(QStringLiteral("1072"));
+  main->OnCommand(kShowMonth);
+  auto* month = Find<QWidget>("month");
+  auto* days = Find<ActionList>("1072");
   const auto cell = [](int row, int column) { return QPoint(column * 34 + 10, row * 21 + 25); };
   EXPECT_EQ(QStringLiteral("2010/06/23 - 3(3)"), Title());
   EXPECT_EQ(QStringLiteral("10:00-11:00 駅::cat::memo"), days->topLevelItem(0)->text(0));
-  Tap(cell(3, 2), month);
+  Tap(month, cell(3, 2));
   EXPECT_EQ(QStringLiteral("2010/06/22 - 3(3)"), Title());
   EXPECT_EQ(2, days->topLevelItemCount());
   EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
-              Tap(days->visualItemRect(days->topLevelItem(0)).center(), days->viewport());
+              Tap(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center());
             }));
   EXPECT_EQ(u"ID2010062300000001", app.SelActId);
-  Key(QEvent::KeyPress, Qt::Key_Down, month);
-  Key(QEvent::KeyRelease, Qt::Key_Down, month);
+  Press(Qt::Key_Down, month);
+  Release(Qt::Key_Down, month);
   EXPECT_EQ(QStringLiteral("2010/06/29 - 3(3)"), Title());
-  Tap(cell(5, 0), month);
+  Tap(month, cell(5, 0));
   EXPECT_EQ(QStringLiteral("2010/07/04 - 0(3)"), Title()) << "counted for the other month";
   app.MonViewTapOpeMode = 2;
-  Tap(cell(1, 1), month);
+  Tap(month, cell(1, 1));
   EXPECT_EQ(core::kViewDay, app.CurView);
   EXPECT_EQ(QStringLiteral("2010/07/05"), Title());
   EXPECT_FALSE(days->isVisible());
@@ -274,32 +251,32 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
   action[store::kLatitude] = u"35";
   action[store::kLongitude] = u"139";
   store::dbSession().UserTable->Update(app.ActIds.At(1), action);
-  window->OnCommand(kShowMap);
-  auto* map = window->findChild<QWidget*>(QStringLiteral("map"));
+  main->OnCommand(kShowMap);
+  auto* map = Find<QWidget>("map");
   EXPECT_EQ((QStringList{"1", "2", ""}), FirstCells());
-  const auto opens = [&](QPoint at) { return EditTitleAfter([&] { Tap(at, map); }); };
+  const auto opens = [&](QPoint at) { return EditTitleAfter([&] { Tap(map, at); }); };
   const auto drag = [&](QWidget* on) {
-    Mouse(QEvent::MouseButtonPress, {60, 40}, on);
-    Mouse(QEvent::MouseMove, {60, 50}, on);
-    Mouse(QEvent::MouseMove, {90, 60}, on);
-    Mouse(QEvent::MouseButtonRelease, {90, 60}, on);
+    Send(on, QEvent::MouseButtonPress, {60, 40});
+    Send(on, QEvent::MouseMove, {60, 50});
+    Send(on, QEvent::MouseMove, {90, 60});
+    Send(on, QEvent::MouseButtonRelease, {90, 60});
   };
   EXPECT_EQ(QStringLiteral("変更"), opens({120, 80}));
   EXPECT_EQ(u"ID2010062300000002", app.SelActId);
   EXPECT_EQ(QString(), EditTitleAfter([&] { drag(map); }));
   EXPECT_EQ(QStringLiteral("変更"), opens({150, 100}));
   EXPECT_EQ(QString(), opens({120, 80}));
-  window->OnCommand(kMapPointLink);
+  main->OnCommand(kMapPointLink);
   EXPECT_TRUE(host.links.back().ends_with(u"&ll=35.200000,138.700000&z=14"));
-  Mouse(QEvent::MouseButtonPress, RowPoint(0));
-  window->OnCommand(kMove);
-  window->resize(320, 240);
+  Send(rows, QEvent::MouseButtonPress, RowPoint(0));
+  main->OnCommand(kMove);
+  main->resize(320, 240);
   EXPECT_EQ(QRect(0, 25, 240, 160), map->geometry());
   EXPECT_EQ(QRect(240, 25, 80, 189), list->geometry());
   EXPECT_EQ(QStringLiteral("変更"), opens({120, 80})) << "moved to, and kept in the turned window";
-  window->OnCommand(kShowWeek);
-  drag(window->findChild<QWidget*>(QStringLiteral("week")));
-  window->OnCommand(kShowMap);
+  main->OnCommand(kShowWeek);
+  drag(Find<QWidget>("week"));
+  main->OnCommand(kShowMap);
   EXPECT_EQ(QStringLiteral("変更"), opens({150, 100})) << "what is dragged elsewhere moves the map";
 }
 
