@@ -23,7 +23,8 @@ constexpr int kUpperRule = 22;
 constexpr int kLowerRule = 115;
 constexpr int kRuleMargin = 10;
 constexpr int kIconSize = 32;
-constexpr int kIconPlace = 6;  // from the left edge, and below the upper rule
+constexpr int kFieldMargin = 2;  // that the style puts in front of a field's text
+constexpr int kIconPlace = 6;    // from the left edge, and below the upper rule
 
 // The program speaks for itself: there is no page of it on the web, and no warranty.
 constexpr char16_t kRights[] = u"無保証のソフトウェアです。";
@@ -88,8 +89,12 @@ AboutDlg::AboutDlg(QWidget* over, const core::CAppState& app) : ModalScreen(over
   lines->addWidget(Line(ToQt(kRights)));
   QLineEdit* home = ReadOnly("url", QStringLiteral("URL: ") + ToQt(kHomePage));
   home->setFrame(false);
+  QPalette plain = home->palette();
+  plain.setColor(QPalette::Base, Qt::transparent);
+  home->setPalette(plain);
+  home->setTextMargins(-kFieldMargin, 0, 0, 0);
   lines->addWidget(home);
-  lines->setContentsMargins(Scaled(2 * kIconPlace + kIconSize), 0, Scaled(4), 0);
+  lines->setContentsMargins(Scaled(2 * kIconPlace + kIconSize), Scaled(2), Scaled(4), 0);
 
   auto* group = new QGroupBox(QStringLiteral("データ情報"));
   group->setFont(FixedFont(12));
