@@ -45,7 +45,7 @@ CFindDlg::CFindDlg(QWidget* over, core::CAppState& app)
     : ModalScreen(over),
       app_(app),
       find_(app),
-      text_(new QComboBox(this)),
+      text_(new platform::qt::ChoiceBox(this)),
       timeEditor_(new pickers::ListPicker(this)),
       calendar_(new platform::qt::MonthCalendar(this)),
       keys_(new platform::qt::SoftKeyBar(this)) {
@@ -69,13 +69,13 @@ int CFindDlg::RunModal() {
 void CFindDlg::MakeText() {
   AddLabel(kIdTextLabel, u"検索文字列:");
   text_->setObjectName(QString::number(kIdText));
-  text_->setFont(FixedFont(12));
   text_->setEditable(true);
   text_->setInsertPolicy(QComboBox::NoInsert);
   text_->setCompleter(nullptr);
   text_->lineEdit()->setMaxLength(kLongestFindText);
   for (const std::u16string& entry : app_.FindHistory.Entries()) text_->addItem(ToQt(entry));
   text_->setCurrentIndex(-1);
+  text_->installEventFilter(this);
   text_->lineEdit()->installEventFilter(this);
   controls_[kIdText] = text_;
   connect(text_, &QComboBox::editTextChanged, this,
@@ -296,9 +296,10 @@ void CFindDlg::mousePressEvent(QMouseEvent*) {
   ApplyEditor();
 }
 
-// The find text takes the focus away from an open editor.
+// The find text and its list take the focus away from an open editor.
 bool CFindDlg::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == text_->lineEdit() && event->type() == QEvent::MouseButtonPress) ApplyEditor();
+  const bool isText = watched == text_ || watched == text_->lineEdit();
+  if (isText && event->type() == QEvent::MouseButtonPress) ApplyEditor();
   return ModalScreen::eventFilter(watched, event);
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QPushButton>
 #include <map>
 
@@ -10,6 +9,7 @@
 #include "exchange/find_dialog.h"
 #include "pickers/field_button_screen.h"
 #include "pickers/list_picker_screen.h"
+#include "platform/qt/choice_box.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/month_calendar.h"
@@ -65,7 +65,7 @@ class CFindDlg : public platform::qt::ModalScreen {
   std::map<int, QWidget*> controls_;  // by id
   std::map<int, pickers::FieldButton*> fields_;
   std::map<QCheckBox*, bool CFind::Fields::*> checks_;
-  QComboBox* text_;
+  platform::qt::ChoiceBox* text_;
   pickers::ListPicker* timeEditor_;
   platform::qt::MonthCalendar* calendar_;
   platform::qt::SoftKeyBar* keys_;
