@@ -269,14 +269,10 @@ TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
   CExchange in(app, ExchangeKind::kImport);
   EXPECT_EQ(in.ReadMode(), kReadReplace);
   in.SetPath(path);
-  in.ChooseVersion(1);
-  EXPECT_FALSE(in.IsReadModeEnabled());
-  in.ChooseVersion(3);
   host.answers = {platform::Answer::kYes};
   in.OnRun({});
   EXPECT_EQ(LastMessage(2), platform::ToUtf8(path) + "をインポートしますか？");
   EXPECT_EQ(Rows().size(), 1u) << "replaced";
-  EXPECT_EQ(host.waitDepth, 0);
 }
 
 }  // namespace

@@ -104,7 +104,6 @@ TEST_F(FindDialogTest, AFailedFindKeepsTheDialogAndTheIndex) {
   EXPECT_EQ(host.messages.back().text, u"検索中にエラーが発生しました。");
   EXPECT_EQ(host.messages.back().icon, platform::Icon::kWarning);
   EXPECT_EQ(Found(), "1234");
-  EXPECT_EQ(host.waitDepth, 0);
 }
 
 TEST_F(FindDialogTest, TypedTimes) {

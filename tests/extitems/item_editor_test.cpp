@@ -66,9 +66,7 @@ TEST_F(ItemEditor, CreatesChecksAndWarns) {
     const char16_t* told;  // how the message begins
   } rows[] = {
       {u"", kInt, u"1", u"名前が入力されていません。"},
-      {u"n", kInt, u"abc", u"値(int)の1文字目あたりに"},
       {u"n", kFloat, u"1e5", u"値(float)の3文字目あたりに"},
-      {u"n", kFile, u"a", u"値(File)の1文字目あたりに"},
       {u"人数", kInt, u"1", u"名前の1文字目あたりに"},
       {u"have", kInt, u"1", u"すでに同じ名前の項目が登録されています。"},
       {u"n", kString, u"caf\u00E9", u"値の4文字目は、保存した後に読み戻せない文字です。"},

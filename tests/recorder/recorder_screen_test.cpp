@@ -4,7 +4,6 @@
 #include <QTimer>
 
 #include "pickers/time_select_screen.h"
-#include "pickers/value_input_screen.h"
 #include "pickers/value_select_screen.h"
 #include "store/action_index.h"
 #include "store/store_fixture.h"
@@ -118,7 +117,7 @@ TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
   });
 }
 
-TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
+TEST_F(RecorderScreen, TheTimePickerGivesBackWhatWasChosen) {
   pickers::TimeSelectParams time;
   time.flags = pickers::kWithSeconds;
   time.startHour = 1;
@@ -134,14 +133,6 @@ TEST_F(RecorderScreen, PickersGiveBackWhatWasChosen) {
   EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
   EXPECT_EQ(time.hour, 25);
   EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
-  pickers::ValueInputParams input{{}, u"甲"};
-  EXPECT_EQ(Drive(pickers::ValueInputDlg(&window, input),
-                  [&] {
-                    Find<QLineEdit>("1500")->setText(QStringLiteral("乙"));
-                    Click("1");
-                  }),
-            1);
-  EXPECT_EQ(input.value, u"乙");
 }
 
 // A drag on the list of values coasts; only a tap chooses.

@@ -12,18 +12,17 @@ bool Overlap(const Placed& a, const Placed& b) {
 }
 
 TEST(RecorderLayout, EverythingHasAPlaceOfItsOwnOnTheScreen) {
-  struct Row {
+  const struct {
     const char* why;
     int width, height, labelWidth, listHeight;
-  };
-  static const Row kRows[] = {
+  } rows[] = {
       {"a phone upright", 240, 294, 40, 100},
       {"and turned", 320, 214, 40, 80},
       {"with an input panel", 240, 214, 40, 20},
       {"a desktop's window", 800, 574, 90, 300},
   };
   testing_support::FakeHost host;
-  for (const Row& row : kRows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     const RecorderLayout layout = LayOutRecorder(row.width, row.height, row.labelWidth);
     EXPECT_EQ(layout.controls.size(), 22u);

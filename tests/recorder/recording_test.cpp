@@ -31,11 +31,6 @@ class RecordingTest : public store_test::StoreTest {
     const platform::Message& last = host.messages.back();
     return store_test::Readable(last.title) + "|" + store_test::Readable(last.text);
   }
-  store::Action Read(std::u16string_view id) {
-    store::Action action;
-    Users().ReadById(id, action);
-    return action;
-  }
 
   CRecorder recorder{app};
 };
@@ -113,7 +108,6 @@ TEST_F(RecordingTest, LoadingTellsItsStep) {
     const char* number;
   } rows[] = {
       {u"delete from t_TextData where f_nvcItem = 'RcdrCategory2'", "-10"},
-      {u"delete from t_TextData where f_nvcItem = 'RcdrDateTime'", "-5"},
       {u"delete from t_TextData where f_nvcItem = 'RcdrPreDateTime'", "-3"},
       {u"delete from t_TextData where f_nvcItem = 'RcdrPreActId'", "-2"},
       {u"delete from t_LongData", "-1"},
@@ -145,7 +139,6 @@ TEST_F(RecordingTest, EditorsTakeOrRefuseTheirText) {
     int messages;
   } rows[] = {
       {"four digits", u"0930", "09:30", 0},
-      {"hours alone are loose", u"7:5", "07:05", 0},
       {"seconds are dropped", u"12:34:56", "12:34", 0},
       {"no such minute: the field stays", u"2460", "12:34", 1},
       {"the mark", u"<現在時刻>", "<現在時刻>", 0},
@@ -217,21 +210,16 @@ TEST_F(RecordingTest, TheStartChoiceGoesBackToWhatItWas) {
   EXPECT_EQ(app.StartupMode, 2);
 }
 
-// A tap before the running Action's start: it closes with no length, and the new one starts first.
-TEST_F(RecordingTest, APositionAndATypedTimeReachTheRow) {
-  recorder.fields.latitude = u"35/41/22.2";
-  recorder.fields.longitude = u"取得中";
+TEST_F(RecordingTest, APositionReachesTheRowAndTheRestStaysEmpty) {
+  recorder.fields.latitude = u"取得中";
+  recorder.fields.longitude = u"-139/30/0";
   Tap(9, 0, u"自宅");
-  const std::u16string first = app.RcdrPreActId;
-  EXPECT_EQ(store_test::Readable(Read(first)[store::kLatitude]), "35.689500");
-  EXPECT_EQ(store_test::Readable(Read(first)[store::kLongitude]), "(none)");
-  recorder.fields.time = u"08:15";
-  Tap(10, 0, u"自宅");
-  EXPECT_EQ(Read(first)[store::kEndDateTime], u"2010/06/23 09:00:30");
-  const store::Action second = Read(app.RcdrPreActId);
-  EXPECT_EQ(second[store::kStaDateTime], u"2010/06/23 08:15:00");
-  EXPECT_EQ(second[store::kExtItems], std::nullopt);
-  EXPECT_EQ(second[store::kMemo], u"");
+  store::Action action;
+  ASSERT_EQ(Users().ReadById(app.RcdrPreActId, action), 0);
+  EXPECT_EQ(action[store::kLatitude], std::nullopt);
+  EXPECT_EQ(action[store::kLongitude], u"-139.500000");
+  EXPECT_EQ(action[store::kExtItems], std::nullopt);
+  EXPECT_EQ(action[store::kMemo], u"");
 }
 
 }  // namespace
