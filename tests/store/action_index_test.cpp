@@ -129,7 +129,6 @@ TEST_F(ActionIndexTest, PagesAreCutFromTheNewestEnd) {
       {"the one before it", u"2010/06/22", u"", 2, 1},
       {"the oldest takes the remainder", u"2010/06/20", u"", 2, 2},
       {"the last start of a page leads to the page behind it", u"2010/06/23", u"10:00:00", 2, 0},
-      {"pages of one row", u"2010/06/22", u"24:00:00", 1, 2},
       {"0 asks the list control", u"2010/06/22", u"", 0, 1},
       {"no date, no page", u"", u"", 2, 0},
       {"one page, and the last start itself", u"2010/06/25", u"10:00:00", 5, -1},

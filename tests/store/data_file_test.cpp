@@ -9,21 +9,12 @@ namespace store_test {
 namespace {
 
 using namespace store;
+using enum platform::Answer;
 using Texts = std::vector<std::string>;
 
 class DataFileTest : public StoreTest {
  protected:
   void SetUp() override { app.DataFile = path; }
-
-  // The answers to come: y and n, o for OK, c for Cancel.
-  void Answer(std::string_view letters) {
-    for (const char letter : letters) {
-      host.answers.push_back(letter == 'y'   ? platform::Answer::kYes
-                             : letter == 'n' ? platform::Answer::kNo
-                             : letter == 'o' ? platform::Answer::kOk
-                                             : platform::Answer::kCancel);
-    }
-  }
 
   // What was shown since the last call: "title|icon, buttons, default button|text" each.
   Texts Shown() {
@@ -84,7 +75,7 @@ TEST_F(DataFileTest, MissingFileIsCreatedOnYes) {
   app.DataFile = path = folder.Path(u"日記 'a'.sdf");
   hostPath = folder.HostPath("日記 'a'.sdf");
   testing_support::WriteWholeFile(hostPath + "-wal", "left by a killed program");
-  Answer("y");
+  host.answers = {kYes};
   EXPECT_EQ(OpenDataFile(app), -1);
   EXPECT_EQ(app.IndexCount, 0);
   EXPECT_EQ(
@@ -128,21 +119,21 @@ TEST_F(DataFileTest, MissingFileRoads) {
   const struct {
     const char* why;
     std::u16string dataFile;
-    const char* answers;
+    std::deque<platform::Answer> answers;
     int result;
     Texts shown;
   } rows[] = {
-      {"No at the question", path, "n", -101, create},
-      {"a name without a backslash", u"user.sdf", "", -101, badName},
-      {"a missing folder, nothing beside the program, No", gone, "n", -101, createBeside},
-      {"the same, Yes", gone, "y", -1, createBeside},
-      {"a missing folder, a file beside the program, No", gone, "n", -101, takeBeside},
-      {"the same, Yes: the file is connected", gone, "y", -1, takeBeside},
+      {"No at the question", path, {kNo}, -101, create},
+      {"a name without a backslash", u"user.sdf", {}, -101, badName},
+      {"a missing folder, nothing beside the program, No", gone, {kNo}, -101, createBeside},
+      {"the same, Yes", gone, {kYes}, -1, createBeside},
+      {"a missing folder, a file beside the program, No", gone, {kNo}, -101, takeBeside},
+      {"the same, Yes: the file is connected", gone, {kYes}, -1, takeBeside},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     app.DataFile = row.dataFile;
-    Answer(row.answers);
+    host.answers = row.answers;
     EXPECT_EQ(OpenDataFile(app), row.result);
     EXPECT_EQ(Shown(), row.shown);
     EXPECT_EQ(app.DataFile, row.result == -1 ? path : row.dataFile);
@@ -176,7 +167,7 @@ TEST_F(DataFileTest, FormatsAreUpgraded) {
     SCOPED_TRACE(row.why);
     MakeOldFile(row.version, row.extItems, row.rcdrPosition);
     const bool upgraded = row.result == -2;
-    if (upgraded) Answer("yy");
+    if (upgraded) host.answers = {kYes, kYes};
     EXPECT_EQ(OpenDataFile(app), row.result);
     EXPECT_EQ(Shown(), upgraded ? questions : Texts{});
     EXPECT_EQ(SysInfo(u"DBFmtVer"), upgraded ? "3.2.2010.0623" : platform::ToUtf8(row.version));
@@ -201,8 +192,8 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
   MakeOldFile(u"3.1.2010.0430", false, true);
   std::filesystem::permissions(hostPath, std::filesystem::perms(0644));
   const std::string before = FileBytes();
-  for (const char* answers : {"n", "yn"}) {
-    Answer(answers);
+  for (const auto& answers : {std::deque{kNo}, std::deque{kYes, kNo}}) {
+    host.answers = answers;
     EXPECT_EQ(OpenDataFile(app), -110);
     EXPECT_EQ(Shown().back(),
               "更新中止|i00|フォーマットの更新が中止されました。\nプログラムを終了します。");
@@ -214,7 +205,7 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
 
 TEST_F(DataFileTest, UpgradeOfAFileThatHasTheColumnFails) {
   MakeOldFile(u"3.1.2010.0430", true, true);
-  Answer("yy");
+  host.answers = {kYes, kYes};
   EXPECT_EQ(OpenDataFile(app), -110);
   EXPECT_EQ(Shown().back(),
             "フォーマット更新失敗|s00|データファイルのフォーマット更新に失敗しました。\n"
@@ -259,25 +250,25 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   const struct {
     const char* why;
     std::u16string path;
-    const char* answers;
+    std::deque<platform::Answer> answers;
     int result;
     std::u16string dataFile;
     int indexCount;
     Texts shown;
   } rows[] = {
-      {"Cancel", other, "c", -1, path, 1, change},
-      {"a bad file: back to the old one", folder.Path(u"bad.sdf"), "o", 0, path, 1, bad},
-      {"an existing one", other, "o", 0, other, 2, change},
-      {"a name without a backslash", u"x.sdf", "", -1, other, 2, badName},
-      {"a new one, No", folder.Path(u"x.sdf"), "n", -1, other, 2, missing},
-      {"a new folder, No", fresh, "n", -1, other, 2, noFolder},
-      {"a new folder, Yes", fresh, "y", 0, fresh, 0, noFolder},
+      {"Cancel", other, {kCancel}, -1, path, 1, change},
+      {"a bad file: back to the old one", folder.Path(u"bad.sdf"), {kOk}, 0, path, 1, bad},
+      {"an existing one", other, {kOk}, 0, other, 2, change},
+      {"a name without a backslash", u"x.sdf", {}, -1, other, 2, badName},
+      {"a new one, No", folder.Path(u"x.sdf"), {kNo}, -1, other, 2, missing},
+      {"a new folder, No", fresh, {kNo}, -1, other, 2, noFolder},
+      {"a new folder, Yes", fresh, {kYes}, 0, fresh, 0, noFolder},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     app.SelActId = u"ID2010062310453000";
     app.RcdrLoaded = true;
-    Answer(row.answers);
+    host.answers = row.answers;
     EXPECT_EQ(ChangeDataFile(app, row.path), row.result);
     EXPECT_EQ(Shown(), row.shown);
     EXPECT_EQ(app.DataFile, row.dataFile);
@@ -288,10 +279,10 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   }
   EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("bad.sdf")), "no data file");
   // What cannot be opened, and a path where no file can be made, end with no file open.
-  Answer("o");
+  host.answers = {kOk};
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"new")), -10) << "a folder";
   EXPECT_EQ(Shown().back(), "エラー|s00|データファイル読込み中にエラーが発生しました。");
-  Answer("y");
+  host.answers = {kYes};
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"bad.sdf\\x.sdf")), -10);
   EXPECT_EQ(Shown().back(),
             "データファイル初期化失敗|s00|データファイルの初期化に失敗しました。(-2147467259)\n"

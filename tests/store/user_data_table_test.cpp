@@ -63,7 +63,6 @@ TEST_F(UserDataTableTest, InsertRefuses) {
     int code;
   } rows[] = {
       {"an id of 17", u"ID201006231200000", kNoon, kOne, 0},
-      {"an id without ID", u"AB2010062312000000", kNoon, kOne, 0},
       {"no start", {}, {}, kOne, -107},
       {"no end", {}, kNoon, {}, -108},
       {"a short start", {}, u"2010/06/23 12:00", kOne, -109},
