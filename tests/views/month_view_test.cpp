@@ -101,7 +101,8 @@ TEST_F(Month, CellsLieInRowsOfSeven) {
   } rows[] = {
       {{0, 25, 240, 269}, true, false, {0, 167, 240, 127}, 21, 34},
       {{0, 25, 320, 189}, false, false, {0, 25, 160, 189}, 26, 22},  // beside the list
-      {{0, 49, 320, 141}, false, true, {0, 49, 160, 141}, 20, 22},   // over the toolbar
+      {{0, 25, 320, 165}, false, true, {0, 25, 160, 165}, 22, 22},   // over the toolbar
+      {{0, 49, 320, 141}, false, true, {0, 49, 160, 141}, 20, 22},   // and below the caption
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.rowHeight);
