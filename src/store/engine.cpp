@@ -297,10 +297,15 @@ Engine::~Engine() {
 }
 
 bool Engine::Keeps(std::u16string_view path) const {
-  const auto own = platform::FromHostPath(hostPath_);
-  return own && std::ranges::any_of(kFileSuffixes, [&](std::string_view suffix) {
-           return platform::files().IsSameFile(path, *own + platform::ToUtf16(suffix));
-         });
+  std::u16string own = platform::FromHostPath(hostPath_).value_or(u"");
+  for (const std::string_view suffix : kFileSuffixes) {
+    if (platform::files().IsSameFile(path, own + platform::ToUtf16(suffix))) return true;
+  }
+  while (own.rfind(u'\\') != std::u16string::npos) {
+    own.resize(own.rfind(u'\\'));
+    if (platform::files().IsSameFile(path, own)) return true;
+  }
+  return false;
 }
 
 void Engine::TakeCharge() {

@@ -155,6 +155,9 @@ TEST_F(FileSelect, TheOpenDiaryStaysWhereItIs) {
     select.Delete();
     EXPECT_EQ(Told(), u"ファイル削除エラー");
   }
+  select.GoUp();
+  select.Rename(u"other");
+  EXPECT_EQ(Told(), u"名称変更エラー") << "the folder that it lies in";
   store::DisconnectDataFile();
   EXPECT_TRUE(platform::files().Exists(folder.Path(u"user.sdf")));
 }
