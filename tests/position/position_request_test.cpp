@@ -1,19 +1,14 @@
 #include "position/position_request.h"
 
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 #include <thread>
 
-#include "platform/file_handle.h"
 #include "platform/gpsd_device.h"
 #include "support/fake_host.h"
 #include "support/gps_daemon.h"
 
 namespace {
-
-using platform::FileHandle;
 
 constexpr char kFix[] = R"({"class":"TPV","device":"/dev/a","mode":2,"lat":35.5,"lon":139.5})"
                         "\n";
@@ -22,34 +17,27 @@ constexpr char kFix[] = R"({"class":"TPV","device":"/dev/a","mode":2,"lat":35.5,
 class Speaker {
  public:
   explicit Speaker(std::string words) : words_(std::move(words)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    EXPECT_EQ(bind(door_.Get(), reinterpret_cast<sockaddr*>(&address), size), 0);
-    EXPECT_EQ(listen(door_.Get(), 5), 0);
-    EXPECT_EQ(getsockname(door_.Get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
-    port = ntohs(address.sin_port);
+    EXPECT_EQ(listen(door_.handle.Get(), 5), 0);
     thread_ = std::thread([this] { Serve(); });
   }
   ~Speaker() {
-    shutdown(door_.Get(), SHUT_RDWR);
+    shutdown(door_.handle.Get(), SHUT_RDWR);
     thread_.join();
   }
 
-  uint16_t port = 0;
+  uint16_t Port() const { return door_.port; }
 
  private:
   void Serve() {
-    FileHandle guest;  // the last one, who is not sent away
-    while (FileHandle next{accept(door_.Get(), nullptr, nullptr)}) {
+    platform::FileHandle guest;  // the last one, who is not sent away
+    while (platform::FileHandle next{accept(door_.handle.Get(), nullptr, nullptr)}) {
       send(next.Get(), words_.data(), words_.size(), MSG_NOSIGNAL);
       guest = std::move(next);
     }
   }
 
   const std::string words_;
-  FileHandle door_{socket(AF_INET, SOCK_STREAM, 0)};
+  testing_support::LoopbackSocket door_{SOCK_STREAM};
   std::thread thread_;
 };
 
@@ -93,7 +81,7 @@ TEST_F(PositionRequest, TakesNothingButAFix) {
 {"class":"DEVICES","devices":[{"path":"/dev/a"}]}
 )" + std::string(kFix));
   int error = 0;
-  const auto device = platform::OpenGpsd(speaker.port, error);
+  const auto device = platform::OpenGpsd(speaker.Port(), error);
   ASSERT_NE(device, nullptr);
   EXPECT_EQ(device->WaitForEvent(), platform::GpsEvent::kDeviceState);
   platform::GPS_POSITION position;
@@ -105,14 +93,14 @@ TEST_F(PositionRequest, TakesNothingButAFix) {
   EXPECT_NE(device->GPSGetPosition(position, std::chrono::milliseconds(-1)), 0) << "too old";
 
   const Speaker endless(std::string(1000000, '{'));
-  AskGpsdAt(endless.port);
+  AskGpsdAt(endless.Port());
   EXPECT_EQ(position::StartPositionRequest(7, 33103), 0);
 }
 
 // Run under the thread sanitizer, this is where a race between the two threads shows.
 TEST_F(PositionRequest, StartsAnswersRestartsAndClosesAThousandTimes) {
   const Speaker speaker(kFix);
-  AskGpsdAt(speaker.port);
+  AskGpsdAt(speaker.Port());
   for (int round = 1; round <= 1000; round++) {
     ASSERT_EQ(position::StartPositionRequest(round, 33103), 0);
     if (round % 3 != 0) {

@@ -3,10 +3,19 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 
-#include "platform/file_handle.h"
 #include "platform/gpsd_device.h"
 
 namespace testing_support {
+
+LoopbackSocket::LoopbackSocket(int type) : handle(socket(AF_INET, type, 0)) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  EXPECT_EQ(bind(handle.Get(), reinterpret_cast<sockaddr*>(&address), size), 0);
+  EXPECT_EQ(getsockname(handle.Get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+  port = ntohs(address.sin_port);
+}
 
 void GpsDaemon::Start() {
   daemon_ = Process({"/usr/sbin/gpsd", "-N", "-n", "-S", std::to_string(port_),
@@ -21,18 +30,6 @@ void GpsDaemon::HaveFix() {
                "$GPGGA,033015.00,3540.87422,N,13946.02750,E,1,08,1.1,17.0,M,36.7,M,,*54\\r\\n"
                "$GPRMC,033015.00,A,3540.87422,N,13946.02750,E,21.6,12.5,230620,,,A*5C\\r\\n",
                std::to_string(receiverPort_)});
-}
-
-// A port that nobody has just now.
-uint16_t GpsDaemon::FreePort(int type) {
-  const platform::FileHandle probe(socket(AF_INET, type, 0));
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  EXPECT_EQ(bind(probe.Get(), reinterpret_cast<sockaddr*>(&address), size), 0);
-  EXPECT_EQ(getsockname(probe.Get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
-  return ntohs(address.sin_port);
 }
 
 }  // namespace testing_support

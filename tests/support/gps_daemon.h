@@ -5,9 +5,17 @@
 
 #include <cstdint>
 
+#include "platform/file_handle.h"
 #include "support/process.h"
 
 namespace testing_support {
+
+// A socket that is bound to a loopback port that nobody had.
+struct LoopbackSocket {
+  explicit LoopbackSocket(int type);
+  platform::FileHandle handle;
+  uint16_t port;
+};
 
 class GpsDaemon {
  public:
@@ -19,10 +27,8 @@ class GpsDaemon {
   void HaveFix();
 
  private:
-  static uint16_t FreePort(int type);
-
-  const uint16_t port_ = FreePort(SOCK_STREAM);
-  const uint16_t receiverPort_ = FreePort(SOCK_DGRAM);
+  const uint16_t port_ = LoopbackSocket(SOCK_STREAM).port;  // free again at once
+  const uint16_t receiverPort_ = LoopbackSocket(SOCK_DGRAM).port;
   Process daemon_;
   Process receiver_;
 };
