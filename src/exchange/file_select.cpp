@@ -42,7 +42,8 @@ bool IsFolderAt(std::u16string_view path) {
   return (files().Attributes(path).value_or(0) & platform::kAttributeDirectory) != 0;
 }
 
-// The open diary stays where it is: without its file it would be gone when the program ends.
+// The open diary stays where it is: removed, it would be gone when the program ends; under another
+// name, or in a folder of another name, no write into it would succeed.
 bool IsDiary(std::u16string_view path) {
   const std::unique_ptr<store::Engine>& diary = store::dbSession().Session;
   return diary && diary->Keeps(path);
