@@ -108,6 +108,7 @@ TEST_F(RecordingTest, LoadingTellsItsStep) {
     const char* number;
   } rows[] = {
       {u"delete from t_TextData where f_nvcItem = 'RcdrCategory2'", "-10"},
+      {u"delete from t_TextData where f_nvcItem = 'RcdrDateTime'", "-5"},
       {u"delete from t_TextData where f_nvcItem = 'RcdrPreDateTime'", "-3"},
       {u"delete from t_TextData where f_nvcItem = 'RcdrPreActId'", "-2"},
       {u"delete from t_LongData", "-1"},
