@@ -5,6 +5,7 @@ set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . tools/setup.sh
 fuzz_seconds=${FUZZ_SECONDS:-5}
+export LC_ALL=C.UTF-8  # xdotool finds no window by a Japanese title in the plain C locale
 
 require_packages "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}"
 
