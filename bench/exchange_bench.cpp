@@ -47,6 +47,7 @@ class BenchHost : public platform::Host {
   void SeedDraw(uint32_t) override {}
   int Draw() override { return static_cast<int>((chance_ = chance_ * 1103515245u + 12345u) >> 17); }
   std::u16string ProgramPath() override { return u"\\bench"; }
+  std::u16string HomeFolder() override { return {}; }
   int Dpi() override { return 96; }
   std::vector<std::u16string> FontFamilies() override { return {}; }
 

@@ -42,6 +42,7 @@ class BenchHost : public platform::Host {
   void SeedDraw(uint32_t) override {}
   int Draw() override { return ++second_ % 32767; }
   std::u16string ProgramPath() override { return u"\\bench"; }
+  std::u16string HomeFolder() override { return {}; }
   int Dpi() override { return 96; }
   std::vector<std::u16string> FontFamilies() override { return {}; }
 

@@ -20,6 +20,7 @@ class StillHost : public platform::Host {
   void SeedDraw(uint32_t) override {}
   int Draw() override { return 12345; }
   std::u16string ProgramPath() override { return {}; }
+  std::u16string HomeFolder() override { return {}; }
   int Dpi() override { return 96; }
   std::vector<std::u16string> FontFamilies() override { return {}; }
 };

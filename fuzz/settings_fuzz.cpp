@@ -19,6 +19,7 @@ class QuietHost : public platform::Host {
   void SeedDraw(uint32_t) override {}
   int Draw() override { return 0; }
   std::u16string ProgramPath() override { return u"\\m\\Morvenly"; }
+  std::u16string HomeFolder() override { return {}; }
   int Dpi() override { return 96; }
   std::vector<std::u16string> FontFamilies() override { return {}; }
 };

@@ -1,8 +1,11 @@
 // Lengths are those of the device: a path that its buffers could not hold is refused or cut.
 #include "core/paths.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "platform/code_page.h"
+#include "platform/device_paths.h"
 #include "platform/files.h"
 #include "platform/host.h"
 
@@ -11,6 +14,20 @@ namespace {
 
 constexpr std::u16string_view kRoot = u"\\";
 constexpr size_t kMaxModulePath = 260;
+
+bool BeginsWithDrive(std::u16string_view path) {
+  return path.size() >= 2 && path[1] == u':' &&
+         ((path[0] >= u'A' && path[0] <= u'Z') || (path[0] >= u'a' && path[0] <= u'z'));
+}
+
+// `rest` is empty or begins with a backslash.
+std::optional<std::u16string> InHomeFolder(std::u16string_view rest) {
+  std::u16string home = platform::host().HomeFolder();
+  if (!home.starts_with(u'\\')) return {};
+  while (home.ends_with(u'\\')) home.pop_back();
+  home += rest;
+  return home.empty() ? std::u16string(kRoot) : home;
+}
 
 }  // namespace
 
@@ -27,6 +44,20 @@ std::u16string JoinModulePath(std::u16string_view fileName) {
   path += fileName;
   if (path.size() > kMaxModulePath) path.resize(kMaxModulePath);
   return path;
+}
+
+std::optional<std::u16string> RootedPath(std::u16string_view typed) {
+  std::u16string path = platform::FromTypedPath(typed);
+  if (path.empty() || path.starts_with(kRoot)) return path;
+  if (BeginsWithDrive(path)) return {};
+  if (path == u"~" || path.starts_with(u"~\\")) return InHomeFolder(path.substr(1));
+  return JoinModulePath(u"") + path;
+}
+
+bool IsStorablePath(std::u16string_view path) {
+  const bool isOneLine =
+      std::none_of(path.begin(), path.end(), [](char16_t c) { return c < u' '; });
+  return isOneLine && platform::DecodeCodePage(platform::EncodeCodePage(path)) == path;
 }
 
 int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& name) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,15 @@ inline constexpr size_t kMaxPath = 259;
 // characters. Without a backslash in the program's path: "\<path>\<name>"; with an empty path:
 // "\<name>".
 std::u16string JoinModulePath(std::u16string_view fileName);
+
+// A path as its user typed it, made one that leads to the same place from any working folder: a
+// slash counts as a backslash, "~" is the user's home folder, and what has no root lies beside the
+// program. An empty path stays empty. None for a drive of another system ("C:\x"), and for "~" where
+// no home folder is known.
+std::optional<std::u16string> RootedPath(std::u16string_view typed);
+// A settings file gives the path back as it is: code page 932 holds all of it, and no line ends in
+// it.
+bool IsStorablePath(std::u16string_view path);
 
 // Splits at the last backslash, which belongs to neither part. 0; -110 if there is none; -101 if
 // either part has more than kMaxPath characters. The outputs are written on success only.

@@ -64,6 +64,8 @@ class Host {
 
   // The program file's full path in the device's form (see device_paths.h).
   virtual std::u16string ProgramPath() = 0;
+  // The user's home folder in the device's form; empty if there is none that the program can name.
+  virtual std::u16string HomeFolder() = 0;
   // Logical dots per inch of the screen.
   virtual int Dpi() = 0;
   // The names of the fonts that are there, sorted.

@@ -31,6 +31,35 @@ TEST(Paths, JoinsBesideTheProgram) {
   }
 }
 
+TEST(Paths, TypedOnesLeadToTheSamePlaceFromAnywhere) {
+  testing_support::FakeHost host;
+  using Path = std::optional<std::u16string>;
+  const std::pair<std::u16string, Path> rows[] = {
+      {u"", u""},
+      {u"/mnt/a.sdf", u"\\mnt\\a.sdf"},
+      {u"user.sdf", u"\\morvenly\\user.sdf"},
+      {u"a/b.sdf", u"\\morvenly\\a\\b.sdf"},
+      {u"~/a.sdf", u"\\home\\a\\a.sdf"},
+      {u"~", u"\\home\\a"},
+      {u"~a", u"\\morvenly\\~a"},
+      {u"C:\\a.sdf", Path()},
+      {u"c:a.sdf", Path()},
+      {u"日:a.sdf", u"\\morvenly\\日:a.sdf"},
+  };
+  for (const auto& [typed, path] : rows) EXPECT_EQ(RootedPath(typed), path);
+  host.homeFolder = u"\\";
+  EXPECT_EQ(RootedPath(u"~/a"), u"\\a");
+  host.homeFolder = u"";
+  EXPECT_EQ(RootedPath(u"~/a"), Path());
+}
+
+TEST(Paths, AreStorableWhereTheSettingsGiveThemBack) {
+  EXPECT_TRUE(IsStorablePath(u"\\日記 ~\\~ｱ.sdf"));
+  for (const char16_t* path : {u"\\José\\a", u"\\a\\¥", u"\\か\u3099", u"\\a\nb", u"\\😀"}) {
+    EXPECT_FALSE(IsStorablePath(path));
+  }
+}
+
 TEST(Paths, SplitsAtTheLastBackslash) {
   const std::u16string fits(259, u'a');
   const struct {

@@ -28,6 +28,7 @@ class FakeHost : public platform::Host {
   platform::LocalTime now{2010, 6, 23, 10, 45, 30};
   std::deque<int> draws;  // then counts up from 0, wrapping at 32767
   std::u16string programPath = u"\\morvenly\\Morvenly";
+  std::u16string homeFolder = u"\\home\\a";
   int waitDepth = 0;
 
   // The next posted command and its window; waits for it, half a minute at most, and fails the test
@@ -46,6 +47,7 @@ class FakeHost : public platform::Host {
   void SeedDraw(uint32_t) override {}
   int Draw() override;
   std::u16string ProgramPath() override { return programPath; }
+  std::u16string HomeFolder() override { return homeFolder; }
   int Dpi() override { return 96; }
   std::vector<std::u16string> FontFamilies() override { return {u"Alpha", u"VL PGothic"}; }
 

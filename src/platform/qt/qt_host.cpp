@@ -91,6 +91,10 @@ uint32_t QtHost::TickCount() {
   return static_cast<uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
+std::u16string QtHost::HomeFolder() {
+  return FromHostPath(qgetenv("HOME").toStdString()).value_or(std::u16string());
+}
+
 int QtHost::Dpi() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   return screen != nullptr ? qRound(screen->logicalDotsPerInchY()) : 96;

@@ -31,6 +31,7 @@ class QtHost : public Host {
   void SeedDraw(uint32_t seed) override { chance_.seed(seed); }
   int Draw() override { return static_cast<int>(chance_() >> 17); }
   std::u16string ProgramPath() override { return programPath_; }
+  std::u16string HomeFolder() override;
   int Dpi() override;
   std::vector<std::u16string> FontFamilies() override;
 
