@@ -14,7 +14,6 @@ namespace core {
 namespace {
 
 constexpr std::u16string_view kSettingsFile = u"Morvenly.dat";
-constexpr std::u16string_view kDataFile = u"user.sdf";
 
 struct Font {
   std::u16string CAppState::*name;
@@ -108,7 +107,7 @@ void SetDefaults(CAppState& app) {
   app.MemoName = u"メモ";
   app.ActTxtMode = 1;
   app.ItmSelMode = 1;
-  app.DataFile = JoinModulePath(kDataFile);
+  app.DataFile = JoinModulePath(kDefaultDataFile);
   for (size_t i = 0; i < app.HalfHourTable.size(); ++i) {
     app.HalfHourTable[i] = FormatHourMinute(static_cast<int>(i / 2), i % 2 == 0 ? 0 : 30);
   }
@@ -133,7 +132,7 @@ int InitApp(CAppState& app) {
   RepairListRange(app);
   RepairTimeMode(app.TimeInitForNewMode, app.SetNowForCreate);
   RepairTimeMode(app.TimeInitForFollowMode, app.SetNowForCreate);
-  if (app.DataFile.empty()) app.DataFile = JoinModulePath(kDataFile);
+  if (app.DataFile.empty()) app.DataFile = JoinModulePath(kDefaultDataFile);
   app.ActIds.Clear();
   app.ActStarts.Clear();
   const platform::LocalTime now = platform::host().Now();

@@ -8,6 +8,9 @@
 
 namespace core {
 
+// The data file's name beside the program, where the settings name none.
+inline constexpr std::u16string_view kDefaultDataFile = u"user.sdf";
+
 // The settings stage of start-up. 0, or -1 after showing its message.
 int InitApp(CAppState& app);
 

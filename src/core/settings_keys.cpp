@@ -10,8 +10,8 @@
 #include <variant>
 
 #include "core/paths.h"
+#include "core/settings.h"
 #include "core/text.h"
-#include "platform/code_page.h"
 
 namespace core {
 namespace {
@@ -171,11 +171,10 @@ std::u16string Number(int value) {
   return ZeroPadded(value, 1);
 }
 
-// A path that the code page cannot hold would come back as another one. Of the file beside the
-// program none is written then, which means the same.
+// Of the file beside the program no path is written, which means the same: a copy of the program's
+// folder writes into its own file, and no code page has to hold the folder's name.
 std::u16string DataFileValue(const std::u16string& path) {
-  const bool survives = platform::DecodeCodePage(platform::EncodeCodePage(path)) == path;
-  return !survives && path == JoinModulePath(u"user.sdf") ? std::u16string() : path;
+  return path == JoinModulePath(kDefaultDataFile) ? std::u16string() : path;
 }
 
 std::u16string ValueOf(const CAppState& app, const Kind& kind) {

@@ -44,7 +44,7 @@ constexpr std::u16string_view kFirstRun =
     u"NoMemPlaceSepaStr:0\r\nEditOpeCont:0\r\nDispListAfterFind:0\r\n"
     u"StaDtTmName:開始\r\nEndDtTmName:終了\r\nLatName:緯度\r\nLonName:経度\r\nSbjctName:件名\r\n"
     u"PlaceName:場所\r\nCate1Name:分類1\r\nCate2Name:分類2\r\nMemoName:メモ\r\n"
-    u"ActTxtMode:1\r\nItmSelMode:1\r\nDataFile:<folder>\\user.sdf\r\n\r\n"
+    u"ActTxtMode:1\r\nItmSelMode:1\r\nDataFile:\r\n\r\n"
     u"[Place]\r\n会社\r\n学校\r\n自宅\r\nレストラン\r\n公園\r\n\r\n"
     u"[Memo]\r\n\r\n"
     u"[Category1]\r\n仕事\r\nアルバイト\r\n授業\r\nクラブ\r\n遊び\r\nスポーツ\r\n食事\r\n散歩\r\n"
@@ -63,12 +63,7 @@ class Settings : public testing::Test {
   std::string Content() { return testing_support::ReadWholeFile(HostFile()); }
   std::string HostFile() { return folder.HostPath("Morvenly.dat"); }
   std::u16string File() { return folder.Path(u"Morvenly.dat"); }
-  std::string Golden() {
-    std::u16string text(kFirstRun);
-    const std::u16string_view mark = u"<folder>\\";
-    text.replace(text.find(mark), mark.size(), folder.Path(u""));
-    return platform::EncodeCodePage(text);
-  }
+  std::string Golden() { return platform::EncodeCodePage(kFirstRun); }
   // The one message since the last call, as "title: text".
   std::u16string TakeMessage(platform::Icon icon) {
     if (host.messages.size() != 1) return u"not one message";
@@ -203,16 +198,6 @@ TEST_F(Settings, WritesTheViewByItsModeAndLineBreaksAsTheyAre) {
     EXPECT_EQ(read.InitView, save == 1 ? kViewMonth : kViewList);
     EXPECT_EQ(read.MemoHistory.Entries(), (Entries{u"one", u"two"}));
   }
-}
-
-TEST_F(Settings, FindsTheDataFileInAFolderThatTheCodePageLacks) {
-  const std::u16string file = File();
-  host.programPath = u"\\José\\morvenly";
-  CAppState app;
-  EXPECT_EQ(app.DataFile, u"\\José\\user.sdf");
-  ASSERT_EQ(WriteSettings(app, file), 0);
-  ASSERT_EQ(ReadSettings(app, file), 0);
-  EXPECT_EQ(app.DataFile, u"") << "which means the file beside the program";
 }
 
 TEST_F(Settings, StartsFromAFileThatIsCutAnywhere) {
