@@ -142,6 +142,10 @@ int InitApp(CAppState& app) {
   return 0;
 }
 
+bool KeepsDataFile(std::u16string_view path) {
+  return path == JoinModulePath(kDefaultDataFile) || IsStorablePath(path);
+}
+
 int SaveSettings(const CAppState& app) {
   const int result = WriteSettings(app, JoinModulePath(kSettingsFile));
   if (result != 0) {

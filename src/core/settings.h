@@ -26,6 +26,8 @@ int ReadSettings(CAppState& app, std::u16string_view path);
 // written. A write that fails behind it is not told. Whenever writing fails, the file that stood
 // there stays as it was.
 int WriteSettings(const CAppState& app, std::u16string_view path);
+// A data file at this path would be found again by what WriteSettings writes.
+bool KeepsDataFile(std::u16string_view path);
 // WriteSettings beside the program; shows a message on failure. Result of WriteSettings.
 int SaveSettings(const CAppState& app);
 

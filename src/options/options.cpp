@@ -2,10 +2,12 @@
 
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "core/paths.h"
+#include "core/settings.h"
 #include "core/text.h"
-#include "platform/device_paths.h"
+#include "platform/files.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/compaction.h"
@@ -18,6 +20,17 @@ namespace {
 using Text = std::u16string;
 
 constexpr int kConnectionLost = -10;
+
+void TellBadName(const Text& why) {
+  platform::ShowNotice(u"指定されているデータファイル名が不正です。\n" + why,
+                       u"データファイル名不正", platform::Icon::kStop);
+}
+
+bool NamesFolder(const Text& path) {
+  const uint32_t attributes = platform::files().Attributes(path).value_or(0);
+  return path.empty() || path.ends_with(u'\\') ||
+         (attributes & platform::kAttributeDirectory) != 0;
+}
 
 void TellReadError(int line, store::HRESULT result) {
   platform::ShowNotice(u"MainView:FxToolOption GetRS Err (ln=" + core::ZeroPadded(line, 1) +
@@ -48,16 +61,40 @@ std::optional<Text> SelectedStart(const core::CAppState& app) {
 
 COptions::COptions(core::CAppState& app) : values(ReadValues(app)), app_(app) {}
 
+bool COptions::RootDataFile() {
+  auto path = core::RootedPath(values.DataFile);
+  if (path) {
+    values.DataFile = std::move(*path);
+  } else {
+    TellBadName(u"「/」か「~/」で始まるパス、またはファイル名を指定してください。");
+  }
+  return path.has_value();
+}
+
+bool COptions::CheckDataFile() {
+  if (!opened_[kData]) return true;
+  if (!RootDataFile()) return false;
+  const Text& path = values.DataFile;
+  if (path == app_.DataFile) return true;
+  if (NamesFolder(path)) {
+    TellBadName(u"ファイル名まで指定してください。");
+    return false;
+  }
+  if (core::KeepsDataFile(path)) return true;
+  TellBadName(u"設定ファイルに保存できない文字が含まれています。");
+  return false;
+}
+
 int COptions::OnOk() {
   ApplyValues(values, opened_, app_);
-  const Text path = platform::FromTypedPath(values.DataFile);
-  if (!opened_[kData] || path == app_.DataFile) return kSheetApplied;
+  if (!opened_[kData] || values.DataFile == app_.DataFile) return kSheetApplied;
   DataFileChanged = true;
-  return store::ChangeDataFile(app_, path) == kConnectionLost ? kNoDataFile : kSheetApplied;
+  return store::ChangeDataFile(app_, values.DataFile) == kConnectionLost ? kNoDataFile
+                                                                         : kSheetApplied;
 }
 
 bool COptions::OnBtnCompact() {
-  store::OnBtnCompact(app_, platform::FromTypedPath(values.DataFile));
+  if (RootDataFile()) store::OnBtnCompact(app_, values.DataFile);
   return store::dbSession().Session != nullptr;
 }
 
@@ -70,7 +107,7 @@ Text COptions::FormatVersion() const {
 
 Text COptions::DataFolder() const {
   Text folder, name;
-  core::SplitPath(platform::FromTypedPath(values.DataFile), folder, name);
+  core::SplitPath(core::RootedPath(values.DataFile).value_or(u""), folder, name);
   return folder.empty() ? u"\\" : folder;
 }
 

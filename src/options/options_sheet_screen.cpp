@@ -30,7 +30,7 @@ OptionsSheet::OptionsSheet(QWidget* over, core::CAppState& app, int page)
       cancel_(AddButton("2", QStringLiteral("キャンセル"))),
       pages_(new QStackedWidget(this)) {
   title_->setFont(FixedFont(12));
-  connect(ok_, &QPushButton::clicked, this, [this] { EndScreen(platform::qt::kResultOk); });
+  connect(ok_, &QPushButton::clicked, this, [this] { OnOk(); });
   connect(cancel_, &QPushButton::clicked, this, [this] { OnEscape(); });
   MakePages();
   tabs_[static_cast<size_t>(std::clamp(page, 0, kPageCount - 1))]->setChecked(true);
@@ -74,6 +74,18 @@ void OptionsSheet::ShowPage(int page) {
 void OptionsSheet::StepPage(int step) {
   const int page = (pages_->currentIndex() + step + kPageCount) % kPageCount;
   tabs_[static_cast<size_t>(page)]->setChecked(true);
+}
+
+// A path that cannot be taken keeps the sheet open, with all that was changed on it.
+void OptionsSheet::OnOk() {
+  if (options_.CheckDataFile()) {
+    EndScreen(platform::qt::kResultOk);
+    return;
+  }
+  tabs_[kData]->setChecked(true);
+  auto* path = pages_->currentWidget()->findChild<QLineEdit*>(QStringLiteral("DataFile"));
+  path->setFocus();
+  path->selectAll();
 }
 
 int OptionsSheet::RunModal() {

@@ -30,6 +30,7 @@ class OptionsSheet : public platform::qt::ModalScreen {
   void MakePages();
   void ShowPage(int page);
   void StepPage(int step);
+  void OnOk();
   void Browse();
   void Compact();
   int PlaceTabs(int top);

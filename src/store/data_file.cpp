@@ -36,8 +36,14 @@ Text NowText() {
          core::FormatTime(now.hour, now.minute, now.second);
 }
 
+// Whatever the working folder holds, a path without a root leads nowhere.
+bool IsRooted(std::u16string_view path) {
+  return path.empty() || path.starts_with(u'\\');
+}
+
 // 0 if nothing stands there. "\user.sdf" leaves an empty folder before its backslash: the root.
 uint32_t FolderAttributes(std::u16string_view folder) {
+  if (!IsRooted(folder)) return 0;
   return platform::files().Attributes(folder.empty() ? u"\\" : folder).value_or(0);
 }
 
@@ -211,7 +217,7 @@ HRESULT CreateDataFile(std::u16string_view path) {
 
 int OpenDataFile(core::CAppState& app) {
   DisconnectDataFile();
-  const bool exists = platform::files().Exists(app.DataFile);
+  const bool exists = IsRooted(app.DataFile) && platform::files().Exists(app.DataFile);
   const int result = exists ? ConnectChecked(app) : TakeMissingFile(app);
   if (result < -99) return result;
   switch (LoadActionIndex(app)) {

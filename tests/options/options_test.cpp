@@ -55,6 +55,7 @@ TEST_F(Options, ADataFileIsChangedCreatedOrLost) {
   EXPECT_EQ(sheet.FormatVersion(), u"3.2.2010.0623");
   sheet.values.DataFile = folder.Path(u"new/user.sdf");
   host.answers = {Answer::kYes};
+  ASSERT_TRUE(sheet.CheckDataFile());
   EXPECT_EQ(sheet.OnOk(), kSheetApplied);
   EXPECT_EQ(app.DataFile, folder.Path(u"new\\user.sdf"));
   EXPECT_TRUE(sheet.DataFileChanged);
@@ -67,6 +68,31 @@ TEST_F(Options, ADataFileIsChangedCreatedOrLost) {
   EXPECT_EQ(sheet.OnOk(), kNoDataFile);
   sheet.values.DataFile = app.DataFile = folder.Path(u"gone.sdf");
   EXPECT_FALSE(sheet.OnBtnCompact());
+}
+
+TEST_F(Options, OnlyAPathThatOpensAtTheNextStartIsTaken) {
+  host.programPath = folder.Path(u"José\\Morvenly");
+  host.homeFolder = folder.Path(u"home");
+  COptions sheet(app);
+  sheet.OpenPage(kData);
+  const std::pair<std::u16string, std::u16string> taken[] = {
+      {u"user.sdf", folder.Path(u"José\\user.sdf")},
+      {u"~/other.sdf", folder.Path(u"home\\other.sdf")},
+  };
+  for (const auto& [typed, rooted] : taken) {
+    sheet.values.DataFile = typed;
+    EXPECT_TRUE(sheet.CheckDataFile());
+    EXPECT_EQ(sheet.values.DataFile, rooted);
+  }
+  for (const std::u16string& typed :
+       {std::u16string(u"other.sdf"), std::u16string(u"C:\\user.sdf"), std::u16string(),
+        folder.Path(u""), folder.Path(u"none\\")}) {
+    sheet.values.DataFile = typed;
+    host.messages.clear();
+    EXPECT_FALSE(sheet.CheckDataFile()) << testing::PrintToString(typed);
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_TRUE(host.messages[0].text.starts_with(u"指定されているデータファイル名が不正です。\n"));
+  }
 }
 
 TEST_F(Options, ANewPageSizeKeepsTheSelectedActionOnItsPage) {
