@@ -26,6 +26,9 @@ class OneFile : public platform::Files {
   bool Remove(std::u16string_view) override { return true; }
   bool Rename(std::u16string_view, std::u16string_view) override { return true; }
   bool IsSameFile(std::u16string_view, std::u16string_view) override { return false; }
+  std::optional<std::u16string> FollowLink(std::u16string_view path) override {
+    return std::u16string(path);
+  }
   bool MakeFolder(std::u16string_view) override { return true; }
   bool RemoveFolder(std::u16string_view) override { return true; }
   bool SyncToDisk(std::u16string_view) override { return true; }

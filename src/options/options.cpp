@@ -28,8 +28,7 @@ void TellBadName(const Text& why) {
 
 bool NamesFolder(const Text& path) {
   const uint32_t attributes = platform::files().Attributes(path).value_or(0);
-  return path.empty() || path.ends_with(u'\\') ||
-         (attributes & platform::kAttributeDirectory) != 0;
+  return path.empty() || path.ends_with(u'\\') || (attributes & platform::kAttributeDirectory) != 0;
 }
 
 void TellReadError(int line, store::HRESULT result) {

@@ -45,6 +45,9 @@ class Files {
   virtual std::optional<uint32_t> Attributes(std::u16string_view path) = 0;
   // Both paths lead to the same file, whatever links and repeated backslashes they go through.
   virtual bool IsSameFile(std::u16string_view a, std::u16string_view b) = 0;
+  // What a link at `path` leads to in the end; `path` itself if it is none. Nothing if the program
+  // cannot name it.
+  virtual std::optional<std::u16string> FollowLink(std::u16string_view path) = 0;
   // Each answers true on success.
   virtual bool Remove(std::u16string_view path) = 0;
   // An empty folder. Of a link to a folder the link alone goes.

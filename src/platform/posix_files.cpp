@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <utility>
 
 #include "platform/device_paths.h"
@@ -142,6 +143,14 @@ bool PosixFiles::IsSameFile(std::u16string_view a, std::u16string_view b) {
   return hostA && hostB && stat(hostA->c_str(), &statusA) == 0 &&
          stat(hostB->c_str(), &statusB) == 0 && statusA.st_dev == statusB.st_dev &&
          statusA.st_ino == statusB.st_ino;
+}
+
+std::optional<std::u16string> PosixFiles::FollowLink(std::u16string_view path) {
+  const auto hostPath = ToHostPath(path);
+  std::error_code error;
+  if (!hostPath || !std::filesystem::is_symlink(*hostPath, error)) return std::u16string(path);
+  const std::string target = std::filesystem::canonical(*hostPath, error).string();
+  return error ? std::nullopt : FromHostPath(target);
 }
 
 bool PosixFiles::Remove(std::u16string_view path) {

@@ -12,6 +12,7 @@ class PosixFiles : public Files {
   std::unique_ptr<File> Create(std::u16string_view path) override;
   std::optional<uint32_t> Attributes(std::u16string_view path) override;
   bool IsSameFile(std::u16string_view a, std::u16string_view b) override;
+  std::optional<std::u16string> FollowLink(std::u16string_view path) override;
   bool Remove(std::u16string_view path) override;
   bool RemoveFolder(std::u16string_view path) override;
   bool Rename(std::u16string_view from, std::u16string_view to) override;

@@ -74,12 +74,13 @@ int CompactDataFile(std::u16string_view path) {
                u"ファイル名エラー", Icon::kStop);
     return -101;
   }
+  // A link stays one: what it leads to is compacted, in the folder where that lies.
+  const Text file = files().FollowLink(path).value_or(u"");
   Text folder, name;
-  if (core::SplitPath(path, folder, name) != 0) {
+  if (core::SplitPath(file, folder, name) != 0) {
     ShowNotice(u"指定されたデータファイル名が不正です。", u"ファイル名不正", Icon::kStop);
     return -102;
   }
-  const Text file(path);
   const Text backup = folder + u'\\' + BackupName(name);
   if (!Agrees(u"データファイル\"" + file + u"\"を圧縮してもよろしいですか？\n" +
                   u"圧縮後、元のファイルは\"" + backup + u"\"にリネームされます。",

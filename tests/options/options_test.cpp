@@ -84,9 +84,8 @@ TEST_F(Options, OnlyAPathThatOpensAtTheNextStartIsTaken) {
     EXPECT_TRUE(sheet.CheckDataFile());
     EXPECT_EQ(sheet.values.DataFile, rooted);
   }
-  for (const std::u16string& typed :
-       {std::u16string(u"other.sdf"), std::u16string(u"C:\\user.sdf"), std::u16string(),
-        folder.Path(u""), folder.Path(u"none\\")}) {
+  for (const std::u16string& typed : {std::u16string(u"other.sdf"), std::u16string(u"C:\\user.sdf"),
+                                      std::u16string(), folder.Path(u""), folder.Path(u"none\\")}) {
     sheet.values.DataFile = typed;
     host.messages.clear();
     EXPECT_FALSE(sheet.CheckDataFile()) << testing::PrintToString(typed);

@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 #include "recorder/recorder_state.h"
 #include "store/action_index.h"
 #include "store/store_fixture.h"
@@ -63,6 +65,20 @@ TEST_F(Compaction, KeepsTheRowsAndTheOldFile) {
   ASSERT_EQ(ConnectDataFile(path), 0);
   EXPECT_EQ(recorder::LoadRecorderData(app), 0);
   EXPECT_EQ(app.RcdrPlace, u"会社") << "saved before the file was closed";
+}
+
+TEST_F(Compaction, ALinkStaysALinkToTheFile) {
+  DisconnectDataFile();
+  const std::string target = folder.HostPath("far/diary.sdf");
+  std::filesystem::create_directory(folder.HostPath("far"));
+  std::filesystem::rename(hostPath, target);
+  std::filesystem::create_symlink("far/diary.sdf", hostPath);
+  host.answers = {Answer::kYes};
+  EXPECT_EQ(CompactDataFile(path), 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(hostPath));
+  EXPECT_FALSE(std::filesystem::is_symlink(target));
+  EXPECT_EQ(RowsIn(path), kRows);
+  EXPECT_EQ(RowsIn(folder.Path(u"far\\diary.bak")), kRows);
 }
 
 TEST_F(Compaction, EachNoLeavesTheFileOpenAsItWas) {

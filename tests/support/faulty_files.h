@@ -45,6 +45,9 @@ class FaultyFiles : public platform::Files {
   bool IsSameFile(std::u16string_view a, std::u16string_view b) override {
     return real_.IsSameFile(a, b);
   }
+  std::optional<std::u16string> FollowLink(std::u16string_view path) override {
+    return real_.FollowLink(path);
+  }
   bool Remove(std::u16string_view path) override { return real_.Remove(path); }
   bool RemoveFolder(std::u16string_view path) override { return real_.RemoveFolder(path); }
   std::optional<std::vector<platform::FolderEntry>> List(std::u16string_view folder) override {
