@@ -76,17 +76,19 @@ void CEditAction::FxEditDelete() {
   }
 }
 
+// True if the row is there no more. One that something else had deleted is told, and goes from the
+// index like any other.
 bool CEditAction::DeleteRow() {
   store::HRESULT result = store::E_POINTER;
   if (store::CUserDataTable* table = store::dbSession().UserTable.get()) {
     const platform::WaitCursor wait;
     result = table->Delete(*loaded_[store::kActId]);
-    if (result == store::S_OK) store::ReloadActionIndex(app_);
+    if (result == store::S_OK || result == store::DB_E_NOTFOUND) store::ReloadActionIndex(app_);
   }
   if (result == store::S_OK) return true;
   platform::ShowNotice(u"アクションの削除に失敗しました。(" + core::Hex(result) + u")",
                        u"アクション削除エラー", Icon::kStop);
-  return false;
+  return result == store::DB_E_NOTFOUND;
 }
 
 // The neighbour's place in the reloaded index. The last Action of a find has no neighbour, but the

@@ -292,6 +292,17 @@ TEST_F(EditAction, DeletingTheOnlyFoundActionShowsTheNextOfAll) {
   EXPECT_EQ(app.SelIndex, 1);
 }
 
+TEST_F(EditAction, DeletingWhatIsGoneDropsItFromTheIndex) {
+  app.EditOpeCont = 1;
+  CEditAction screen = OpenAt(1);
+  ASSERT_EQ(Users().Delete(noon), 0);
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdMenuDelete);
+  EXPECT_EQ(LastMessage(), "アクションの削除に失敗しました。(80040e19)");
+  EXPECT_EQ(app.IndexCount, 2);
+  EXPECT_EQ(app.SelActId, evening);
+}
+
 TEST_F(EditAction, DeleteEndsTheScreenOtherwise) {
   CEditAction screen = OpenAt(2);
   host.answers = {Answer::kYes};
