@@ -117,7 +117,7 @@ void CEditAction::OnCommand(int commandId) {
     for (const Command& command : kCommands) {
       if (command.id == commandId) (this->*command.run)();
     }
-    if (!ended) RunActionText();
+    if (!ended && BuildAction() != expanded_) RunActionText();
   }
 }
 
@@ -199,7 +199,6 @@ void CEditAction::ToggleAtStart() {
   app_.StartupMode = app_.StartupMode == kStartupNewAction ? formerStartupMode_ : kStartupNewAction;
 }
 
-// A template may look at every field and at the clock: it runs after whatever may have changed one.
 std::u16string CEditAction::ExtItems() const {
   return loaded_[store::kExtItems].value_or(u"");
 }
@@ -210,8 +209,13 @@ void CEditAction::TakeExtItems(std::u16string_view text) {
   RunActionText();
 }
 
+// A template may look at every field: it runs after whatever may have changed one, and after
+// nothing else, for what it draws by chance or takes from the clock would change before its user's
+// eyes.
 void CEditAction::RunActionText() {
-  if (app_.ActTxtMode != kActionTextOff) expansion_ = actiontext::ParseActionText(BuildAction());
+  if (app_.ActTxtMode == kActionTextOff) return;
+  expanded_ = BuildAction();
+  expansion_ = actiontext::ParseActionText(expanded_);
 }
 
 // A list view behind this screen goes to the page of the selected date, unless nothing has moved.

@@ -221,7 +221,9 @@ class CEditAction {
   // working mode 1 without id and last update.
   store::Action loaded_;
   std::u16string loadedDate_;  // its start date
-  std::u16string expansion_;   // of the memo; only with the action text on
+  // With the action text on: what the memo was last expanded over, and its expansion.
+  store::Action expanded_;
+  std::u16string expansion_;
   int formerStartupMode_ = 0;  // what StartupMode goes back to when the toggle is cleared
   position::PositionFields positionFields_{fields.latitude, fields.longitude};
   bool changed_ = false;  // a row was written or deleted, or the selected date moved

@@ -51,6 +51,7 @@ bool CEditAction::Write() {
   }
   positionFields_.ForgetLast();
   dirty = false;
+  RunActionText();
   return true;
 }
 

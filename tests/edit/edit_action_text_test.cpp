@@ -48,6 +48,22 @@ TEST_F(EditActionText, RunsAgainAfterWhateverChangesAField) {
   EXPECT_EQ(Shown(screen), "") << "the next Action's memo";
 }
 
+TEST_F(EditActionText, RunsAfterNothingElse) {
+  host.now.second = 1;
+  CEditAction screen = OpenWithMemo(u"#LocalTime()#");
+  host.answers = {Answer::kNo};
+  for (const int command : {kIdToolContinue, kIdMenuAtStart, kIdMapLink, kIdMenuDelete, kIdMemo}) {
+    host.now.second += 1;
+    screen.OnCommand(command);
+    EXPECT_EQ(Shown(screen), "2010/06/23 10:45:01") << command;
+  }
+  screen.ChoosePicker();
+  EXPECT_EQ(Shown(screen), "2010/06/23 10:45:06") << "a picker closes";
+  host.now.second += 1;
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(Shown(screen), "2010/06/23 10:45:07");
+}
+
 TEST_F(EditActionText, TheTemplateIsWhatIsEditedAndStored) {
   CEditAction screen = OpenWithMemo(u"#SIPlace#で");
   screen.OnCommand(kIdMemo);
