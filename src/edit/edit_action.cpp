@@ -145,6 +145,7 @@ void CEditAction::StartFollow() {
 void CEditAction::StartBlank(const StartEnd& times) {
   fields = Fields();
   fields.times = times;
+  latitude_ = longitude_ = {};
   loaded_ = {};
   workingMode = WorkingMode::kCreate;
   app_.SelIndex = app_.IndexCount;

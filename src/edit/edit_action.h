@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/app_state.h"
+#include "edit/position_text.h"
 #include "edit/start_end.h"
 #include "position/position_fields.h"
 #include "store/action.h"
@@ -182,6 +183,7 @@ class CEditAction {
   void ClearPosition();
   void OpenMapLink();
   void PutAt(const position::Position& position);
+  void PutPosition(const PositionText& latitude, const PositionText& longitude);
 
   // edit_pickers.cpp
   Picker PickerOf(int controlId) const;
@@ -217,10 +219,11 @@ class CEditAction {
   std::u16string IdAt(int index) const;
 
   core::CAppState& app_;
-  // The row that the fields came from: its id, Subject, extended items and position are kept. In
-  // working mode 1 without id and last update.
+  // The row that the fields came from: its id, Subject and extended items are kept. In working mode
+  // 1 without id and last update.
   store::Action loaded_;
-  std::u16string loadedDate_;  // its start date
+  std::u16string loadedDate_;          // its start date
+  PositionText latitude_, longitude_;  // as the fields were last given a position
   // With the action text on: what the memo was last expanded over, and its expansion.
   store::Action expanded_;
   std::u16string expansion_;

@@ -1,6 +1,5 @@
 // The position commands, and what a position does to the Action.
 #include "edit/edit_action.h"
-#include "edit/position_text.h"
 
 namespace edit {
 
@@ -31,12 +30,15 @@ void CEditAction::OpenMapLink() {
   positionFields_.OpenMap();
 }
 
-// What is stored keeps the digits, and the sign, that the fields don't show.
 void CEditAction::PutAt(const position::Position& position) {
-  loaded_[store::kLatitude] = position::DecimalDegrees(position.latitude);
-  loaded_[store::kLongitude] = position::DecimalDegrees(position.longitude);
-  fields.latitude = ShownPosition(loaded_[store::kLatitude]);
-  fields.longitude = ShownPosition(loaded_[store::kLongitude]);
+  PutPosition(OfDegrees(position.latitude), OfDegrees(position.longitude));
+}
+
+void CEditAction::PutPosition(const PositionText& latitude, const PositionText& longitude) {
+  latitude_ = latitude;
+  longitude_ = longitude;
+  fields.latitude = latitude.shown;
+  fields.longitude = longitude.shown;
 }
 
 }  // namespace edit

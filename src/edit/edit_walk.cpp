@@ -4,7 +4,6 @@
 #include "core/date_time.h"
 #include "core/text.h"
 #include "edit/edit_action.h"
-#include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/read_action.h"
@@ -127,8 +126,7 @@ void CEditAction::TakeAction(const store::Action& action) {
     return std::u16string(store::TextOf(action, column));
   };
   fields.times = FromStored(text(store::kStaDateTime), text(store::kEndDateTime));
-  fields.latitude = ShownPosition(action[store::kLatitude]);
-  fields.longitude = ShownPosition(action[store::kLongitude]);
+  PutPosition(OfColumn(action[store::kLatitude]), OfColumn(action[store::kLongitude]));
   fields.place = text(store::kPlace);
   fields.category1 = text(store::kCategory1);
   fields.category2 = text(store::kCategory2);

@@ -2,7 +2,6 @@
 #include "core/date_time.h"
 #include "core/text.h"
 #include "edit/edit_action.h"
-#include "edit/position_text.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/session.h"
@@ -81,8 +80,8 @@ store::Action CEditAction::BuildAction() const {
   if (workingMode == WorkingMode::kCreate) action[store::kActId].reset();
   action[store::kStaDateTime] = StoredStart(fields.times);
   action[store::kEndDateTime] = StoredEnd(fields.times);
-  action[store::kLatitude] = StoredPosition(fields.latitude, loaded_[store::kLatitude]);
-  action[store::kLongitude] = StoredPosition(fields.longitude, loaded_[store::kLongitude]);
+  action[store::kLatitude] = StoredPosition(fields.latitude, latitude_);
+  action[store::kLongitude] = StoredPosition(fields.longitude, longitude_);
   action[store::kPlace] = fields.place;
   action[store::kCategory1] = fields.category1;
   action[store::kCategory2] = fields.category2;

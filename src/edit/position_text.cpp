@@ -1,17 +1,27 @@
 #include "edit/position_text.h"
 
+#include <cmath>
+
 #include "position/coordinate.h"
 
 namespace edit {
 
-std::u16string ShownPosition(const std::optional<std::u16string>& stored) {
+PositionText OfColumn(const std::optional<std::u16string>& stored) {
   const auto degrees = stored ? position::ReadDecimalDegrees(*stored) : std::nullopt;
-  return degrees ? position::FormatCoordinate(*degrees) : std::u16string();
+  return {degrees ? position::FormatCoordinate(*degrees) : std::u16string(), stored};
 }
 
-std::optional<std::u16string> StoredPosition(std::u16string_view shown,
-                                             const std::optional<std::u16string>& stored) {
-  if (shown == ShownPosition(stored)) return stored;
+PositionText OfDegrees(double degrees) {
+  PositionText text{position::FormatCoordinate(degrees), {}};
+  double shown = 0.0;
+  if (position::ParseCoordinate(text.shown, shown) == 0) {
+    text.stored = position::DecimalDegrees(std::copysign(shown, degrees));
+  }
+  return text;
+}
+
+std::optional<std::u16string> StoredPosition(std::u16string_view shown, const PositionText& kept) {
+  if (shown == kept.shown) return kept.stored;
   double degrees = 0.0;
   if (position::ParseCoordinate(shown, degrees) != 0) return {};
   return position::DecimalDegrees(degrees);

@@ -54,8 +54,8 @@ TEST_F(EditAction, ANewActionTakesItsDayFromTheView) {
 
 TEST_F(EditAction, ANewActionKeepsThePointItBeganWith) {
   CEditAction screen(app);
-  EXPECT_TRUE(screen.Open(kOpenNew, position::Position{-0.5, 139.6917}));
-  EXPECT_EQ(screen.fields.latitude, u"0/30/0.000000") << "this form loses the sign";
+  EXPECT_TRUE(screen.Open(kOpenNew, position::Position{-0.5000004, 139.6917}));
+  EXPECT_EQ(screen.fields.latitude, u"0/30/0.001440") << "to the digit, but without the sign";
   EXPECT_FALSE(screen.dirty);
   screen.OnCommand(kIdWrite);
   EXPECT_EQ(Stored(app.SelActId, store::kLatitude), "-0.500000");
