@@ -9,6 +9,7 @@
 #include <QTranslator>
 #include <clocale>
 
+#include "platform/qt/light_palette.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
@@ -28,7 +29,12 @@ class FingerStyle : public QProxyStyle {
  public:
   FingerStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
+  QPalette standardPalette() const override { return LightPalette(); }
+
   using QProxyStyle::polish;
+  // Every palette of the desktop comes through here, the one of a kind of widget too, at the start
+  // and whenever its user changes it.
+  void polish(QPalette& palette) override { palette = LightPalette(); }
   void polish(QWidget* widget) override {
     QProxyStyle::polish(widget);
     if (auto* line = qobject_cast<QLineEdit*>(widget)) KeepToOneLine(*line);
@@ -57,6 +63,20 @@ class FingerStyle : public QProxyStyle {
     return inDialog ? QSize(qMax(60, contents.width() + 10), qMax(30, size.height())) : size;
   }
 };
+
+// The classes for which a desktop may have had a palette of its own before our style was there to
+// meet it.
+constexpr const char* kDesktopColored[] = {"QAbstractButton", "QAbstractItemView", "QCheckBox",
+                                           "QComboBox",       "QGroupBox",         "QHeaderView",
+                                           "QLabel",          "QLineEdit",         "QMenu",
+                                           "QMenuBar",        "QMessageBoxLabel",  "QPushButton",
+                                           "QRadioButton",    "QTabBar",           "QTextControl",
+                                           "QTextEdit",       "QTipLabel",         "QToolButton"};
+
+void SetLightPalette() {
+  QApplication::setPalette(LightPalette());
+  for (const char* name : kDesktopColored) QApplication::setPalette(QPalette(), name);
+}
 
 void SubstituteFonts() {
   QFont::insertSubstitutions(QStringLiteral("MS UI Gothic"),
@@ -102,7 +122,7 @@ ScreenPlan ScaleToScreen(int& argc, char** argv) {
 void DressApplication(QApplication& application) {
   if (scaleIsOurs) qunsetenv(kScaleVariable);  // not for the browser that we may start
   QApplication::setStyle(new FingerStyle);
-  QApplication::setPalette(QApplication::style()->standardPalette());
+  SetLightPalette();
   SubstituteFonts();
   QApplication::setFont(FixedFont(12));
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

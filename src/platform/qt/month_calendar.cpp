@@ -13,6 +13,9 @@
 namespace platform::qt {
 namespace {
 
+constexpr QColor kSundayColor(0xC8, 0x00, 0x00);  // a purer red is hard to read on white
+constexpr QColor kSaturdayColor(0x00, 0x00, 0xD0);
+
 QDate Today() {
   const LocalTime now = host().Now();
   return QDate(now.year, now.month, now.day);
@@ -39,8 +42,8 @@ MonthCalendar::MonthCalendar(QWidget* parent)
   days_->setFirstDayOfWeek(Qt::Sunday);
   days_->setMinimumDate(QDate(1900, 1, 1));
   days_->setMaximumDate(QDate(9999, 12, 31));
-  SetDayColor(*days_, Qt::Sunday, Qt::red);
-  SetDayColor(*days_, Qt::Saturday, Qt::blue);
+  SetDayColor(*days_, Qt::Sunday, kSundayColor);
+  SetDayColor(*days_, Qt::Saturday, kSaturdayColor);
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(0);
