@@ -62,7 +62,7 @@ void RunFirstScreen(core::CAppState& app, views::CMainWnd& window) {
   if (mode == kStartWithRecorder) window.OnCommand(views::kRecorder);
   if (mode != kStartWithNewAction) return;
   edit::CEditActionDlg firstScreen(&window, app, edit::kOpenNew);
-  if (firstScreen.RunModal() == platform::qt::kResultOk) window.ShowChange(views::Change::kEdited);
+  if (firstScreen.RunModal() == platform::qt::kResultOk) window.ShowChange(views::Change::kAdded);
 }
 
 }  // namespace

@@ -74,6 +74,7 @@ class CAppState {
   int NoMemPlaceSepaStr;
   int EditOpeCont;
   int DispListAfterFind;
+  int ViewAutoUpdate;  // 1: the week and the month follow whatever is done to the diary
   std::u16string StaDtTmName, EndDtTmName, LatName, LonName, SbjctName, PlaceName, Cate1Name,
       Cate2Name, MemoName;
   int ActTxtMode;

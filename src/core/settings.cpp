@@ -96,6 +96,7 @@ void SetDefaults(CAppState& app) {
   app.NoMemPlaceSepaStr = 0;
   app.EditOpeCont = 0;
   app.DispListAfterFind = 0;
+  app.ViewAutoUpdate = 0;
   app.StaDtTmName = u"開始";
   app.EndDtTmName = u"終了";
   app.LatName = u"緯度";

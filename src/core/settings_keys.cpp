@@ -34,6 +34,10 @@ struct Width {
   std::array<int, N> CAppState::*field;
   size_t column;
 };
+// Written only where it isn't 0, so that who never turns it on keeps the file as it was.
+struct Added {
+  int CAppState::*field;
+};
 struct FontSize {
   int CAppState::*field;
 };
@@ -45,7 +49,7 @@ struct Text {
 };
 struct DataFilePath {};
 
-using Kind = std::variant<WrittenOnly, Version, FirstView, LineNumber, Digits, Width<4>, Width<5>,
+using Kind = std::variant<WrittenOnly, Version, FirstView, LineNumber, Digits, Width<4>, Width<5>, Added,
                           FontSize, FontName, Text, DataFilePath>;
 
 struct Key {
@@ -120,6 +124,7 @@ constexpr Key kKeys[] = {
     {u"ActTxtMode", Digits{&App::ActTxtMode}},
     {u"ItmSelMode", Digits{&App::ItmSelMode}},
     {u"DataFile", DataFilePath{}},
+    {u"ViewAutoUpdate", Added{&App::ViewAutoUpdate}},
 };
 
 // The older form of TimeInitForNewMode: read, but not written any more.
@@ -156,6 +161,7 @@ void TakeValue(CAppState& app, const Kind& kind, std::u16string_view value) {
                  [&](FirstView) { TakeDigits(value, app.InitView); },
                  [&](LineNumber) { TakeDigits(value, DaySeqVwLineNum); },
                  [&](Digits key) { TakeDigits(value, app.*key.field); },
+                 [&](Added key) { TakeDigits(value, app.*key.field); },
                  [&](const auto& width) { TakeDigits(value, (app.*width.field)[width.column]); },
                  [&](FontSize key) {
                    if (IsSignedInteger(value) == 0) app.*key.field = NearestInt32(value);
@@ -185,6 +191,7 @@ std::u16string ValueOf(const CAppState& app, const Kind& kind) {
           [&](FirstView) { return Number(app.ViewModeSave == 1 ? app.CurView : app.InitView); },
           [](LineNumber) { return Number(DaySeqVwLineNum); },
           [&](Digits key) { return Number(app.*key.field); },
+          [&](Added key) { return Number(app.*key.field); },
           [&](const auto& width) { return Number((app.*width.field)[width.column]); },
           [&](FontSize key) { return Number(app.*key.field); },
           [&](FontName key) { return app.*key.field; },
@@ -192,6 +199,11 @@ std::u16string ValueOf(const CAppState& app, const Kind& kind) {
           [&](DataFilePath) { return DataFileValue(app.DataFile); },
       },
       kind);
+}
+
+bool IsWritten(const CAppState& app, const Kind& kind) {
+  const auto* added = std::get_if<Added>(&kind);
+  return added == nullptr || app.*added->field != 0;
 }
 
 }  // namespace
@@ -209,8 +221,9 @@ void TakeSetting(CAppState& app, std::u16string_view key, std::u16string_view va
 bool EachSetting(
     const CAppState& app,
     const std::function<bool(std::u16string_view key, std::u16string_view value)>& write) {
-  return std::all_of(std::begin(kKeys), std::end(kKeys),
-                     [&](const Key& key) { return write(key.name, ValueOf(app, key.kind)); });
+  return std::all_of(std::begin(kKeys), std::end(kKeys), [&](const Key& key) {
+    return !IsWritten(app, key.kind) || write(key.name, ValueOf(app, key.kind));
+  });
 }
 
 }  // namespace core

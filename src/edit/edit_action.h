@@ -113,6 +113,7 @@ class CEditAction {
   bool dirty = false;
   std::optional<int> ended;   // the result code, once the screen is to end
   bool closeProgram = false;  // and the main window is to be closed behind it
+  bool added = false;         // a row was written that was not there before
 
   // The memo as it is shown: with the action text on, what its template gives over the fields.
   const std::u16string& ShownMemo() const;

@@ -32,6 +32,8 @@ class CEditActionDlg : public platform::qt::ModalScreen {
   // Action could not be read and the screen was never shown.
   int RunModal();
   bool OnWindowClosing() override;
+  // Whether a new Action was written.
+  bool HasAdded() const { return edit_.added; }
 
  protected:
   void OnEscape() override;

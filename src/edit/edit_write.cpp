@@ -63,7 +63,10 @@ bool CEditAction::WriteRow(store::Action& action) {
     // Any code but 0 tells of a row that was not there to be changed.
     if (result == store::S_OK) store::ReloadActionIndex(app_);
   }
-  if (result == store::S_OK) return true;
+  if (result == store::S_OK) {
+    added = added || create;
+    return true;
+  }
   const std::u16string code = u"(" + core::Hex(result) + u")";
   if (create) {
     platform::ShowNotice(u"アクションの作成に失敗しました。" + code, u"アクション作成エラー",

@@ -108,6 +108,8 @@ void OptionPage::MakeDisplay() {
             {{u"一画面", 0}, {u"10", 10}, {u"15", 15}, {u"20", 20}, {u"25", 25}, {u"30", 30}});
   AddCheck("MonViewTapOpeMode", u"1ヶ月表示にて日付タップ時1日表示",
            options_.values.MonViewTapOpeMode, 2, 1);
+  AddCheck("ViewAutoUpdate", u"1週間・1ヶ月表示を常に最新にする", options_.values.ViewAutoUpdate, 1,
+           0);
 }
 
 // What the device has not is shown as the system's own, and stays as it is unless it is changed.

@@ -21,6 +21,7 @@ constexpr Setting<int> kNumbers[] = {
     {kGeneral, &OptionValues::ItmSelMode, &CAppState::ItmSelMode},
     {kDisplay, &OptionValues::SeqViewRng, &CAppState::SeqViewRng},
     {kDisplay, &OptionValues::MonViewTapOpeMode, &CAppState::MonViewTapOpeMode},
+    {kDisplay, &OptionValues::ViewAutoUpdate, &CAppState::ViewAutoUpdate},
     {kEditing, &OptionValues::TimeInitForNewMode, &CAppState::TimeInitForNewMode},
     {kEditing, &OptionValues::TimeInitForFollowMode, &CAppState::TimeInitForFollowMode},
     {kEditing, &OptionValues::NoMemPlaceSepaStr, &CAppState::NoMemPlaceSepaStr},

@@ -37,6 +37,7 @@ struct OptionValues {
   std::array<FontValue, kFontTargets.size()> fonts;
   int SeqViewRng = 0;
   int MonViewTapOpeMode = 0;
+  int ViewAutoUpdate = 0;
 
   int TimeInitForNewMode = 0;
   int TimeInitForFollowMode = 0;

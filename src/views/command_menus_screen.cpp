@@ -1,6 +1,8 @@
 // Menus and keys of the command table.
 #include "views/command_menus_screen.h"
 
+#include <utility>
+
 #include "platform/qt/qt_text.h"
 #include "views/view_rows.h"
 
@@ -47,8 +49,17 @@ void CommandMenus::AddHoldMenu(const HoldMenu& row, QWidget& keyBearer) {
   for (const int id : row.commands) {
     if (id != 0) menu->addAction(actions_.at(id));
   }
-  connect(menu, &QMenu::aboutToHide, this, &CommandMenus::HoldMenuClosed);
+  // The menu hides before it tells what was chosen. A command may run a screen, whose end must not
+  // find the views filled from before it.
+  connect(menu, &QMenu::aboutToHide, this, [this] {
+    holdEnds_ = true;
+    QMetaObject::invokeMethod(this, &CommandMenus::EndHold, Qt::QueuedConnection);
+  });
   menus_[row.menu] = menu;
+}
+
+void CommandMenus::EndHold() {
+  if (std::exchange(holdEnds_, false)) emit HoldMenuClosed();
 }
 
 void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
@@ -56,7 +67,11 @@ void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
   action->setObjectName(QString::number(row.id));
   action->setData(row.id);
   action->setCheckable(IsCheckable(row.id));
-  connect(action, &QAction::triggered, this, [this, id = row.id] { emit Chosen(id); });
+  connect(action, &QAction::triggered, this, [this, id = row.id] {
+    const bool afterHold = std::exchange(holdEnds_, false);
+    emit Chosen(id);
+    if (afterHold) emit HoldMenuClosed();
+  });
   if (row.menu != Menu::kNone) menus_.at(row.menu)->addAction(action);
   if (!row.key.empty()) {
     action->setShortcut(QKeySequence(QString::fromLatin1(row.key.data())));

@@ -27,16 +27,18 @@ class CommandMenus : public QObject {
 
  signals:
   void Chosen(int id);
-  // A menu of tap and hold has closed; what was chosen in it follows.
+  // A menu of tap and hold has closed, and what was chosen in it is done.
   void HoldMenuClosed();
 
  private:
   void AddMenu(QMenu& top, Menu menu, const QString& text);
   void AddCommand(const CommandRow& row, QWidget& keyBearer);
   void AddHoldMenu(const HoldMenu& row, QWidget& keyBearer);
+  void EndHold();
 
   std::map<Menu, QMenu*> menus_;
   std::map<int, QAction*> actions_;
+  bool holdEnds_ = false;  // a menu of tap and hold has closed, which has not been told yet
 };
 
 }  // namespace views

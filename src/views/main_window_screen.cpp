@@ -174,7 +174,15 @@ void CMainWnd::ShowMovedDate() {
   Refresh();
 }
 
+void CMainWnd::ForgetWhatWasRead() {
+  for (const auto& [number, view] : views_) view->Forget();
+}
+
+// New Actions show in the week in whichever view they were made. Kept on purpose: what was changed,
+// deleted or found does not, before the date moves, unless the user wants it to.
 void CMainWnd::ShowChange(Change change) {
+  const bool adds = change == Change::kAdded || change == Change::kRecorded;
+  if (adds || StaysCurrent(app_)) ForgetWhatWasRead();
   View().OnChange(change);
   View().FocusWidget().setFocus();
 }
@@ -322,7 +330,9 @@ void CMainWnd::OnDateChosen(QDate date) {
   core::CurYear = date.year();
   core::CurMonth = date.month();
   core::CurDay = date.day();
-  Refresh();  // kept on purpose: neither the boxes of the week nor the counts of the month follow
+  // Kept on purpose: neither the boxes of the week nor the counts of the month follow.
+  if (!StaysCurrent(app_)) return Refresh();
+  ShowMovedDate();
 }
 
 void CMainWnd::OnPageChosen(int page) {
@@ -428,9 +438,7 @@ void CMainWnd::FxToolOption() {
   const int formerRange = app_.SeqViewRng;
   options::OptionsSheet sheet(this, app_, options::kGeneral);
   if (sheet.RunModal() == options::kNoDataFile) return;
-  if (sheet.DataFileChanged()) {
-    for (const auto& [number, view] : views_) view->Forget();
-  }
+  if (sheet.DataFileChanged()) ForgetWhatWasRead();
   options::KeepListPage(app_, formerRange);
   Relayout();
   ShowChange(Change::kEdited);
@@ -451,13 +459,14 @@ void CMainWnd::RunFind() {
 
 void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   exchange::CExchangeDlg(this, app_, kind).RunModal();
-  if (kind == exchange::ExchangeKind::kImport) return ShowChange(Change::kEdited);
+  if (kind == exchange::ExchangeKind::kImport) return ShowChange(Change::kAdded);
   Refresh();
 }
 
 void CMainWnd::RunEditScreen(int openMode, const std::optional<position::Position>& position) {
-  edit::CEditActionDlg(this, app_, openMode, position).RunModal();
-  ShowChange(Change::kEdited);
+  edit::CEditActionDlg screen(this, app_, openMode, position);
+  screen.RunModal();
+  ShowChange(screen.HasAdded() ? Change::kAdded : Change::kEdited);
 }
 
 }  // namespace views

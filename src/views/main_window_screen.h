@@ -49,6 +49,7 @@ class CMainWnd : public QWidget {
   void ShowState();
   void Refresh();
   void ShowMovedDate();
+  void ForgetWhatWasRead();
 
   void OnHeaderStep(int id);
   void OnDateLabel();

@@ -123,11 +123,11 @@ void MonthViewScreen::OnDateMoved() {
   if (month_.year != core::CurYear || month_.month != core::CurMonth) Count();
 }
 
-// Kept on purpose: only the edit screen fills the list anew. Its rows find their Actions by their
+// Kept on purpose: only the edit screen and an import fill the list anew. Its rows find their Actions by their
 // ids, so that one which has gone is told and no other one is hit.
 void MonthViewScreen::OnChange(Change change) {
   Count();
-  if (change == Change::kEdited) {
+  if (change == Change::kAdded || change == Change::kEdited || StaysCurrent(app_)) {
     Refill();
   } else {
     ShowCount();

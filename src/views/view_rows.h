@@ -20,6 +20,11 @@ inline bool SpansDays(const core::CAppState& app) {
   return app.DayVwMltDayMode == 2;
 }
 
+// Whether the week and the month are read again after everything, and not only where that is told.
+inline bool StaysCurrent(const core::CAppState& app) {
+  return app.ViewAutoUpdate == 1;
+}
+
 // How a row's number leads to its Action's position in the index.
 enum class RowOrder {
   kByStart,      // FirstRowIndex + row

@@ -28,8 +28,8 @@ struct SharedControls {
 };
 
 // What has been done to the diary, for views that read only a part of what they show anew. An
-// import and the options count as an edit.
-enum class Change { kEdited, kDeleted, kRecorded, kFindEnded };
+// import counts as added Actions, the options as an edit.
+enum class Change { kAdded, kEdited, kDeleted, kRecorded, kFindEnded };
 
 class ViewScreen : public QObject {
   Q_OBJECT
@@ -49,7 +49,7 @@ class ViewScreen : public QObject {
   virtual void OnDateMoved() {}
   // Shows what has been done.
   virtual void OnChange(Change) { Refill(); }
-  // The data file is another one: what was read before counts no more.
+  // What was read before counts no more: the data file is another one, or holds new Actions.
   virtual void Forget() {}
 
   // The row that a command of the edit menu means, -1 for none.

@@ -10,6 +10,7 @@
 #include "store/read_action.h"
 #include "support/screen_driver.h"
 #include "views/diary.h"
+#include "views/selection.h"
 
 namespace views {
 namespace {
@@ -48,6 +49,19 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
   static void Release(int key, QWidget* on) {
     QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier);
     QApplication::sendEvent(on, &event);
+  }
+
+  // Holds a view's picture and chooses a row of the menu, the first is 1; `drive` ends its screen.
+  void HoldAndChoose(QWidget* on, QPoint at, int row, const std::function<void()>& drive) {
+    QMouseEvent press(QEvent::MouseButtonPress, at, on->mapToGlobal(at), Qt::RightButton,
+                      Qt::RightButton, Qt::NoModifier);
+    QApplication::sendEvent(on, &press);
+    QCoreApplication::processEvents();
+    QWidget* menu = QApplication::activePopupWidget();
+    while (row-- > 0) Press(Qt::Key_Down, menu);
+    Next(drive);
+    Press(Qt::Key_Return, menu);
+    QCoreApplication::processEvents();
   }
 
   // The title of the edit screen that `act` opens, empty if it opens none; leaves the screen again.
@@ -207,6 +221,37 @@ TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
   Send(week, QEvent::MouseButtonPress, noon);
   Send(week, QEvent::MouseButtonRelease, noon + QPoint(0, band));
   EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a drag to another band is no tap";
+}
+
+TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
+  main->OnCommand(kShowWeek);
+  auto* week = Find<QWidget>("week");
+  const int band = week->height() / 7;
+  const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
+  const auto isBox = [&](QPoint at) { return week->grab().toImage().pixel(at) == 0xFF2040E0; };
+  app.TimeInitForNewMode = 3;  // the whole day
+  HoldAndChoose(week, noon + QPoint(-40, band), 1, [this] { Click("1102"); });
+  EXPECT_EQ(u"2010/06/24", core::CurDate());
+  EXPECT_EQ(QStringLiteral("2010/06/21"), Title());
+  EXPECT_EQ(4, app.IndexCount);
+  EXPECT_TRUE(isBox(noon)) << "on the day that was held";
+  host.answers = {platform::Answer::kYes};
+  EXPECT_TRUE(FxDeleteAction(app, app.ActIds.At(3)));
+  main->ShowChange(Change::kDeleted);
+  EXPECT_TRUE(isBox(noon)) << "until the date moves";
+  app.ViewAutoUpdate = 1;
+  main->ShowChange(Change::kDeleted);
+  EXPECT_FALSE(isBox(noon)) << "unless its user wants it current";
+  app.ViewAutoUpdate = 0;
+  host.answers = {platform::Answer::kYes};
+  const QPoint other = noon + QPoint(4, -band);
+  EXPECT_TRUE(isBox(other));
+  HoldAndChoose(week, other, 2, [this] {
+    FxDeleteAction(app, app.SelActId);
+    ModalScreen::Topmost()->EndScreen(platform::qt::kResultOk);
+  });
+  EXPECT_EQ(u"2010/06/23", core::CurDate());
+  EXPECT_FALSE(isBox(noon + QPoint(4, 0))) << "the week is read after what was chosen for its day";
 }
 
 TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
