@@ -8,6 +8,7 @@
 #include "store/action_index.h"
 #include "store/read_action.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace edit {
 
@@ -85,8 +86,9 @@ bool CEditAction::DeleteRow() {
     if (result == store::S_OK || result == store::DB_E_NOTFOUND) store::ReloadActionIndex(app_);
   }
   if (result == store::S_OK) return true;
-  platform::ShowNotice(u"アクションの削除に失敗しました。(" + core::Hex(result) + u")",
-                       u"アクション削除エラー", Icon::kStop);
+  platform::ShowNotice(
+      store::WithReason(u"アクションの削除に失敗しました。(" + core::Hex(result) + u")", result),
+      u"アクション削除エラー", Icon::kStop);
   return result == store::DB_E_NOTFOUND;
 }
 

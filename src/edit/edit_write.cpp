@@ -5,6 +5,7 @@
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace edit {
 
@@ -69,11 +70,11 @@ bool CEditAction::WriteRow(store::Action& action) {
   }
   const std::u16string code = u"(" + core::Hex(result) + u")";
   if (create) {
-    platform::ShowNotice(u"アクションの作成に失敗しました。" + code, u"アクション作成エラー",
-                         Icon::kStop);
+    platform::ShowNotice(store::WithReason(u"アクションの作成に失敗しました。" + code, result),
+                         u"アクション作成エラー", Icon::kStop);
   } else {
-    platform::ShowNotice(u"アクションの変更に失敗しました。" + code, u"アクション変更エラー",
-                         Icon::kStop);
+    platform::ShowNotice(store::WithReason(u"アクションの変更に失敗しました。" + code, result),
+                         u"アクション変更エラー", Icon::kStop);
   }
   return false;
 }

@@ -11,6 +11,7 @@
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace exchange {
 namespace {
@@ -176,9 +177,11 @@ int WriteRecords(core::CAppState& app, ImportList& list, ReadMode mode, const Pr
         {std::u16string(u"ユニークキーの生成に失敗しました。").append(kStopped), u"インポート中止",
          Icon::kNone, platform::Buttons::kOkCancel});
   } else if (result == kNotWritten) {
-    TellStopped((mode == kReadAdd ? u"レコード作成エラー(" : u"レコード更新エラー(") +
-                    core::Hex(code) + u")",
-                kNotWritten);
+    TellStopped(
+        store::WithReason((mode == kReadAdd ? u"レコード作成エラー(" : u"レコード更新エラー(") +
+                              core::Hex(code) + u")",
+                          code),
+        kNotWritten);
   }
   store::ReloadActionIndex(app);
   return result;

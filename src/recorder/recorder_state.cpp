@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "platform/host.h"
 #include "store/session.h"
+#include "store/trouble.h"
 #include "store/write_burst.h"
 
 namespace recorder {
@@ -127,9 +128,9 @@ void CloseRecorderSession(CAppState& app) {
   if (store::dbSession().Session) {
     const int saved = app.RcdrLoaded ? SaveRecorderValues(app) : 0;
     if (saved != 0) {
-      platform::ShowNotice(
-          u"レコーダーデータ保存中にエラーが発生しました。(" + core::ZeroPadded(saved, 1) + u")",
-          u"保存エラー", platform::Icon::kStop);
+      platform::ShowNotice(store::WithReason(u"レコーダーデータ保存中にエラーが発生しました。(" +
+                                             core::ZeroPadded(saved, 1) + u")"),
+                           u"保存エラー", platform::Icon::kStop);
     }
     store::dbSession().UserTable->CloseRS();
   }

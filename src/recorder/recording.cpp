@@ -8,6 +8,7 @@
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace recorder {
 namespace {
@@ -146,7 +147,8 @@ std::optional<CRecorder::Ending> CRecorder::CloseRunning(const Moment& tap, Acti
   CloseAction(running, tap, fields.place, app_.PlaceSepaStr);
   const store::HRESULT result = store::dbSession().UserTable->Update(app_.RcdrPreActId, running);
   if (!store::Failed(result)) return {};
-  return Ending{u"レコード更新エラー(" + core::Hex(result) + u")", u"DB更新エラー", true};
+  return Ending{store::WithReason(u"レコード更新エラー(" + core::Hex(result) + u")", result),
+                u"DB更新エラー", true};
 }
 
 std::optional<CRecorder::Ending> CRecorder::OpenNext(const Moment& tap) {
@@ -171,8 +173,10 @@ std::optional<CRecorder::Ending> CRecorder::AppendToHistory() {
   const store::HRESULT appended =
       store::dbSession().RcdrTable->SetRcdrRow(count - 1, app_.RcdrPreActId);
   if (!store::Failed(appended)) return WritePreActId();
-  return Ending{u"レコーダーデータ書込みに時にエラー発生。(" + core::Hex(appended) + u")",
-                kWriteFaultTitle};
+  return Ending{
+      store::WithReason(u"レコーダーデータ書込みに時にエラー発生。(" + core::Hex(appended) + u")",
+                        appended),
+      kWriteFaultTitle};
 }
 
 void CRecorder::ShowRecording(const Moment& tap, const std::optional<Action>& closed) {

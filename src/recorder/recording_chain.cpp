@@ -6,6 +6,7 @@
 #include "store/action_index.h"
 #include "store/read_action.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace recorder {
 namespace {
@@ -30,8 +31,8 @@ std::u16string_view NewestOf(const core::TextList& history) {
 void UpdateRow(std::u16string_view id, Action& action) {
   const store::HRESULT result = store::dbSession().UserTable->Update(id, action);
   if (!store::Failed(result)) return;
-  Tell(u"アクションの変更に失敗しました。(" + core::Hex(result) + u")", u"アクション変更エラー",
-       Icon::kStop);
+  Tell(store::WithReason(u"アクションの変更に失敗しました。(" + core::Hex(result) + u")", result),
+       u"アクション変更エラー", Icon::kStop);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "recorder/recording.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "store/trouble.h"
 #include "store/write_burst.h"
 
 namespace recorder {
@@ -40,12 +41,13 @@ std::optional<CRecorder::Ending> CRecorder::WritePreActId() {
 }
 
 std::u16string CRecorder::CountFault(std::u16string_view code) {
-  return u"レコーダーの設定値書込みに時にエラー発生。(" + std::u16string(code) + u")";
+  return store::WithReason(u"レコーダーの設定値書込みに時にエラー発生。(" + std::u16string(code) +
+                           u")");
 }
 
 CRecorder::Ending CRecorder::KeyFault(std::u16string_view key, std::u16string_view code) {
-  return {u"レコーダーの設定値(" + std::u16string(key) + u")書込みに時にエラー発生。(" +
-              std::u16string(code) + u")",
+  return {store::WithReason(u"レコーダーの設定値(" + std::u16string(key) +
+                            u")書込みに時にエラー発生。(" + std::u16string(code) + u")"),
           kWriteFaultTitle};
 }
 

@@ -2,12 +2,15 @@
 
 #include "core/paths.h"
 #include "core/text.h"
+#include "platform/device_paths.h"
 #include "platform/files.h"
 #include "platform/host.h"
 #include "recorder/recorder_state.h"
 #include "store/action_index.h"
 #include "store/column.h"
+#include "store/file_lock.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace store {
 namespace {
@@ -29,8 +32,8 @@ void TellFailedPreparation() {
 }
 
 void TellFailed() {
-  ShowNotice(u"データファイル圧縮中にエラーが発生しました。\n処理を中止します。", u"エラー",
-             Icon::kStop);
+  ShowNotice(WithReason(u"データファイル圧縮中にエラーが発生しました。\n処理を中止します。"),
+             u"エラー", Icon::kStop);
 }
 
 // The question's answer; No is followed by its message.
@@ -81,6 +84,12 @@ int CompactDataFile(std::u16string_view path) {
     ShowNotice(u"指定されたデータファイル名が不正です。", u"ファイル名不正", Icon::kStop);
     return -102;
   }
+  const std::unique_ptr<FileLock> lock = FileLock::Take(*platform::ToHostPath(file));
+  if (!lock) {
+    NoteTrouble(Trouble::kInUse);
+    TellFailed();
+    return -108;
+  }
   const Text backup = folder + u'\\' + BackupName(name);
   if (!Agrees(u"データファイル\"" + file + u"\"を圧縮してもよろしいですか？\n" +
                   u"圧縮後、元のファイルは\"" + backup + u"\"にリネームされます。",
@@ -119,6 +128,7 @@ int OnBtnCompact(core::CAppState& app, std::u16string_view path) {
     return -102;
   }
   recorder::CloseRecorderSession(app);
+  NoteTrouble(Trouble::kUnknown);
   const int compacted = CompactDataFile(path);
   const int reopened = Failed(ConnectDataFile(app.DataFile)) ? -102
                        : ReloadActionIndex(app) != 0         ? -103

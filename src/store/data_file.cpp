@@ -12,6 +12,7 @@
 #include "recorder/recorder_state.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace store {
 namespace {
@@ -51,16 +52,25 @@ void TellReadError() {
   ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
 }
 
+// The file cannot be opened at start-up. -200.
+int TellNotOpened(const Text& path) {
+  ShowNotice(
+      WithReason(u"データファイル '" + path + u"' を開けません。") + u"\nプログラムを終了します。",
+      u"起動時エラー", Icon::kStop);
+  return -200;
+}
+
 // No file is open any more, and the program is about to end. -10.
 int TellLost() {
-  TellReadError();
+  ShowNotice(WithReason(u"データファイル読込み中にエラーが発生しました。"), u"エラー", Icon::kStop);
   return -10;
 }
 
-// The connected file is none of ours, or damaged. -110.
+// The connected file is none of ours, or damaged, or cannot be read for the moment. -110.
 int TellForeign() {
-  ShowNotice(u"データファイルの内容が不正です。\nプログラムを終了します。", u"データファイル不正",
-             Icon::kStop);
+  const bool isHindered = LastTrouble() == Trouble::kBusy || LastTrouble() == Trouble::kReadOnly;
+  const Text text = u"データファイルの内容が不正です。\nプログラムを終了します。";
+  ShowNotice(isHindered ? WithReason(text) : text, u"データファイル不正", Icon::kStop);
   DisconnectDataFile();
   return -110;
 }
@@ -88,7 +98,7 @@ int CheckFormat(core::CAppState& app) {
 }
 
 int ConnectChecked(core::CAppState& app) {
-  return Failed(ConnectDataFile(app.DataFile)) ? -200 : CheckFormat(app);
+  return Failed(ConnectDataFile(app.DataFile)) ? TellNotOpened(app.DataFile) : CheckFormat(app);
 }
 
 // The file is missing: 0 or -1 with a connected file, or the answer that ends start-up.
@@ -96,7 +106,7 @@ int TakeMissingFile(core::CAppState& app) {
   Text newPath;
   const int resolved = ResolveMissingDataFile(app, app.DataFile, newPath);
   if (resolved == -1) {
-    ShowNotice(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。",
+    ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。"),
                u"データファイル初期化失敗", Icon::kStop);
   }
   if (resolved != -4) return -101;
@@ -184,8 +194,9 @@ int ChangeToNew(core::CAppState& app, std::u16string_view path) {
   recorder::CloseRecorderSession(app);
   const int created = CreateDataFile(path);
   if (created < 0) {
-    ShowNotice(u"データファイルの初期化に失敗しました。(" + Decimal(created) +
-                   u")\nプログラムを終了します。",
+    ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(" + Decimal(created) +
+                              u")\nプログラムを終了します。",
+                          created),
                u"データファイル初期化失敗", Icon::kStop);
     return -10;
   }
@@ -203,7 +214,10 @@ HRESULT CreateDataFile(std::u16string_view path) {
   if (result >= 0) result = recorder::InitRecorderValues();
   DisconnectDataFile();
   // A full disk may show only as the log is brought into the file.
-  if (result >= 0 && platform::files().Exists(newPath + u"-wal")) result = E_FAIL;
+  if (result >= 0 && platform::files().Exists(newPath + u"-wal")) {
+    NoteTrouble(Trouble::kDiskFull);
+    result = E_FAIL;
+  }
   if (result >= 0) {
     Engine::Remove(path);
     if (!platform::files().Rename(newPath, path)) result = E_FAIL;
@@ -301,8 +315,10 @@ int WriteSystemInfo() {
   for (const Row& row : rows) {
     const HRESULT result = dbSession().SysInfoTable->SetText(row.key, row.value);
     if (!Failed(result)) continue;
-    ShowNotice(u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")",
-               u"システム情報設定エラー", Icon::kStop);
+    ShowNotice(
+        WithReason(u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")",
+                   result),
+        u"システム情報設定エラー", Icon::kStop);
     return row.failure;
   }
   return 0;

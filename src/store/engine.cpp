@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <iterator>
 #include <utility>
 
@@ -17,6 +18,7 @@
 #include "platform/host.h"
 #include "platform/utf.h"
 #include "store/sql_text.h"
+#include "store/trouble.h"
 
 namespace store {
 namespace {
@@ -28,9 +30,26 @@ constexpr size_t kMaxNotedRows = 256;
 // The file itself, and what an open engine keeps beside it.
 constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
 
-HRESULT ResultOf(int code) {
-  if (code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW) return S_OK;
-  return code == SQLITE_NOMEM ? E_OUTOFMEMORY : E_FAIL;
+// `systemError` is the one of the last call that failed, so it tells of those failures alone.
+Trouble TroubleOf(int extendedCode, int systemError) {
+  const int code = extendedCode & 0xFF;
+  const bool isSystems = code == SQLITE_IOERR || code == SQLITE_CANTOPEN;
+  const bool hasNoRoom = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+  const bool tookPart = extendedCode == SQLITE_IOERR_WRITE && systemError == 0;
+  if ((isSystems && hasNoRoom) || tookPart) return Trouble::kDiskFull;
+  switch (code) {
+    case SQLITE_FULL:
+      return Trouble::kDiskFull;
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:  // the file is open: what could not be made is a journal beside it
+      return Trouble::kReadOnly;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return Trouble::kBusy;
+    case SQLITE_CORRUPT:
+      return Trouble::kDamaged;
+  }
+  return Trouble::kUnknown;
 }
 
 // The statements of tables. Tables and columns are named by the program, never by its user. Made
@@ -184,7 +203,7 @@ HRESULT RowSet::Run() {
 
 void RowSet::Step() {
   const int code = sqlite3_step(statement_->Get());
-  state_ = code == SQLITE_DONE ? DB_S_ENDOFROWSET : ResultOf(code);
+  state_ = code == SQLITE_DONE ? DB_S_ENDOFROWSET : engine_.ResultOf(code);
 }
 
 HRESULT RowSet::Bind(std::span<const std::u16string_view> columns) {
@@ -239,16 +258,24 @@ bool Engine::Available() {
   return sqlite3_initialize() == SQLITE_OK;
 }
 
-std::unique_ptr<Engine> Engine::Open(std::u16string_view path) {
+std::unique_ptr<Engine> Engine::Open(std::u16string_view path, Sharing sharing) {
   const auto hostPath = platform::ToHostPath(path);
   if (!hostPath) return nullptr;
+  auto lock = sharing == Sharing::kAlone ? FileLock::Take(*hostPath) : nullptr;
+  if (sharing == Sharing::kAlone && !lock) {
+    NoteTrouble(Trouble::kInUse);
+    return nullptr;
+  }
   sqlite3* database = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
   if (sqlite3_open_v2(hostPath->c_str(), &database, flags, nullptr) != SQLITE_OK) {
+    const uint32_t attributes = platform::files().Attributes(path).value_or(0);
+    const bool isFolder = (attributes & platform::kAttributeDirectory) != 0;
+    NoteTrouble(isFolder ? Trouble::kFolder : Trouble::kNotOpened);
     sqlite3_close(database);
     return nullptr;
   }
-  return std::unique_ptr<Engine>(new Engine(database, *hostPath));
+  return std::unique_ptr<Engine>(new Engine(database, *hostPath, std::move(lock)));
 }
 
 void Engine::Remove(std::u16string_view path) {
@@ -281,8 +308,8 @@ HRESULT Engine::CopyCompacted(const std::string& destination) {
   return ResultOf(sqlite3_step(statement->Get()));
 }
 
-Engine::Engine(sqlite3* database, std::string hostPath)
-    : database_(database), hostPath_(std::move(hostPath)) {
+Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock)
+    : lock_(std::move(lock)), database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);
   // No row of a diary into a temporary file; and a commit has returned only when the disk has it,
   // also by a rollback journal, whose removal the folder has to know.
@@ -462,6 +489,12 @@ HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields)
   return Failed(result) ? result : Write(*statement);
 }
 
+HRESULT Engine::ResultOf(int code) {
+  if (code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW) return S_OK;
+  NoteTrouble(TroubleOf(sqlite3_extended_errcode(database_), sqlite3_system_errno(database_)));
+  return code == SQLITE_NOMEM ? E_OUTOFMEMORY : E_FAIL;
+}
+
 StatementLoan Engine::Borrow(std::string_view sql) {
   const auto known = std::find_if(idle_.rbegin(), idle_.rend(),
                                   [sql](const auto& statement) { return statement->Sql() == sql; });
@@ -471,8 +504,8 @@ StatementLoan Engine::Borrow(std::string_view sql) {
     return loan;
   }
   sqlite3_stmt* prepared = nullptr;
-  sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT,
-                     &prepared, nullptr);
+  ResultOf(sqlite3_prepare_v3(database_, sql.data(), static_cast<int>(sql.size()),
+                              SQLITE_PREPARE_PERSISTENT, &prepared, nullptr));
   if (!prepared) return StatementLoan(nullptr, GiveBack{this});
   return StatementLoan(new Statement(prepared, sql), GiveBack{this});
 }

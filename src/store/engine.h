@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "store/column.h"
+#include "store/file_lock.h"
 #include "store/hresult.h"
 
 struct sqlite3;
@@ -98,13 +99,16 @@ class ReadView {
   Engine& engine_;
 };
 
+// kAlone: no other program of ours may open the file so meanwhile. One that only looks shares it.
+enum class Sharing { kAlone, kShared };
+
 class Engine {
  public:
   // False if there is no engine on this machine.
   static bool Available();
-  // Opens an existing file; nullptr if it cannot be opened. Whether it is a data file shows at the
-  // first read.
-  static std::unique_ptr<Engine> Open(std::u16string_view path);
+  // Opens an existing file; nullptr if it cannot be opened, or is to be ours alone while another
+  // program of ours has it. Whether it is a data file shows at the first read.
+  static std::unique_ptr<Engine> Open(std::u16string_view path, Sharing sharing = Sharing::kShared);
   // Removes a file, and what an engine that did not close it left beside it.
   static void Remove(std::u16string_view path);
   // Writes a compacted copy of a closed file to `destination`, which is replaced: whole and on the
@@ -162,8 +166,9 @@ class Engine {
   friend struct GiveBack;
   using Columns = std::vector<Column>;
 
-  Engine(sqlite3* database, std::string hostPath);
+  Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock);
 
+  HRESULT ResultOf(int code);
   StatementLoan Borrow(std::string_view sql);
   HRESULT RunScript(const std::string& sql);
   HRESULT CopyCompacted(const std::string& destination);
@@ -179,6 +184,7 @@ class Engine {
   HRESULT Write(Statement& statement);
   void NoteRow(std::string_view table, int64_t row);
 
+  const std::unique_ptr<FileLock> lock_;  // goes after the database is closed
   sqlite3* database_;
   std::string hostPath_;
   std::vector<std::unique_ptr<Statement>> idle_;           // prepared, the last used last

@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "store/session.h"
+#include "store/trouble.h"
 
 namespace store {
 
@@ -15,8 +16,9 @@ ActionRead ReadAction(std::u16string_view id, Action& action) {
 }
 
 std::u16string FaultText(std::u16string_view what, int line, HRESULT result) {
-  return std::u16string(what) + u" Err (ln=" + core::ZeroPadded(line, 1) + u", hr=" +
-         core::Hex(result) + u")";
+  return WithReason(std::u16string(what) + u" Err (ln=" + core::ZeroPadded(line, 1) + u", hr=" +
+                        core::Hex(result) + u")",
+                    result);
 }
 
 }  // namespace store

@@ -4,13 +4,14 @@
 #include "platform/files.h"
 #include "platform/host.h"
 #include "store/schema.h"
+#include "store/trouble.h"
 
 namespace store {
 namespace {
 
 HRESULT OpenEngine(std::u16string_view path) {
   CDbSession& session = dbSession();
-  session.Session = Engine::Open(path);
+  session.Session = Engine::Open(path, Sharing::kAlone);
   return session.Session ? S_OK : E_FAIL;
 }
 
@@ -54,6 +55,7 @@ CDbSession& dbSession() {
 
 HRESULT ConnectDataFile(std::u16string_view path) {
   DisconnectDataFile();
+  NoteTrouble(Trouble::kUnknown);
   if (!EngineAvailable()) return E_FAIL;
   const HRESULT result = OpenEngine(path);
   if (!Failed(result)) MakeTables();
@@ -62,6 +64,7 @@ HRESULT ConnectDataFile(std::u16string_view path) {
 
 HRESULT CreateEmptyDataFile(std::u16string_view path) {
   DisconnectDataFile();
+  NoteTrouble(Trouble::kUnknown);
   Engine::Remove(path);
   if (!EngineAvailable()) return E_FAIL;
   // Made here and not by the engine, because files() makes it its owner's alone.

@@ -2,13 +2,17 @@
 // another program holds: the message that belongs to it, nothing lost, nothing changed.
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <random>
 
 #include "store/action_index.h"
+#include "store/compaction.h"
+#include "store/trouble.h"
 #include "store_fixture.h"
 
 namespace store_test {
@@ -100,6 +104,9 @@ TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
 TEST_F(DamagedFileTest, AFolderIsNoDataFile) {
   std::filesystem::create_directory(hostPath);
   EXPECT_EQ(OpenDataFile(app), -200);
+  EXPECT_EQ(host.messages.back().text, u"データファイル '" + path +
+                                           u"' を開けません。\n同じ名前のフォルダがあります。\n"
+                                           u"プログラムを終了します。");
   EXPECT_LT(CreateDataFile(path), 0);
 }
 
@@ -109,6 +116,34 @@ TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
   holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE");
   ASSERT_EQ(holder->Execute(u"delete from t_TextData"), S_OK);
   EXPECT_EQ(OpenDataFile(app), -110);
+  EXPECT_EQ(LastTrouble(), Trouble::kBusy);
+}
+
+// By whatever name it reaches the file, and though descriptors of the file are closed meanwhile.
+TEST_F(DamagedFileTest, TwoOfOursNeverHaveOneFile) {
+  const std::string before = SomeDataFile();
+  std::filesystem::create_hard_link(hostPath, folder.HostPath("hard.sdf"));
+  std::filesystem::create_symlink("user.sdf", folder.HostPath("soft.sdf"));
+  ASSERT_EQ(OpenDataFile(app), 0);
+  std::ifstream(hostPath).get();
+  const pid_t other = fork();
+  if (other == 0) {
+    dbSession().Session.release();  // the parent's
+    bool refused = true;
+    for (const char16_t* name : {u"user.sdf", u"hard.sdf", u"soft.sdf"}) {
+      app.DataFile = folder.Path(name);
+      refused = refused && OpenDataFile(app) == -200 && LastTrouble() == Trouble::kInUse &&
+                CompactDataFile(app.DataFile) == -108;
+    }
+    _exit(refused ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(other, &status, 0), other);
+  EXPECT_EQ(status, 0);
+  EXPECT_TRUE(FileBytes() == before);
+  DisconnectDataFile();
+  app.DataFile = folder.Path(u"hard.sdf");
+  EXPECT_EQ(OpenDataFile(app), 0) << "closed, it is free";
 }
 
 TEST_F(DamagedFileTest, AReaderElsewhereHindersNoWriteAndNoClosing) {
@@ -160,6 +195,7 @@ TEST_F(DamagedFileTest, AFullDiskLosesNothing) {
       if (!Failed(result)) ++written;
     }
     EXPECT_EQ(static_cast<uint32_t>(result), 0x80004005u);
+    EXPECT_EQ(LastTrouble(), Trouble::kDiskFull);
     EXPECT_EQ(LoadActionIndex(app), 0);
     EXPECT_EQ(app.IndexCount, written) << "what was written can still be read";
     dbSession().Session->BeginTransaction();
@@ -192,7 +228,8 @@ TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
     EXPECT_EQ(result, -101);
     EXPECT_TRUE(std::filesystem::is_empty(folder.HostPath())) << "the next start asks again";
     EXPECT_EQ(host.messages.back().text,
-              u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。");
+              u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。\n"
+              u"保存先の空き容量が不足しています。");
   }
 }
 
@@ -219,6 +256,7 @@ TEST_F(DamagedFileTest, AReadOnlyFolderCanBeRead) {
     EXPECT_EQ(app.IndexCount, 50);
     Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
     EXPECT_EQ(static_cast<uint32_t>(Users().Insert(action)), 0x80004005u);
+    EXPECT_EQ(LastTrouble(), Trouble::kReadOnly);
     EXPECT_FALSE(action[kActId]);
     EXPECT_EQ(LoadActionIndex(app), 0);
     DisconnectDataFile();

@@ -281,7 +281,9 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   // What cannot be opened, and a path where no file can be made, end with no file open.
   host.answers = {kOk};
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"new")), -10) << "a folder";
-  EXPECT_EQ(Shown().back(), "エラー|s00|データファイル読込み中にエラーが発生しました。");
+  EXPECT_EQ(Shown().back(),
+            "エラー|s00|データファイル読込み中にエラーが発生しました。\n"
+            "同じ名前のフォルダがあります。");
   host.answers = {kYes};
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"bad.sdf\\x.sdf")), -10);
   EXPECT_EQ(Shown().back(),

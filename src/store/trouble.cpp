@@ -1,0 +1,50 @@
+#include "store/trouble.h"
+
+namespace store {
+namespace {
+
+Trouble lastTrouble = Trouble::kUnknown;
+
+}  // namespace
+
+void NoteTrouble(Trouble trouble) {
+  lastTrouble = trouble;
+}
+
+Trouble LastTrouble() {
+  return lastTrouble;
+}
+
+std::u16string_view TroubleText() {
+  switch (lastTrouble) {
+    case Trouble::kDiskFull:
+      return u"保存先の空き容量が不足しています。";
+    case Trouble::kReadOnly:
+      return u"データファイルまたはそのフォルダは書込み禁止になっています。";
+    case Trouble::kBusy:
+      return u"ほかのプログラムがデータファイルを使用中です。";
+    case Trouble::kInUse:
+      return u"別のフォルダから起動したMorvenlyがこのデータファイルを使用中です。";
+    case Trouble::kFolder:
+      return u"同じ名前のフォルダがあります。";
+    case Trouble::kNotOpened:
+      return u"データファイルを読み取る権限がありません。";
+    case Trouble::kDamaged:
+      return u"データファイルが壊れています。";
+    case Trouble::kForeignLog:
+      return u"別のデータファイルの書込み記録が残っています。";
+    case Trouble::kDisplaced:
+      return u"開いているデータファイルが元の場所にないため、書き込みませんでした。";
+    case Trouble::kUnknown:
+      break;
+  }
+  return {};
+}
+
+std::u16string WithReason(std::u16string text, HRESULT result) {
+  const std::u16string_view reason = TroubleText();
+  if (result != E_FAIL || reason.empty()) return text;
+  return (text += u'\n') += reason;
+}
+
+}  // namespace store

@@ -1,0 +1,33 @@
+// Why the store last failed, in words for the user: what the codes of messages cannot tell. Noted
+// where a failure is met, asked for where it is told. Interface thread only.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "store/hresult.h"
+
+namespace store {
+
+enum class Trouble {
+  kUnknown,
+  kDiskFull,
+  kReadOnly,   // the file, its folder or its disk
+  kBusy,       // another program holds it locked
+  kInUse,      // another running program of ours has it open
+  kFolder,     // a folder stands at its path
+  kNotOpened,  // it may not be read
+  kDamaged,
+  kForeignLog,  // another file's log lies beside it
+  kDisplaced,   // the open file is no longer what stands at its path
+};
+
+void NoteTrouble(Trouble trouble);
+Trouble LastTrouble();
+
+// A line in plain words on what was noted last; empty for kUnknown.
+std::u16string_view TroubleText();
+// `text`, and behind it that line if `result` is E_FAIL.
+std::u16string WithReason(std::u16string text, HRESULT result = E_FAIL);
+
+}  // namespace store
