@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 
@@ -46,9 +47,7 @@ void ShowWindow(QWidget& window, const platform::ScreenPlan& plan) {
 
 // The main window, or nullptr if the process is to end.
 std::unique_ptr<views::CMainWnd> InitInstance(core::CAppState& app, platform::qt::QtHost& host,
-                                              platform::qt::SingleInstance& instance,
                                               const platform::ScreenPlan& plan) {
-  if (!instance.Claim([&host] { host.BringForward(); })) return nullptr;
   if (core::InitApp(app) != 0) return nullptr;
   if (store::OpenDataFile(app) <= kLastResultThatEnds) return nullptr;
   auto window = std::make_unique<views::CMainWnd>(app);
@@ -77,11 +76,12 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
     QCoreApplication::exit(0);
   });
   platform::qt::SingleInstance instance(ProgramFolder());
+  if (!instance.Claim([&host] { host.BringForward(); })) return EXIT_SUCCESS;
 
   host.SetWaitCursor(true);
-  std::unique_ptr<views::CMainWnd> window = InitInstance(*app, host, instance, plan);
+  std::unique_ptr<views::CMainWnd> window = InitInstance(*app, host, plan);
   host.SetWaitCursor(false);
-  if (window == nullptr) return 0;
+  if (window == nullptr) return EXIT_FAILURE;
 
   RunFirstScreen(*app, *window);
   const bool goesOn = !ending && window->isVisible();

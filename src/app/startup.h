@@ -8,7 +8,8 @@
 
 namespace app {
 
-// Answers the process's exit code: 0 also where start-up ends it, which has told why by then.
+// Answers the process's exit code: 0 also for a second start, which the first has been told of;
+// EXIT_FAILURE where start-up ends it, which has told why by then.
 int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan);
 
 // Writes the settings, the one place that does, and then gives up what the run has held. A failed
