@@ -9,6 +9,7 @@
 #include "store/action_index.h"
 #include "store/column.h"
 #include "store/file_lock.h"
+#include "store/foreign_log.h"
 #include "store/session.h"
 #include "store/trouble.h"
 
@@ -85,8 +86,8 @@ int CompactDataFile(std::u16string_view path) {
     return -102;
   }
   const std::unique_ptr<FileLock> lock = FileLock::Take(*platform::ToHostPath(file));
-  if (!lock) {
-    NoteTrouble(Trouble::kInUse);
+  if (!lock || HasForeignLog(file)) {
+    NoteTrouble(lock ? Trouble::kForeignLog : Trouble::kInUse);
     TellFailed();
     return -108;
   }

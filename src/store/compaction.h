@@ -18,7 +18,8 @@ int OnBtnCompact(core::CAppState& app, std::u16string_view path);
 
 // Runs with no data file open. 0, or after its message: -101 no such file; -102 no name; -104 and
 // -105 the user said no; -107 no temporary name was free; -108 another program of ours has the
-// file, or the copy could not be made or take its place: the file stands as it was.
+// file, a foreign log lies beside it, or the copy could not be made or take its place: the file
+// stands as it was.
 int CompactDataFile(std::u16string_view path);
 
 // The name of the backup: `fileName` with ".bak" for its last extension, or with ".bak" behind it

@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <iterator>
+#include <random>
 #include <utility>
 
 #include "core/text.h"
@@ -258,14 +259,9 @@ bool Engine::Available() {
   return sqlite3_initialize() == SQLITE_OK;
 }
 
-std::unique_ptr<Engine> Engine::Open(std::u16string_view path, Sharing sharing) {
+std::unique_ptr<Engine> Engine::Open(std::u16string_view path, std::unique_ptr<FileLock> lock) {
   const auto hostPath = platform::ToHostPath(path);
   if (!hostPath) return nullptr;
-  auto lock = sharing == Sharing::kAlone ? FileLock::Take(*hostPath) : nullptr;
-  if (sharing == Sharing::kAlone && !lock) {
-    NoteTrouble(Trouble::kInUse);
-    return nullptr;
-  }
   sqlite3* database = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
   if (sqlite3_open_v2(hostPath->c_str(), &database, flags, nullptr) != SQLITE_OK) {
@@ -601,12 +597,19 @@ HRESULT Engine::Write(Statement& statement) {
   return ResultOf(sqlite3_step(statement.Get()));
 }
 
+// The file and its log bear one stamp: a log that is left beside another file is known by it.
+void Engine::SwitchToLog() {
+  const std::string stamp =
+      "PRAGMA user_version=" + std::to_string(std::random_device{}() >> 1) + ";";
+  RunScript(stamp + "PRAGMA journal_mode=WAL;" + stamp);
+}
+
 // While a row set of ours is open the journal cannot be switched: that write goes through a
 // rollback journal, which is as safe and only slower.
 void Engine::PrepareJournal() {
   if (!inCharge_) TakeCharge();
   if (journalReady_ || openRowSets_ > 0) return;
-  RunScript("PRAGMA journal_mode=WAL");
+  if (ReadValue("PRAGMA journal_mode", {}) != "wal") SwitchToLog();
   journalReady_ = true;
 }
 

@@ -99,16 +99,14 @@ class ReadView {
   Engine& engine_;
 };
 
-// kAlone: no other program of ours may open the file so meanwhile. One that only looks shares it.
-enum class Sharing { kAlone, kShared };
-
 class Engine {
  public:
   // False if there is no engine on this machine.
   static bool Available();
-  // Opens an existing file; nullptr if it cannot be opened, or is to be ours alone while another
-  // program of ours has it. Whether it is a data file shows at the first read.
-  static std::unique_ptr<Engine> Open(std::u16string_view path, Sharing sharing = Sharing::kShared);
+  // Opens an existing file; nullptr if it cannot be opened. Whether it is a data file shows at the
+  // first read. The engine keeps the file's lock, if there is one, until it has closed it.
+  static std::unique_ptr<Engine> Open(std::u16string_view path,
+                                      std::unique_ptr<FileLock> lock = nullptr);
   // Removes a file, and what an engine that did not close it left beside it.
   static void Remove(std::u16string_view path);
   // Writes a compacted copy of a closed file to `destination`, which is replaced: whole and on the
@@ -182,6 +180,7 @@ class Engine {
   HRESULT WriteFirst(std::string_view sql, std::u16string_view table,
                      std::span<const Field> fields);
   HRESULT Write(Statement& statement);
+  void SwitchToLog();
   void NoteRow(std::string_view table, int64_t row);
 
   const std::unique_ptr<FileLock> lock_;  // goes after the database is closed

@@ -1,17 +1,29 @@
 // Connecting makes the engine and hangs the tables from it; disconnecting takes both away.
 #include "store/session.h"
 
+#include <utility>
+
+#include "platform/device_paths.h"
 #include "platform/files.h"
 #include "platform/host.h"
+#include "store/foreign_log.h"
 #include "store/schema.h"
 #include "store/trouble.h"
 
 namespace store {
 namespace {
 
+// Locked first: a log that another program of ours is writing is no foreign one.
 HRESULT OpenEngine(std::u16string_view path) {
   CDbSession& session = dbSession();
-  session.Session = Engine::Open(path, Sharing::kAlone);
+  std::unique_ptr<FileLock> lock = FileLock::Take(platform::ToHostPath(path).value_or(""));
+  if (!lock) {
+    NoteTrouble(Trouble::kInUse);
+  } else if (HasForeignLog(path) && !SetLogAside(path)) {
+    NoteTrouble(Trouble::kForeignLog);
+  } else {
+    session.Session = Engine::Open(path, std::move(lock));
+  }
   return session.Session ? S_OK : E_FAIL;
 }
 

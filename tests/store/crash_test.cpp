@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 #include <map>
 #include <random>
 
@@ -141,6 +142,43 @@ TEST_F(CrashTest, EveryWriteThatHadReturnedIsThere) {
     ASSERT_TRUE(found == diary) << "neither what was told nor that and the next write";
   }
   EXPECT_GT(done, 2 * kKills) << "the writers wrote nothing worth the name";
+}
+
+// A backup is copied over the file while the log of a killed program lies beside it.
+TEST_F(CrashTest, ALogThatBelongsToAnotherFileIsNeverMixedIn) {
+  const auto actions = [&](int count) {
+    ASSERT_EQ(OpenDataFile(app), 0);
+    for (int i = 0; i < count; ++i) InsertAction(u"2010/06/23 10:00:00");
+  };
+  actions(1);
+  const std::string copiedWhileOpen = FileBytes();
+  DisconnectDataFile();
+  const std::string closed = FileBytes();
+  const pid_t killed = fork();
+  if (killed == 0) {
+    actions(2);
+    _exit(0);
+  }
+  waitpid(killed, nullptr, 0);
+  const std::string own = FileBytes();
+  const std::string log = testing_support::ReadWholeFile(hostPath + "-wal");
+  ASSERT_FALSE(log.empty());
+  for (const std::string& backup : {closed, copiedWhileOpen}) {
+    testing_support::WriteWholeFile(hostPath, backup);
+    host.answers = {platform::Answer::kNo};
+    EXPECT_EQ(OpenDataFile(app), -200);
+    EXPECT_TRUE(FileBytes() == backup);
+    EXPECT_TRUE(testing_support::ReadWholeFile(hostPath + "-wal") == log);
+  }
+  host.answers = {platform::Answer::kYes};
+  EXPECT_EQ(OpenDataFile(app), 0);
+  EXPECT_EQ(app.IndexCount, 0) << "the Action was not in the copied file yet";
+  DisconnectDataFile();
+  EXPECT_TRUE(testing_support::ReadWholeFile(hostPath + "-wal.00") == log);
+  testing_support::WriteWholeFile(hostPath, own);
+  std::filesystem::rename(hostPath + "-wal.00", hostPath + "-wal");
+  EXPECT_EQ(OpenDataFile(app), 0) << "its own log is brought in without a word";
+  EXPECT_EQ(app.IndexCount, 3);
 }
 
 }  // namespace
