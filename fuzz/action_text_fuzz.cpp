@@ -35,7 +35,7 @@ void Try(std::u16string_view memo, std::u16string_view items) {
   const std::u16string shown = actiontext::ParseActionText(action);
   fuzz::Require(action == before);
   fuzz::Require(shown.starts_with(memo.substr(0, memo.find(u'#'))));
-  fuzz::Require(shown.size() <= memo.size() + actiontext::kMaxMadeText);
+  fuzz::Require(shown.size() <= memo.size() + actiontext::kMaxTextWork);
   fuzz::Require(actiontext::ParseActionText(action) == shown);
 
   std::u16string doubled;

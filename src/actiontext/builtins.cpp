@@ -19,7 +19,6 @@ constexpr int kWrongCount = -101;
 constexpr int kWrongKind = -102;
 constexpr int kWrongValue = -103;
 constexpr int kNoSuchFunction = -201;
-constexpr int kTextTooLong = -10001;
 
 enum FunctionNumber { kLocalTime = 8, kRand = 9, kLength = 12, kSubstring = 13, kIndexOf = 14 };
 
@@ -46,7 +45,7 @@ int LocalTime(ActionTextContext& context) {
   const std::u16string text = core::FormatDate(now.year, now.month, now.day) + u' ' +
                               core::FormatTime(now.hour, now.minute, now.second);
   const auto kept = context.run.texts.Keep(text);
-  if (!kept) return kTextTooLong;
+  if (!kept) return kTooMuchText;
   context.stack.Push(ActionValue::String(*kept));
   return 0;
 }
@@ -76,9 +75,9 @@ int Substring(ActionTextContext& context, const Arguments& arguments, size_t cou
   return 0;
 }
 
-// The first place of `wanted` in `text` at or behind `from`, in linear time (Knuth, Morris, Pratt):
-// a memo can build a pair of texts with which a plain search would never end.
-int32_t FindFrom(std::u16string_view text, std::u16string_view wanted, size_t from) {
+// The first place of `wanted` in `text`, in linear time (Knuth, Morris, Pratt): a memo can build a
+// pair of texts with which a plain search would never end.
+int32_t FindIn(std::u16string_view text, std::u16string_view wanted) {
   std::array<uint32_t, 64> fewBorders;
   std::pmr::monotonic_buffer_resource memory(fewBorders.data(), sizeof fewBorders);
   std::pmr::vector<uint32_t> border(wanted.size(), 0, &memory);
@@ -89,7 +88,7 @@ int32_t FindFrom(std::u16string_view text, std::u16string_view wanted, size_t fr
     border[i] = matched;
   }
   matched = 0;
-  for (size_t i = from; i < text.size(); ++i) {
+  for (size_t i = 0; i < text.size(); ++i) {
     while (matched > 0 && text[i] != wanted[matched]) matched = border[matched - 1];
     if (text[i] == wanted[matched]) ++matched;
     if (matched == wanted.size()) return static_cast<int32_t>(i + 1 - matched);
@@ -107,8 +106,14 @@ int IndexOf(ActionTextContext& context, const Arguments& arguments, size_t count
   }
   const int32_t begin = count == 3 ? from.i : 0;
   const bool outside = begin < 0 || static_cast<size_t>(begin) > text.s.size();
-  const int32_t place = outside ? -1 : FindFrom(text.s, wanted.s, static_cast<size_t>(begin));
-  context.stack.Push(ActionValue::Int(place));
+  const std::u16string_view searched =
+      outside ? std::u16string_view() : text.s.substr(static_cast<size_t>(begin));
+  int32_t place = -1;
+  if (wanted.s.size() <= searched.size()) {
+    if (!context.run.texts.Spend(wanted.s.size() + searched.size())) return kTooMuchText;
+    place = FindIn(searched, wanted.s);
+  }
+  context.stack.Push(ActionValue::Int(place < 0 ? place : begin + place));
   return 0;
 }
 

@@ -11,7 +11,6 @@ namespace actiontext {
 namespace {
 
 constexpr int kBadForm = -10011;
-constexpr int kTextTooLong = -10001;
 constexpr int kMaxHexDigits = 4;
 
 // The states of a factor.
@@ -84,7 +83,7 @@ int EvalLevel(ActionTextContext& context, std::u16string_view text, size_t& curs
   for (;;) {
     if (!SkipBlanks(text, cursor)) return -kOperand;
     if (kEvaluateOperand(context, text, cursor) != 0) return -kOperand;
-    kReduce(context);
+    if (kReduce(context) == kTooMuchText) return -kOperand;
     if (!SkipBlanks(text, cursor)) return -kOperator;
     const ItemKind kind = kReadOperator(text, cursor);
     if (kind == kNone) return 0;
@@ -118,7 +117,7 @@ bool IsEscapeLetter(char16_t c) {
 int PushString(ActionTextContext& context, std::u16string_view written, bool escaped) {
   if (escaped) {
     const auto kept = context.run.texts.Keep(core::UnescapeText(written));
-    if (!kept) return kTextTooLong;
+    if (!kept) return kTooMuchText;
     written = *kept;
   }
   context.stack.Push(ActionValue::String(written));
@@ -255,9 +254,8 @@ int EvalFunc(ActionTextContext& context, std::u16string_view text, size_t& curso
         [[fallthrough]];
       case kArgument:  // a ")" may follow a ","
         if (c == u')') {
-          CallBuiltin(context, number, count);
           ++cursor;
-          return 0;
+          return CallBuiltin(context, number, count) == kTooMuchText ? -state : 0;
         }
         if (EvalFact(context, text, cursor) != 0) return -state;
         ++count;

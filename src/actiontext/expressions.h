@@ -9,9 +9,9 @@
 // character follows it: at the very end of the text it fails.
 //
 // The answers are 0 or a negative code, the number of the state that failed:
-//   -101          no operand, or the level below failed; nested too deep
+//   -101          no operand, or the level below failed; nested too deep; too much text
 //   -201          the text ended behind an operand; no "(" behind a function's name
-//   -211, -221    a bad argument; a bad character behind an argument
+//   -211, -221    a bad argument; a bad character behind an argument; too much text
 //   -301, -311    a bad character in a string; the text ended in it or in an escape
 //   -401, -501    the text ended behind a sign
 //   -601          the text ended in a name; a function's arguments failed
@@ -34,7 +34,7 @@ int EvalTerm(ActionTextContext& context, std::u16string_view text, size_t& curso
 int EvalFact(ActionTextContext& context, std::u16string_view text, size_t& cursor);
 
 // The arguments of a function, from the "(" on, and its call. Arguments are factors. A call that
-// fails pushes nothing and is no failure here.
+// fails pushes nothing and is no failure here, but for kTooMuchText.
 int EvalFunc(ActionTextContext& context, std::u16string_view text, size_t& cursor, int number);
 
 // Moves the cursor to the first character that is no blank, or to the end of the text, which is

@@ -1,6 +1,7 @@
 // The kind of the left operand decides: the right one is converted to it.
 #include "actiontext/reductions.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -13,7 +14,6 @@ constexpr int kTooFewItems = -101;
 constexpr int kNotPending = -102;
 constexpr int kNoOperand = -102;
 constexpr int kComparesNothing = -101;
-constexpr int kTextTooLong = -10001;
 
 constexpr int kTrue = -1;
 constexpr int kFalse = 0;
@@ -39,11 +39,18 @@ int TakePending(ValueStack& stack, ItemKind first, ItemKind last, Pending& pendi
   return 0;
 }
 
-int ResolveBoth(const ActionTextRun& run, Pending& pending) {
+int ResolveBoth(ActionTextRun& run, Pending& pending) {
   if (run.ResolveValue(pending.left) != 0 || run.ResolveValue(pending.right) != 0) {
     return kNoOperand;
   }
   return 0;
+}
+
+// A text on the right is read as a number, or compared as far as there is one on the left.
+size_t CharactersRead(const Pending& pending) {
+  if (pending.right.type != kString) return 0;
+  const size_t length = pending.right.s.size();
+  return pending.left.type == kString ? std::min(length, pending.left.s.size()) : length;
 }
 
 bool AreValues(const Pending& pending) {
@@ -130,6 +137,7 @@ int ReduceMulDiv(ActionTextContext& context) {
   Pending pending;
   if (const int rc = TakePending(context.stack, kMultiply, kDivide, pending); rc != 0) return rc;
   if (ResolveBoth(context.run, pending) != 0 || !AreValues(pending)) return kNoOperand;
+  if (!context.run.texts.Spend(CharactersRead(pending))) return kTooMuchText;
   context.stack.Push(MulDiv(pending.operation, pending.left, pending.right));
   return 0;
 }
@@ -139,6 +147,9 @@ int ReduceAddSub(ActionTextContext& context) {
   if (const int rc = TakePending(context.stack, kAdd, kSubtract, pending); rc != 0) return rc;
   if (ResolveBoth(context.run, pending) != 0 || !AreValues(pending)) return kNoOperand;
   const auto& [left, operation, right] = pending;
+  if (left.type != kString && !context.run.texts.Spend(CharactersRead(pending))) {
+    return kTooMuchText;
+  }
   if (left.type == kInt && right.type != kFloat) {
     context.stack.Push(AddSubInts(operation, left.i, AsInt(right)));
   } else if (left.type != kString) {
@@ -148,7 +159,7 @@ int ReduceAddSub(ActionTextContext& context) {
     context.stack.Push(ActionValue::String(kStringMinus));
   } else {
     const auto sum = JoinToString(context.run.texts, left.s, right);
-    if (!sum) return kTextTooLong;
+    if (!sum) return kTooMuchText;
     context.stack.Push(ActionValue::String(*sum));
   }
   return 0;
@@ -163,6 +174,7 @@ int ReduceCompare(ActionTextContext& context) {
     return kComparesNothing;
   }
   if (!AreValues(pending)) return kNoOperand;
+  if (!context.run.texts.Spend(CharactersRead(pending))) return kTooMuchText;
   const bool holds = Compare(pending.operation, pending.left, pending.right);
   context.stack.Push(ActionValue::Int(holds ? kTrue : kFalse));
   return 0;

@@ -1,5 +1,5 @@
-// Names are looked up when a value is needed, and only then is a text converted: most items of an
-// Action are never read by its memo.
+// Names are looked up when a value is needed, and only then is a text converted, once: most items
+// of an Action are never read by its memo.
 #include "actiontext/run.h"
 
 #include <algorithm>
@@ -30,11 +30,22 @@ static_assert(std::is_sorted(std::begin(kSystemItems), std::end(kSystemItems),
 
 // The one entry with this name of a table sorted by name, or nullptr.
 template <typename Table>
-auto FindByName(const Table& table, std::u16string_view name) -> decltype(std::data(table)) {
+auto FindByName(Table& table, std::u16string_view name) -> decltype(std::data(table)) {
   const size_t place = core::SortedSearch(std::size(table), core::SearchMode::kLowerBound,
                                           [&](size_t i) { return name.compare(table[i].name); });
   if (place == std::size(table) || table[place].name != name) return nullptr;
   return &table[place];
+}
+
+ActionValue ValueOf(extitems::ItemType type, std::u16string_view text) {
+  switch (type) {
+    case extitems::kInt:
+      return ActionValue::Int(ReadInt(text));
+    case extitems::kFloat:
+      return ActionValue::Float(ReadFloat(text));
+    default:
+      return ActionValue::String(text);
+  }
 }
 
 // Kept on purpose: six digits of a position, and the largest double for none.
@@ -67,7 +78,7 @@ void ActionTextRun::ReadExtItems(std::u16string_view text) {
   items_.erase(std::unique(items_.begin(), items_.end(), sameName), items_.end());
 }
 
-int ActionTextRun::ResolveValue(ActionValue& item) const {
+int ActionTextRun::ResolveValue(ActionValue& item) {
   if (item.type != kIdentifier) return 0;
   const auto variable = variables_.empty() ? variables_.end() : variables_.find(item.s);
   if (variable != variables_.end()) {
@@ -78,19 +89,11 @@ int ActionTextRun::ResolveValue(ActionValue& item) const {
   return found ? 0 : -102;
 }
 
-bool ActionTextRun::FindExtItem(std::u16string_view name, ActionValue& item) const {
-  const Item* found = FindByName(items_, name);
+bool ActionTextRun::FindExtItem(std::u16string_view name, ActionValue& item) {
+  Item* found = FindByName(items_, name);
   if (found == nullptr) return false;
-  switch (found->type) {
-    case extitems::kInt:
-      item = ActionValue::Int(ReadInt(found->value));
-      break;
-    case extitems::kFloat:
-      item = ActionValue::Float(ReadFloat(found->value));
-      break;
-    default:
-      item = ActionValue::String(found->value);
-  }
+  if (found->value.type == kNone) found->value = ValueOf(found->type, found->text);
+  item = found->value;
   return true;
 }
 

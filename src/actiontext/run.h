@@ -21,6 +21,10 @@ namespace actiontext {
 // other. Chosen so that even a build with sanitizers stays within half of a stack of 8 MiB.
 inline constexpr int kMaxDepth = 1200;
 
+// What a reduction or a function answers for texts that the run may no longer read or make (see
+// text_arena.h). The expression round it fails then, as one does that is nested too deep.
+inline constexpr int kTooMuchText = -10001;
+
 class ActionTextRun {
  public:
   // Reads the Action's extended items. The Action must outlive the run.
@@ -31,7 +35,7 @@ class ActionTextRun {
   // Turns an identifier into a value in place: a variable's, an extended item's or a system item's,
   // in this order. 0, also for everything that is no identifier; -102 for an unknown name, which
   // stays an identifier.
-  int ResolveValue(ActionValue& item) const;
+  int ResolveValue(ActionValue& item);
 
   // `value` is an int, a float or a string.
   void SetVariable(std::u16string_view name, const ActionValue& value);
@@ -42,12 +46,13 @@ class ActionTextRun {
  private:
   struct Item {
     std::u16string_view name;
-    std::u16string_view value;
+    std::u16string_view text;
     extitems::ItemType type;
+    ActionValue value = {};  // of `text`, from its first use on
   };
 
   void ReadExtItems(std::u16string_view text);
-  bool FindExtItem(std::u16string_view name, ActionValue& item) const;
+  bool FindExtItem(std::u16string_view name, ActionValue& item);
   bool FindSystemItem(std::u16string_view name, ActionValue& item) const;
 
   const store::Action& action_;

@@ -2,8 +2,6 @@
 // is how "iffy = 1" sets a variable "fy".
 #include "actiontext/statements.h"
 
-#include <algorithm>
-
 #include "actiontext/expressions.h"
 #include "actiontext/number_text.h"
 
@@ -47,17 +45,13 @@ int Verdict(ValueStack& stack, int former) {
   return condition.type == kFloat ? 0 : former;
 }
 
-void Insert(std::u16string& out, std::u16string_view text) {
-  if (text.size() <= kMaxExpansion - std::min(out.size(), kMaxExpansion)) out += text;
-}
-
-void InsertValue(std::u16string& out, const ActionValue& value) {
+void InsertValue(std::u16string& out, const ActionValue& value, TextArena& texts) {
   if (value.type == kString) {
-    Insert(out, value.s);
+    if (texts.Spend(value.s.size())) out += value.s;
   } else if (value.type == kInt) {
-    Insert(out, NumberText(value.i).View());
+    out += NumberText(value.i).View();
   } else if (value.type == kFloat) {
-    Insert(out, NumberText(value.f, NumberText::Form::kSixDigits).View());
+    out += NumberText(value.f, NumberText::Form::kSixDigits).View();
   }
 }
 
@@ -94,7 +88,7 @@ int EvalEmbeddedBlock(ActionTextRun& run, std::u16string& out, std::u16string_vi
   ActionValue value;
   context.stack.Pop(value);
   run.ResolveValue(value);
-  InsertValue(out, value);
+  InsertValue(out, value, run.texts);
   return 0;
 }
 

@@ -21,9 +21,6 @@
 
 namespace actiontext {
 
-// No expansion grows beyond this by what code inserts (see kMaxMadeText).
-inline constexpr size_t kMaxExpansion = kMaxMadeText;
-
 // Evaluates the stretch from the cursor up to the closing "#", on which the cursor then stands, and
 // appends the value that lies on top at the end, if there is one, to `out`. 0, or -1000 if the
 // stretch can't be read to its end; then nothing is appended.

@@ -10,9 +10,10 @@
 
 namespace actiontext {
 
-// A sum that doubles itself line by line would eat up any memory; a run makes no more than so many
-// characters (8 MiB).
-inline constexpr size_t kMaxMadeText = size_t{4} << 20;
+// A text that doubles itself statement by statement would eat up any memory, and whatever then
+// reads it any time: of its texts a run reads and copies no more than so many characters, a few
+// milliseconds' work.
+inline constexpr size_t kMaxTextWork = size_t{1} << 20;
 
 class TextArena {
  public:
@@ -20,22 +21,28 @@ class TextArena {
   TextArena(const TextArena&) = delete;
   TextArena& operator=(const TextArena&) = delete;
 
-  // A copy of `text`, or nothing beyond the limit.
+  // To be asked before so many characters are read or copied elsewhere. False if the run may not;
+  // then nothing is counted.
+  bool Spend(size_t characters);
+
+  // A copy of `text`, or nothing if the run may not make it.
   std::optional<std::u16string_view> Keep(std::u16string_view text);
 
-  // `left`, which must outlive the run, followed by a copy of `right`; or nothing beyond the limit.
-  // The latest text is lengthened in place, so that a sum of many pieces takes linear time.
+  // `left`, which must outlive the run, followed by a copy of `right`; or nothing if the run may
+  // not make it. The latest text is lengthened in place, so that a sum of many pieces takes linear
+  // time.
   std::optional<std::u16string_view> Join(std::u16string_view left, std::u16string_view right);
 
  private:
   static constexpr size_t kFirstRoom = 256;
 
-  bool MakeRoom(size_t length);
+  void MakeRoom(size_t length);
 
   char16_t firstRoom_[kFirstRoom];
   char16_t* top_ = firstRoom_;
   size_t room_ = kFirstRoom;  // characters left behind top_
   size_t made_ = kFirstRoom;  // characters in all rooms
+  size_t left_ = kMaxTextWork;
   std::u16string_view latest_;
   std::vector<std::unique_ptr<char16_t[]>> rooms_;
 };

@@ -151,11 +151,16 @@ TEST(ActionText, EndsHoweverDeepAndLong) {
   }
   EXPECT_EQ(shown(u"#" + variables + u"v07919#"), u"1");
 
-  EXPECT_EQ(shown(u"#s=\"ab\";" + times(18, u"s=s+s;") + u"Length(s)#"), u"524288");
-  const std::u16string large = shown(u"#s=\"ab\";" + times(60, u"s=s+s;") + u"s##s##s##s##s# end");
-  EXPECT_GT(large.size(), size_t{1} << 20);
-  EXPECT_LE(large.size(), (size_t{4} << 20) + 4) << "sums and insertions beyond a limit fail";
-  EXPECT_TRUE(large.ends_with(u" end"));
+  // Of texts a run reads and makes about a million characters.
+  const std::u16string doubled = u"#s=\"00\";" + times(15, u"s=s+s;") + u"t=\"\"+s;";
+  for (const char16_t* reads :
+       {u"\"a\"+s;", u"s==t;", u"IndexOf(s,\"a\");", u"1*s;", u"1.+s;", u"1<s;", u"if(1.<s){s}"}) {
+    SCOPED_TRACE(platform::ToUtf8(reads));
+    EXPECT_TRUE(shown(doubled + times(10, reads) + u"Length(s)#").ends_with(u"65536"));
+    EXPECT_TRUE(shown(doubled + times(20, reads) + u"Length(s)#").ends_with(u"Length(s)"));
+  }
+  EXPECT_EQ(shown(u"#s=\"00\";" + times(60, u"s=s+s;") + u"# end").substr(0, 5), u"s=s+s");
+  EXPECT_EQ(shown(doubled + u"#" + times(20, u"#s#") + u"#Length(s)#").size(), 13 * 65536u + 5);
 }
 
 }  // namespace
