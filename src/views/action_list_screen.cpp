@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/device_shell.h"
 #include "platform/qt/qt_text.h"
@@ -62,7 +63,9 @@ ActionList::ActionList(QWidget* parent, int id) : QTreeWidget(parent) {
   header()->setSectionsMovable(false);
   header()->setStretchLastSection(false);
   connect(header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
-    if (!filling_) emit ColumnDragged(column, width);
+    if (filling_) return;
+    emit ColumnDragged(column, width);
+    FillWidth();
   });
   new platform::qt::TapAndHold(viewport(), [this](QPoint point) { Hold(point); });
 }
@@ -77,6 +80,7 @@ void ActionList::SetColumns(const QFont& font, const QStringList& headers,
   for (size_t column = 0; column < widths.size(); ++column) {
     setColumnWidth(static_cast<int>(column), widths[column]);
   }
+  lastWidth_ = columnWidth(columnCount() - 1);
   updateGeometries();  // RowsPerScreen counts with the new header
   filling_ = false;
 }
@@ -102,6 +106,26 @@ void ActionList::ShowRows(const ViewRows& rows, std::span<const int> widths) {
   }
   setUpdatesEnabled(true);
   filling_ = false;
+  FillWidth();
+}
+
+void ActionList::FitLastColumn() {
+  lastWidth_ = sizeHintForColumn(columnCount() - 1);
+  FillWidth();
+}
+
+void ActionList::FillWidth() {
+  const int last = columnCount() - 1;
+  const bool former = std::exchange(filling_, true);
+  const int others = header()->length() - columnWidth(last);
+  setColumnWidth(last, std::max(lastWidth_, viewport()->width() - others));
+  filling_ = former;
+}
+
+// Also where the bar beside the rows comes or goes.
+void ActionList::resizeEvent(QResizeEvent* event) {
+  QTreeWidget::resizeEvent(event);
+  FillWidth();
 }
 
 void ActionList::FitColumns(std::span<const int> widths) {
@@ -142,7 +166,7 @@ int ActionList::RowsPerScreen() const {
 }
 
 int ActionList::RowAt(QPoint point) const {
-  return indexAt(point).row();
+  return indexAt({0, point.y()}).row();  // however far the columns reach
 }
 
 RowRange ActionList::VisibleRows() const {

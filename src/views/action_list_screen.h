@@ -23,13 +23,16 @@ class ActionList : public QTreeWidget {
   // Asked at a press before anything else: closes an open popup and tells whether there was one.
   void SetPopupCloser(std::function<bool()> closer) { closePopups_ = std::move(closer); }
 
-  // Empties the list and gives it a view's font and columns, which begin with `widths`.
+  // Empties the list and gives it a view's font and columns, which begin with `widths`. The last
+  // one takes as well what the others leave of the list, so that a row is as wide as the list.
   void SetColumns(const QFont& font, const QStringList& headers, std::span<const int> widths);
   // A column of numbers, until SetColumns is called again.
   void AlignRight(int column);
   // Shows the rows, behind them the one of kNewRowText, and selects what the fill says. The first
   // columns take the widths of `widths`; one that is not above 0 is fitted to its texts.
   void ShowRows(const ViewRows& rows, std::span<const int> widths = {});
+  // The last column becomes as wide as its texts, that of kNewRowText included.
+  void FitLastColumn();
 
   // -1 if no row has the focus.
   int FocusedRow() const;
@@ -50,10 +53,12 @@ class ActionList : public QTreeWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 
  private:
   void FitColumns(std::span<const int> widths);
+  void FillWidth();
   void ShowSelected(int row);
   int RowAt(QPoint point) const;
   RowRange VisibleRows() const;
@@ -64,6 +69,7 @@ class ActionList : public QTreeWidget {
   std::function<bool()> closePopups_;
   RowGesture gesture_;
   bool filling_ = false;  // widths change by our own hand
+  int lastWidth_ = 0;     // the least of the last column
 };
 
 }  // namespace views

@@ -1,8 +1,6 @@
 // Painting the month, its list, and what days and rows answer.
 #include "views/month_view_screen.h"
 
-#include <QHeaderView>
-
 #include "platform/qt/qt_text.h"
 #include "views/navigation.h"
 
@@ -112,10 +110,8 @@ void MonthViewScreen::Refill() {
   rows_ = FillMonthList(app_);
   list_->SetColumns(platform::qt::SettingFont(app_.MthVwLstFntName, app_.MthVwLstFntSize), {{}},
                     {});
-  constexpr int kFitted[] = {-1};
-  list_->ShowRows(rows_, kFitted);
-  // A tap beside a short text means its row, too.
-  list_->setColumnWidth(0, std::max(list_->columnWidth(0), list_->viewport()->width()));
+  list_->ShowRows(rows_);
+  list_->FitLastColumn();
   ShowCount();
 }
 

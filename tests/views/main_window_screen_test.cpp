@@ -105,6 +105,13 @@ TEST_F(MainWindow, ATapOpensWhatItMeans) {
   EXPECT_EQ(u"ID2010062300000003", app.SelActId);
   EXPECT_EQ(1, list->FocusedRow()) << "the Action is still selected after the screen";
   EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] { Tap(rows, RowPoint(2)); }));
+  for (const int width : {8, 120}) {
+    for (int column = 0; column < 4; ++column) list->header()->resizeSection(column, width);
+    EXPECT_EQ(std::max(rows->width(), 4 * width + 100), list->header()->length());
+    EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
+                Tap(rows, {rows->width() - 1, RowPoint(1).y()});
+              })) << "at the row's end, columns of " << width;
+  }
   EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] {
               Tap(rows, {20, rows->height() - 5});
             }))
@@ -265,24 +272,27 @@ TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
 }
 
 TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
+  Add(u"04", u"2010/06/23 14:00:00", u"2010/06/23 15:00:00", std::u16string(80, u'駅'));
   main->OnCommand(kShowMonth);
   auto* month = Find<QWidget>("month");
   auto* days = Find<ActionList>("1072");
   const auto cell = [](int row, int column) { return QPoint(column * 34 + 10, row * 21 + 25); };
-  EXPECT_EQ(QStringLiteral("2010/06/23 - 3(3)"), Title());
+  EXPECT_EQ(QStringLiteral("2010/06/23 - 4(4)"), Title());
+  EXPECT_LT(2 * days->width(), days->header()->length()) << "all of a long text";
   EXPECT_EQ(QStringLiteral("10:00-11:00 駅::cat::memo"), days->topLevelItem(0)->text(0));
   Tap(month, cell(3, 2));
-  EXPECT_EQ(QStringLiteral("2010/06/22 - 3(3)"), Title());
+  EXPECT_EQ(QStringLiteral("2010/06/22 - 4(4)"), Title());
   EXPECT_EQ(2, days->topLevelItemCount());
+  EXPECT_EQ(days->viewport()->width(), days->header()->length()) << "a long text of another day";
   EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
               Tap(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center());
             }));
   EXPECT_EQ(u"ID2010062300000001", app.SelActId);
   Press(Qt::Key_Down, month);
   Release(Qt::Key_Down, month);
-  EXPECT_EQ(QStringLiteral("2010/06/29 - 3(3)"), Title());
+  EXPECT_EQ(QStringLiteral("2010/06/29 - 4(4)"), Title());
   Tap(month, cell(5, 0));
-  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(3)"), Title()) << "counted for the other month";
+  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(4)"), Title()) << "counted for the other month";
   app.MonViewTapOpeMode = 2;
   Tap(month, cell(1, 1));
   EXPECT_EQ(core::kViewDay, app.CurView);
