@@ -11,6 +11,7 @@
 #include "pickers/time_select_screen.h"
 #include "pickers/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
 namespace extitems {
@@ -179,7 +180,7 @@ void CItemEditorDlg::Run(const std::function<void()>& command) {
 void CItemEditorDlg::Capture() {
   QGuiApplication::inputMethod()->commit();  // what is still being composed counts
   editor_.fields.name = FromQt(nameLine_->text());
-  editor_.fields.line = FromQt(line_->text());
+  editor_.fields.line = FromQt(platform::qt::TypedOver(ToQt(editor_.fields.line), *line_));
   editor_.fields.time = FromQt(time_->text());
   editor_.fields.lines = TypedText(*lines_);
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/metrics.h"
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
 namespace pickers {
@@ -21,13 +22,13 @@ constexpr int kWordBreak = 16;  // a window style of the list
 ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
     : PickerDlg(over, params.title),
       params_(params),
-      line_(new QLineEdit(ToQt(params.value), this)),
+      line_(new QLineEdit(this)),
       rows_(new views::INERT_LIST_VIEW(kWordBreak, 0, this)) {
   const QFont font = FixedFont(12);
   line_->setObjectName(QStringLiteral("value"));
   line_->setFont(font);
   line_->setMaxLength(params.longest);
-  line_->selectAll();
+  Give(ToQt(params.value));
   line_->setFocus();
   line_->installEventFilter(this);
   rows_->setObjectName(QStringLiteral("rows"));
@@ -45,11 +46,11 @@ void ValueSelectDlg::PlaceContent(const QRect& area) {
 }
 
 void ValueSelectDlg::TakeResult() {
-  params_.value = FromQt(line_->text());
+  params_.value = FromQt(platform::qt::TypedOver(given_, *line_));
 }
 
 void ValueSelectDlg::Choose(int row) {
-  line_->setText(ToQt(rows_->List().GetText(row)));
+  Give(ToQt(rows_->List().GetText(row)));
   Accept();
 }
 
@@ -68,11 +69,16 @@ bool ValueSelectDlg::eventFilter(QObject* watched, QEvent* event) {
 void ValueSelectDlg::WalkRows(int step) {
   views::InertList& list = rows_->List();
   if (list.Count() == 0) return;
-  const int held = list.Find(0, {0, 0, FromQt(line_->text())});
+  const int held = list.Find(0, {0, 0, FromQt(platform::qt::TypedOver(given_, *line_))});
   const int row = held < 0 ? 0 : std::clamp(held + step, 0, list.Count() - 1);
-  line_->setText(ToQt(list.GetText(row)));
-  line_->selectAll();
+  Give(ToQt(list.GetText(row)));
   list.SetTop(std::min(row, list.LastTopRow()));
+}
+
+void ValueSelectDlg::Give(const QString& text) {
+  given_ = text;
+  line_->setText(text);
+  line_->selectAll();
 }
 
 }  // namespace pickers

@@ -23,8 +23,10 @@ class ValueSelectDlg : public PickerDlg {
  private:
   void Choose(int row);
   void WalkRows(int step);
+  void Give(const QString& text);
 
   ValueSelectParams& params_;
+  QString given_;  // the text that was last put into the line
   QLineEdit* line_;
   views::INERT_LIST_VIEW* rows_;
 };

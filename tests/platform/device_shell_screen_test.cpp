@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/qt/modal_screen.h"
+#include "platform/qt/one_line.h"
 
 using platform::qt::ModalScreen;
 using platform::qt::SoftKeyBar;
@@ -92,12 +93,17 @@ TEST(SoftKeyBar, OpensItsMenuAboveItself) {
   bar.Menu().close();
 }
 
-TEST(OneLine, APastedLineEndIsLeftOut) {
+TEST(OneLine, APastedLineEndOrTabIsLeftOut) {
   QLineEdit line;
   line.show();
-  QGuiApplication::clipboard()->setText(QStringLiteral("a\r\n[Find]\n"));
+  QGuiApplication::clipboard()->setText(QStringLiteral("a\t\r\n[Find]\n"));
   line.paste();
   EXPECT_EQ(line.text(), QStringLiteral("a[Find]"));
+  const QString given = QStringLiteral("from a\tfile");
+  line.setText(given);
+  EXPECT_EQ(platform::qt::TypedOver(given, line), given);
+  line.insert(QStringLiteral("s"));
+  EXPECT_EQ(platform::qt::TypedOver(given, line), QStringLiteral("from afiles"));
 }
 
 TEST(ModalScreen, TheSecondClickOfItsOpeningHitsNothing) {

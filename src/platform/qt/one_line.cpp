@@ -6,17 +6,17 @@
 namespace platform::qt {
 namespace {
 
-bool IsLineEnd(QChar c) {
-  return c == u'\r' || c == u'\n';
+bool IsRefused(QChar c) {
+  return c == u'\r' || c == u'\n' || c == u'\t';
 }
 
-class WithoutLineEnds : public QValidator {
+class OneLineOnly : public QValidator {
  public:
   using QValidator::QValidator;
 
   State validate(QString& text, int& cursor) const override {
-    cursor -= static_cast<int>(std::count_if(text.cbegin(), text.cbegin() + cursor, IsLineEnd));
-    text.removeIf(IsLineEnd);
+    cursor -= static_cast<int>(std::count_if(text.cbegin(), text.cbegin() + cursor, IsRefused));
+    text.removeIf(IsRefused);
     return Acceptable;
   }
 };
@@ -24,7 +24,12 @@ class WithoutLineEnds : public QValidator {
 }  // namespace
 
 void KeepToOneLine(QLineEdit& line) {
-  if (line.validator() == nullptr) line.setValidator(new WithoutLineEnds(&line));
+  if (line.validator() == nullptr) line.setValidator(new OneLineOnly(&line));
+}
+
+QString TypedOver(const QString& given, const QLineEdit& line) {
+  QString shown = given;
+  return shown.removeIf(IsRefused) == line.text() ? given : line.text();
 }
 
 }  // namespace platform::qt

@@ -1,12 +1,18 @@
-// A field of one line takes no line end, wherever the text comes from: one that was pasted along
-// would stand in a column or in the settings, and break the lines of their files.
+// What fields of one line have in common.
 #pragma once
 
 #include <QLineEdit>
+#include <QString>
 
 namespace platform::qt {
 
-// For the life of `line`; a validator that it already has stays.
+// A field of one line takes no line end and no tab, wherever the text comes from: one that was
+// pasted along would stand in a column or in the settings, and break the lines of their files. For
+// the life of `line`; a validator that it already has stays.
 void KeepToOneLine(QLineEdit& line);
+
+// What a user has made of the text that the program had put into `line`: that text itself, with
+// line ends and tabs that were never shown, as long as the line still shows it.
+QString TypedOver(const QString& given, const QLineEdit& line);
 
 }  // namespace platform::qt
