@@ -260,7 +260,8 @@ int ParseEndTime(std::u16string_view text) {
   return ParseTime(text, hour, minute, second);
 }
 
-int ParseTimeEntry(std::u16string_view text, int& hour, int& minute, int& second) {
+int ParseTimeEntry(std::u16string_view typed, int& hour, int& minute, int& second) {
+  const std::u16string text = NarrowForms(typed);
   if (text.size() != 4 || AllDigits(text) != 0) return ParseTime(text, hour, minute, second);
   const int number = ToInt32(text);
   if (number / 100 > 23 || number % 100 > 59) return kRefused;
@@ -274,7 +275,8 @@ int IsEndOfDayClock(std::u16string_view text) {
   return IsEndOfDay(ReadClock(text)) ? 0 : 1;
 }
 
-int IsEndOfDayEntry(std::u16string_view text) {
+int IsEndOfDayEntry(std::u16string_view typed) {
+  const std::u16string text = NarrowForms(typed);
   return text == u"2400" ? 0 : IsEndOfDayClock(text);
 }
 

@@ -47,12 +47,12 @@ int ParseDate(std::u16string_view text, int& year, int& month, int& day);
 int ParseTime(std::u16string_view text, int& hour, int& minute, int& second);
 // As ParseTime with the hour up to 24: 0, -1 for exactly 24:00:00, -10 otherwise.
 int ParseEndTime(std::u16string_view text);
-// What a user types: four digits hhmm, or ParseTime.
+// What a user types: four digits hhmm, or ParseTime; full-width or not, as input methods leave it.
 int ParseTimeEntry(std::u16string_view text, int& hour, int& minute, int& second);
 
 // 0 if the text means the end of the day, 1 if not.
 int IsEndOfDayClock(std::u16string_view text);  // h:m or h:m:s
-int IsEndOfDayEntry(std::u16string_view text);  // that, or "2400"
+int IsEndOfDayEntry(std::u16string_view text);  // as a user types that, or "2400"
 
 // Year, month, day, hour, minute, second, fraction as written.
 using Timestamp = std::array<uint16_t, 7>;

@@ -96,6 +96,17 @@ std::u16string ZeroPadded(int value, int width) {
   return out;
 }
 
+std::u16string NarrowForms(std::u16string_view text) {
+  constexpr char16_t kFirstWide = u'！', kLastWide = u'～', kWideSpace = u'　', kMinus = u'−';
+  std::u16string out(text);
+  for (char16_t& c : out) {
+    if (c >= kFirstWide && c <= kLastWide) c = static_cast<char16_t>(c - kFirstWide + u'!');
+    if (c == kWideSpace) c = u' ';
+    if (c == kMinus) c = u'-';
+  }
+  return out;
+}
+
 std::u16string Hex(int32_t number) {
   char digits[8];
   const auto end =

@@ -25,6 +25,10 @@ std::u16string ZeroPadded(int value, int width);
 // A number as its 32 bits in lower-case hexadecimal.
 std::u16string Hex(int32_t number);
 
+// `text` with the full-width forms of ASCII, the ideographic space and the minus sign as ASCII,
+// each in its place.
+std::u16string NarrowForms(std::u16string_view text);
+
 // `text` with quotation marks, backslashes, tabs and line breaks written as \", \', \\, \t, \n, \r
 // and other characters below U+0020 as \x and four digits.
 std::u16string EscapeText(std::u16string_view text);

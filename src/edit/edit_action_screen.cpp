@@ -15,6 +15,7 @@
 #include "edit/picker_table.h"
 #include "extitems/item_editor_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
 namespace edit {
@@ -317,8 +318,10 @@ void CEditActionDlg::FillPicker() {
     memoEdit_->setPlainText(ToQt(edit_.pickerText));
     memoEdit_->moveCursor(QTextCursor::End);
   } else {
-    list_->Open(edit_.PickerRows(), edit_.PickerRow(), ToQt(edit_.pickerText),
-                static_cast<int>(edit_.LongestPickerText()));
+    list_->Open(
+        edit_.PickerRows(), edit_.PickerRow(), ToQt(edit_.pickerText),
+        static_cast<int>(edit_.LongestPickerText()),
+        EntryOf(shownPicker_).kind == PickerKind::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
   }
 }
 

@@ -15,6 +15,7 @@
 #include "pickers/time_select_screen.h"
 #include "pickers/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
 namespace exchange {
@@ -344,8 +345,8 @@ void CFindDlg::ShowEditor() {
     if (IsDate(shownEditor_)) {
       calendar_->Select(ToDate(find_.editorText));
     } else {
-      timeEditor_->Open(find_.EditorRows(), find_.EditorRow(), ToQt(find_.editorText),
-                        kLongestTime);
+      timeEditor_->Open(find_.EditorRows(), find_.EditorRow(), ToQt(find_.editorText), kLongestTime,
+                        platform::qt::kTimeHints);
     }
     PlaceEditor();
     opened->show();

@@ -125,12 +125,17 @@ void CItemEditor::ChangeType(ItemType type) {
   }
 }
 
+// Numbers, dates and times count as typed with any input method.
 Text CItemEditor::Value() const {
   switch (fields.type) {
+    case kInt:
+    case kFloat:
+    case kDate:
+      return core::NarrowForms(fields.line);
     case kTime:
-      return fields.time;
+      return core::NarrowForms(fields.time);
     case kDateTime:
-      return Join(fields.line, fields.time);
+      return core::NarrowForms(Join(fields.line, fields.time));
     case kMultiLineString:
       return fields.lines;
     default:

@@ -30,6 +30,22 @@ std::u16string TypedText(const QPlainTextEdit& edit) {
   return FromQt(edit.document()->toRawText().replace(QChar::ParagraphSeparator, u'\n'));
 }
 
+Qt::InputMethodHints LineHints(ItemType type) {
+  switch (type) {
+    case kInt:
+      return Qt::ImhFormattedNumbersOnly;
+    case kFloat:
+      return Qt::ImhPreferNumbers;  // it may hold the "e" of an exponent
+    case kDate:
+    case kDateTime:
+      return platform::qt::kDateHints;
+    case kFile:
+      return platform::qt::kLatinHints;
+    default:
+      return Qt::ImhNone;
+  }
+}
+
 }  // namespace
 
 CItemEditorDlg::CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u16string_view text)
@@ -103,6 +119,7 @@ void CItemEditorDlg::MakeName() {
     nameLine_ = nameBox_->lineEdit();
   }
   nameLine_->setObjectName(QStringLiteral("name"));
+  nameLine_->setInputMethodHints(platform::qt::kLatinHints);
 }
 
 void CItemEditorDlg::MakeType() {
@@ -129,6 +146,7 @@ void CItemEditorDlg::MakeValue() {
   const QString dots = QStringLiteral("...");
   line_->setObjectName(QStringLiteral("line"));
   time_->setObjectName(QStringLiteral("time"));
+  time_->setInputMethodHints(platform::qt::kTimeHints);
   lines_->setObjectName(QStringLiteral("lines"));
   lines_->setTabChangesFocus(true);
   dateButton_ = AddButton("pick_date", dots, [this] { ToggleCalendar(); });
@@ -197,6 +215,7 @@ void CItemEditorDlg::ShowState() {
   }
   nameLine_->setText(ToQt(fields.name));
   line_->setText(ToQt(fields.line));
+  line_->setInputMethodHints(LineHints(fields.type));
   time_->setText(ToQt(fields.time));
   if (TypedText(*lines_) != fields.lines) lines_->setPlainText(ToQt(fields.lines));
   line_->setVisible(editor_.HasLine());

@@ -44,13 +44,14 @@ ListPicker::ListPicker(QWidget* parent)
 }
 
 void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QString& text,
-                      int longest) {
+                      int longest, Qt::InputMethodHints hints) {
   rows_->clear();
   for (const std::u16string& entry : rows) {
     auto* item = new QListWidgetItem(ToQt(entry), rows_);
     item->setSizeHint(QSize(0, RowHeight()));
   }
   line_->setMaxLength(longest);
+  line_->setInputMethodHints(hints);
   ShowText(text);
   rows_->setCurrentRow(row);
 }

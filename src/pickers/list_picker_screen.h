@@ -18,7 +18,8 @@ class ListPicker : public QWidget {
   explicit ListPicker(QWidget* parent);
 
   // `row` is marked and scrolled to; -1 for none. The line takes `longest` 16-bit units.
-  void Open(const std::vector<std::u16string>& rows, int row, const QString& text, int longest);
+  void Open(const std::vector<std::u16string>& rows, int row, const QString& text, int longest,
+            Qt::InputMethodHints hints = Qt::ImhNone);
   // Puts the line over the field and the rows below it, or above where `area` has more room, both
   // in the parent's coordinates.
   void PlaceOver(const QRect& wholeField, const QRect& area);

@@ -9,6 +9,7 @@
 #include "pickers/time_select_screen.h"
 #include "pickers/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 #include "recorder/recording_layout.h"
 #include "store/session.h"
@@ -379,7 +380,8 @@ void CRecorderDlg::ShowEditor() {
   if (editor != nullptr) {
     if (former != shownEditor_) {
       editor->Open(recorder_.RowsOf(shownEditor_), recorder_.EditorRow(),
-                   ToQt(recorder_.editorText), static_cast<int>(edit::kLongestText));
+                   ToQt(recorder_.editorText), static_cast<int>(edit::kLongestText),
+                   shownEditor_ == InlineEdit::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
     }
     const QRect area(0, 0, width(), height() - keys_->height());
     editor->PlaceOver(controls_[FieldOf(shownEditor_)]->geometry(), area);

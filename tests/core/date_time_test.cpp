@@ -117,6 +117,8 @@ TEST(ParseTime, TellsTimesEndsAndEntriesApart) {
       {u"12:", {-10}, -10, {-10}, 1, "empty minute"},
       {u"12:30:", {-10}, -10, {-10}, 1, "empty second"},
       {u":30", {-10}, -10, {-10}, 1, "empty hour"},
+      {u"１２：３0", {-10}, -10, {0, 12, 30, 0}, 1, "full-width forms are an entry"},
+      {u"０９３０", {-10}, -10, {0, 9, 30, 0}, 1, "four of them too"},
       {u"12:30:15:1", {-10}, -10, {-10}, 1, "the second is \"15:1\""},
       {u"4294967295:00", {-10}, -10, {-10}, 1, "an hour that wraps below 0"},
   };

@@ -104,8 +104,10 @@ TEST_F(ItemEditor, ChangesAndDeletes) {
   EXPECT_EQ(editor.Items()[1].value, u"1");
   EXPECT_EQ(editor.Items()[0].name, u"a") << "the former one stays";
   editor.fields.name = u"z";
+  editor.fields.line = u"−１";
   editor.OnBtnChange();
   EXPECT_EQ(editor.Selected(), 2);
+  EXPECT_EQ(editor.Items()[2].value, u"-1") << "typed in full-width forms";
   host.answers = {Answer::kYes};
   editor.OnBtnDelete();
   EXPECT_EQ(host.messages.back().text, u"項目\"z\"を削除してもよろしいですか？");

@@ -15,4 +15,10 @@ void KeepToOneLine(QLineEdit& line);
 // line ends and tabs that were never shown, as long as the line still shows it.
 QString TypedOver(const QString& given, const QLineEdit& line);
 
+// For input methods and on-screen keyboards.
+inline constexpr Qt::InputMethodHints kTimeHints = Qt::ImhTime | Qt::ImhPreferNumbers;
+inline constexpr Qt::InputMethodHints kDateHints = Qt::ImhDate | Qt::ImhPreferNumbers;
+inline constexpr Qt::InputMethodHints kLatinHints =
+    Qt::ImhPreferLatin | Qt::ImhNoAutoUppercase | Qt::ImhNoPredictiveText;
+
 }  // namespace platform::qt
