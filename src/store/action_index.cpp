@@ -22,8 +22,8 @@ int CompareWithStart(const core::CAppState& app, std::u16string_view date, std::
 int ReadStart(std::u16string_view actId, std::optional<std::u16string>& start) {
   if (!dbSession().UserTable) return -103;
   CUserDataTable& table = *dbSession().UserTable;
-  const std::u16string sql = u"select f_nchStaDateTime from t_UserData where f_nchActId = '" +
-                             std::u16string(actId) + u"'";
+  const std::u16string sql =
+      u"select f_nchStaDateTime from t_UserData where f_nchActId = '" + SqlQuote(actId) + u"'";
   const HRESULT opened = table.GetRS(sql, {&kActionColumns[kStaDateTime], 1});
   const HRESULT result = Failed(opened) ? opened : table.CRowsetTable::GetNextRS({&start, 1});
   table.CloseRS();

@@ -158,7 +158,7 @@ std::u16string SqlQuote(std::u16string_view text) {
 }
 
 std::u16string SelectByIdSql(std::u16string_view id) {
-  return u"select * from t_UserData where f_nchActId = '" + std::u16string(id) + u"'";
+  return u"select * from t_UserData where f_nchActId = '" + SqlQuote(id) + u"'";
 }
 
 }  // namespace store

@@ -51,7 +51,8 @@ class CUserDataTable : public CRowsetTable {
 // than 00:00:00; -106 the end lies before the start.
 int CheckActionTimes(const Action& action);
 
-// A user's text as it may stand between the quotes of a literal: every single quote doubled.
+// A text as it may stand between the quotes of a literal, every single quote doubled. An id needs
+// it too: of an imported one only the length and the first letters are known.
 std::u16string SqlQuote(std::u16string_view text);
 
 // "select * from t_UserData where f_nchActId = '<id>'".

@@ -51,7 +51,7 @@ TEST_F(ActionIndexTest, ReloadSortsByStartAndKeepsTheOrderOfEqualStarts) {
     EXPECT_EQ(FindActionPosition(app, id), position++);
   }
   EXPECT_EQ(app.ActStarts.At(4), u"2010/06/23 12:00:00");
-  EXPECT_EQ(FindActionPosition(app, u"ID0000000000000099"), -104);
+  EXPECT_EQ(FindActionPosition(app, u"ID'0000000000000099"), -104);
   const std::u16string unknown = InsertAction(u"2010/06/23 12:00:00");
   EXPECT_EQ(FindActionPosition(app, unknown), -1) << "a row that the index hasn't";
 }

@@ -40,11 +40,12 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
       {"an exponent", kLatitude, u"1.5e2", u"150.000000"},
       {"extended items", kExtItems, u"a=1;", u"a=1;"},
   };
+  int number = 0;
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     Action action = MakeAction(kNoon, kOne);
     action[row.column] = row.written;
-    ++host.now.second;  // another id
+    action[kActId] = u"ID'" + core::ZeroPadded(++number, 15);
     ASSERT_EQ(Users().Insert(action), 0);
     Action byId, bySelect;
     ASSERT_EQ(Users().ReadById(*action[kActId], byId), 0);
