@@ -86,6 +86,16 @@ void TellForeignType(const Column& column) {
   platform::ShowNotice(platform::ToUtf16(text), u"debug", platform::Icon::kNone);
 }
 
+// What is written to `path` is written into `file`, which need not be there yet.
+bool LeadsTo(std::u16string_view path, std::u16string_view file) {
+  platform::Files& files = platform::files();
+  if (files.IsSameFile(path, file)) return true;
+  const size_t pathName = path.rfind(u'\\') + 1;
+  const size_t fileName = file.rfind(u'\\') + 1;
+  return path.substr(pathName) == file.substr(fileName) &&
+         files.IsSameFile(path.substr(0, pathName), file.substr(0, fileName));
+}
+
 // Takes away what others than the owner may do; another's file is left alone.
 void NarrowRights(const std::string& hostPath) {
   struct stat status;
@@ -320,10 +330,13 @@ Engine::~Engine() {
 }
 
 bool Engine::Keeps(std::u16string_view path) const {
-  std::u16string own = platform::FromHostPath(hostPath_).value_or(u"");
+  // Of a link this is the file that it leads to, and beside that one lies all the rest.
+  const std::string_view hostFile = sqlite3_db_filename(database_, "main");
+  const std::u16string file = platform::FromHostPath(hostFile).value_or(u"");
   for (const std::string_view suffix : kFileSuffixes) {
-    if (platform::files().IsSameFile(path, own + platform::ToUtf16(suffix))) return true;
+    if (LeadsTo(path, file + platform::ToUtf16(suffix))) return true;
   }
+  std::u16string own = platform::FromHostPath(hostPath_).value_or(u"");
   while (own.rfind(u'\\') != std::u16string::npos) {
     own.resize(own.rfind(u'\\'));
     if (platform::files().IsSameFile(path, own)) return true;

@@ -117,8 +117,9 @@ class Engine {
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
 
-  // True if `path` leads to the open file, to what stands beside it while it is open, or to a
-  // folder that it lies in: to write there, or to take it away, would be the end of the diary.
+  // True if `path` leads to the open file, to what stands or may yet stand beside it while it is
+  // open, or to a folder that it lies in: to write there, or to take it away, would be the end of
+  // the diary.
   bool Keeps(std::u16string_view path) const;
 
   // The file is ours: makes it, and what stands beside it, its owner's alone; from now on closing
