@@ -13,6 +13,7 @@ namespace platform {
 namespace {
 
 constexpr char16_t kDefaultCharacter = 0x30FB;  // for bytes that mean nothing
+constexpr unsigned kDefaultCode = 0x8145;       // and the bytes that mean it
 constexpr size_t kCells = 188;                  // second bytes, and so characters in a row
 constexpr unsigned kFirstUserLead = 0xF0;
 constexpr unsigned kLastUserLead = 0xF9;
@@ -32,6 +33,20 @@ constexpr std::u16string_view kBestFits =
     u"¡!¢￠£￡¥\\¦|©cªa«≪¬￢\u00AD-®R¯￣²2³3µμ·・¸，¹1ºo»≫¿?ÀAÁAÂAÃAÄAÅAÆAÇCÈEÉEÊEËEÌIÍIÎIÏI"
     u"ÐDÑNÒOÓOÔOÕOÖOØOÙUÚUÛUÜUÝYÞTßsàaáaâaãaäaåaæaçcèeéeêeëeìiíiîiïiðdñnòoóoôoõoöoøoùuúuûuüuýyþt"
     u"ÿyゔヴ";
+
+// Letters of the code page that may stand as two characters, each behind its base.
+constexpr struct {
+  char16_t mark;
+  std::u16string_view letters;
+} kCompositions[] = {
+    {0x3099,
+     u"かがきぎくぐけげこごさざしじすずせぜそぞただちぢつづてでとどはばひびふぶへべほぼゝゞうゔ"
+     u"カガキギクグケゲコゴサザシジスズセゼソゾタダチヂツヅテデトドハバヒビフブヘベホボヽヾウヴ"},
+    {0x309A, u"はぱひぴふぷへぺほぽハパヒピフプヘペホポ"},
+    {0x0306, u"ИЙий"},
+    {0x0308, u"ЕЁеё"},
+    {0x0338, u"=≠"},
+};
 
 constexpr bool IsLead(unsigned byte) {
   return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
@@ -91,15 +106,47 @@ Codes MakeCodes() {
     if (row.lead != 0xED && row.lead != 0xEE) AddRow(row.lead, codes);
   }
   for (unsigned lead = kFirstUserLead; lead <= kLastUserLead; ++lead) AddRow(lead, codes);
-  for (size_t i = 0; i < kBestFits.size(); i += 2) codes[kBestFits[i]] = codes[kBestFits[i + 1]];
   return codes;
+}
+
+// What stands at the even positions of `pairs` gives what stands behind it; NUL if it isn't there.
+char16_t LookUp(std::u16string_view pairs, char16_t character) {
+  for (size_t i = 0; i < pairs.size(); i += 2) {
+    if (pairs[i] == character) return pairs[i + 1];
+  }
+  return 0;
+}
+
+char16_t Composed(char16_t base, char16_t mark) {
+  for (const auto& composition : kCompositions) {
+    if (composition.mark == mark) return LookUp(composition.letters, base);
+  }
+  return 0;
+}
+
+// The character that is written in place of one that the code page lacks.
+char16_t Substitute(char16_t lacking) {
+  const char16_t fit = LookUp(kBestFits, lacking);
+  return fit == 0 ? u'?' : fit;
+}
+
+void AppendCode(uint16_t code, char*& to) {
+  if (code > 0xFF) *to++ = static_cast<char>(code >> 8);
+  *to++ = static_cast<char>(code & 0xFF);
 }
 
 }  // namespace
 
 std::u16string DecodeCodePage(std::string_view bytes) {
-  std::u16string out(bytes.size(), u'\0');
-  char16_t* to = out.data();
+  std::u16string text;
+  DecodeCodePage(bytes, text);
+  return text;
+}
+
+bool DecodeCodePage(std::string_view bytes, std::u16string& text) {
+  bool allMean = true;
+  text.resize(bytes.size());
+  char16_t* to = text.data();
   const char* from = bytes.data();
   const char* const end = from + bytes.size();
   while (from != end) {
@@ -110,18 +157,23 @@ std::u16string DecodeCodePage(std::string_view bytes) {
       *to++ = DecodeSingle(byte);
     } else if (from == end || *from == '\0') {
       *to++ = kDefaultCharacter;
+      allMean = false;
     } else {
-      *to++ = DecodePair(byte, static_cast<unsigned char>(*from++));
+      const unsigned second = static_cast<unsigned char>(*from++);
+      *to = DecodePair(byte, second);
+      if (*to++ == kDefaultCharacter && (byte << 8 | second) != kDefaultCode) allMean = false;
     }
   }
-  out.resize(static_cast<size_t>(to - out.data()));
-  return out;
+  text.resize(static_cast<size_t>(to - text.data()));
+  return allMean;
 }
 
 size_t WholeLength(std::string_view bytes) {
   size_t i = 0;
   while (i < bytes.size()) {
-    if (!IsLead(static_cast<unsigned char>(bytes[i]))) {
+    if (bytes.size() - i >= kAsciiRun && IsAsciiRun(bytes.data() + i)) {
+      i += kAsciiRun;
+    } else if (!IsLead(static_cast<unsigned char>(bytes[i]))) {
       ++i;
     } else if (i + 1 == bytes.size()) {
       return i;
@@ -133,26 +185,39 @@ size_t WholeLength(std::string_view bytes) {
 }
 
 std::string EncodeCodePage(std::u16string_view text) {
+  std::string bytes;
+  EncodeCodePage(text, bytes);
+  return bytes;
+}
+
+bool EncodeCodePage(std::u16string_view text, std::string& bytes) {
   static const Codes codes = MakeCodes();
-  std::string out(text.size() * 2, '\0');
-  char* to = out.data();
+  bool hasAll = true;
+  bytes.resize(text.size() * 2);
+  char* to = bytes.data();
   const char16_t* from = text.data();
   const char16_t* const end = from + text.size();
   while (from != end) {
     CopyAsciiRuns(from, end, to);
     if (from == end) break;
-    const char16_t unit = *from++;
-    const uint16_t code = codes[unit];
-    if (code == 0 && unit != 0) {
-      if (IsHighHalf(unit) && from != end && IsLowHalf(*from)) ++from;
-      *to++ = '?';
-      continue;
+    char16_t unit = *from++;
+    if (codes[unit] == 0 && unit != 0) {
+      const char16_t base = from - text.data() > 1 ? from[-2] : u'\0';
+      if (const char16_t composed = Composed(base, unit)) {
+        to -= codes[base] > 0xFF ? 2 : 1;
+        unit = composed;
+      } else if (IsHighHalf(unit) && from != end && IsLowHalf(*from)) {
+        ++from;
+      }
     }
-    if (code > 0xFF) *to++ = static_cast<char>(code >> 8);
-    *to++ = static_cast<char>(code & 0xFF);
+    if (codes[unit] == 0 && unit != 0) {
+      unit = Substitute(unit);
+      hasAll = false;
+    }
+    AppendCode(codes[unit], to);
   }
-  out.resize(static_cast<size_t>(to - out.data()));
-  return out;
+  bytes.resize(static_cast<size_t>(to - bytes.data()));
+  return hasAll;
 }
 
 }  // namespace platform

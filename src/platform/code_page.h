@@ -12,13 +12,19 @@ namespace platform {
 // included (U+E000..U+E757). A lead byte with an invalid or missing second byte gives U+30FB, the
 // table's default character; it takes the second byte along unless that is NUL.
 std::u16string DecodeCodePage(std::string_view bytes);
+// The same in place of `text`. False if any of the bytes gave the default character because they
+// mean nothing.
+bool DecodeCodePage(std::string_view bytes, std::u16string& text);
 
 // How many of the bytes, from the first on, don't end in the first half of a pair: those can be
 // decoded before the bytes behind them are known.
 size_t WholeLength(std::string_view bytes);
 
-// Best fits of the table included (é gives e). A character that the table lacks gives one "?", a
+// A letter and a combining mark behind it give their composed letter where the table has it. Best
+// fits of the table included (é gives e). A character that the table lacks gives one "?", a
 // surrogate pair counts as one character, half a pair too.
 std::string EncodeCodePage(std::u16string_view text);
+// The same in place of `bytes`. False if any character was replaced by another one.
+bool EncodeCodePage(std::u16string_view text, std::string& bytes);
 
 }  // namespace platform

@@ -61,6 +61,11 @@ TEST(CodePage, WritesOneQuestionMarkForAPairAndOneForHalf) {
   EXPECT_EQ(EncodeCodePage(u"会－～😀a\xD83Dz\xDE00"), "\x89\xEF\x81\x7C\x81\x60?a?z?");
 }
 
+TEST(CodePage, ComposesWhatItHasComposed) {
+  EXPECT_EQ(EncodeCodePage(u"か\u3099ハ\u309AИ\u0306=\u0338"), EncodeCodePage(u"がパЙ≠"));
+  EXPECT_EQ(EncodeCodePage(u"\u3099ん\u3099"), EncodeCodePage(u"?ん?"));
+}
+
 TEST(CodePage, ReadsBytesThatMeanNothing) {
   using namespace std::string_view_literals;
   const struct {
