@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int result = exchange::ReadImportFile(list, u"\\x", version, line, detail);
   fuzz::Require(line >= 1 && (result == 0 || list.empty()));
   if (result != 0) {
-    fuzz::Require(result == -111 || result == -112 || result == -113);
+    fuzz::Require(result == -111 || result == -112 || result == -113 || result == -14);
     fuzz::Require(result == -111 || detail < 0);
     return 0;
   }

@@ -11,7 +11,12 @@ namespace {
 
 constexpr size_t kBlockSize = 65536;
 
-// Neither byte is ever the second one of a pair of the code page.
+// Results of ReadTextLine.
+constexpr int kNoMoreLines = -1;
+constexpr int kReadFailed = -12;
+constexpr int kRefused = -14;
+
+// Neither byte is ever the second one of a pair of the code page, or within a character of UTF-8.
 bool IsLineEnd(char c) {
   return c == '\r' || c == '\n';
 }
@@ -33,12 +38,23 @@ void LineReader::LimitFields(char16_t separator, size_t fields, size_t longest) 
   limit_ = {separator, fields, longest};
 }
 
-void LineReader::Append(std::u16string_view decoded, std::u16string& text) {
+void LineReader::ReadStrictly(Encoding encoding) {
+  encoding_ = encoding;
+  strict_ = true;
+}
+
+void LineReader::Decode(std::string_view bytes, std::u16string& text) {
+  const bool allMean = core::Decode(bytes, encoding_, text);
+  if (strict_ && (!allMean || bytes.find('\0') != std::string_view::npos)) refused_ = true;
+}
+
+void LineReader::Append(std::string_view bytes, std::u16string& text) {
+  Decode(bytes, piece_);
   if (!limit_) {
-    text += decoded;
+    text += piece_;
     return;
   }
-  for (const char16_t unit : decoded) {
+  for (const char16_t unit : piece_) {
     const bool separates = unit == limit_->separator;
     if (separates) ++separators_;
     fieldUnits_ = separates ? 0 : fieldUnits_ + 1;
@@ -49,12 +65,23 @@ void LineReader::Append(std::u16string_view decoded, std::u16string& text) {
 int LineReader::ReadTextLine(std::u16string& text, size_t& byteLength) {
   text.clear();
   byteLength = separators_ = fieldUnits_ = 0;
-  std::string rest;  // of what lies before a block's end, not decoded yet: half of a pair
+  refused_ = false;
+  const bool ended = TakeLine(text, byteLength);
+  const bool marked = strict_ && atStart_ && encoding_ == Encoding::kUtf8;
+  if (marked && text.starts_with(kByteOrderMark)) text.erase(0, 1);
+  atStart_ = false;
+  if (failed_) return kReadFailed;
+  if (refused_) return kRefused;
+  return ended ? 0 : kNoMoreLines;
+}
+
+// False if there was no line end any more.
+bool LineReader::TakeLine(std::u16string& text, size_t& byteLength) {
+  std::string rest;  // of what lies before a block's end, not decoded yet: the start of a character
   for (;;) {
     if (position_ == end_ && !Fill()) {
-      if (failed_) return -12;
-      Append(platform::DecodeCodePage(rest), text);
-      return -1;
+      Append(rest, text);
+      return false;
     }
     // The LF of a CR LF is passed over only now: it may lie in the next block.
     if (lineFeedMayFollow_) {
@@ -72,17 +99,17 @@ int LineReader::ReadTextLine(std::u16string& text, size_t& byteLength) {
     const bool wholeLine = lineEnd != blockEnd && byteLength == 0;
     byteLength += piece.size();
     if (wholeLine) {
-      text = platform::DecodeCodePage(piece);
+      Decode(piece, text);
     } else {
       rest += piece;
-      const size_t ready = lineEnd == blockEnd ? platform::WholeLength(rest) : rest.size();
-      Append(platform::DecodeCodePage(std::string_view(rest).substr(0, ready)), text);
+      const size_t ready = lineEnd == blockEnd ? WholeLength(rest, encoding_) : rest.size();
+      Append(std::string_view(rest).substr(0, ready), text);
       rest.erase(0, ready);
     }
     if (lineEnd == blockEnd) continue;
     lineFeedMayFollow_ = *lineEnd == '\r';
     ++position_;
-    return 0;
+    return true;
   }
 }
 

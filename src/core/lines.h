@@ -1,4 +1,4 @@
-// Reading and writing files of lines in the system code page.
+// Reading and writing files of lines, in the system code page unless a reader is told otherwise.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/encoding.h"
 #include "platform/files.h"
 
 namespace core {
@@ -21,9 +22,14 @@ class LineReader {
   // no line takes more memory than that, however long it is.
   void LimitFields(char16_t separator, size_t fields, size_t longest);
 
+  // For a file that nobody vouches for, too: to be read in `encoding`, a byte order mark before the
+  // first line passed over, and no line taken that has a NUL or bytes that mean nothing.
+  void ReadStrictly(Encoding encoding);
+
   // One line without its end: CR, LF or CR LF. 0; -1 at the end of the file, with what was read of
-  // an unended last line in `text`; -12 on a read failure. `byteLength` counts the line's bytes
-  // without its end. A line has no length limit but that of LimitFields.
+  // an unended last line in `text`; -12 on a read failure; -14 for a line that ReadStrictly doesn't
+  // take, the last one included. `byteLength` counts the line's bytes without its end. A line has
+  // no length limit but that of LimitFields.
   int ReadTextLine(std::u16string& text, size_t& byteLength);
 
  private:
@@ -34,7 +40,9 @@ class LineReader {
   };
 
   bool Fill();
-  void Append(std::u16string_view decoded, std::u16string& text);
+  bool TakeLine(std::u16string& text, size_t& byteLength);
+  void Decode(std::string_view bytes, std::u16string& text);
+  void Append(std::string_view bytes, std::u16string& text);
 
   platform::File& file_;
   std::vector<char> block_;
@@ -42,6 +50,11 @@ class LineReader {
   size_t end_ = 0;
   bool failed_ = false;
   bool lineFeedMayFollow_ = false;  // the last line ended in CR
+  Encoding encoding_ = Encoding::kCodePage;
+  bool strict_ = false;
+  bool atStart_ = true;   // of the file
+  bool refused_ = false;  // the line so far, by ReadStrictly
+  std::u16string piece_;  // of a line, decoded
   std::optional<FieldLimit> limit_;
   size_t separators_ = 0;  // of the line so far, and the units behind the last of them
   size_t fieldUnits_ = 0;

@@ -126,14 +126,14 @@ int ReadRecord(std::u16string_view line, int version, ImportRecord& record, int&
 
 int ReadRecords(core::LineReader& reader, ImportList& list, int version, int& lineNumber,
                 int& detail, const Progress& progress) {
-  if (progress) progress(0, 0);
   std::u16string line;
   size_t byteLength = 0;
-  if (version == kVer3 && reader.ReadTextLine(line, byteLength) == kCannotRead) return kCannotRead;
-  for (lineNumber = 1;; ++lineNumber) {
+  if (version == kVer3) detail = reader.ReadTextLine(line, byteLength);
+  if (detail == kCannotRead) return kCannotRead;
+  for (;; ++lineNumber) {
     if (progress && lineNumber % kLinesAStep == 0) progress(lineNumber, 0);
     detail = reader.ReadTextLine(line, byteLength);
-    if (detail == kCannotRead) return kCannotRead;
+    if (detail == kCannotRead || detail == kBadBytes) return detail;
     if (line.empty()) return 0;  // also the end of the file
     ImportRecord record;
     const int result = ReadRecord(line, version, record, detail);
@@ -142,17 +142,30 @@ int ReadRecords(core::LineReader& reader, ImportList& list, int version, int& li
   }
 }
 
+// Goes through the file twice: what its bytes mean shows only at its end.
+int ReadWhole(std::u16string_view path, ImportList& list, int version, int& lineNumber, int& detail,
+              const Progress& progress) {
+  const std::unique_ptr<platform::File> first = platform::files().OpenForReading(path);
+  if (first == nullptr) return kCannotOpen;
+  lineNumber = 1;
+  if (progress) progress(0, 0);
+  const std::optional<core::Encoding> encoding = core::EncodingOf(*first);
+  if (!encoding) return detail = kCannotRead;
+  const std::unique_ptr<platform::File> second = platform::files().OpenForReading(path);
+  if (second == nullptr) return detail = kCannotRead;
+  core::LineReader reader(*second);
+  reader.LimitFields(kExchangeSeparator, store::kActionColumnCount + 1, kLongestField);
+  reader.ReadStrictly(*encoding);
+  return ReadRecords(reader, list, version, lineNumber, detail, progress);
+}
+
 }  // namespace
 
 int ReadImportFile(ImportList& list, std::u16string_view path, int version, int& lineNumber,
                    int& detail, const Progress& progress) {
   list.clear();
   lineNumber = detail = 0;
-  const std::unique_ptr<platform::File> file = platform::files().OpenForReading(path);
-  if (file == nullptr) return kCannotOpen;
-  core::LineReader reader(*file);
-  reader.LimitFields(kExchangeSeparator, store::kActionColumnCount + 1, kLongestField);
-  const int result = ReadRecords(reader, list, version, lineNumber, detail, progress);
+  const int result = ReadWhole(path, list, version, lineNumber, detail, progress);
   if (result != 0) {
     list.clear();
     return result;

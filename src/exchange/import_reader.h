@@ -1,5 +1,5 @@
 // Reads an exchange file whole, in memory, and checks every line of it, so that a bad one changes
-// nothing.
+// nothing. The file is in the code page or in UTF-8 (see core::EncodingOf).
 #pragma once
 
 #include <limits>
@@ -34,11 +34,14 @@ inline constexpr int kTooFewColumns = -111;
 inline constexpr int kBadTimes = -112;
 inline constexpr int kBadActId = -113;
 inline constexpr int kCannotRead = -12;
+inline constexpr int kBadBytes = -14;
 
 // Reads a file of a FormatVer up to its first empty line. 0; or one of the above, and `list` holds
 // nothing. `lineNumber` counts from 1, behind the header line, 0 for a file that can't be opened.
 // `detail` is the number of the last column that a line reaches, counted from 0 with the id's
-// (kTooFewColumns), the code of CheckActionTimes (kBadTimes) or of CheckActId (kBadActId).
+// (kTooFewColumns), the code of CheckActionTimes (kBadTimes) or of CheckActId (kBadActId),
+// otherwise the result. kBadBytes is a line with a NUL or with bytes that mean nothing in the
+// file's encoding.
 int ReadImportFile(ImportList& list, std::u16string_view path, int version, int& lineNumber,
                    int& detail, const Progress& progress = {});
 

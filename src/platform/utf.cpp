@@ -14,6 +14,7 @@ constexpr char32_t kFirstLowHalf = 0xDC00;
 constexpr char32_t kFirstPair = 0x10000;
 constexpr char32_t kLastCharacter = 0x10FFFF;
 constexpr char16_t kReplacement = 0xFFFD;
+constexpr size_t kLongest = 4;  // bytes of a character
 
 struct Character {
   char32_t value;
@@ -91,7 +92,8 @@ void AppendUtf8(std::u16string_view text, std::string& out) {
   out.resize(static_cast<size_t>(to - out.data()));
 }
 
-void AppendUtf16(std::string_view bytes, std::u16string& out) {
+bool AppendUtf16(std::string_view bytes, std::u16string& out) {
+  bool wellFormed = true;
   const size_t before = out.size();
   out.resize(before + bytes.size());
   char16_t* to = out.data() + before;
@@ -108,6 +110,7 @@ void AppendUtf16(std::string_view bytes, std::u16string& out) {
     if (character.length == 0) {
       *to++ = kReplacement;
       ++from;
+      wellFormed = false;
       continue;
     }
     from += character.length;
@@ -120,6 +123,17 @@ void AppendUtf16(std::string_view bytes, std::u16string& out) {
     }
   }
   out.resize(static_cast<size_t>(to - out.data()));
+  return wellFormed;
+}
+
+size_t WholeUtf8Length(std::string_view bytes) {
+  for (size_t back = 1; back < kLongest && back <= bytes.size(); ++back) {
+    const unsigned byte = static_cast<unsigned char>(bytes[bytes.size() - back]);
+    if ((byte & 0xC0) == 0x80) continue;
+    const size_t length = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
+    return length > back ? bytes.size() - back : bytes.size();
+  }
+  return bytes.size();
 }
 
 }  // namespace platform

@@ -141,6 +141,7 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   const std::string noon = "2010/06/23 12:00:00";
   const std::string noTimes = " 行目には開始または終了日時がありません。";
   const std::string badTimes = " 行目の値が不正です。";
+  const std::string noMeaning = " 行目にてエラーが発生しました。(-14)";
   const std::string badId = " 行目のアクションIDの値が不正です。";
   struct Row {
     const char* why;
@@ -160,9 +161,12 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
       {"an id of 17", 2, good2 + good2.substr(1), "2" + badId + "(-1)"},
       {"no ID in front", 3, head + "XX2010062300000001\tx\t" + noon + "\t" + noon + "\t\n",
        "1" + badId + "(-2)"},
-      {"NUL bytes", 3, head + std::string(5000, '\0'), "1" + noTimes},
-      {"a tab behind half of a pair", 1, "2010/06/23\x81\t09:00" + day + "10:00\tplace\tc1\n",
-       "1" + noTimes},
+      {"NUL bytes", 3, head + std::string(5000, '\0'), "1" + noMeaning},
+      {"a tab behind half of a pair", 1, good1 + "2010/06/23\t09:00" + day + "10:00\t\x81\tc1\n",
+       "2" + noMeaning},
+      {"bytes of no encoding", 1, good1 + "2010/06/23\t09:00" + day + "10:00\t\x85\x41\tc1\n",
+       "2" + noMeaning},
+      {"UTF-8 by its mark alone", 1, "\xEF\xBB\xBF" + good1 + "\x89\xEF" + good1, "2" + noMeaning},
       {"a million tabs", 2, good2 + std::string(1000000, '\t'), "2" + badTimes + "(-109)"},
       {"no line end in three megabytes", 1, std::string(3000000, 'x'), "1" + noTimes},
   };
@@ -186,6 +190,24 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   files.Fail(FileCall::kRead, 2, 2);
   EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -1);
   EXPECT_EQ(LastMessage(2), "1 行目にてエラーが発生しました。(-12)\nインポートを中止します。");
+}
+
+// Long enough that blocks end within characters.
+TEST_F(FileTest, AFileThatIsNoCodePageIsReadAsUtf8) {
+  std::string lines;
+  for (int i = 0; i < 4000; ++i) {
+    lines += "2010/06/23\t09:00\t2010/06/23\t10:00\t昼食" + std::to_string(i) + "😀\t分類\r\n";
+  }
+  for (const std::string_view mark : {"", "\xEF\xBB\xBF"}) {
+    Put(std::string(mark) + lines);
+    ImportList list;
+    int line = 0, detail = 0;
+    ASSERT_EQ(ReadImportFile(list, path, 1, line, detail), 0);
+    ASSERT_EQ(list.size(), 4000u);
+    for (int i = 0; i < 4000; ++i) {
+      ASSERT_EQ(list[static_cast<size_t>(i)].Place, u"昼食" + core::ZeroPadded(i, 1) + u"😀");
+    }
+  }
 }
 
 TEST_F(FileTest, WhatTheReaderMakesOfALine) {
