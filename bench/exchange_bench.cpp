@@ -187,7 +187,8 @@ void BM_Export_Raw(benchmark::State& state) {
   sqlite3_stmt* const select = raw.Prepare("select * from t_UserData where f_nchActId = ?");
   for (auto _ : state) {
     std::FILE* const file = std::fopen(HostPath("raw.csv").c_str(), "wb");
-    WriteLine(file, std::u16string(exchange::kVer3Header));
+    const std::string header = exchange::HeaderBytes(exchange::kVer3);
+    fwrite(header.data(), 1, header.size(), file);
     for (size_t i = 0; i < kActions; ++i) {
       Bind(select, 1, platform::ToUtf8(turn.app.ActIds.At(i)));
       if (sqlite3_step(select) != SQLITE_ROW) std::abort();

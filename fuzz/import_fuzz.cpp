@@ -1,5 +1,6 @@
 // Any bytes are refused with the line that is wrong, or read as records that are good: sorted, with
-// times and ids that a row may have. What is good in the third form comes back from a line of it.
+// times and ids that a row may have. What is good in the third form comes back from a line of it,
+// in UTF-8 to the character.
 #include "core/action_id.h"
 #include "exchange/action_lines.h"
 #include "exchange/import_reader.h"
@@ -48,7 +49,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     fuzz::Require(result == -111 || detail < 0);
     return 0;
   }
-  std::string again = platform::EncodeCodePage(exchange::kVer3Header) + "\r\n";
+  std::string again = exchange::HeaderBytes(exchange::kVer3);
+  std::string inUtf8 = exchange::HeaderBytes(exchange::kVer3Utf8);
+  std::string bytes;
   std::u16string_view former;
   for (const exchange::ImportRecord& record : list) {
     fuzz::Require(former <= record.StaDateTime);
@@ -56,16 +59,24 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const store::Action row = RowOf(record);
     fuzz::Require(store::CheckActionTimes(row) == 0);
     fuzz::Require(version == 1 || core::CheckActId(record.ActId) == 0);
-    again += platform::EncodeCodePage(exchange::Ver3Line(row)) + "\r\n";
+    exchange::LineBytes(row, exchange::kVer3, bytes);
+    again += bytes;
+    fuzz::Require(exchange::LineBytes(row, exchange::kVer3Utf8, bytes));
+    inUtf8 += bytes;
   }
   if (version != 3) return 0;
-  file.content = again;
-  exchange::ImportList reread;
-  fuzz::Require(exchange::ReadImportFile(reread, u"\\x", 3, line, detail) == 0);
-  fuzz::Require(reread.size() == list.size());
-  for (size_t i = 0; i < list.size(); ++i) {
-    fuzz::Require(reread[i].Memo == AsFileHasIt(list[i].Memo));
-    fuzz::Require(reread[i].Place == AsFileHasIt(list[i].Place));
+  for (const bool isUtf8 : {false, true}) {
+    file.content = isUtf8 ? inUtf8 : again;
+    exchange::ImportList reread;
+    fuzz::Require(exchange::ReadImportFile(reread, u"\\x", 3, line, detail) == 0);
+    fuzz::Require(reread.size() == list.size());
+    for (size_t i = 0; i < list.size(); ++i) {
+      const auto kept = [isUtf8](std::u16string_view text) {
+        return isUtf8 ? std::u16string(text) : AsFileHasIt(text);
+      };
+      fuzz::Require(reread[i].Memo == kept(list[i].Memo));
+      fuzz::Require(reread[i].Place == kept(list[i].Place));
+    }
   }
   return 0;
 }

@@ -1,12 +1,23 @@
 #include "exchange/action_lines.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "core/date_time.h"
+#include "core/encoding.h"
 #include "core/text.h"
 
 namespace exchange {
 namespace {
+
+using core::Encoding;
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::u16string_view kVer3Header =
+    u"ActId\tLastUpdate\tStaDateTime\tEndDateTime\tLatitude\tLongitude\tSubject\tPlace\tCategory1\t"
+    u"Category2\tMemo\tExtItems";
+// The only character of which the code page makes one that means something in an escape form.
+constexpr char16_t kYen = 0xA5;
 
 constexpr size_t kDateLength = 10;
 constexpr size_t kTimeBegin = 11;
@@ -42,8 +53,6 @@ void AddTimesAndTexts(Line& line, const store::Action& action, size_t timeLength
   line.Add(core::RemoveLineBreaks(TextOf(action, store::kMemo)));
 }
 
-}  // namespace
-
 std::u16string Ver1Line(const store::Action& action) {
   Line line;
   AddTimesAndTexts(line, action, kShortTime);
@@ -65,6 +74,57 @@ std::u16string Ver3Line(const store::Action& action) {
     line.Add(column == store::kMemo ? u'"' + core::EscapeText(text) + u'"' : std::u16string(text));
   }
   return line.Take();
+}
+
+// In the order of the versions.
+constexpr struct {
+  std::u16string (*toLine)(const store::Action&);
+  std::ptrdiff_t fields;
+  Encoding encoding;
+} kForms[] = {{Ver1Line, 8, Encoding::kCodePage},
+              {Ver2Line, 9, Encoding::kCodePage},
+              {Ver3Line, 12, Encoding::kCodePage},
+              {Ver3Line, 12, Encoding::kUtf8}};
+
+bool StaysOneLine(std::u16string_view line, std::ptrdiff_t fields) {
+  const auto breaks = [](char16_t c) { return c == u'\t' || c == u'\r' || c == u'\n'; };
+  return std::count_if(line.begin(), line.end(), breaks) == fields - 1;
+}
+
+// The Action with the escaped columns such as the code page will give them back: the items stand in
+// their escape form already.
+store::Action GivenBack(store::Action action) {
+  std::string bytes;
+  if (auto& memo = action[store::kMemo]) {
+    core::Encode(*memo, Encoding::kCodePage, bytes);
+    core::Decode(bytes, Encoding::kCodePage, *memo);
+  }
+  if (auto& items = action[store::kExtItems]) {
+    for (size_t i = 0; (i = items->find(kYen, i)) != std::u16string::npos; i += 2) {
+      items->replace(i, 1, u"\\\\");
+    }
+  }
+  return action;
+}
+
+}  // namespace
+
+std::string HeaderBytes(int version) {
+  if (version < kVer3) return {};
+  std::u16string header(kVer3Header);
+  if (version == kVer3Utf8) header.insert(0, 1, core::kByteOrderMark);
+  std::string bytes;
+  core::Encode(header, kForms[version - kVer1].encoding, bytes);
+  return bytes.append(kLineEnd);
+}
+
+bool LineBytes(const store::Action& action, int version, std::string& bytes) {
+  const auto& form = kForms[version - kVer1];
+  const std::u16string line = form.toLine(action);
+  const bool hasAll = core::Encode(line, form.encoding, bytes);
+  if (!hasAll) core::Encode(form.toLine(GivenBack(action)), form.encoding, bytes);
+  bytes += kLineEnd;
+  return hasAll && StaysOneLine(line, form.fields);
 }
 
 }  // namespace exchange

@@ -1,4 +1,4 @@
-// The three forms in which an Action is a line of an exchange file. The fields stand between tabs,
+// The forms in which an Action is a line of an exchange file. The fields stand between tabs,
 // and nothing is quoted or escaped but the memo of the third form: a tab or a line end inside
 // another column breaks the line.
 #pragma once
@@ -16,16 +16,17 @@ inline constexpr char16_t kExchangeSeparator = u'\t';
 enum FormatVer {
   kVer1 = 1,  // no id: start date, start time hh:mm, end date, end time, place, categories, memo
   kVer2 = 2,  // the id first, times hh:mm:ss
-  kVer3 = 3   // a header line; all twelve columns in the table's order, the memo escaped and quoted
+  kVer3 = 3,  // a header line; all twelve columns in the table's order, the memo escaped and quoted
+  kVer3Utf8 = 4  // the same behind a byte order mark, in UTF-8; the others are in the code page
 };
 
-inline constexpr std::u16string_view kVer3Header =
-    u"ActId\tLastUpdate\tStaDateTime\tEndDateTime\tLatitude\tLongitude\tSubject\tPlace\tCategory1\t"
-    u"Category2\tMemo\tExtItems";
+// What stands before the first Action's line; empty for the first two versions.
+std::string HeaderBytes(int version);
 
-// An absent column is an empty field; an absent memo of kVer3 is two quotes.
-std::u16string Ver1Line(const store::Action& action);
-std::u16string Ver2Line(const store::Action& action);
-std::u16string Ver3Line(const store::Action& action);
+// One Action as a line with its end, in place of `bytes`. An absent column is an empty field; an
+// absent memo of kVer3 is two quotes. What is escaped is the text that the file will give back.
+// False if the file can't give back every character of these fields: its encoding lacks one, or a
+// tab or a line end in one of them breaks the line.
+bool LineBytes(const store::Action& action, int version, std::string& bytes);
 
 }  // namespace exchange

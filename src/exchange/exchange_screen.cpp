@@ -1,5 +1,6 @@
 #include "exchange/exchange_screen.h"
 
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QKeyEvent>
@@ -20,6 +21,7 @@ using platform::qt::FromQt;
 using platform::qt::ToQt;
 
 constexpr int kProgressPause = 200;  // milliseconds
+constexpr int kChoicesARow = 3;
 
 // Ids of the controls and commands.
 enum ExchangeControl {
@@ -36,6 +38,7 @@ enum ExchangeControl {
   kIdReplace = 1210,
   kIdRun = 1211,
   kIdClose = 1213,
+  kIdVer3Utf8 = 1214,
   kIdMenuClose = 32900,
   kIdMenuClear = 33053,
   kIdKeyRun = 40002
@@ -52,8 +55,9 @@ QGroupBox* MakeGroup(int id, const QString& text, QVBoxLayout& rows) {
   auto* group = new QGroupBox(text);
   group->setObjectName(QString::number(id));
   group->setFont(FixedFont(12));
-  auto* row = new QHBoxLayout(group);
-  row->setContentsMargins(Scaled(6), 0, Scaled(6), 0);
+  auto* choices = new QGridLayout(group);
+  choices->setContentsMargins(Scaled(6), 0, Scaled(6), 0);
+  choices->setVerticalSpacing(0);
   rows.addWidget(group);
   return group;
 }
@@ -82,7 +86,9 @@ CExchangeDlg::CExchangeDlg(QWidget* over, core::CAppState& app, ExchangeKind kin
   AddChoice(*formats, *versions_, kIdVer1, QStringLiteral("Ver.1"), kVer1);
   AddChoice(*formats, *versions_, kIdVer2, QStringLiteral("Ver.2"), kVer2);
   AddChoice(*formats, *versions_, kIdVer3, QStringLiteral("Ver.3"), kVer3);
-  if (kind == ExchangeKind::kImport) {
+  if (kind == ExchangeKind::kExport) {
+    AddChoice(*formats, *versions_, kIdVer3Utf8, QStringLiteral("Ver.3 (UTF-8)"), kVer3Utf8);
+  } else {
     readModeGroup_ = MakeGroup(kIdReadMode, QStringLiteral("読込方法"), *inner);
     AddChoice(*readModeGroup_, *readModes_, kIdAdd, QStringLiteral("追加"), kReadAdd);
     AddChoice(*readModeGroup_, *readModes_, kIdReplace, QStringLiteral("置換"), kReadReplace);
@@ -179,8 +185,11 @@ void CExchangeDlg::AddChoice(QGroupBox& group, QButtonGroup& choices, int id, co
   button->setObjectName(QString::number(id));
   button->setFont(FixedFont(12));
   button->setMinimumHeight(Scaled(24));
+  const int place = static_cast<int>(choices.buttons().size());
   choices.addButton(button, value);
-  group.layout()->addWidget(button);
+  auto* grid = static_cast<QGridLayout*>(group.layout());
+  const int columns = place < kChoicesARow ? 1 : kChoicesARow;  // the fourth has a row of its own
+  grid->addWidget(button, place / kChoicesARow, place % kChoicesARow, 1, columns);
 }
 
 void CExchangeDlg::OnRun() {

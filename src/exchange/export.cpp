@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "core/lines.h"
 #include "core/text.h"
 #include "exchange/action_lines.h"
 #include "platform/files.h"
@@ -33,15 +32,14 @@ int TellWriteFailed(std::u16string_view path, int code) {
   return kFailed;
 }
 
-using ToLine = std::u16string (*)(const store::Action&);
-
 // The lines of the whole index. How many, or the negative result of the write that failed.
-int WriteActions(const core::CAppState& app, platform::File& file, ToLine toLine,
+int WriteActions(const core::CAppState& app, platform::File& file, int version, int& unkept,
                  const Progress& progress) {
   store::CUserDataTable* table = store::dbSession().UserTable.get();
   if (table == nullptr) return 0;
   const store::ReadView view(*store::dbSession().Session);
   store::Action action;
+  std::string line;
   int done = 0;
   for (; done < app.IndexCount; ++done) {
     if (done % kRowsASignal == 0) {
@@ -50,22 +48,23 @@ int WriteActions(const core::CAppState& app, platform::File& file, ToLine toLine
     }
     const store::HRESULT read = table->ReadById(app.ActIds.At(static_cast<size_t>(done)), action);
     if (store::Failed(read)) break;
-    const int written = core::WriteTextLine(file, toLine(action));
-    if (written < 0) return written;
+    if (!LineBytes(action, version, line)) ++unkept;
+    if (!file.Write(line)) return kFailed;
   }
   if (progress) progress(done, app.IndexCount);
   return done;
 }
 
-int Export(const core::CAppState& app, std::u16string_view path, std::u16string_view header,
-           ToLine toLine, const Progress& progress) {
+int Export(const core::CAppState& app, std::u16string_view path, int version, int& unkept,
+           const Progress& progress) {
   // The diary itself is chosen with one tap in the file dialog.
   const std::unique_ptr<store::Engine>& diary = store::dbSession().Session;
   if (diary && diary->Keeps(path)) return TellOpenFailed(path);
   const std::unique_ptr<platform::File> file = platform::files().Create(path);
   if (file == nullptr) return TellOpenFailed(path);
-  int result = header.empty() ? 0 : core::WriteTextLine(*file, header);
-  if (result == 0) result = WriteActions(app, *file, toLine, progress);
+  unkept = 0;
+  int result = file->Write(HeaderBytes(version)) ? 0 : kFailed;
+  if (result == 0) result = WriteActions(app, *file, version, unkept, progress);
   // A disk that fails late must not be told as success.
   if (result >= 0 && !file->Sync()) result = kFailed;
   return result < 0 ? TellWriteFailed(path, result) : result;
@@ -73,28 +72,44 @@ int Export(const core::CAppState& app, std::u16string_view path, std::u16string_
 
 }  // namespace
 
-int ExportVer1(const core::CAppState& app, std::u16string_view path, const Progress& progress) {
-  return Export(app, path, {}, Ver1Line, progress);
+int ExportVer1(const core::CAppState& app, std::u16string_view path, int& unkept,
+               const Progress& progress) {
+  return Export(app, path, kVer1, unkept, progress);
 }
 
-int ExportVer2(const core::CAppState& app, std::u16string_view path, const Progress& progress) {
-  return Export(app, path, {}, Ver2Line, progress);
+int ExportVer2(const core::CAppState& app, std::u16string_view path, int& unkept,
+               const Progress& progress) {
+  return Export(app, path, kVer2, unkept, progress);
 }
 
-int ExportVer3(const core::CAppState& app, std::u16string_view path, const Progress& progress) {
-  return Export(app, path, kVer3Header, Ver3Line, progress);
+int ExportVer3(const core::CAppState& app, std::u16string_view path, int& unkept,
+               const Progress& progress) {
+  return Export(app, path, kVer3, unkept, progress);
+}
+
+int ExportVer3Utf8(const core::CAppState& app, std::u16string_view path, int& unkept,
+                   const Progress& progress) {
+  return Export(app, path, kVer3Utf8, unkept, progress);
 }
 
 int RunExport(const core::CAppState& app, std::u16string_view path, int version,
               const Progress& progress) {
-  const int result = version == kVer1   ? ExportVer1(app, path, progress)
-                     : version == kVer2 ? ExportVer2(app, path, progress)
-                                        : ExportVer3(app, path, progress);
+  int unkept = 0;
+  const auto write = version == kVer1   ? ExportVer1
+                     : version == kVer2 ? ExportVer2
+                     : version == kVer3 ? ExportVer3
+                                        : ExportVer3Utf8;
+  const int result = write(app, path, unkept, progress);
   if (result < 0) {
     ShowNotice(u"エクスポートに失敗しました。(" + core::ZeroPadded(result, 1) + u")",
                u"エクスポート失敗", Icon::kStop);
   } else {
-    ShowNotice(u"エクスポートが完了しました。", u"エクスポート完了", Icon::kInformation);
+    std::u16string text = u"エクスポートが完了しました。";
+    if (unkept > 0) {
+      text += u'\n' + core::ZeroPadded(unkept, 1) +
+              u"個のアクションに、この形式では残せない文字があります。";
+    }
+    ShowNotice(text, u"エクスポート完了", Icon::kInformation);
   }
   return result;
 }

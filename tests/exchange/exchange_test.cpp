@@ -11,6 +11,7 @@
 #include "exchange/import.h"
 #include "exchange/import_reader.h"
 #include "exchange_fixture.h"
+#include "platform/code_page.h"
 #include "platform/utf.h"
 #include "support/disk_calls.h"
 #include "support/faulty_files.h"
@@ -47,11 +48,12 @@ class FileTest : public ExchangeTest {
   std::string hostPath = folder.HostPath("morvenly.csv");
 };
 
-TEST_F(FileTest, TheThreeFormsByteForByte) {
+TEST_F(FileTest, EveryFormByteForByte) {
   store::Action action = Of(u"09:00:05", u"10:30:59");
   action[store::kPlace] = u"家－＞\U0001F600é";
   action[store::kCategory1] = u"\"a\"";
-  action[store::kMemo] = u"a\r\nb\t\"\\";
+  action[store::kMemo] = u"a\r\nb\"\\¥1か\u3099";
+  action[store::kExtItems] = u"x=\"¥\"";
   action[store::kLatitude] = u"35.5";
   Insert(action);
   Insert(Of(u"00:00:00", u"24:00:00"));
@@ -62,24 +64,63 @@ TEST_F(FileTest, TheThreeFormsByteForByte) {
   const Row rows[] = {
       {1,
        "2010/06/23\t00:00\t2010/06/23\t24:00\t\t\t\t\r\n"
-       "2010/06/23\t09:00\t2010/06/23\t10:30\t\x89\xC6\x81\x7C\x81\x84?e\t\"a\"\t\tab\t\"\\\r\n"},
+       "2010/06/23\t09:00\t2010/06/23\t10:30\t\x89\xC6\x81\x7C\x81\x84?e\t\"a\"\t\tab"
+       "\"\\\\1\x82\xAA\r\n"},
       {2,
        "ID0000000000000002\t2010/06/23\t00:00:00\t2010/06/23\t24:00:00\t\t\t\t\r\n"
        "ID0000000000000001\t2010/06/23\t09:00:05\t2010/06/23\t10:30:59\t\x89\xC6\x81\x7C\x81\x84?e"
-       "\t\"a\"\t\tab\t\"\\\r\n"},
+       "\t\"a\"\t\tab\"\\\\1\x82\xAA\r\n"},
       {3,
        "ActId\tLastUpdate\tStaDateTime\tEndDateTime\tLatitude\tLongitude\tSubject\tPlace\t"
        "Category1\tCategory2\tMemo\tExtItems\r\n"
        "ID0000000000000002\t2010/06/23 10:45:30\t2010/06/23 00:00:00\t2010/06/23 24:00:00\t\t\t\t\t"
        "\t\t\"\"\t\r\n"
        "ID0000000000000001\t2010/06/23 10:45:30\t2010/06/23 09:00:05\t2010/06/23 10:30:59\t"
-       "35.500000\t\t\t\x89\xC6\x81\x7C\x81\x84?e\t\"a\"\t\t\"a\\r\\nb\\t\\\"\\\\\"\t\r\n"},
+       "35.500000\t\t\t\x89\xC6\x81\x7C\x81\x84?e\t\"a\"\t\t\"a\\r\\nb\\\"\\\\\\\\1\x82\xAA\"\t"
+       "x=\"\\\\\"\r\n"},
+      {4,
+       "\xEF\xBB\xBF"
+       "ActId\tLastUpdate\tStaDateTime\tEndDateTime\tLatitude\tLongitude\tSubject\tPlace\t"
+       "Category1\tCategory2\tMemo\tExtItems\r\n"
+       "ID0000000000000002\t2010/06/23 10:45:30\t2010/06/23 00:00:00\t2010/06/23 24:00:00\t\t\t\t\t"
+       "\t\t\"\"\t\r\n"
+       "ID0000000000000001\t2010/06/23 10:45:30\t2010/06/23 09:00:05\t2010/06/23 10:30:59\t"
+       "35.500000\t\t\t家－＞😀é\t\"a\"\t\t\"a\\r\\nb\\\"\\\\¥1か\u3099\"\tx=\"¥\"\r\n"},
   };
+  const std::string done = "エクスポートが完了しました。";
   for (const Row& row : rows) {
     SCOPED_TRACE(row.version);
     EXPECT_GE(RunExport(app, path, row.version), 0);
     EXPECT_EQ(Bytes(), row.bytes);
-    EXPECT_EQ(LastMessage(), "エクスポートが完了しました。");
+    EXPECT_EQ(
+        LastMessage(),
+        done +
+            (row.version == 4 ? "" : "\n1個のアクションに、この形式では残せない文字があります。"));
+  }
+}
+
+// What the code page makes of a character must not mean anything else in the escaped memo.
+TEST_F(FileTest, EveryCharacterComesBackAsItsEncodingHasIt) {
+  std::string bytes, inCodePage = HeaderBytes(kVer3), inUtf8 = HeaderBytes(kVer3Utf8);
+  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+    store::Action action = Of(u"09:00:00", u"10:00:00");
+    action[store::kActId] = u"ID0000000000000001";
+    action[store::kMemo] = std::u16string{static_cast<char16_t>(unit)} + u"n";
+    LineBytes(action, kVer3, bytes);
+    inCodePage += bytes;
+    EXPECT_TRUE(LineBytes(action, kVer3Utf8, bytes));
+    inUtf8 += bytes;
+  }
+  for (const bool isUtf8 : {false, true}) {
+    Put(isUtf8 ? inUtf8 : inCodePage);
+    ImportList list;
+    int line = 0, detail = 0;
+    ASSERT_EQ(ReadImportFile(list, path, 3, line, detail), 0);
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+      const std::u16string memo{static_cast<char16_t>(unit), u'n'};
+      ASSERT_EQ(list[unit].Memo,
+                isUtf8 ? memo : platform::DecodeCodePage(platform::EncodeCodePage(memo)));
+    }
   }
 }
 
