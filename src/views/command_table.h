@@ -14,7 +14,13 @@ namespace views {
 enum Command : int {
   kShellOk = 1,
   kDateLabel = 1050,
-  kSunday = 1051,  // to 1057, Saturday
+  kSunday = 1051,
+  kMonday = 1052,
+  kTuesday = 1053,
+  kWednesday = 1054,
+  kThursday = 1055,
+  kFriday = 1056,
+  kSaturday = 1057,
   kToday = 1058,
   kStepForward = 1059,
   kBigStepForward = 1060,

@@ -67,7 +67,8 @@ QRect DatePopups::LabelRect() const {
 }
 
 void DatePopups::OpenCalendar() {
-  calendar_->Select(QDate(core::CurYear, core::CurMonth, core::CurDay));
+  const core::CalendarParts day = DaysFromCurDate(0);
+  calendar_->Select(QDate(day.year, day.month, day.day));
   const QPoint place(LabelRect().left(), header_.geometry().bottom() + 1);
   const QSize room(window_->width(), window_->height() - core::MenuBarHeight - place.y());
   calendar_->setGeometry(QRect(place, QSize(Scaled(228), Scaled(200)).boundedTo(room)));

@@ -22,8 +22,8 @@ constexpr int kMapPaneHeight = 160;
 }  // namespace
 
 const std::array<int, kHeaderButtons> kHeaderButtonIds = {
-    kSunday,     kSunday + 1,  kSunday + 2, kSunday + 3, kSunday + 4,  kSunday + 5,
-    kSunday + 6, kBigStepBack, kStepBack,   kToday,      kStepForward, kBigStepForward};
+    kSunday,   kMonday,      kTuesday,  kWednesday, kThursday,    kFriday,
+    kSaturday, kBigStepBack, kStepBack, kToday,     kStepForward, kBigStepForward};
 
 bool ShowsWeekdays(core::View view) {
   return view == core::kViewDay || view == core::kViewWeek || view == core::kViewMap;

@@ -311,9 +311,17 @@ void CMainWnd::OnHeaderStep(int id) {
     case kBigStepForward:
       TakeStep(app_, Step::kBigForward);
       break;
-    default:
+    case kSunday:
+    case kMonday:
+    case kTuesday:
+    case kWednesday:
+    case kThursday:
+    case kFriday:
+    case kSaturday:
       GoToWeekday(id - kSunday + 1);
       break;
+    default:
+      return;
   }
   ShowMovedDate();
 }
@@ -327,9 +335,7 @@ void CMainWnd::OnDateLabel() {
 
 void CMainWnd::OnDateChosen(QDate date) {
   popups_->Close();
-  core::CurYear = date.year();
-  core::CurMonth = date.month();
-  core::CurDay = date.day();
+  SetDate({date.year(), date.month(), date.day()});
   // Kept on purpose: neither the boxes of the week nor the counts of the month follow.
   if (!StaysCurrent(app_)) return Refresh();
   ShowMovedDate();

@@ -138,9 +138,7 @@ int MonthViewScreen::SelectedRow() const {
 void MonthViewScreen::GoToPressedDay() {
   if (pressedCell_ < 0) return;
   const MonthCell& cell = month_.MonthCells[static_cast<size_t>(pressedCell_)];
-  core::CurYear = cell.year;
-  core::CurMonth = cell.month;
-  core::CurDay = cell.day;
+  SetDate({cell.year, cell.month, cell.day});
 }
 
 void MonthViewScreen::OnTapped(QPoint press, QPoint release) {

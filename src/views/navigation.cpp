@@ -47,17 +47,22 @@ void StepPages(core::CAppState& app, Step step) {
 }  // namespace
 
 void SetDate(const core::CalendarParts& date) {
+  if (date.day < 1) return;
   core::CurYear = date.year;
   core::CurMonth = date.month;
   core::CurDay = date.day;
 }
 
+core::CalendarParts DaysFromCurDate(int days) {
+  const int lastDay = core::DaysInMonth(core::CurYear, core::CurMonth);
+  return core::AddDays(core::CurYear, core::CurMonth, std::min(core::CurDay, lastDay), days);
+}
+
 void MoveDate(int days) {
-  SetDate(core::AddDays(core::CurYear, core::CurMonth, core::CurDay, days));
+  SetDate(DaysFromCurDate(days));
 }
 
 void MoveMonth(int months) {
-  if (core::CurMonth < 1) return;
   const int month = core::CurYear * kMonths + core::CurMonth - 1 + months;
   if (months < 0 && month < kFirstYear * kMonths) return;
   core::CurYear = month / kMonths;
@@ -65,7 +70,7 @@ void MoveMonth(int months) {
 }
 
 void GoToWeekday(int weekday) {
-  MoveDate(weekday - core::WeekdayOf(core::CurYear, core::CurMonth, core::CurDay));
+  MoveDate(weekday - DaysFromCurDate(0).weekday);
 }
 
 void GoToToday(core::CAppState& app) {

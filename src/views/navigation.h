@@ -7,8 +7,11 @@
 
 namespace views {
 
+// A date that does not exist is not taken.
 void SetDate(const core::CalendarParts& date);
-// By real calendar arithmetic. From a date that does not exist all three parts become -1.
+// Real calendar arithmetic from the current date, or from the last day of its month where that
+// lacks the day. All parts are -1 beyond the last year of the calendar.
+core::CalendarParts DaysFromCurDate(int days);
 void MoveDate(int days);
 // The day number stays as it is, also where the new month is shorter. A step back that would lead
 // before 1900 is not taken.

@@ -5,6 +5,7 @@
 
 #include "core/date_time.h"
 #include "store/action_index.h"
+#include "views/navigation.h"
 #include "views/view_rows.h"
 
 namespace views {
@@ -37,10 +38,12 @@ CalendarParts DayBehind(const CalendarParts& day, int days) {
   return core::AddDays(day.year, day.month, day.day, days);
 }
 
+// Any sign may stand between the date and the time.
 CalendarValue MomentValue(std::u16string_view moment) {
+  const auto [date, time] = core::SplitMoment(moment);
   core::Timestamp n;
   CalendarValue value{0, 1};
-  if (core::ParseTimestamp(moment, n) == 0) {
+  if (core::ParseTimestamp(std::u16string(date) + u' ' + std::u16string(time), n) == 0) {
     core::MakeCalendarValue(value, n[0], n[1], n[2], n[3], n[4], n[5]);
   }
   return value;
@@ -106,12 +109,11 @@ void PlaceInBand(const std::vector<WeekItem*>& band, WeekItem& item) {
 }  // namespace
 
 CalendarParts FirstDayOfWeek() {
-  return core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -kDaysBeforeCurDate);
+  return DaysFromCurDate(-kDaysBeforeCurDate);
 }
 
 void ReadWeek(const core::CAppState& app, WeekData& week) {
-  CalendarValue date;
-  core::MakeCalendarValue(date, core::CurYear, core::CurMonth, core::CurDay, 0, 0, 0);
+  const CalendarValue date = Midnight(DaysFromCurDate(0));
   if (date.status == 0 && week.WeekCacheDate.status == 0 && date.dt == week.WeekCacheDate.dt) {
     return;
   }

@@ -31,7 +31,7 @@ struct WeekData {
   core::CalendarValue WeekCacheDate{0, 1};  // the date they were read for, invalid for none
 };
 
-// The first day of the grid; parts of -1 if the current date does not exist.
+// The first day of the grid. Round a day that its month lacks it's the grid of the month's last.
 core::CalendarParts FirstDayOfWeek();
 
 // Reads the boxes round the current date, unless they are already those of that date. Kept on

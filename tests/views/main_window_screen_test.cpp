@@ -97,6 +97,8 @@ TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
   EXPECT_EQ(QStringLiteral("2010/06/27"), Title()) << "the Sunday of that week";
   Click("1058");
   EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "the host's today";
+  for (const int id : {1050 - 1, 1057 + 6, 4711}) main->OnCommand(id);
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "no control has these numbers";
 }
 
 TEST_F(MainWindow, ATapOpensWhatItMeans) {

@@ -25,6 +25,7 @@ TEST_F(Navigation, DateStepsFollowTheCalendar) {
       {u"2012/03/01", -1, u"2012/02/29", "back into a leap day"},
       {u"2010/03/07", -7, u"2010/02/28", "a week back"},
       {u"1900/01/01", -1, u"1899/12/31", "dates do not stop at 1900"},
+      {u"9999/12/31", 1, u"9999/12/31", "the calendar's last day"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
@@ -34,16 +35,15 @@ TEST_F(Navigation, DateStepsFollowTheCalendar) {
   }
 }
 
-TEST_F(Navigation, ADateThatDoesNotExistBecomesMinusOne) {
+TEST_F(Navigation, StepsFromADayThatItsMonthLacksStartAtItsLast) {
   core::SetCurDate(u"2010/01/31");
   MoveMonth(1);
   EXPECT_EQ(u"2010/02/31", core::CurDate()) << "the day number is kept";
+  GoToWeekday(1);
+  EXPECT_EQ(u"2010/02/28", core::CurDate()) << "a Sunday";
+  core::CurDay = 31;
   MoveDate(1);
-  EXPECT_EQ(-1, core::CurYear);
-  EXPECT_EQ(-1, core::CurMonth);
-  EXPECT_EQ(-1, core::CurDay);
-  GoToToday(app);
-  EXPECT_EQ(u"2010/06/23", core::CurDate()) << "today leads out";
+  EXPECT_EQ(u"2010/03/01", core::CurDate());
 }
 
 TEST_F(Navigation, MonthStepsWrapAndStopAt1900) {
