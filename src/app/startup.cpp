@@ -92,9 +92,12 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
 }
 
 void ShutdownApp(core::CAppState& app) {
+  const std::u16string dataFile = app.DataFile;
   core::SaveSettings(app);
   position::ClosePositionMonitor();
   recorder::CloseRecorderSession(app);
+  // A file that was displaced may have been left for another one while it was closed.
+  if (app.DataFile != dataFile) core::SaveSettings(app);
 }
 
 }  // namespace app

@@ -126,7 +126,8 @@ void CaptureRecorderFields(CAppState& app, const RecorderFields& fields) {
 
 void CloseRecorderSession(CAppState& app) {
   if (store::dbSession().Session) {
-    const int saved = app.RcdrLoaded ? SaveRecorderValues(app) : 0;
+    const bool takesWrites = !store::Failed(store::dbSession().Session->ConfirmPlace());
+    const int saved = app.RcdrLoaded && takesWrites ? SaveRecorderValues(app) : 0;
     if (saved != 0) {
       platform::ShowNotice(store::WithReason(u"レコーダーデータ保存中にエラーが発生しました。(" +
                                              core::ZeroPadded(saved, 1) + u")"),

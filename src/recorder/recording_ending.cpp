@@ -13,6 +13,12 @@ namespace recorder {
 std::optional<CRecorder::Ending> CRecorder::InBurst(
     const std::function<std::optional<Ending>()>& steps) {
   store::WriteBurst burst(*store::dbSession().Session);
+  if (store::Failed(burst.Begun())) {
+    const Ending refused = KeyFault(kPreActIdKey, core::Hex(burst.Begun()));
+    burst.End();
+    if (store::LastTrouble() == store::Trouble::kExchanged) SetActList();
+    return refused;
+  }
   const std::optional<Ending> ending = steps();
   const store::HRESULT synced = burst.End();
   if (ending || !store::Failed(synced)) return ending;

@@ -11,6 +11,7 @@
 #include "platform/host.h"
 #include "recorder/recorder_state.h"
 #include "store/action_index.h"
+#include "store/data_file_displaced.h"
 #include "store/session.h"
 #include "store/trouble.h"
 
@@ -231,6 +232,7 @@ HRESULT CreateDataFile(std::u16string_view path) {
 
 int OpenDataFile(core::CAppState& app) {
   DisconnectDataFile();
+  dbSession().SettleDisplaced = SettleDisplaced;
   const bool exists = IsRooted(app.DataFile) && platform::files().Exists(app.DataFile);
   const int result = exists ? ConnectChecked(app) : TakeMissingFile(app);
   if (result < -99) return result;

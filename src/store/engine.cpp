@@ -291,19 +291,25 @@ void Engine::Remove(std::u16string_view path) {
 }
 
 HRESULT Engine::Compact(std::u16string_view source, std::u16string_view destination) {
-  Remove(destination);
-  const auto hostDestination = platform::ToHostPath(destination);
   auto engine = Open(source);
-  // Made here and not by the engine, because files() makes it its owner's alone.
-  if (!hostDestination || !engine || !platform::files().Create(destination)) return E_FAIL;
-  HRESULT result = engine->CopyCompacted(*hostDestination);
+  HRESULT result = engine ? engine->CopyTo(destination) : E_FAIL;
   engine.reset();
   // The copy will take the source's name: a journal that stayed there would be taken for its own.
   for (const std::u16string_view journal : {u"-journal", u"-wal"}) {
     if (platform::files().Exists(std::u16string(source) += journal)) result = E_FAIL;
   }
-  if (!Failed(result) && !platform::files().SyncToDisk(destination)) result = E_FAIL;
   if (Failed(result)) Remove(destination);
+  return result;
+}
+
+HRESULT Engine::CopyTo(std::u16string_view path) {
+  Remove(path);
+  const auto hostPath = platform::ToHostPath(path);
+  // Made here and not by the engine, because files() makes it its owner's alone.
+  if (!hostPath || !platform::files().Create(path)) return E_FAIL;
+  HRESULT result = CopyCompacted(*hostPath);
+  if (!Failed(result) && !platform::files().SyncToDisk(path)) result = E_FAIL;
+  if (Failed(result)) Remove(path);
   return result;
 }
 
@@ -317,6 +323,11 @@ HRESULT Engine::CopyCompacted(const std::string& destination) {
 Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock)
     : lock_(std::move(lock)), database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);
+  struct stat status;
+  if (stat(hostPath_.c_str(), &status) == 0) {
+    device_ = status.st_dev;
+    inode_ = status.st_ino;
+  }
   // No row of a diary into a temporary file; and a commit has returned only when the disk has it,
   // also by a rollback journal, whose removal the folder has to know.
   RunScript("PRAGMA temp_store=MEMORY; PRAGMA synchronous=EXTRA");
@@ -324,9 +335,52 @@ Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock
 
 // A reader in another program may keep the file from its rollback form. It is right all the same.
 Engine::~Engine() {
+  Close();
+  sqlite3_close(database_);
+}
+
+// What takes the file's place is empty: every statement on a table fails there.
+void Engine::Close() {
   idle_.clear();
+  tables_.clear();
   if (inCharge_) RunScript("PRAGMA journal_mode=DELETE");
   sqlite3_close(database_);
+  lock_.reset();
+  sqlite3_open_v2(":memory:", &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  inCharge_ = journalReady_ = false;
+  settle_ = nullptr;
+}
+
+void Engine::Become(Engine& other) {
+  idle_.clear();
+  other.idle_.clear();
+  tables_.clear();
+  std::swap(lock_, other.lock_);
+  std::swap(database_, other.database_);
+  std::swap(hostPath_, other.hostPath_);
+  std::swap(device_, other.device_);
+  std::swap(inode_, other.inode_);
+  std::swap(settle_, other.settle_);
+  std::swap(inCharge_, other.inCharge_);
+  std::swap(journalReady_, other.journalReady_);
+  WatchRows(watched_);
+}
+
+bool Engine::IsInPlace() const {
+  struct stat status;
+  return stat(hostPath_.c_str(), &status) == 0 && status.st_dev == device_ &&
+         status.st_ino == inode_;
+}
+
+HRESULT Engine::ConfirmPlace() {
+  return journalReady_ ? BeginWrite() : S_OK;
+}
+
+std::optional<std::u16string> Engine::Whereabouts() {
+  const auto path = lock_ ? lock_->Whereabouts() : std::nullopt;
+  // A log that lies under the former name would be lost to the file.
+  if (!path || ReadValue("PRAGMA wal_checkpoint(TRUNCATE)", {}) != "0") return {};
+  return platform::FromHostPath(*path);
 }
 
 bool Engine::Keeps(std::u16string_view path) const {
@@ -350,12 +404,13 @@ void Engine::TakeCharge() {
 }
 
 HRESULT Engine::BeginTransaction() {
-  PrepareJournal();
-  return RunScript("BEGIN IMMEDIATE");
+  const HRESULT ready = BeginWrite();
+  return Failed(ready) ? ready : RunScript("BEGIN IMMEDIATE");
 }
 
 HRESULT Engine::Commit() {
-  const HRESULT result = RunScript("COMMIT");
+  const HRESULT ready = BeginWrite();
+  const HRESULT result = Failed(ready) ? ready : RunScript("COMMIT");
   if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
   return result;
 }
@@ -363,13 +418,17 @@ HRESULT Engine::Commit() {
 // The log's frames carry a running checksum: what a power cut leaves of an unsynced log is read up
 // to the first frame that is missing. A rollback journal promises no such thing, so there every
 // write goes on waiting for the disk.
-void Engine::BeginBurst() {
-  PrepareJournal();
+HRESULT Engine::BeginBurst() {
+  const HRESULT ready = BeginWrite();
+  refusing_ = Failed(ready);
+  if (refusing_) return ready;
   inBurst_ = ReadValue("PRAGMA journal_mode", {}) == "wal";
   if (inBurst_) RunScript("PRAGMA synchronous=NORMAL");
+  return S_OK;
 }
 
 HRESULT Engine::EndBurst() {
+  if (std::exchange(refusing_, false)) return E_FAIL;
   if (!inBurst_) return S_OK;
   inBurst_ = false;
   sqlite3_file* log = nullptr;
@@ -410,7 +469,8 @@ RowChanges Engine::TakeRowChanges() {
 }
 
 HRESULT Engine::Execute(std::u16string_view sql) {
-  PrepareJournal();
+  const HRESULT ready = BeginWrite();
+  if (Failed(ready)) return ready;
   changes_ = {};
   const std::string text = platform::ToUtf8(sql);
   const auto change = ReadColumnChange(text);
@@ -472,10 +532,12 @@ HRESULT Engine::DeleteFirst(std::u16string_view table, const Field& key) {
 
 HRESULT Engine::WriteFirst(std::string_view sql, std::u16string_view table,
                            std::span<const Field> fields) {
+  const HRESULT ready = BeginWrite();
+  if (Failed(ready)) return ready;
   const StatementLoan statement = Borrow(sql);
   if (!statement) return E_FAIL;
   HRESULT result = Bind(*statement, ColumnsOf(table), fields);
-  if (!Failed(result)) result = Write(*statement);
+  if (!Failed(result)) result = ResultOf(sqlite3_step(statement->Get()));
   if (Failed(result)) return result;
   return sqlite3_changes(database_) == 0 ? DB_E_NOTFOUND : S_OK;
 }
@@ -488,6 +550,8 @@ HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields)
   sql += ") values (";
   AppendList(sql, fields, [&sql](const Field&) { sql += '?'; });
   sql += ')';
+  const HRESULT ready = BeginWrite();
+  if (Failed(ready)) return ready;
   const StatementLoan statement = Borrow(sql);
   if (!statement) return E_FAIL;
   const Columns& columns = ColumnsOf(table);
@@ -495,7 +559,7 @@ HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields)
     if (column.type == ColumnType::kBytes) TellForeignType(column);
   }
   const HRESULT result = Bind(*statement, columns, fields);
-  return Failed(result) ? result : Write(*statement);
+  return Failed(result) ? result : ResultOf(sqlite3_step(statement->Get()));
 }
 
 HRESULT Engine::ResultOf(int code) {
@@ -605,9 +669,16 @@ HRESULT Engine::Bind(Statement& statement, const Columns& columns, std::span<con
   return S_OK;
 }
 
-HRESULT Engine::Write(Statement& statement) {
+// Where every write begins, and before it has a statement: moving to another file ends them all.
+HRESULT Engine::BeginWrite() {
+  if (refusing_ || !IsInPlace()) {
+    NoteTrouble(Trouble::kDisplaced);
+    const bool mayMove = !refusing_ && !inBurst_ && openRowSets_ == 0 &&
+                         sqlite3_get_autocommit(database_) != 0 && settle_;
+    if (!mayMove || !settle_()) return E_FAIL;
+  }
   PrepareJournal();
-  return ResultOf(sqlite3_step(statement.Get()));
+  return S_OK;
 }
 
 // The file and its log bear one stamp: a log that is left beside another file is known by it.
@@ -620,6 +691,7 @@ void Engine::SwitchToLog() {
 // While a row set of ours is open the journal cannot be switched: that write goes through a
 // rollback journal, which is as safe and only slower.
 void Engine::PrepareJournal() {
+  if (!IsInPlace()) return;
   if (!inCharge_) TakeCharge();
   if (journalReady_ || openRowSets_ > 0) return;
   if (ReadValue("PRAGMA journal_mode", {}) != "wal") SwitchToLog();

@@ -8,6 +8,7 @@
 // complete in itself. What another program holds locked is waited for about two seconds.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <map>
@@ -16,6 +17,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "store/column.h"
@@ -122,6 +124,24 @@ class Engine {
   // the diary.
   bool Keeps(std::u16string_view path) const;
 
+  // The open file is what stands at its path. It is not once that was renamed over, moved or
+  // removed: then `settle` is asked before the next write, unless a row set, a transaction or a
+  // burst is open, and true lets the write go on, in the file that the engine has moved to. Every
+  // other write to a displaced file is refused.
+  bool IsInPlace() const;
+  void OnDisplaced(std::function<bool()> settle) { settle_ = std::move(settle); }
+  // Before closing: a displaced file would take with it what has been written to it. E_FAIL if it
+  // stays displaced.
+  HRESULT ConfirmPlace();
+  // Where the open file lies now, with all that was written to it; none if it has no name any more.
+  std::optional<std::u16string> Whereabouts();
+  // A compacted copy at `path`, which is replaced: whole and on the disk, or gone after a failure.
+  HRESULT CopyTo(std::u16string_view path);
+  // Closes the file. Until Become nothing can be read or written.
+  void Close();
+  // Takes over the file of `other`; the tables that hang from this engine then mean that one.
+  void Become(Engine& other);
+
   // The file is ours: makes it, and what stands beside it, its owner's alone; from now on closing
   // brings it to the rollback form.
   void TakeCharge();
@@ -130,12 +150,13 @@ class Engine {
   HRESULT BeginTransaction();
   HRESULT Commit();
   // Between these two a write returns before the disk has it; EndBurst waits for all of them.
-  // E_FAIL if the disk did not take them. Use WriteBurst.
-  void BeginBurst();
+  // E_FAIL if the disk did not take them. After a BeginBurst that failed all of them are refused.
+  // Use WriteBurst.
+  HRESULT BeginBurst();
   HRESULT EndBurst();
 
-  // Switches the journal for the session's writes; the first of them does it otherwise. It counts
-  // as another connection's commit.
+  // Switches the journal of a file in its place for the session's writes; the first of them does it
+  // otherwise. It counts as another connection's commit.
   void PrepareJournal();
 
   // From now on the changes of this table's rows are noted, and no other's. The text must live on.
@@ -171,6 +192,7 @@ class Engine {
   StatementLoan Borrow(std::string_view sql);
   HRESULT RunScript(const std::string& sql);
   HRESULT CopyCompacted(const std::string& destination);
+  HRESULT BeginWrite();
   HRESULT ChangeColumn(const ColumnChange& change);
   HRESULT ReplaceDeclaration(const ColumnChange& change);
   std::optional<std::string> ReadValue(std::string_view sql,
@@ -180,19 +202,22 @@ class Engine {
   HRESULT Bind(Statement& statement, const Columns& columns, std::span<const Field> fields);
   HRESULT WriteFirst(std::string_view sql, std::u16string_view table,
                      std::span<const Field> fields);
-  HRESULT Write(Statement& statement);
   void SwitchToLog();
   void NoteRow(std::string_view table, int64_t row);
 
-  const std::unique_ptr<FileLock> lock_;  // goes after the database is closed
+  std::unique_ptr<FileLock> lock_;  // goes after the database is closed
   sqlite3* database_;
   std::string hostPath_;
+  uint64_t device_ = 0;  // of the open file
+  uint64_t inode_ = 0;
+  std::function<bool()> settle_;
   std::vector<std::unique_ptr<Statement>> idle_;           // prepared, the last used last
   std::map<std::u16string, Columns, std::less<>> tables_;  // those asked for so far
   int openRowSets_ = 0;
   bool journalReady_ = false;
   bool inCharge_ = false;
   bool inBurst_ = false;
+  bool refusing_ = false;     // a burst that could not begin
   std::string_view watched_;  // a table, or empty
   RowChanges changes_;        // of its rows
   std::string dataVersion_;   // of the last look; another connection's commit raises it

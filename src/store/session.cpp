@@ -14,17 +14,15 @@ namespace store {
 namespace {
 
 // Locked first: a log that another program of ours is writing is no foreign one.
-HRESULT OpenEngine(std::u16string_view path) {
-  CDbSession& session = dbSession();
+std::unique_ptr<Engine> OpenEngine(std::u16string_view path) {
   std::unique_ptr<FileLock> lock = FileLock::Take(platform::ToHostPath(path).value_or(""));
-  if (!lock) {
-    NoteTrouble(Trouble::kInUse);
-  } else if (HasForeignLog(path) && !SetLogAside(path)) {
-    NoteTrouble(Trouble::kForeignLog);
-  } else {
-    session.Session = Engine::Open(path, std::move(lock));
+  if (!lock || (HasForeignLog(path) && !SetLogAside(path))) {
+    NoteTrouble(lock ? Trouble::kForeignLog : Trouble::kInUse);
+    return nullptr;
   }
-  return session.Session ? S_OK : E_FAIL;
+  std::unique_ptr<Engine> engine = Engine::Open(path, std::move(lock));
+  if (engine && dbSession().SettleDisplaced) engine->OnDisplaced(dbSession().SettleDisplaced);
+  return engine;
 }
 
 bool EngineAvailable() {
@@ -69,9 +67,10 @@ HRESULT ConnectDataFile(std::u16string_view path) {
   DisconnectDataFile();
   NoteTrouble(Trouble::kUnknown);
   if (!EngineAvailable()) return E_FAIL;
-  const HRESULT result = OpenEngine(path);
-  if (!Failed(result)) MakeTables();
-  return result;
+  dbSession().Session = OpenEngine(path);
+  if (!dbSession().Session) return E_FAIL;
+  MakeTables();
+  return S_OK;
 }
 
 HRESULT CreateEmptyDataFile(std::u16string_view path) {
@@ -81,14 +80,23 @@ HRESULT CreateEmptyDataFile(std::u16string_view path) {
   if (!EngineAvailable()) return E_FAIL;
   // Made here and not by the engine, because files() makes it its owner's alone.
   if (!platform::files().Create(path)) return E_FAIL;
-  HRESULT result = OpenEngine(path);
-  if (!Failed(result)) result = MakeSchema(*dbSession().Session);
+  dbSession().Session = OpenEngine(path);
+  const HRESULT result = dbSession().Session ? MakeSchema(*dbSession().Session) : E_FAIL;
   if (Failed(result)) {
     DisconnectDataFile();
   } else {
     MakeTables();
   }
   return result;
+}
+
+HRESULT MoveToDataFile(std::u16string_view path) {
+  Engine& engine = *dbSession().Session;
+  engine.Close();
+  const std::unique_ptr<Engine> other = OpenEngine(path);
+  if (!other) return E_FAIL;
+  engine.Become(*other);
+  return S_OK;
 }
 
 void PrepareToWrite() {

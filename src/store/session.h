@@ -16,6 +16,8 @@
 namespace store {
 
 struct CDbSession {
+  // What every engine asks whose file is displaced; kept from one file to the next.
+  bool (*SettleDisplaced)() = nullptr;
   std::unique_ptr<Engine> Session;
   std::unique_ptr<CUserDataTable> UserTable;
   std::unique_ptr<CNamedValueTable> LongTable;
@@ -34,6 +36,10 @@ HRESULT ConnectDataFile(std::u16string_view path);
 HRESULT CreateEmptyDataFile(std::u16string_view path);
 // Harmless when nothing is open. The closed file is one file, complete in itself.
 void DisconnectDataFile();
+
+// The open engine and its tables leave their file for another one. E_FAIL if that cannot be opened:
+// then nothing is, but the tables stay.
+HRESULT MoveToDataFile(std::u16string_view path);
 
 // Does ahead of the first write what that would wait for: the journal is switched, upon which all
 // starts are read again. Harmless when nothing is open.

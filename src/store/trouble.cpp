@@ -35,6 +35,8 @@ std::u16string_view TroubleText() {
       return u"別のデータファイルの書込み記録が残っています。";
     case Trouble::kDisplaced:
       return u"開いているデータファイルが元の場所にないため、書き込みませんでした。";
+    case Trouble::kExchanged:
+      return u"置き換えられたファイルを開きました。もう一度操作してください。";
     case Trouble::kUnknown:
       break;
   }

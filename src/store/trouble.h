@@ -20,6 +20,7 @@ enum class Trouble {
   kDamaged,
   kForeignLog,  // another file's log lies beside it
   kDisplaced,   // the open file is no longer what stands at its path
+  kExchanged,   // another file was opened in place of a displaced one
 };
 
 void NoteTrouble(Trouble trouble);

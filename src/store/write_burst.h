@@ -10,16 +10,19 @@ namespace store {
 
 class WriteBurst {
  public:
-  explicit WriteBurst(Engine& engine) : engine_(engine) { engine_.BeginBurst(); }
+  explicit WriteBurst(Engine& engine) : engine_(engine), begun_(engine.BeginBurst()) {}
   ~WriteBurst() { End(); }
   WriteBurst(const WriteBurst&) = delete;
   WriteBurst& operator=(const WriteBurst&) = delete;
 
+  // E_FAIL if no write of the burst will be taken.
+  HRESULT Begun() const { return begun_; }
   // Waits for the disk. Harmless when the burst has ended.
   HRESULT End() { return engine_.EndBurst(); }
 
  private:
   Engine& engine_;  // not owned
+  const HRESULT begun_;
 };
 
 }  // namespace store
