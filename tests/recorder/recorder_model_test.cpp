@@ -108,6 +108,7 @@ class RecorderModel : public store_test::StoreTest {
     const pid_t child = fork();
     if (child == 0) {
       store::ConnectDataFile(path);
+      store::PrepareToWrite();  // its writes belong to no command
       testing_support::diskCalls().writesUntilDeath = lastWrites;
       Run(command);
       _exit(0);
