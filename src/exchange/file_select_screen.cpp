@@ -11,6 +11,7 @@
 #include "pickers/value_input_screen.h"
 #include "platform/metrics.h"
 #include "platform/qt/finger_scroll.h"
+#include "platform/qt/menu_place.h"
 #include "platform/qt/qt_text.h"
 
 namespace exchange {
@@ -213,7 +214,10 @@ void CFileSelectDlg::TapLine(int line) {
 }
 
 void CFileSelectDlg::ShowHoldMenu(QPoint point) {
-  holdMenu_->popup(list_->viewport()->mapToGlobal(point));
+  const QWidget& lines = *list_->viewport();
+  const QRect line = list_->visualRect(list_->indexAt(point)) & lines.rect();
+  platform::qt::OpenMenuAt(*holdMenu_, lines.mapToGlobal(point),
+                           {lines.mapToGlobal(line.topLeft()), line.size()});
 }
 
 void CFileSelectDlg::GoUp() {

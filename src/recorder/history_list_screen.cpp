@@ -1,6 +1,7 @@
 #include "recorder/history_list_screen.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
@@ -23,7 +24,7 @@ HistoryListView::HistoryListView(QWidget* parent) : QListWidget(parent) {
   new platform::qt::TapAndHold(viewport(), [this](QPoint point) {
     if (!tapPending_) return;
     tapPending_ = false;
-    emit Held(viewport()->mapToGlobal(point));
+    TellHold(point);
   });
   // A release whose press has closed the message of the last one is not meant for the list.
   new views::KeyTap(this, [this](int key) {
@@ -88,6 +89,18 @@ void HistoryListView::mouseReleaseEvent(QMouseEvent* event) {
   tapPending_ = dragging_ = false;
   if (taps) emit Tapped();
   if (drags) emit Dragged();
+}
+
+// The menu key is a hold of the line with the caret.
+void HistoryListView::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() != QContextMenuEvent::Keyboard || currentItem() == nullptr) return;
+  if (selectedIndexes().isEmpty()) currentItem()->setSelected(true);
+  TellHold(visualItemRect(currentItem()).center());
+}
+
+void HistoryListView::TellHold(QPoint point) {
+  const QRect line = visualItemRect(itemAt(point)) & viewport()->rect();
+  emit Held(viewport()->mapToGlobal(point), {viewport()->mapToGlobal(line.topLeft()), line.size()});
 }
 
 }  // namespace recorder

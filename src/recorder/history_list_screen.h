@@ -23,7 +23,7 @@ class HistoryListView : public QListWidget {
   void Tapped();
   // It went up somewhere else.
   void Dragged();
-  void Held(QPoint globalPoint);
+  void Held(QPoint globalPoint, QRect globalLine);
   // Keys that were pressed over the list, too.
   void ReturnLetGo();
   void DeleteLetGo();
@@ -32,8 +32,11 @@ class HistoryListView : public QListWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  void TellHold(QPoint point);
+
   bool tapPending_ = false;
   bool dragging_ = false;
   QPoint press_;

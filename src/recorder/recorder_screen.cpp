@@ -9,6 +9,7 @@
 #include "pickers/time_select_screen.h"
 #include "pickers/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/menu_place.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 #include "recorder/recording_layout.h"
@@ -49,7 +50,8 @@ CRecorderDlg::CRecorderDlg(QWidget* over, core::CAppState& app)
       app_(app),
       recorder_(app),
       list_(new HistoryListView(this)),
-      keys_(new platform::qt::SoftKeyBar(this)) {
+      keys_(new platform::qt::SoftKeyBar(this)),
+      holdMenu_(new QMenu(this)) {
   recorder_.window = Address();
   MakeLabels();
   MakeFields();
@@ -173,6 +175,8 @@ void CRecorderDlg::MakeMenu() {
   add(kMenuClose, u"閉じる", [this] { Leave(); });
   add(kMenuExit, u"終了", [this] { OnBtnExit(); });
   actions_[kMenuAtStart]->setCheckable(true);
+  holdMenu_->setFont(FixedFont(12));
+  for (const int id : {kMenuChange, kMenuDelete, kMenuClear}) holdMenu_->addAction(actions_[id]);
 }
 
 QAction* CRecorderDlg::AddMenuItem(QMenu& menu, int id, const QString& text) {
@@ -282,11 +286,8 @@ bool CRecorderDlg::OnWindowClosing() {
   return Leave();
 }
 
-void CRecorderDlg::OnListHeld(QPoint globalPoint) {
-  QMenu menu(this);
-  menu.setFont(FixedFont(12));
-  for (const int id : {kMenuChange, kMenuDelete, kMenuClear}) menu.addAction(actions_[id]);
-  menu.exec(globalPoint);
+void CRecorderDlg::OnListHeld(QPoint globalPoint, const QRect& globalLine) {
+  platform::qt::OpenMenuAt(*holdMenu_, globalPoint, globalLine);
 }
 
 // An open editor goes first, then the screen.

@@ -59,7 +59,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   // The close command. False if an open editor's value was refused.
   bool Leave();
   void OnBtnExit();
-  void OnListHeld(QPoint globalPoint);
+  void OnListHeld(QPoint globalPoint, const QRect& globalLine);
   void ShowState();
   void ShowLines();
   void ShowEditor();
@@ -80,6 +80,7 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   pickers::ListPicker* timeEditor_;
   pickers::ListPicker* valueEditor_;
   platform::qt::SoftKeyBar* keys_;
+  QMenu* holdMenu_;
 };
 
 }  // namespace recorder

@@ -169,6 +169,11 @@ int ActionList::RowAt(QPoint point) const {
   return indexAt({0, point.y()}).row();  // however far the columns reach
 }
 
+QRect ActionList::GlobalRect(int row) const {
+  const QRect inSight = visualItemRect(topLevelItem(row)) & viewport()->rect();
+  return {viewport()->mapToGlobal(inSight.topLeft()), inSight.size()};
+}
+
 RowRange ActionList::VisibleRows() const {
   const int top = verticalScrollBar()->value();
   return {top, std::min(top + RowsPerScreen(), topLevelItemCount()) - 1};
@@ -222,7 +227,7 @@ void ActionList::Hold(QPoint point) {
   const int row = RowAt(point);
   if (row >= 0) {
     gesture_.Hold();
-    emit Held(viewport()->mapToGlobal(point));
+    emit Held(viewport()->mapToGlobal(point), GlobalRect(row));
   } else if (QGuiApplication::mouseButtons() & Qt::LeftButton) {
     Finish(gesture_.Release(row), row);  // there is nothing to hold: a slow tap
   }
@@ -230,7 +235,8 @@ void ActionList::Hold(QPoint point) {
 
 void ActionList::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Keyboard || FocusedRow() < 0) return;
-  emit Held(viewport()->mapToGlobal(visualItemRect(currentItem()).center()));
+  const QRect row = GlobalRect(FocusedRow());
+  emit Held(row.center(), row);
 }
 
 // The base class would give the focus to the first row where a fill has left it with none.

@@ -44,7 +44,8 @@ class ActionList : public QTreeWidget {
  signals:
   void RowTapped(int row);
   void NewTapped();
-  void Held(QPoint globalPoint);
+  // Where on the screen, and what the row takes of it.
+  void Held(QPoint globalPoint, QRect globalRow);
   void ColumnDragged(int column, int width);
 
  protected:
@@ -61,6 +62,7 @@ class ActionList : public QTreeWidget {
   void FillWidth();
   void ShowSelected(int row);
   int RowAt(QPoint point) const;
+  QRect GlobalRect(int row) const;
   RowRange VisibleRows() const;
   void SelectRows(RowRange range, int focusedRow);
   void Finish(RowGesture::Tap tap, int row);

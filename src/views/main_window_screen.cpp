@@ -13,6 +13,7 @@
 #include "options/about_screen.h"
 #include "options/options_sheet_screen.h"
 #include "platform/host.h"
+#include "platform/qt/menu_place.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_text.h"
 #include "position/map_link.h"
@@ -92,10 +93,11 @@ void CMainWnd::MakeCaption() {
 void CMainWnd::AddView(core::View number, std::unique_ptr<ViewScreen> view) {
   connect(view.get(), &ViewScreen::Commanded, this, &CMainWnd::OnCommand);
   connect(view.get(), &ViewScreen::RowTapped, this, &CMainWnd::OpenRow);
-  connect(view.get(), &ViewScreen::MenuWanted, this, [this](Menu menu, QPoint globalPoint) {
-    menus_->ShowMarker(!View().TapItem().empty());
-    menus_->At(menu).popup(globalPoint);
-  });
+  connect(view.get(), &ViewScreen::MenuWanted, this,
+          [this](Menu menu, QPoint globalPoint, const QRect& globalRow) {
+            menus_->ShowMarker(!View().TapItem().empty());
+            platform::qt::OpenMenuAt(menus_->At(menu), globalPoint, globalRow);
+          });
   view->SetShown(false);
   views_[number] = std::move(view);
 }
@@ -111,8 +113,9 @@ void CMainWnd::ConnectChildren() {
   connect(popups_, &DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
   connect(list_, &ActionList::RowTapped, this, &CMainWnd::OpenRow);
   connect(list_, &ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
-  connect(list_, &ActionList::Held, this,
-          [this](QPoint globalPoint) { menus_->At(Menu::kEdit).popup(globalPoint); });
+  connect(list_, &ActionList::Held, this, [this](QPoint globalPoint, const QRect& globalRow) {
+    platform::qt::OpenMenuAt(menus_->At(Menu::kEdit), globalPoint, globalRow);
+  });
   connect(list_, &ActionList::ColumnDragged, this,
           [this](int column, int width) { View().OnColumnDragged(column, width); });
   list_->SetPopupCloser([this] { return popups_->Close(); });

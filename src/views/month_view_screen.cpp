@@ -78,7 +78,7 @@ void MonthViewScreen::ConnectList() {
   connect(list_, &ActionList::RowTapped, this, &ViewScreen::RowTapped);
   connect(list_, &ActionList::NewTapped, this, [this] { emit Commanded(kNew); });
   connect(list_, &ActionList::Held, this,
-          [this](QPoint globalPoint) { emit MenuWanted(Menu::kEdit, globalPoint); });
+          [this](QPoint at, const QRect& row) { emit MenuWanted(Menu::kEdit, at, row); });
 }
 
 void MonthViewScreen::SetShown(bool shown) {

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPoint>
+#include <QRect>
 #include <optional>
 
 #include "core/app_state.h"
@@ -77,8 +78,8 @@ class ViewScreen : public QObject {
  signals:
   // A tap that means a command.
   void Commanded(int id);
-  // A tap and hold that opens a menu there.
-  void MenuWanted(views::Menu menu, QPoint globalPoint);
+  // A tap and hold that opens a menu there, beside the row that was held, if it was one.
+  void MenuWanted(views::Menu menu, QPoint globalPoint, QRect globalRow = {});
   // A tap on a row, or on one that is no Action's.
   void RowTapped(int row);
 

@@ -4,12 +4,16 @@
 #include <QFont>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMenu>
 #include <QProxyStyle>
 #include <QScreen>
+#include <QStyleOptionMenuItem>
 #include <QTranslator>
 #include <clocale>
 
+#include "platform/qt/device_shell.h"
 #include "platform/qt/light_palette.h"
+#include "platform/qt/menu_place.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
@@ -21,10 +25,28 @@ constexpr char kScaleVariable[] = "QT_SCALE_FACTOR";
 constexpr int kMenuRowHeight = 24;
 constexpr int kSeparatorHeight = 10;  // at most, in a menu
 
+constexpr int kCheckColumn = 16;      // of Fusion's menus, which keep it where nothing is checked
 bool scaleIsOurs = false;
 
 // Fusion for a finger on a small screen: three buttons of a message fit 240 units, and each is high
-// enough to be hit. It also meets every field that is shown.
+// As high as the row of a menu should be, or as the window leaves for each of all rows above the
+// soft keys.
+int RowHeight(const QMenu* menu) {
+  if (menu == nullptr || menu->actions().isEmpty()) return kMenuRowHeight;
+  const int frames = 2 * (menu->style()->pixelMetric(QStyle::PM_MenuPanelWidth) +
+                          menu->style()->pixelMetric(QStyle::PM_MenuVMargin));
+  const auto rows = static_cast<int>(menu->actions().size());
+  const int room = RoomFor(*menu).height() - Scaled(kSoftKeyHeight) - frames;
+  return qMin(kMenuRowHeight, room / rows);
+}
+
+int UnusedColumn(const QStyleOption* option) {
+  const auto* row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  const bool isUsed = row == nullptr || row->menuHasCheckableItems || row->maxIconWidth > 0;
+  return isUsed ? 0 : kCheckColumn;
+}
+
+// enough to be hit. It also meets every field and every menu that is shown.
 class FingerStyle : public QProxyStyle {
  public:
   FingerStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -39,6 +61,7 @@ class FingerStyle : public QProxyStyle {
     QProxyStyle::polish(widget);
     if (auto* line = qobject_cast<QLineEdit*>(widget)) KeepToOneLine(*line);
   }
+    if (auto* menu = qobject_cast<QMenu*>(widget)) KeepInWindow(*menu);
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
@@ -53,10 +76,21 @@ class FingerStyle : public QProxyStyle {
   }
 
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+  // A row without the column for checks begins to the left of its menu, which clips it.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const int column = element == CE_MenuItem ? UnusedColumn(option) : 0;
+    if (column == 0) return QProxyStyle::drawControl(element, option, painter, widget);
+    QStyleOptionMenuItem row = *qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    row.rect.setLeft(row.rect.left() - column);
+    QProxyStyle::drawControl(element, &row, painter, widget);
+  }
+
                          const QWidget* widget) const override {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     if (type == CT_MenuItem && size.height() > kSeparatorHeight) {
-      return QSize(size.width(), qMax(kMenuRowHeight, size.height()));
+      const int height = RowHeight(qobject_cast<const QMenu*>(widget));
+      return QSize(size.width() - UnusedColumn(option), qMax(height, size.height()));
     }
     const bool inDialog = type == CT_PushButton && widget != nullptr &&
                           qobject_cast<QDialogButtonBox*>(widget->parentWidget()) != nullptr;

@@ -5,6 +5,7 @@
 #include <QShortcut>
 
 #include "platform/metrics.h"
+#include "platform/qt/menu_place.h"
 #include "platform/qt/qt_text.h"
 
 namespace platform::qt {
@@ -29,7 +30,7 @@ SoftKeyBar::SoftKeyBar(QWidget* screen)
       left_(MakeKey(this, Qt::Key_F1)),
       right_(MakeKey(this, Qt::Key_F2)),
       menu_(new QMenu(this)) {
-  setFixedHeight(Scaled(26));
+  setFixedHeight(Scaled(kSoftKeyHeight));
   right_->setText(QStringLiteral("メニュー"));
   right_->setObjectName(QStringLiteral("menu_key"));
   menu_->setFont(FixedFont(12));
@@ -48,8 +49,8 @@ void SoftKeyBar::resizeEvent(QResizeEvent*) {
 }
 
 void SoftKeyBar::OpenMenu() {
-  const QSize size = menu_->sizeHint();
-  menu_->popup(mapToGlobal(QPoint(width() - size.width(), -size.height())));
+  const QRect bar(mapToGlobal(QPoint()), size());
+  OpenMenuAt(*menu_, bar.topRight() + QPoint(1, 0), bar);
 }
 
 TapAndHold::TapAndHold(QWidget* watched, std::function<void(QPoint)> onHold)

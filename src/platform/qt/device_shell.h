@@ -12,8 +12,10 @@
 
 namespace platform::qt {
 
-// The bar at the bottom of a screen, Scaled(26) high: a command key on the left, the menu's key on
-// the right, whose menu opens above it. F1 and F2 press the keys where the window has the focus.
+inline constexpr int kSoftKeyHeight = 26;  // units
+
+// The bar at the bottom of a screen, kSoftKeyHeight high: a command key on the left, the menu's key
+// on the right, whose menu opens above it. F1 and F2 press the keys where the window has the focus.
 class SoftKeyBar : public QWidget {
  public:
   explicit SoftKeyBar(QWidget* screen);
