@@ -260,18 +260,28 @@ void CFileSelectDlg::Accept() {
 
 // By keyboard Enter on a line is a tap, and the menu key a hold.
 bool CFileSelectDlg::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == list_ && event->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+  if (watched != list_) return ModalScreen::eventFilter(watched, event);
+  if (event->type() == QEvent::ContextMenu) {
+    const bool byKey =
+        static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard;
+    if (byKey) ShowHoldMenu(list_->visualRect(list_->currentIndex()).center());
+    return byKey;
+  }
+  return event->type() == QEvent::KeyPress && TakeKey(static_cast<QKeyEvent*>(event)->key());
+}
+
+bool CFileSelectDlg::TakeKey(int key) {
+  switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
       TapLine(select_.SelectedLine());
       return true;
-    }
-    if (key == Qt::Key_Menu) {
-      ShowHoldMenu(list_->visualRect(list_->currentIndex()).center());
+    case Qt::Key_Delete:
+      Delete();
       return true;
-    }
+    default:
+      return false;
   }
-  return ModalScreen::eventFilter(watched, event);
 }
 
 }  // namespace exchange

@@ -46,6 +46,7 @@ class CFileSelectDlg : public platform::qt::ModalScreen {
   void ShowFolder();
   void PressLine(QPoint point);
   void TapLine(int line);
+  bool TakeKey(int key);
   void ShowHoldMenu(QPoint point);
   void GoUp();
   void NewFolder();

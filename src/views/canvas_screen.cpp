@@ -1,6 +1,7 @@
 // Press, release and hold on a painted view.
 #include "views/canvas_screen.h"
 
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 
 namespace views {
@@ -40,6 +41,10 @@ void Canvas::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || !pressed_) return;
   pressed_ = false;
   emit Tapped(press_, event->pos());
+}
+
+void Canvas::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Keyboard) emit MenuKeyPressed();
 }
 
 }  // namespace views

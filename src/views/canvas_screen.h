@@ -25,6 +25,7 @@ class Canvas : public QWidget {
   // Pressed and released; the view tells whether both points mean the same thing.
   void Tapped(QPoint press, QPoint release);
   void Held(QPoint press);
+  void MenuKeyPressed();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -32,6 +33,7 @@ class Canvas : public QWidget {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
   MapPane& map_;
   platform::qt::TapAndHold* hold_;

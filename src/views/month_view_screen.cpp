@@ -50,6 +50,10 @@ MonthViewScreen::MonthViewScreen(core::CAppState& app, SharedControls controls)
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
   connect(canvas_, &Canvas::Tapped, this, &MonthViewScreen::OnTapped);
   connect(canvas_, &Canvas::Held, this, &MonthViewScreen::OnHeld);
+  connect(canvas_, &Canvas::MenuKeyPressed, this, [this] {
+    const int cell = CellOfCurDay(month_);
+    if (cell >= 0) OnHeld(ToQt(CellRect(layout_, cell)).center());
+  });
   MakeWeekdays();
   ConnectList();
 }

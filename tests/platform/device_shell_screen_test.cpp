@@ -7,7 +7,9 @@
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPlainTextEdit>
 #include <QTimer>
+#include <QWindow>
 #include <vector>
 
 #include "platform/qt/modal_screen.h"
@@ -106,28 +108,94 @@ TEST(OneLine, APastedLineEndOrTabIsLeftOut) {
   EXPECT_EQ(platform::qt::TypedOver(given, line), QStringLiteral("from afiles"));
 }
 
-TEST(ModalScreen, TheSecondClickOfItsOpeningHitsNothing) {
+TEST(InputFilter, TheSecondTapOfADoubleTapMeansWhatTheFirstOneHit) {
   QWidget window;
+  Watched below;
+  below.setParent(&window);
   window.show();
+  // What the tap at that time adds to the presses and releases of the widget, which share it alike.
+  const auto taps = [](Watched& widget, quint64 time, const QPoint& at = QPoint(5, 5)) {
+    const int before = widget.presses;
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, at, widget.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
+      event.setTimestamp(time);
+      QApplication::sendEvent(&widget, &event);
+    }
+    EXPECT_EQ(widget.presses, widget.releases);
+    return widget.presses - before;
+  };
+  EXPECT_EQ(taps(below, 10000) + taps(below, 10200), 2) << "it is still there";
   ModalScreen screen(&window);
   Watched child;
   child.setParent(&screen);
   QTimer::singleShot(0, [&] {
-    const QPoint at(5, 5);
-    Mouse(child, QEvent::MouseButtonDblClick, at, Qt::LeftButton);
-    Mouse(child, QEvent::MouseMove, at, Qt::LeftButton);
-    Mouse(child, QEvent::MouseButtonRelease, at, Qt::LeftButton);
-    EXPECT_EQ(child.presses + child.moves + child.releases, 0);
-    // A double click that begins here acts twice.
-    Mouse(child, QEvent::MouseButtonPress, at, Qt::LeftButton);
-    Mouse(child, QEvent::MouseButtonRelease, at, Qt::LeftButton);
-    Mouse(child, QEvent::MouseButtonDblClick, at, Qt::LeftButton);
-    Mouse(child, QEvent::MouseButtonRelease, at, Qt::LeftButton);
-    EXPECT_EQ(child.presses, 2);
-    EXPECT_EQ(child.releases, 2);
+    EXPECT_EQ(taps(child, 10400), 0) << "the screen has opened under the finger";
+    EXPECT_EQ(taps(child, 10500, {50, 5}), 1) << "another finger";
+    EXPECT_EQ(taps(child, 12000), 1);
     screen.EndScreen(platform::qt::kResultOk);
   });
   screen.RunModal();
+  EXPECT_EQ(taps(below, 12200), 0) << "and closed";
+  EXPECT_EQ(taps(below, 14000), 1) << "a tap of its own";
+}
+
+TEST(InputFilter, EnterDecidesOnceAndShiftF10IsTheMenuKey) {
+  class Field : public QPlainTextEdit {
+   public:
+    using QPlainTextEdit::QPlainTextEdit;
+    int menus = 0;
+
+   protected:
+    void contextMenuEvent(QContextMenuEvent*) override { ++menus; }
+  };
+  QWidget window;
+  QLineEdit line(&window);
+  Field field(&window);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  int enters = 0;
+  QObject::connect(&line, &QLineEdit::returnPressed, [&] { ++enters; });
+  const auto press = [&](int key, bool repeats, Qt::KeyboardModifiers with = {}) {
+    QKeyEvent event(QEvent::KeyPress, key, with, QStringLiteral("\r"), repeats);
+    QApplication::sendEvent(window.windowHandle(), &event);
+  };
+  field.setFocus();
+  press(Qt::Key_Return, false);
+  press(Qt::Key_Return, true);
+  EXPECT_EQ(field.document()->blockCount(), 3) << "a text may repeat its own line end";
+  line.setFocus();
+  press(Qt::Key_Return, true);
+  EXPECT_EQ(enters, 0) << "pressed elsewhere, as in a screen that it has closed";
+  press(Qt::Key_Return, false);
+  EXPECT_EQ(enters, 1);
+  field.setFocus();
+  press(Qt::Key_F10, false, Qt::ShiftModifier);
+  EXPECT_EQ(field.menus, 1);
+}
+
+TEST(MenuPlace, ASubmenuOpensInTheWindowAndNeverOverItsRow) {
+  for (const QSize size : {QSize(240, 320), QSize(320, 240), QSize(130, 320), QSize(240, 200)}) {
+    SCOPED_TRACE(size.width() * 1000 + size.height());
+    QWidget window;
+    window.resize(size);
+    SoftKeyBar bar(&window);
+    bar.setGeometry(0, size.height() - 26, size.width(), 26);
+    QMenu& top = bar.Menu();
+    top.addAction(QStringLiteral("新規作成"));
+    QMenu* tools = top.addMenu(QStringLiteral("ツール"));
+    for (int row = 0; row < 5; ++row) tools->addAction(QStringLiteral("バージョン"));
+    for (int row = 0; row < 6; ++row) top.addAction(QStringLiteral("終了"));
+    window.show();
+    bar.findChild<QPushButton*>(QStringLiteral("menu_key"))->click();
+    top.setActiveAction(tools->menuAction());
+    ASSERT_TRUE(tools->isVisible());
+    const QRect row = top.actionGeometry(tools->menuAction()).translated(top.pos());
+    for (const QMenu* menu : {&top, tools})
+      EXPECT_TRUE(window.geometry().contains(menu->geometry()));
+    EXPECT_FALSE(tools->geometry().intersects(row));
+    EXPECT_EQ(top.geometry().bottom() + 1, bar.mapToGlobal(QPoint()).y()) << "not over its key";
+    top.close();
+  }
 }
 
 TEST(ModalScreen, CoversTheWindowAndGivesItBack) {

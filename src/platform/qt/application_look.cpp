@@ -12,6 +12,7 @@
 #include <clocale>
 
 #include "platform/qt/device_shell.h"
+#include "platform/qt/input_filter.h"
 #include "platform/qt/light_palette.h"
 #include "platform/qt/menu_place.h"
 #include "platform/qt/one_line.h"
@@ -24,11 +25,10 @@ constexpr char kScaleVariable[] = "QT_SCALE_FACTOR";
 
 constexpr int kMenuRowHeight = 24;
 constexpr int kSeparatorHeight = 10;  // at most, in a menu
-
 constexpr int kCheckColumn = 16;      // of Fusion's menus, which keep it where nothing is checked
+
 bool scaleIsOurs = false;
 
-// Fusion for a finger on a small screen: three buttons of a message fit 240 units, and each is high
 // As high as the row of a menu should be, or as the window leaves for each of all rows above the
 // soft keys.
 int RowHeight(const QMenu* menu) {
@@ -46,6 +46,7 @@ int UnusedColumn(const QStyleOption* option) {
   return isUsed ? 0 : kCheckColumn;
 }
 
+// Fusion for a finger on a small screen: three buttons of a message fit 240 units, and each is high
 // enough to be hit. It also meets every field and every menu that is shown.
 class FingerStyle : public QProxyStyle {
  public:
@@ -60,8 +61,8 @@ class FingerStyle : public QProxyStyle {
   void polish(QWidget* widget) override {
     QProxyStyle::polish(widget);
     if (auto* line = qobject_cast<QLineEdit*>(widget)) KeepToOneLine(*line);
-  }
     if (auto* menu = qobject_cast<QMenu*>(widget)) KeepInWindow(*menu);
+  }
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
@@ -75,7 +76,6 @@ class FingerStyle : public QProxyStyle {
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
-  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
   // A row without the column for checks begins to the left of its menu, which clips it.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
@@ -86,6 +86,7 @@ class FingerStyle : public QProxyStyle {
     QProxyStyle::drawControl(element, &row, painter, widget);
   }
 
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                          const QWidget* widget) const override {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     if (type == CT_MenuItem && size.height() > kSeparatorHeight) {
@@ -156,6 +157,7 @@ ScreenPlan ScaleToScreen(int& argc, char** argv) {
 void DressApplication(QApplication& application) {
   if (scaleIsOurs) qunsetenv(kScaleVariable);  // not for the browser that we may start
   QApplication::setStyle(new FingerStyle);
+  new InputFilter(&application);
   SetLightPalette();
   SubstituteFonts();
   QApplication::setFont(FixedFont(12));

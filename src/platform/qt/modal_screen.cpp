@@ -43,15 +43,14 @@ int ModalScreen::RunModal() {
   }
   setEnabled(true);  // another screen may have covered this one before it was run
   setGeometry(window->rect());
-  qApp->installEventFilter(this);
+  window->installEventFilter(this);
   runningScreens.push_back(this);
-  pressed_ = swallowing_ = false;
   show();
   raise();
   if (window->focusWidget() == nullptr || !isAncestorOf(window->focusWidget())) setFocus();
   loop_.exec();
   runningScreens.pop_back();
-  qApp->removeEventFilter(this);
+  window->removeEventFilter(this);
   hide();
   for (const QPointer<QWidget>& sibling : covered) {
     if (sibling) sibling->setEnabled(true);
@@ -84,25 +83,7 @@ bool ModalScreen::eventFilter(QObject* watched, QEvent* event) {
   if (watched == parentWidget() && event->type() == QEvent::Resize) {
     setGeometry(parentWidget()->rect());
   }
-  auto* widget = qobject_cast<QWidget*>(watched);
-  const bool isHere = widget != nullptr && (widget == this || isAncestorOf(widget));
-  return (isHere && BelongsToOpeningClick(event->type())) || QWidget::eventFilter(watched, event);
-}
-
-bool ModalScreen::BelongsToOpeningClick(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-      pressed_ = true;
-      swallowing_ = false;
-      return false;
-    case QEvent::MouseButtonDblClick:
-      swallowing_ = !pressed_;
-      return swallowing_;
-    case QEvent::MouseButtonRelease:
-      return std::exchange(swallowing_, false);
-    default:
-      return swallowing_ && type == QEvent::MouseMove;
-  }
+  return QWidget::eventFilter(watched, event);
 }
 
 void ModalScreen::keyPressEvent(QKeyEvent* event) {

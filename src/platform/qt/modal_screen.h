@@ -46,16 +46,11 @@ class ModalScreen : public QWidget {
 
  private:
   void TakePosted(int command);
-  // A user who double-clicks what opened the screen means nothing on it: the second click, a double
-  // click without a press of its own here, is swallowed together with its release.
-  bool BelongsToOpeningClick(QEvent::Type type);
 
   const CommandAddress address_;
   const QPointer<QWidget> focusAtMaking_;  // before the screen gave it to a widget of its own
   QEventLoop loop_;
   int result_ = kResultCancel;
-  bool pressed_ = false;     // at least once since the screen was opened
-  bool swallowing_ = false;  // from such a double click to its release
 };
 
 }  // namespace platform::qt

@@ -1,0 +1,89 @@
+#include "platform/qt/input_filter.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QStyleHints>
+#include <utility>
+
+#include "platform/metrics.h"
+
+namespace platform::qt {
+namespace {
+
+constexpr int kFingerUnits = 16;  // as far apart as the two taps of a finger may be
+
+bool Decides(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape ||
+         key == Qt::Key_Back;
+}
+
+}  // namespace
+
+InputFilter::InputFilter(QObject* parent) : QObject(parent) {
+  qApp->installEventFilter(this);
+}
+
+// Keys are met on their way to the window, taps on their way to the widget.
+bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      return watched->isWidgetType() &&
+             KeepsPress(static_cast<QWidget&>(*watched), static_cast<const QMouseEvent&>(*event));
+    case QEvent::MouseMove:
+      return watched->isWidgetType() && keepsMouse_;
+    case QEvent::MouseButtonRelease:
+      return watched->isWidgetType() && std::exchange(keepsMouse_, false);
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+      return watched->isWindowType() && KeepsKey(*watched, static_cast<const QKeyEvent&>(*event));
+    default:
+      return false;
+  }
+}
+
+bool InputFilter::KeepsPress(QWidget& receiver, const QMouseEvent& press) {
+  // A press that its receiver hands on to a parent is the same one.
+  if (press.timestamp() == pressTime_) return false;
+  keepsMouse_ = IsSecondTap(press) && !FirstIsStillThere(receiver);
+  if (!keepsMouse_) {
+    pressed_ = &receiver;
+    pressPoint_ = press.globalPosition().toPoint();
+  }
+  pressTime_ = press.timestamp();
+  return keepsMouse_;
+}
+
+// Wider than the toolkit's double click, which is a mouse's.
+bool InputFilter::IsSecondTap(const QMouseEvent& press) const {
+  const auto interval =
+      static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+  const QPoint way = press.globalPosition().toPoint() - pressPoint_;
+  return press.button() == Qt::LeftButton && pressTime_ != 0 &&
+         press.timestamp() - pressTime_ < interval && way.manhattanLength() < Scaled(kFingerUnits);
+}
+
+bool InputFilter::FirstIsStillThere(const QWidget& receiver) const {
+  if (!pressed_ || !pressed_->isVisible()) return false;
+  QWidget* window = pressed_->window();
+  const QWidget* child = window->childAt(window->mapFromGlobal(pressPoint_));
+  return receiver.window() == window && (child != nullptr ? child : window) == pressed_;
+}
+
+bool InputFilter::KeepsKey(QObject& window, const QKeyEvent& key) {
+  QWidget* receiver = QApplication::focusWidget();
+  if (key.isAutoRepeat()) {
+    const bool isText = qobject_cast<QPlainTextEdit*>(receiver) != nullptr;
+    return Decides(key.key()) && !(isText && receiver == keyReceiver_);
+  }
+  if (key.type() != QEvent::KeyPress) return false;
+  keyReceiver_ = receiver;
+  if (key.key() != Qt::Key_F10 || key.modifiers() != Qt::ShiftModifier) return false;
+  QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+  QCoreApplication::sendEvent(&window, &menuKey);
+  return true;
+}
+
+}  // namespace platform::qt
