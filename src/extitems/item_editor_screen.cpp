@@ -1,7 +1,9 @@
 #include "extitems/item_editor_screen.h"
 
+#include <QAbstractItemView>
 #include <QGuiApplication>
 #include <QInputMethod>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QTextDocument>
 #include <algorithm>
@@ -116,10 +118,25 @@ void CItemEditorDlg::MakeName() {
       editor_.Select(index);
       ShowState();
     });
+    nameBox_->view()->installEventFilter(this);
     nameLine_ = nameBox_->lineEdit();
   }
   nameLine_->setObjectName(QStringLiteral("name"));
   nameLine_->setInputMethodHints(platform::qt::kLatinHints);
+}
+
+// Delete in the open list of names means the item on the row.
+bool CItemEditorDlg::eventFilter(QObject* watched, QEvent* event) {
+  const bool deletes = nameBox_ != nullptr && watched == nameBox_->view() &&
+                       event->type() == QEvent::KeyPress &&
+                       static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete;
+  if (!deletes) return ModalScreen::eventFilter(watched, event);
+  const int row = nameBox_->view()->currentIndex().row();
+  nameBox_->hidePopup();
+  editor_.Select(row);
+  ShowState();
+  Run([this] { editor_.OnBtnDelete(); });
+  return true;
 }
 
 void CItemEditorDlg::MakeType() {

@@ -28,6 +28,7 @@ class CItemEditorDlg : public platform::qt::ModalScreen {
   bool OnWindowClosing() override;
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void OnEscape() override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -64,6 +64,8 @@ void OptionsSheet::MakePages() {
   };
   addKey("Ctrl+PgDown", 1);
   addKey("Ctrl+PgUp", -1);
+  addKey("Ctrl+Tab", 1);
+  addKey("Ctrl+Shift+Tab", -1);
 }
 
 void OptionsSheet::ShowPage(int page) {

@@ -154,8 +154,7 @@ void CMainWnd::showEvent(QShowEvent* event) {
 }
 
 void CMainWnd::closeEvent(QCloseEvent* event) {
-  auto* topmost = platform::qt::ModalScreen::Topmost();
-  event->setAccepted(topmost == nullptr || topmost->OnWindowClosing());
+  event->setAccepted(platform::qt::ModalScreen::LetWindowClose());
 }
 
 void CMainWnd::keyPressEvent(QKeyEvent* event) {
@@ -389,6 +388,10 @@ void CMainWnd::ShowView(int view) {
 
 void CMainWnd::OpenRow(int row) {
   RunEditScreen(SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
+    case Qt::Key_Delete:
+      popups_->Close();
+      if (!View().IsHeldOnly()) FxEditDelete();
+      return true;
 }
 
 void CMainWnd::FxEditSelected(int openMode) {

@@ -196,12 +196,35 @@ TEST_F(MainWindow, ADraggedWidthGoesToTheOrientationsSetting) {
   EXPECT_EQ(77, list->columnWidth(1));
 }
 
-TEST_F(MainWindow, ClosingTheFrameLeavesTheScreenOnTopFirst) {
-  bool closed = false;
-  QTimer::singleShot(0, main.get(), [&] { closed = main->close(); });
-  Click("40002");
-  EXPECT_TRUE(closed) << "nothing was typed: the screen has let it go";
-  EXPECT_EQ(nullptr, ModalScreen::Topmost());
+TEST_F(MainWindow, ClosingTheFrameAsksEachScreenFromTheTopDown) {
+  app.ItmSelMode = 2;  // places are picked on a screen of their own
+  host.answers = {platform::Answer::kCancel, platform::Answer::kNo};
+  QTimer::singleShot(0, main.get(), [&] {
+    ModalScreen* edit = ModalScreen::Topmost();
+    edit->findChild<QAbstractButton*>(QStringLiteral("1107"))->click();  // the Action is changed
+    QTimer::singleShot(0, main.get(), [&] { main->close(); });
+    edit->findChild<QAbstractButton*>(QStringLiteral("1113"))->click();
+    EXPECT_EQ(edit, ModalScreen::Topmost()) << "the picker has gone by itself";
+    EXPECT_TRUE(host.messages.empty());
+    QTimer::singleShot(0, main.get(), [&, edit] {
+      EXPECT_EQ(edit, ModalScreen::Topmost()) << "cancelled: nothing is lost";
+      EXPECT_EQ(1u, host.messages.size());
+      main->close();
+    });
+  });
+  Tap(rows, RowPoint(0));
+  EXPECT_EQ(2u, host.messages.size());
+  EXPECT_TRUE(main->isVisible());
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(main->isVisible());
+}
+
+TEST_F(MainWindow, DeleteAsksForTheSelectedRows) {
+  host.answers = {platform::Answer::kYes};
+  Press(Qt::Key_Delete, list);
+  Release(Qt::Key_Delete, list);
+  EXPECT_EQ(u"このアクションを削除しますか？", host.messages.back().text);
+  EXPECT_EQ((QStringList{"12:00-13:00", "<新規作成>"}), FirstCells());
 }
 
 TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {

@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QList>
+#include <QShortcut>
 #include <QTimer>
 #include <utility>
 #include <vector>
@@ -23,6 +24,10 @@ ModalScreen::ModalScreen(QWidget* over)
       address_([this](int command) { TakePosted(command); }),
       focusAtMaking_(over->window()->focusWidget()) {
   setAutoFillBackground(true);
+  auto* quit = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
+  quit->setContext(Qt::WidgetWithChildrenShortcut);
+  quit->setAutoRepeat(false);
+  connect(quit, &QShortcut::activated, this, [this] { window()->close(); });
   setFocusPolicy(Qt::StrongFocus);
   hide();
 }
@@ -56,12 +61,21 @@ int ModalScreen::RunModal() {
     if (sibling) sibling->setEnabled(true);
   }
   if (formerFocus) formerFocus->setFocus();
+  // What lies below takes this screen's result first, and then decides for itself.
+  if (std::exchange(closesWindow_, false)) QTimer::singleShot(0, window, &QWidget::close);
   return result_;
 }
 
 void ModalScreen::EndScreen(int result) {
   result_ = result;
   loop_.quit();
+}
+
+bool ModalScreen::LetWindowClose() {
+  ModalScreen* topmost = Topmost();
+  if (topmost == nullptr) return true;
+  topmost->closesWindow_ = topmost->OnWindowClosing();
+  return false;
 }
 
 bool ModalScreen::OnWindowClosing() {

@@ -25,8 +25,11 @@ class ModalScreen : public QWidget {
   int RunModal();
   void EndScreen(int result);
 
-  // The user closes the window while this is the topmost screen. True lets the window go: the
-  // screen must have ended itself. The default ends it with kResultCancel.
+  // The user closes the window, by Ctrl+Q too. True where no screen runs. Otherwise the topmost one
+  // is asked; once it has ended, the window is closed again, for the one below or for good.
+  static bool LetWindowClose();
+  // The user closes the window while this is the topmost screen. True if the screen has ended
+  // itself, false if it stays. The default ends it with kResultCancel.
   virtual bool OnWindowClosing();
 
   // Where commands for this screen are posted, from any thread.
@@ -51,6 +54,7 @@ class ModalScreen : public QWidget {
   const QPointer<QWidget> focusAtMaking_;  // before the screen gave it to a widget of its own
   QEventLoop loop_;
   int result_ = kResultCancel;
+  bool closesWindow_ = false;  // as soon as it has ended
 };
 
 }  // namespace platform::qt
