@@ -70,9 +70,8 @@ void ListPicker::PlaceOver(const QRect& wholeField, const QRect& area) {
   setGeometry(x, opensBelow ? field.top() : field.top() - height, width, field.height() + height);
   line_->setGeometry(0, opensBelow ? 0 : height, width, field.height());
   rows_->setGeometry(0, opensBelow ? field.height() : 0, width, height);
-  if (rows_->currentItem() != nullptr) {
-    rows_->scrollToItem(rows_->currentItem(), QAbstractItemView::PositionAtCenter);
-  }
+  if (rows_->currentItem() == nullptr) return rows_->scrollToTop();
+  rows_->scrollToItem(rows_->currentItem(), QAbstractItemView::PositionAtCenter);
 }
 
 bool ListPicker::eventFilter(QObject* watched, QEvent* event) {

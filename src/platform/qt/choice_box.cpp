@@ -41,6 +41,14 @@ ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
       });
 }
 
+// From the top, or with the chosen row in the middle: not where the list was left the last time.
+void ChoiceBox::showPopup() {
+  QComboBox::showPopup();
+  if (currentIndex() < 0) return view()->scrollToTop();
+  view()->scrollTo(model()->index(currentIndex(), modelColumn()),
+                   QAbstractItemView::PositionAtCenter);
+}
+
 // The wheel scrolls the page that the box stands on: it must change no setting on its way.
 void ChoiceBox::wheelEvent(QWheelEvent* event) {
   event->ignore();

@@ -10,6 +10,8 @@ class ChoiceBox : public QComboBox {
   // A long text widens its rows, not the box.
   explicit ChoiceBox(QWidget* parent);
 
+  void showPopup() override;
+
  protected:
   void wheelEvent(QWheelEvent* event) override;
 };
