@@ -122,6 +122,7 @@ void CExchangeDlg::MakeTitleRow(QVBoxLayout& rows) {
   QPushButton* close = AddButton(kIdClose, QStringLiteral("閉じる"), 56);
   row->addWidget(close);
   connect(close, &QPushButton::clicked, this, [this] { OnEscape(); });
+  setTabOrder(close, path_);
 }
 
 void CExchangeDlg::MakePathRows(QVBoxLayout& rows) {
@@ -145,6 +146,7 @@ void CExchangeDlg::MakeRunRow(QVBoxLayout& rows) {
   QPushButton* run = AddButton(kIdRun, ToQt(exchange_.Title()), 84);
   row->addWidget(run);
   connect(run, &QPushButton::clicked, this, &CExchangeDlg::OnRun);
+  keys_->FocusAfter(run);
   progress_->setFont(FixedFont(12));
   QSizePolicy keepsItsPlace = progress_->sizePolicy();
   keepsItsPlace.setRetainSizeWhenHidden(true);

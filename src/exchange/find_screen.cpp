@@ -312,9 +312,11 @@ void CFindDlg::resizeEvent(QResizeEvent* event) {
        LayOutFind(width(), height() - keys_->height(), LabelWidth())) {
     QWidget* control = controls_.at(placed.id);
     control->setGeometry(placed.x, placed.y, placed.width, placed.height);
+    if (control->focusPolicy() == Qt::NoFocus) continue;
     if (before != nullptr) setTabOrder(before, control);
     before = control;
   }
+  keys_->FocusAfter(before);
   PlaceEditor();
 }
 

@@ -328,9 +328,11 @@ void CRecorderDlg::resizeEvent(QResizeEvent* event) {
   for (const Placed& placed : layout.controls) {
     QWidget* control = controls_.at(placed.id);
     control->setGeometry(placed.x, placed.y, placed.width, placed.height);
+    if (control->focusPolicy() == Qt::NoFocus) continue;
     if (before != nullptr) setTabOrder(before, control);
     before = control;
   }
+  keys_->FocusAfter(before);
   qDeleteAll(separators_);
   separators_.clear();
   for (const Placed& placed : layout.separators) {

@@ -194,7 +194,7 @@ void ActionList::SelectRows(RowRange range, int focusedRow) {
 void ActionList::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton && event->button() != Qt::RightButton) return;
   const bool closedPopup = closePopups_ && closePopups_();
-  setFocus(Qt::MouseFocusReason);
+  if (focusPolicy() != Qt::NoFocus) setFocus(Qt::MouseFocusReason);
   const int row = RowAt(event->pos());
   if (row >= 0) {
     SelectRows({row, row}, row);

@@ -69,6 +69,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
   AddView(core::kViewList, std::make_unique<ListViewScreen>(app, controls));
   AddView(core::kViewMap, std::make_unique<MapViewScreen>(app, controls));
   ConnectChildren();
+  OrderFocus();
   WatchKeys();
   ShowState();
 }
@@ -121,6 +122,20 @@ void CMainWnd::ConnectChildren() {
   list_->SetPopupCloser([this] { return popups_->Close(); });
 }
 
+// From the top down, as the eye goes. The views were made last and stand in the middle.
+void CMainWnd::OrderFocus() {
+  QWidget* before = &views_.rbegin()->second->FocusWidget();
+  for (const auto& [number, view] : views_) {
+    if (&view->FocusWidget() != before) setTabOrder(before, &view->FocusWidget());
+    before = &view->FocusWidget();
+  }
+  for (QToolButton* button : toolBar_->findChildren<QToolButton*>()) {
+    setTabOrder(before, button);
+    before = button;
+  }
+  softKeys_->FocusAfter(before);
+}
+
 void CMainWnd::WatchKeys() {
   std::set<QWidget*> watched;  // views share the list
   for (const auto& [number, view] : views_) watched.insert(&view->FocusWidget());
@@ -130,8 +145,11 @@ void CMainWnd::WatchKeys() {
 }
 
 void CMainWnd::Relayout() {
-  const WindowLayout layout = LayoutWindow(width(), height(), app_.ToolBarVwMode == kToolBarShown,
-                                           app_.OkBtnVwMode == kOkButtonShown);
+  // What is not shown must be hidden, or the Tab key walks through it.
+  caption_->setVisible(app_.OkBtnVwMode == kOkButtonShown);
+  toolBar_->setVisible(app_.ToolBarVwMode == kToolBarShown);
+  const WindowLayout layout =
+      LayoutWindow(width(), height(), !toolBar_->isHidden(), !caption_->isHidden());
   caption_->setGeometry(ToQt(layout.caption));
   header_->setGeometry(ToQt(layout.header));
   toolBar_->setGeometry(ToQt(layout.toolBar));
@@ -370,6 +388,10 @@ bool CMainWnd::OnKeyReleased(int key) {
       popups_->Close();
       if (&View().FocusWidget() == list_) OpenRow(list_->FocusedRow());
       return true;
+    case Qt::Key_Delete:
+      popups_->Close();
+      if (!View().IsHeldOnly()) FxEditDelete();
+      return true;
     default:
       return false;
   }
@@ -388,10 +410,6 @@ void CMainWnd::ShowView(int view) {
 
 void CMainWnd::OpenRow(int row) {
   RunEditScreen(SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
-    case Qt::Key_Delete:
-      popups_->Close();
-      if (!View().IsHeldOnly()) FxEditDelete();
-      return true;
 }
 
 void CMainWnd::FxEditSelected(int openMode) {

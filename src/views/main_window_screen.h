@@ -43,6 +43,7 @@ class CMainWnd : public QWidget {
   void MakeCaption();
   void AddView(core::View number, std::unique_ptr<ViewScreen> view);
   void ConnectChildren();
+  void OrderFocus();
   void WatchKeys();
   ViewScreen& View() { return *views_.at(ViewOnShow(app_.CurView)); }
   void Relayout();

@@ -77,8 +77,11 @@ void MonthViewScreen::MakeWeekdays() {
 
 void MonthViewScreen::ConnectList() {
   list_->setHeaderHidden(true);
-  list_->setFocusProxy(canvas_);  // the keys move the date
-  list_->SetPopupCloser([this] { return controls_.popups.Close(); });
+  list_->setFocusPolicy(Qt::NoFocus);  // the keys move the date
+  list_->SetPopupCloser([this] {
+    canvas_->setFocus();
+    return controls_.popups.Close();
+  });
   connect(list_, &ActionList::RowTapped, this, &ViewScreen::RowTapped);
   connect(list_, &ActionList::NewTapped, this, [this] { emit Commanded(kNew); });
   connect(list_, &ActionList::Held, this,

@@ -219,6 +219,29 @@ TEST_F(MainWindow, ClosingTheFrameAsksEachScreenFromTheTopDown) {
   EXPECT_FALSE(main->isVisible());
 }
 
+TEST_F(MainWindow, TheTabKeyVisitsWhatIsInSightFromTheTopDown) {
+  for (const bool bars : {false, true}) {
+    app.ToolBarVwMode = app.OkBtnVwMode = bars ? 2 : 1;
+    for (const int view : {kShowDay, kShowWeek, kShowMonth, kShowList, kShowMap}) {
+      SCOPED_TRACE(view);
+      main->OnCommand(view);
+      QWidget* const first = main->focusWidget();
+      int wraps = 0;
+      int visited = 0;
+      for (int top = 0; visited == 0 || main->focusWidget() != first; ++visited) {
+        Press(Qt::Key_Tab, main->focusWidget());
+        const QWidget* now = main->focusWidget();
+        EXPECT_FALSE(now->visibleRegion().isEmpty()) << now->objectName().toStdString();
+        const int formerTop = std::exchange(top, now->mapTo(main.get(), QPoint()).y());
+        if (top < formerTop) ++wraps;
+        ASSERT_LT(visited, 40);
+      }
+      EXPECT_EQ(1, wraps);
+      EXPECT_GE(visited, bars ? 17 : 9);
+    }
+  }
+}
+
 TEST_F(MainWindow, DeleteAsksForTheSelectedRows) {
   host.answers = {platform::Answer::kYes};
   Press(Qt::Key_Delete, list);

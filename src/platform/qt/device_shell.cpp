@@ -44,6 +44,11 @@ void SoftKeyBar::UseRightKey(const QString& text, std::function<void()> onPress)
   connect(right_, &QPushButton::clicked, this, std::move(onPress));
 }
 
+void SoftKeyBar::FocusAfter(QWidget* last) {
+  setTabOrder(last, left_);
+  setTabOrder(left_, right_);
+}
+
 void SoftKeyBar::resizeEvent(QResizeEvent*) {
   left_->setGeometry(0, 0, width() / 2, height());
   right_->setGeometry(width() / 2, 0, width() - width() / 2, height());

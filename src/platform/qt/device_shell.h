@@ -22,6 +22,8 @@ class SoftKeyBar : public QWidget {
 
   QPushButton& LeftKey() { return *left_; }
   QMenu& Menu() { return *menu_; }
+  // Puts the keys after `last` in the order of the Tab key, as they stand below all else.
+  void FocusAfter(QWidget* last);
   // The right key does this instead of opening the menu.
   void UseRightKey(const QString& text, std::function<void()> onPress);
 

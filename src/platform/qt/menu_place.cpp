@@ -64,8 +64,8 @@ class Keeper : public QObject {
 
   // The heights of the rows depend on the window, which may have another size the next time.
   static void ForgetSizes(QMenu& menu) {
-    QEvent measureAnew(QEvent::StyleChange);
-    QCoreApplication::sendEvent(&menu, &measureAnew);
+    QEvent measureAgain(QEvent::StyleChange);
+    QCoreApplication::sendEvent(&menu, &measureAgain);
   }
 };
 

@@ -24,11 +24,11 @@ ModalScreen::ModalScreen(QWidget* over)
       address_([this](int command) { TakePosted(command); }),
       focusAtMaking_(over->window()->focusWidget()) {
   setAutoFillBackground(true);
+  setFocusPolicy(Qt::ClickFocus);  // no stop of the Tab key
   auto* quit = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
   quit->setContext(Qt::WidgetWithChildrenShortcut);
   quit->setAutoRepeat(false);
   connect(quit, &QShortcut::activated, this, [this] { window()->close(); });
-  setFocusPolicy(Qt::StrongFocus);
   hide();
 }
 
