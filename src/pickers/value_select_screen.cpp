@@ -72,7 +72,21 @@ void ValueSelectDlg::WalkRows(int step) {
   const int held = list.Find(0, {0, 0, FromQt(platform::qt::TypedOver(given_, *line_))});
   const int row = held < 0 ? 0 : std::clamp(held + step, 0, list.Count() - 1);
   Give(ToQt(list.GetText(row)));
-  list.SetTop(std::min(row, list.LastTopRow()));
+  ShowRow(row);
+}
+
+// In the middle, if there are rows enough above and below.
+void ValueSelectDlg::ShowRow(int row) {
+  views::InertList& list = rows_->List();
+  const int last = list.LastTopRow();
+  const int rowsInSight = list.Count() - last;
+  list.SetTop(std::clamp(row - rowsInSight / 2, 0, last));
+}
+
+// Only now does the list know how many rows it shows.
+void ValueSelectDlg::showEvent(QShowEvent*) {
+  const int held = rows_->List().Find(0, {0, 0, params_.value});
+  if (held >= 0) ShowRow(held);
 }
 
 void ValueSelectDlg::Give(const QString& text) {

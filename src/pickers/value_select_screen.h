@@ -19,11 +19,13 @@ class ValueSelectDlg : public PickerDlg {
   void TakeResult() override;
   void PlaceContent(const QRect& area) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void Choose(int row);
   void WalkRows(int step);
   void Give(const QString& text);
+  void ShowRow(int row);
 
   ValueSelectParams& params_;
   QString given_;  // the text that was last put into the line

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
@@ -12,6 +13,7 @@
 #include <QWindow>
 #include <vector>
 
+#include "platform/qt/choice_box.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/one_line.h"
 
@@ -196,6 +198,22 @@ TEST(MenuPlace, ASubmenuOpensInTheWindowAndNeverOverItsRow) {
     EXPECT_EQ(top.geometry().bottom() + 1, bar.mapToGlobal(QPoint()).y()) << "not over its key";
     top.close();
   }
+}
+
+TEST(ChoiceBox, OpensRoundTheCurrentRowOrAtItsTop) {
+  QWidget window;
+  platform::qt::ChoiceBox box(&window);
+  for (int row = 0; row < 40; ++row) box.addItem(QString::number(row));
+  window.show();
+  const auto middleRow = [&](int current) {
+    box.setCurrentIndex(current);
+    box.showPopup();
+    const int row = box.view()->indexAt(box.view()->viewport()->rect().center()).row();
+    box.hidePopup();
+    return row;
+  };
+  EXPECT_NEAR(middleRow(20), 20, 1);
+  EXPECT_NEAR(middleRow(-1), 4, 1) << "not where it was left";
 }
 
 TEST(ModalScreen, CoversTheWindowAndGivesItBack) {

@@ -138,9 +138,10 @@ TEST_F(RecorderScreen, TheTimePickerGivesBackWhatWasChosen) {
 // A drag on the list of values coasts; only a tap chooses.
 TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
   pickers::ValueSelectParams params{{}, u"手書き", {}};
-  for (int i = 0; i < 50; i++) params.history.push_back(u"場所");
+  for (int i = 0; i < 50; i++) params.history.push_back(i == 30 ? u"手書き" : u"場所");
   const int result = Drive(pickers::ValueSelectDlg(&window, params), [&] {
     auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+    EXPECT_NEAR(rows->List().Top(), 26, 1) << "the value is in the middle";
     Send(rows, QEvent::MouseButtonPress, {20, 150});
     Send(rows, QEvent::MouseMove, {20, 100});
     Send(rows, QEvent::MouseButtonRelease, {20, 50});
