@@ -321,6 +321,15 @@ void CItemEditorDlg::OnEscape() {
   }
 }
 
+// Tab leaves an open calendar for what comes after its button.
+bool CItemEditorDlg::focusNextPrevChild(bool forward) {
+  if (!calendar_->isHidden()) {
+    calendar_->hide();
+    dateButton_->setFocus();
+  }
+  return ModalScreen::focusNextPrevChild(forward);
+}
+
 // A tap beside the calendar closes it.
 void CItemEditorDlg::mousePressEvent(QMouseEvent*) {
   calendar_->hide();

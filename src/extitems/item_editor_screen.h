@@ -32,6 +32,7 @@ class CItemEditorDlg : public platform::qt::ModalScreen {
   void OnEscape() override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool focusNextPrevChild(bool forward) override;
 
  private:
   void MakeName();

@@ -175,6 +175,12 @@ void CMainWnd::closeEvent(QCloseEvent* event) {
   event->setAccepted(platform::qt::ModalScreen::LetWindowClose());
 }
 
+// Tab leaves an open calendar for what comes after the date.
+bool CMainWnd::focusNextPrevChild(bool forward) {
+  if (popups_->Close()) header_->DateLabel().setFocus();
+  return QWidget::focusNextPrevChild(forward);
+}
+
 void CMainWnd::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) popups_->Close();
 }

@@ -38,6 +38,7 @@ class CMainWnd : public QWidget {
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool forward) override;
 
  private:
   void MakeCaption();
