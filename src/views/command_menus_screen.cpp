@@ -76,7 +76,6 @@ void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
   if (!row.key.empty()) {
     action->setShortcut(QKeySequence(QString::fromLatin1(row.key.data())));
     action->setShortcutVisibleInContextMenu(false);
-    action->setAutoRepeat(false);
     keyBearer.addAction(action);
   }
   actions_[row.id] = action;

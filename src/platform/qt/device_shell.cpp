@@ -19,7 +19,6 @@ QPushButton* MakeKey(QWidget* bar, Qt::Key shortcut) {
   key->setAutoDefault(false);
   auto* press = new QShortcut(QKeySequence(shortcut), bar);
   press->setContext(Qt::WindowShortcut);
-  press->setAutoRepeat(false);
   QObject::connect(press, &QShortcut::activated, key, [key] { key->click(); });
   return key;
 }

@@ -36,6 +36,10 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
       return watched->isWidgetType() && keepsMouse_;
     case QEvent::MouseButtonRelease:
       return watched->isWidgetType() && std::exchange(keepsMouse_, false);
+    case QEvent::ShortcutOverride:  // comes first, and to be accepted means to be no shortcut
+      if (!watched->isWindowType() || !Repeats(static_cast<const QKeyEvent&>(*event))) return false;
+      event->accept();
+      return true;
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
       return watched->isWindowType() && KeepsKey(*watched, static_cast<const QKeyEvent&>(*event));
@@ -72,9 +76,22 @@ bool InputFilter::FirstIsStillThere(const QWidget& receiver) const {
   return receiver.window() == window && (child != nullptr ? child : window) == pressed_;
 }
 
+// Under X a repeat is a release and a press of one and the same moment, which Qt takes for two
+// strokes where another event has come between them, as while a screen opens.
+bool InputFilter::Repeats(const QKeyEvent& key) const {
+  const bool continues = key.type() != QEvent::KeyRelease && key.key() == releasedKey_ &&
+                         key.timestamp() == releaseTime_ && releaseTime_ != 0;
+  return key.isAutoRepeat() || continues;
+}
+
 bool InputFilter::KeepsKey(QObject& window, const QKeyEvent& key) {
   QWidget* receiver = QApplication::focusWidget();
-  if (key.isAutoRepeat()) {
+  const bool repeats = Repeats(key);
+  if (key.type() == QEvent::KeyRelease) {
+    releasedKey_ = key.key();
+    releaseTime_ = key.timestamp();
+  }
+  if (repeats) {
     const bool isText = qobject_cast<QPlainTextEdit*>(receiver) != nullptr;
     return Decides(key.key()) && !(isText && receiver == keyReceiver_);
   }

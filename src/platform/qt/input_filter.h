@@ -12,8 +12,8 @@ namespace platform::qt {
 // A double tap means what its first tap hit. Where that has gone or been covered meanwhile, because
 // a screen, a message or a menu has opened or closed, the second tap hits nothing.
 //
-// Enter, Escape and Back decide once, however long they are held; only in the text of several lines
-// in which it was pressed may Enter repeat.
+// Enter, Escape, Back and every shortcut decide once, however long they are held; only in the text
+// of several lines in which it was pressed may Enter repeat.
 //
 // Shift+F10 is the menu key.
 class InputFilter : public QObject {
@@ -28,6 +28,7 @@ class InputFilter : public QObject {
   bool KeepsPress(QWidget& receiver, const QMouseEvent& press);
   bool IsSecondTap(const QMouseEvent& press) const;
   bool FirstIsStillThere(const QWidget& receiver) const;
+  bool Repeats(const QKeyEvent& key) const;
   bool KeepsKey(QObject& window, const QKeyEvent& key);
 
   QPointer<QWidget> pressed_;  // what the last press hit
@@ -35,6 +36,8 @@ class InputFilter : public QObject {
   quint64 pressTime_ = 0;      // milliseconds of an unknown clock, 0 before the first press
   bool keepsMouse_ = false;    // from such a second press to its release
   QPointer<QWidget> keyReceiver_;
+  int releasedKey_ = 0;
+  quint64 releaseTime_ = 0;
 };
 
 }  // namespace platform::qt

@@ -27,7 +27,6 @@ ModalScreen::ModalScreen(QWidget* over)
   setFocusPolicy(Qt::ClickFocus);  // no stop of the Tab key
   auto* quit = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
   quit->setContext(Qt::WidgetWithChildrenShortcut);
-  quit->setAutoRepeat(false);
   connect(quit, &QShortcut::activated, this, [this] { window()->close(); });
   hide();
 }
