@@ -91,7 +91,8 @@ class FingerStyle : public QProxyStyle {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     if (type == CT_MenuItem && size.height() > kSeparatorHeight) {
       const int height = RowHeight(qobject_cast<const QMenu*>(widget));
-      return QSize(size.width() - UnusedColumn(option), qMax(height, size.height()));
+      return QSize(size.width() - UnusedColumn(option),
+                   qMax(height, contents.height() + Scaled(1)));
     }
     const bool inDialog = type == CT_PushButton && widget != nullptr &&
                           qobject_cast<QDialogButtonBox*>(widget->parentWidget()) != nullptr;
