@@ -10,6 +10,7 @@
 
 #include "options/options.h"
 #include "platform/metrics.h"
+#include "platform/qt/drawn_icon.h"
 #include "platform/qt/qt_text.h"
 
 namespace options {
@@ -26,9 +27,8 @@ constexpr int kIconSize = 32;
 constexpr int kFieldMargin = 2;  // that the style puts in front of a field's text
 constexpr int kIconPlace = 6;    // from the left edge, and below the upper rule
 
-// The program speaks for itself: there is no page of it on the web, and no warranty.
 constexpr char16_t kRights[] = u"無保証のソフトウェアです。";
-constexpr char16_t kHomePage[] = u"README.md";
+constexpr char16_t kHomePage[] = u"なし";  // there is no page of it on the web
 
 QLabel* Line(const QString& text) {
   auto* label = new QLabel(text);
@@ -44,28 +44,6 @@ QLineEdit* ReadOnly(const char* name, const QString& text) {
   line->setFont(FixedFont(12));
   line->setReadOnly(true);
   return line;
-}
-
-// The notebook of the program's icon, on a grid of 64 by 64.
-void PaintIcon(QPainter& painter, const QRect& place) {
-  const QPen line(QColor(0x40, 0x40, 0x60), 3, Qt::SolidLine, Qt::RoundCap);
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(place.topLeft());
-  painter.scale(place.width() / 64.0, place.height() / 64.0);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(0xC0, 0xC0, 0xE0));
-  painter.drawRoundedRect(12, 4, 44, 56, 5, 5);
-  painter.setBrush(Qt::white);
-  painter.drawRoundedRect(17, 9, 34, 46, 2, 2);
-  painter.setPen(line);
-  for (const int y : {20, 30}) painter.drawLine(23, y, 45, y);
-  painter.drawLine(23, 40, 36, 40);
-  for (const int y : {14, 26, 38, 50}) painter.drawLine(8, y, 16, y);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(0xE0, 0, 0));
-  painter.drawEllipse(38, 36, 12, 12);
-  painter.restore();
 }
 
 }  // namespace
@@ -123,8 +101,8 @@ void AboutDlg::paintEvent(QPaintEvent*) {
   painter.drawLine(0, Scaled(kUpperRule), width(), Scaled(kUpperRule));
   painter.drawLine(Scaled(kRuleMargin), Scaled(kLowerRule), width() - Scaled(kRuleMargin),
                    Scaled(kLowerRule));
-  PaintIcon(painter, QRect(Scaled(kIconPlace), Scaled(kUpperRule + kIconPlace), Scaled(kIconSize),
-                           Scaled(kIconSize)));
+  platform::qt::ProgramIcon().paint(&painter, Scaled(kIconPlace), Scaled(kUpperRule + kIconPlace),
+                                    Scaled(kIconSize), Scaled(kIconSize));
 }
 
 }  // namespace options

@@ -1,10 +1,9 @@
 // The pictures: a pen, a grid of 16 by 16, a function for each.
 #include "views/command_icons_screen.h"
 
-#include <QIconEngine>
-#include <QPainter>
 #include <QPainterPath>
 
+#include "platform/qt/drawn_icon.h"
 #include "views/command_table.h"
 
 namespace views {
@@ -100,43 +99,22 @@ constexpr Picture kPictures[] = {
     {kToolNew, kGreen, DrawNew},  {kToolDelete, kRed, DrawDelete}, {kToolFind, kBlue, DrawFind},
 };
 
-class PictureEngine : public QIconEngine {
- public:
-  explicit PictureEngine(const Picture& picture) : picture_(picture) {}
-
-  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+QIcon IconOf(const Picture& picture) {
+  return platform::qt::DrawnIcon(16, [&picture](QPainter& painter, QIcon::Mode mode) {
     const bool off = mode == QIcon::Disabled;
     const Colors colors = {off ? QColor(0xB0, 0xB0, 0xB0) : QColor(0x40, 0x40, 0x40),
-                           off ? QColor(0xB0, 0xB0, 0xB0) : QColor(picture_.accent),
+                           off ? QColor(0xB0, 0xB0, 0xB0) : QColor(picture.accent),
                            off ? QColor(0xF0, 0xF0, 0xF0) : QColor(Qt::white)};
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->translate(rect.topLeft());
-    painter->scale(rect.width() / 16.0, rect.height() / 16.0);
-    painter->setPen(QPen(colors.line, 1));
-    picture_.draw(*painter, colors);
-    painter->restore();
-  }
-
-  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-    QPixmap pixmap(size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    paint(&painter, QRect(QPoint(), size), mode, state);
-    return pixmap;
-  }
-
-  QIconEngine* clone() const override { return new PictureEngine(picture_); }
-
- private:
-  const Picture& picture_;
-};
+    painter.setPen(QPen(colors.line, 1));
+    picture.draw(painter, colors);
+  });
+}
 
 }  // namespace
 
 QIcon CommandIcon(int id) {
   for (const Picture& picture : kPictures) {
-    if (picture.id == id) return QIcon(new PictureEngine(picture));
+    if (picture.id == id) return IconOf(picture);
   }
   return {};
 }

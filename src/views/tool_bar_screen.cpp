@@ -15,6 +15,10 @@ constexpr int kButtonSize = 24;  // for a finger round a picture of 16
 constexpr int kIconSize = 16;
 constexpr int kSeparatorWidth = 8;
 
+bool IsView(int id) {
+  return id >= CommandOfView(core::kViewDay) && id <= CommandOfView(core::kViewMap);
+}
+
 }  // namespace
 
 ToolBar::ToolBar(QWidget* parent) : QWidget(parent) {
@@ -34,14 +38,18 @@ void ToolBar::AddButton(int id, int x) {
   button->setIcon(CommandIcon(id));
   button->setIconSize(QSize(Scaled(kIconSize), Scaled(kIconSize)));
   button->setAutoRaise(true);
+  button->setCheckable(IsView(id));
   button->setGeometry(x, 0, Scaled(kButtonSize), Scaled(kButtonSize));
   connect(button, &QToolButton::clicked, this, [this, id] { emit Pressed(id); });
   buttons_.push_back(button);
 }
 
 void ToolBar::ShowState(core::View view) {
-  for (QToolButton* button : buttons_)
-    button->setEnabled(IsLive(button->objectName().toInt(), view));
+  for (QToolButton* button : buttons_) {
+    const int id = button->objectName().toInt();
+    button->setEnabled(IsLive(id, view));
+    button->setChecked(id == CommandOfView(view));
+  }
 }
 
 }  // namespace views

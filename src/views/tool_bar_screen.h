@@ -15,7 +15,7 @@ class ToolBar : public QWidget {
  public:
   explicit ToolBar(QWidget* parent);
 
-  // Greys what is not live in the view on show.
+  // Greys what is not live in the view on show, and marks the view itself.
   void ShowState(core::View view);
 
  signals:

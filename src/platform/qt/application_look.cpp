@@ -12,9 +12,11 @@
 #include <clocale>
 
 #include "platform/qt/device_shell.h"
+#include "platform/qt/drawn_icon.h"
 #include "platform/qt/input_filter.h"
 #include "platform/qt/light_palette.h"
 #include "platform/qt/menu_place.h"
+#include "platform/qt/message_icons.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
@@ -62,6 +64,12 @@ class FingerStyle : public QProxyStyle {
     QProxyStyle::polish(widget);
     if (auto* line = qobject_cast<QLineEdit*>(widget)) KeepToOneLine(*line);
     if (auto* menu = qobject_cast<QMenu*>(widget)) KeepInWindow(*menu);
+  }
+
+  QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
+                     const QWidget* widget) const override {
+    const QIcon sign = MessageIcon(picture);
+    return sign.isNull() ? QProxyStyle::standardIcon(picture, option, widget) : sign;
   }
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -163,6 +171,7 @@ void DressApplication(QApplication& application) {
   SubstituteFonts();
   QApplication::setFont(FixedFont(12));
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  QApplication::setWindowIcon(ProgramIcon());
   QGuiApplication::setDesktopFileName(QStringLiteral("morvenly"));
   SpeakJapanese(application);
 }
