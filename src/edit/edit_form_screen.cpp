@@ -75,7 +75,7 @@ void EditForm::AddButton(int id, const QString& text, const QString& name) {
   auto* button = new QPushButton(text, widget());
   button->setObjectName(QString::number(id));
   button->setAccessibleName(name);
-  button->setFont(FixedFont(12));
+  button->setFont(id == kIdMemoInput ? FixedFont(12) : platform::qt::DotFont());
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [this, id] { emit Tapped(id); });
   controls_[id] = button;

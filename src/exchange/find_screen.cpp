@@ -107,7 +107,9 @@ void CFindDlg::MakeSpans() {
   AddField(kIdEndDate, FindEditor::kEndDate);
   AddField(kIdEndTime, FindEditor::kEndTime);
   const auto addToday = [this](int id, void (CFind::*command)()) {
-    connect(AddButton(id, QStringLiteral("・")), &QPushButton::clicked, this, [this, command] {
+    QPushButton* today = AddButton(id, QStringLiteral("・"));
+    today->setFont(platform::qt::DotFont());
+    connect(today, &QPushButton::clicked, this, [this, command] {
       (find_.*command)();
       ShowState();
     });

@@ -13,7 +13,9 @@ namespace {
 
 using platform::Scaled;
 
-constexpr QRgb kFieldColor = 0xFFE0E0E0;
+constexpr QRgb kFieldColor = 0xFFFFFFFF;
+constexpr QRgb kDisabledColor = 0xFFEFEFEF;
+constexpr QRgb kPositionColor = 0xFFE0E0E0;
 constexpr QRgb kPressedColor = 0xFFC0C0C0;
 constexpr QRgb kEdgeColor = 0xFFB0B0B0;
 constexpr QRgb kTextColor = 0xFF000000;
@@ -51,9 +53,11 @@ void FieldButton::paintEvent(QPaintEvent*) {
   const bool isAcquiring = isPosition_ && position::IsRequestInProgress();
   if (isAcquiring) nextLook_.start(kLookMilliseconds);
   QPainter painter(this);
-  painter.fillRect(rect(), QColor(isDown()      ? kPressedColor
-                                  : isAcquiring ? kAcquiringColor
-                                                : kFieldColor));
+  painter.fillRect(rect(), QColor(isDown()       ? kPressedColor
+                                  : isAcquiring  ? kAcquiringColor
+                                  : isPosition_  ? kPositionColor
+                                  : !isEnabled() ? kDisabledColor
+                                                 : kFieldColor));
   painter.setPen(QColor(kEdgeColor));
   painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
   painter.setPen(QColor(isAcquiring   ? kAcquiringTextColor

@@ -122,6 +122,7 @@ void CRecorderDlg::MakeButtons() {
   AddButton(kIdBack, QStringLiteral("<="), &CRecorder::OnBtnBack);
   AddButton(kIdRecord, QStringLiteral("●"), &CRecorder::OnBtnRec);
   AddButton(kIdStop, QString(), &CRecorder::OnBtnStop);
+  buttons_[kIdNow]->setFont(platform::qt::DotFont());
   connect(buttons_[kIdExit], &QPushButton::clicked, this, &CRecorderDlg::OnBtnExit);
   connect(buttons_[kIdClose], &QPushButton::clicked, this, &CRecorderDlg::Leave);
 }

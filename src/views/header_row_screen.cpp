@@ -15,6 +15,7 @@ constexpr QRgb kSundayText = 0xFFFF0000;
 constexpr QRgb kSaturdayText = 0xFF0000FF;
 constexpr QRgb kWeekdayBackground = 0xFFC0C0E0;
 constexpr size_t kWeekdays = 7;
+constexpr int kEndless = 10000;  // more than any text is wide
 constexpr int kWeekdayLabelId = 1073;
 
 constexpr std::array<char16_t, kWeekdays> kWeekdayLetters = {u'日', u'月', u'火', u'水',
@@ -46,7 +47,7 @@ HeaderButton::Colors WeekdayColors(size_t weekday) {
 
 // The widget's font, made as much smaller as `text` needs to fit `width`.
 QFont FittedFont(QFont font, const QString& text, int width) {
-  while (font.pixelSize() > 1 && QFontMetrics(font).horizontalAdvance(text) > width) {
+  while (font.pixelSize() > 1 && QFontMetrics(font).tightBoundingRect(text).width() > width) {
     font.setPixelSize(font.pixelSize() - 1);
   }
   return font;
@@ -69,7 +70,11 @@ void HeaderButton::paintEvent(QPaintEvent*) {
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
   painter.setPen(QColor(isDown() ? colors_.pressedText : colors_.text));
   painter.setFont(FittedFont(font(), text(), width() - 2));
-  painter.drawText(rect(), Qt::AlignCenter, text());
+  // The ink in the middle: of a bracket or a point the glyph is for the most part blank.
+  const QRect ink = painter.fontMetrics().tightBoundingRect(text());
+  const int x = (width() - ink.width()) / 2 - ink.left();
+  painter.drawText(QRect(x, 0, x + kEndless, height()), Qt::AlignVCenter | Qt::TextSingleLine,
+                   text());
 }
 
 HeaderRow::HeaderRow(QWidget* parent)
@@ -91,7 +96,9 @@ void HeaderRow::MakeButton(size_t place) {
   const bool weekday = place < kWeekdays;
   auto* button = new HeaderButton(id, weekday ? QString(QChar(kWeekdayLetters[place])) : QString(),
                                   weekday ? WeekdayColors(place) : HeaderButton::Colors(), this);
-  if (!weekday) button->setFont(platform::qt::FixedFont(16));
+  if (!weekday) {
+    button->setFont(id == kToday ? platform::qt::DotFont() : platform::qt::FixedFont(16));
+  }
   connect(button, &QAbstractButton::clicked, this, [this, id] { emit Pressed(id); });
   buttons_[place] = button;
 }

@@ -28,4 +28,7 @@ inline QFont SettingFont(std::u16string_view name, int size) {
 // The fixed font of headers and buttons.
 inline QFont FixedFont(int units) { return SettingFont(u"MS UI Gothic", Scaled(units)); }
 
+// For a key whose text is "・" alone: in the font of the other keys its point is hardly seen.
+inline QFont DotFont() { return FixedFont(32); }
+
 }  // namespace platform::qt
