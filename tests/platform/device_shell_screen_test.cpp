@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
@@ -16,6 +17,7 @@
 #include "platform/qt/choice_box.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/one_line.h"
+#include "platform/qt/preedit_watch.h"
 
 using platform::qt::ModalScreen;
 using platform::qt::SoftKeyBar;
@@ -108,6 +110,25 @@ TEST(OneLine, APastedLineEndOrTabIsLeftOut) {
   EXPECT_EQ(platform::qt::TypedOver(given, line), given);
   line.insert(QStringLiteral("s"));
   EXPECT_EQ(platform::qt::TypedOver(given, line), QStringLiteral("from afiles"));
+}
+
+TEST(PreeditWatch, WhatIsCommittedByMovingOnDoesNotComeTwice) {
+  platform::qt::PreeditWatch watch;
+  qApp->installEventFilter(&watch);
+  QLineEdit left, next;
+  const auto send = [](QLineEdit& line, const char16_t* preedit, const char16_t* commit) {
+    QInputMethodEvent event(QString::fromUtf16(preedit), {});
+    event.setCommitString(QString::fromUtf16(commit));
+    QApplication::sendEvent(&line, &event);
+  };
+  send(left, u"あ", u"");
+  send(left, u"", u"あ");
+  send(next, u"", u"");
+  send(next, u"", u"あ");
+  EXPECT_EQ(left.text() + u'|' + next.text(), QStringLiteral("あ|"));
+  send(next, u"あ", u"");
+  send(next, u"", u"あ");
+  EXPECT_EQ(next.text(), QStringLiteral("あ")) << "composed again";
 }
 
 TEST(InputFilter, TheSecondTapOfADoubleTapMeansWhatTheFirstOneHit) {

@@ -18,6 +18,7 @@
 #include "platform/qt/menu_place.h"
 #include "platform/qt/message_icons.h"
 #include "platform/qt/one_line.h"
+#include "platform/qt/preedit_watch.h"
 #include "platform/qt/qt_text.h"
 
 namespace platform::qt {
@@ -173,6 +174,7 @@ void DressApplication(QApplication& application) {
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QApplication::setWindowIcon(ProgramIcon());
   QGuiApplication::setDesktopFileName(QStringLiteral("morvenly"));
+  application.installEventFilter(new PreeditWatch(&application));
   SpeakJapanese(application);
 }
 
