@@ -1,12 +1,12 @@
 #include "edit/edit_form_screen.h"
 
-#include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <algorithm>
 
 #include "edit/edit_layout.h"
 #include "platform/metrics.h"
+#include "platform/qt/elided_label.h"
 #include "platform/qt/qt_text.h"
 
 namespace edit {
@@ -62,12 +62,12 @@ void EditForm::AddField(int id, const std::u16string& name, int smallest) {
 }
 
 void EditForm::AddLabel(int id, const std::u16string& name) {
-  auto* label = new QLabel(widget());
+  auto* label = new platform::qt::ElidedLabel(widget());
   label->setObjectName(QString::number(id));
-  label->setTextFormat(Qt::PlainText);
+  label->setText(ToQt(name));
   label->setFont(FixedFont(12));
   label->setIndent(Scaled(3));
-  labels_[id] = ToQt(name);
+  labels_.push_back(label);
   controls_[id] = label;
 }
 
@@ -117,7 +117,6 @@ void EditForm::LayOut(QWidget* before) {
     QWidget::setTabOrder(before, control);
     before = control;
   }
-  ShowLabels();
   while (separators_.size() < layout.separators.size()) {
     separators_.push_back(new QFrame(widget()));
     separators_.back()->setAutoFillBackground(true);
@@ -131,20 +130,11 @@ void EditForm::LayOut(QWidget* before) {
 
 // As wide as the widest label, within reason.
 int EditForm::LabelWidth() const {
-  const QFontMetrics metrics(FixedFont(12));
   int widest = 0;
-  for (const auto& [id, text] : labels_) {
-    widest = std::max(widest, metrics.horizontalAdvance(text));
+  for (const QLabel* label : labels_) {
+    widest = std::max(widest, label->fontMetrics().horizontalAdvance(label->text()));
   }
   return std::clamp(widest + Scaled(7), Scaled(34), Scaled(64));
-}
-
-void EditForm::ShowLabels() {
-  for (const auto& [id, text] : labels_) {
-    auto* label = static_cast<QLabel*>(controls_[id]);
-    label->setText(
-        label->fontMetrics().elidedText(text, Qt::ElideRight, label->width() - label->indent()));
-  }
 }
 
 }  // namespace edit

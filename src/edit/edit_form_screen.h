@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QLabel>
 #include <QScrollArea>
 #include <map>
 #include <vector>
@@ -35,11 +36,10 @@ class EditForm : public QScrollArea {
   void AddLabel(int id, const std::u16string& name);
   void AddButton(int id, const QString& text, const QString& name);
   int LabelWidth() const;
-  void ShowLabels();
 
   std::map<int, QWidget*> controls_;  // by id
   std::map<int, pickers::FieldButton*> fields_;
-  std::map<int, QString> labels_;  // whole, as they may be cut on the screen
+  std::vector<QLabel*> labels_;
   std::vector<QFrame*> separators_;
 };
 

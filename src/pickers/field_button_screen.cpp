@@ -1,10 +1,10 @@
 #include "pickers/field_button_screen.h"
 
 #include <QPainter>
-#include <QTextLayout>
 
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/text_lines.h"
 #include "position/position_fields.h"
 #include "position/position_request.h"
 
@@ -17,7 +17,7 @@ constexpr QRgb kFieldColor = 0xFFFFFFFF;
 constexpr QRgb kDisabledColor = 0xFFEFEFEF;
 constexpr QRgb kPositionColor = 0xFFE0E0E0;
 constexpr QRgb kPressedColor = 0xFFC0C0C0;
-constexpr QRgb kEdgeColor = 0xFFB0B0B0;
+constexpr QRgb kEdgeColor = 0xFFA0A0A0;
 constexpr QRgb kTextColor = 0xFF000000;
 constexpr QRgb kDisabledTextColor = 0xFF606060;
 constexpr int kLookMilliseconds = 1000;
@@ -92,33 +92,14 @@ void FieldButton::PaintOneLine(QPainter& painter, const QRect& area) {
 }
 
 void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
-  QString text = value_;
-  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  text.replace(u'\r', QChar::LineSeparator).replace(u'\n', QChar::LineSeparator);
-  QTextLayout layout(text, font());
-  QTextOption option;
-  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  layout.setTextOption(option);
-  layout.beginLayout();
   const int lineHeight = LineHeight();
-  for (int y = area.top();; y += lineHeight) {
-    QTextLine line = layout.createLine();
-    if (!line.isValid()) break;
-    line.setLineWidth(area.width());
-    const bool isLast = y + 2 * lineHeight > area.bottom() + 1 + Scaled(2);
-    const bool isCut = isLast && line.textStart() + line.textLength() < text.size();
-    if (!isCut) {
-      line.draw(&painter, QPointF(area.left(), y));
-    } else {
-      const QString rest = text.mid(line.textStart(), line.textLength());
-      painter.setFont(font());
-      painter.drawText(QRectF(area.left(), y, area.width(), lineHeight), Qt::TextSingleLine,
-                       QFontMetrics(font()).elidedText(rest.trimmed() + QStringLiteral("……"),
-                                                       Qt::ElideRight, area.width()));
-    }
-    if (isLast) break;
+  const int most = (area.height() + Scaled(2)) / lineHeight;
+  QRect line(area.topLeft(), QSize(area.width(), lineHeight));
+  painter.setFont(font());
+  for (const QString& text : platform::qt::FitLines(value_, font(), area.width(), most)) {
+    painter.drawText(line, Qt::TextSingleLine, text);
+    line.translate(0, lineHeight);
   }
-  layout.endLayout();
 }
 
 }  // namespace pickers

@@ -9,6 +9,7 @@
 #include "pickers/time_select_screen.h"
 #include "pickers/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/elided_label.h"
 #include "platform/qt/menu_place.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
@@ -88,9 +89,8 @@ void CRecorderDlg::MakeLabels() {
 }
 
 void CRecorderDlg::AddLabel(int id, const std::u16string& text) {
-  auto* label = new QLabel(this);
+  auto* label = new platform::qt::ElidedLabel(this);
   label->setObjectName(QString::number(id));
-  label->setTextFormat(Qt::PlainText);
   label->setText(ToQt(text));
   label->setFont(FixedFont(12));
   controls_[id] = label;

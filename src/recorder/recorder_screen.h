@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QFrame>
-#include <QLabel>
 #include <QPushButton>
 #include <functional>
 #include <map>

@@ -45,7 +45,7 @@ HeaderButton::Colors WeekdayColors(size_t weekday) {
   return colors;
 }
 
-// The widget's font, made as much smaller as `text` needs to fit `width`.
+// The widget's font, made as much smaller as the ink of `text` needs to fit `width`.
 QFont FittedFont(QFont font, const QString& text, int width) {
   while (font.pixelSize() > 1 && QFontMetrics(font).tightBoundingRect(text).width() > width) {
     font.setPixelSize(font.pixelSize() - 1);

@@ -9,6 +9,7 @@
 
 #include "platform/host.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/text_lines.h"
 
 namespace views {
 namespace {
@@ -101,7 +102,11 @@ const QStaticText& INERT_LIST_VIEW::LayoutOf(int row, const QString& text, QSize
   option.setWrapMode(format_.breaksWords ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                          : QTextOption::NoWrap);
   kept.layout.setText(
-      format_.breaksWords ? text : Cut(text, fontMetrics(), room.width(), format_.cutsAnywhere));
+      format_.breaksWords
+          ? platform::qt::FitLines(text, font(), room.width(),
+                                   std::max(1, room.height() / fontMetrics().height()))
+                .join(u'\n')
+          : Cut(text, fontMetrics(), room.width(), format_.cutsAnywhere));
   kept.layout.setTextFormat(Qt::PlainText);
   kept.layout.setTextOption(option);
   kept.layout.setTextWidth(room.width());

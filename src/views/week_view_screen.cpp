@@ -3,27 +3,19 @@
 
 #include "core/date_time.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/text_lines.h"
 #include "views/navigation.h"
 
 namespace views {
 namespace {
 
+using platform::qt::CutToWidth;
+using platform::qt::ToQt;
+
 constexpr QColor kStripColor(0xE0, 0x80, 0xFF);
 constexpr QColor kDivisionColor(0x00, 0x00, 0xFF);
 constexpr QColor kBoxColor(0x20, 0x40, 0xE0);
 constexpr QColor kBoxTextColor(0xE0, 0xE0, 0xE0);
-
-// A text that is wider than its box shows its beginning; a box without room for a character has
-// none.
-void DrawBoxText(QPainter& painter, const QRect& box, std::u16string_view text) {
-  const QFontMetrics metrics = painter.fontMetrics();
-  if (box.width() < metrics.height()) return;
-  const QString words = platform::qt::ToQt(text);
-  const bool fits = metrics.horizontalAdvance(words) <= box.width();
-  painter.drawText(
-      box, (fits ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine,
-      words);
-}
 
 }  // namespace
 
@@ -117,7 +109,9 @@ void WeekViewScreen::PaintBoxes(QPainter& painter, const WeekGrid& grid) const {
     painter.setPen(QPen(Qt::black, 0));  // a pixel, however large a unit is
     painter.drawRect(box.adjusted(0, 0, -1, -1));
     painter.setPen(kBoxTextColor);
-    DrawBoxText(painter, box.adjusted(1, 1, -1, -1), item.text);
+    const QRect inside = box.adjusted(1, 1, -1, -1);
+    painter.drawText(inside, Qt::AlignCenter | Qt::TextSingleLine,
+                     CutToWidth(ToQt(item.text), painter.font(), inside.width()));
   }
 }
 

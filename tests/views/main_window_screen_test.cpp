@@ -180,6 +180,8 @@ TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
     const auto* action = screen->findChild<QAction*>(QString::number(row.id));
     EXPECT_EQ(row.enabled, action->isEnabled());
     EXPECT_EQ(row.checked, action->isChecked());
+    const auto* tool = screen->findChild<QToolButton*>(QString::number(row.id));
+    EXPECT_EQ(row.checked, tool != nullptr && tool->isChecked());
   }
   main->OnCommand(kShowList);
   main->OnCommand(kWeekShowDay);

@@ -4,10 +4,10 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QStyle>
-#include <QTextLayout>
 #include <vector>
 
 #include "platform/qt/qt_text.h"
+#include "platform/qt/text_lines.h"
 
 namespace platform::qt {
 namespace {
@@ -72,25 +72,6 @@ void SetTextOfWidth(QMessageBox& box, const QString& text, int width) {
 }
 
 }  // namespace
-
-QString BreakIntoLines(const QString& text, const QFont& font, int width) {
-  QTextOption option;
-  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  const QChar breakHere(0x200B);
-  QStringList lines;
-  for (QString paragraph : text.split(u'\n')) {
-    paragraph.replace(u'\\', QStringLiteral("\\") + breakHere);
-    QTextLayout layout(paragraph, font);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-      line.setLineWidth(width);
-      lines += paragraph.mid(line.textStart(), line.textLength()).remove(breakHere);
-    }
-    layout.endLayout();
-  }
-  return lines.join(u'\n');
-}
 
 Answer RunMessageBox(QWidget* over, const Message& message) {
   QMessageBox box(over);

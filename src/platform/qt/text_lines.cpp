@@ -1,0 +1,95 @@
+#include "platform/qt/text_lines.h"
+
+#include <QFontMetrics>
+#include <QTextBoundaryFinder>
+#include <QTextLayout>
+
+namespace platform::qt {
+namespace {
+
+constexpr QChar kBreakHere(0x200B);
+constexpr QChar kJoin(0x2060);  // forbids a break
+constexpr QChar kEllipsis(0x2026);
+
+bool IsJapanese(QChar c) {
+  return c.isLetterOrNumber() && c >= QChar(0x3005);
+}
+
+bool IsHiragana(QChar c) {
+  return c.script() == QChar::Script_Hiragana;
+}
+
+// Particles and endings are written in hiragana, and what follows them begins a phrase.
+bool StaysTogether(QChar before, QChar after) {
+  const bool isInJapanese = IsJapanese(before) || IsJapanese(after);
+  return isInJapanese && before.isLetterOrNumber() && after.isLetterOrNumber() &&
+         (IsHiragana(after) || !IsHiragana(before));
+}
+
+QString WithPlacesToBreak(const QString& text) {
+  QString marked;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    marked += text[i];
+    if (text[i] == u'\\' || text[i] == u'/') marked += kBreakHere;
+    if (i + 1 < text.size() && StaysTogether(text[i], text[i + 1])) marked += kJoin;
+  }
+  return marked;
+}
+
+QStringList LinesOf(const QString& paragraph, const QFont& font, int width) {
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  QTextLayout layout(paragraph, font);
+  layout.setTextOption(option);
+  QStringList lines;
+  layout.beginLayout();
+  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    line.setLineWidth(width);
+    lines += paragraph.mid(line.textStart(), line.textLength());
+  }
+  layout.endLayout();
+  return lines;
+}
+
+}  // namespace
+
+QString BreakIntoLines(const QString& text, const QFont& font, int width) {
+  QStringList lines;
+  for (const QString& paragraph : text.split(u'\n')) {
+    lines += LinesOf(WithPlacesToBreak(paragraph), font, width);
+  }
+  return lines.join(u'\n').remove(kBreakHere).remove(kJoin);
+}
+
+QStringList FitLines(const QString& text, const QFont& font, int width, int most) {
+  QString paragraphs = text;
+  paragraphs.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+  QStringList lines;
+  for (const QString& paragraph : paragraphs.split(u'\n')) {
+    lines += LinesOf(paragraph, font, width);
+    if (lines.size() > most) break;
+  }
+  if (lines.size() <= most) return lines;
+  lines.resize(most);
+  // With a second ellipsis even a line that just holds the first one is cut.
+  const QString last = lines.back().trimmed() + kEllipsis + kEllipsis;
+  lines.back() = QFontMetrics(font).elidedText(last, Qt::ElideRight, width);
+  return lines;
+}
+
+QString CutToWidth(const QString& text, const QFont& font, int width) {
+  const QFontMetrics metrics(font);
+  if (metrics.horizontalAdvance(text) <= width) return text;
+  const QString elided = metrics.elidedText(text, Qt::ElideRight, width);
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+  qsizetype fitting = 0;
+  int characters = 0;
+  for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary()) {
+    if (metrics.horizontalAdvance(text.left(end)) > width) break;
+    fitting = end;
+    ++characters;
+  }
+  return characters > 2 ? elided : text.left(fitting);
+}
+
+}  // namespace platform::qt
