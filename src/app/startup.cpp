@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <memory>
 
+#include "app/window_size.h"
 #include "core/settings.h"
 #include "edit/edit_action_screen.h"
 #include "platform/device_paths.h"
-#include "platform/metrics.h"
 #include "platform/qt/end_signals.h"
 #include "platform/qt/single_instance.h"
 #include "position/position_request.h"
@@ -21,8 +21,6 @@
 namespace app {
 namespace {
 
-constexpr int kUnitsWide = 240;
-constexpr int kUnitsHigh = 320;
 constexpr int kLastResultThatEnds = -100;  // of OpenDataFile
 constexpr int kStartWithRecorder = 1;      // StartupMode
 constexpr int kStartWithNewAction = 2;
@@ -32,8 +30,7 @@ std::string ProgramFolder() {
   return std::filesystem::path(program).parent_path().string();
 }
 
-void ShowWindow(QWidget& window, const platform::ScreenPlan& plan) {
-  window.resize(platform::Scaled(kUnitsWide), platform::Scaled(kUnitsHigh));
+void ShowWindow(QWidget& window, const core::CAppState& app, const platform::ScreenPlan& plan) {
   if (plan.fillsScreen) {
     // No frame takes from a hand-held screen, but a shell's own panel may. The geometry serves
     // where no window manager is there to maximize.
@@ -41,7 +38,7 @@ void ShowWindow(QWidget& window, const platform::ScreenPlan& plan) {
     window.setGeometry(window.screen()->availableGeometry());
     window.showMaximized();
   } else {
-    window.show();
+    ShowAtKeptSize(window, app);
   }
 }
 
@@ -52,7 +49,7 @@ std::unique_ptr<views::CMainWnd> InitInstance(core::CAppState& app, platform::qt
   if (store::OpenDataFile(app) <= kLastResultThatEnds) return nullptr;
   auto window = std::make_unique<views::CMainWnd>(app);
   host.SetMainWindow(window.get());
-  ShowWindow(*window, plan);
+  ShowWindow(*window, app, plan);
   return window;
 }
 
@@ -86,6 +83,7 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
   RunFirstScreen(*app, *window);
   const bool goesOn = !ending && window->isVisible();
   const int result = goesOn ? QApplication::exec() : 0;
+  if (!plan.fillsScreen) KeepSize(*window, *app);
   window.reset();
   ShutdownApp(*app);
   return result;

@@ -80,6 +80,11 @@ class CAppState {
   int ActTxtMode;
   int ItmSelMode;
   std::u16string DataFile;  // full path, device form
+  // The main window, in units and not maximized; 0 where nothing is kept, as on a screen that the
+  // window always fills.
+  int WindowWidth = 0;
+  int WindowHeight = 0;
+  int WindowMaximized = 0;  // 1: it is
 
   HistoryList PlaceHistory{80};
   HistoryList Category1History{80};

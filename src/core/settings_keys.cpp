@@ -125,6 +125,9 @@ constexpr Key kKeys[] = {
     {u"ItmSelMode", Digits{&App::ItmSelMode}},
     {u"DataFile", DataFilePath{}},
     {u"ViewAutoUpdate", Added{&App::ViewAutoUpdate}},
+    {u"WindowWidth", Added{&App::WindowWidth}},
+    {u"WindowHeight", Added{&App::WindowHeight}},
+    {u"WindowMaximized", Added{&App::WindowMaximized}},
 };
 
 // The older form of TimeInitForNewMode: read, but not written any more.
