@@ -25,6 +25,7 @@ constexpr int kLowerRule = 115;
 constexpr int kRuleMargin = 10;
 constexpr int kIconSize = 32;
 constexpr int kFieldMargin = 2;  // that the style puts in front of a field's text
+constexpr int kLevelLabel = 16;  // a lower one stands above the middle of its field
 constexpr int kIconPlace = 6;    // from the left edge, and below the upper rule
 
 constexpr char16_t kRights[] = u"無保証のソフトウェアです。";
@@ -77,8 +78,13 @@ AboutDlg::AboutDlg(QWidget* over, const core::CAppState& app) : ModalScreen(over
   auto* group = new QGroupBox(QStringLiteral("データ情報"));
   group->setFont(FixedFont(12));
   auto* form = new QFormLayout(group);
-  form->addRow(Line(QStringLiteral("ファイル:")), ReadOnly("file", ToQt(app.DataFile)));
-  form->addRow(Line(QStringLiteral("件数:")), ReadOnly("count", ToQt(CountText(app))));
+  const auto addRow = [form](const char16_t* text, QLineEdit* field) {
+    QLabel* label = Line(ToQt(text));
+    label->setMinimumHeight(Scaled(kLevelLabel));
+    form->addRow(label, field);
+  };
+  addRow(u"ファイル:", ReadOnly("file", ToQt(app.DataFile)));
+  addRow(u"件数:", ReadOnly("count", ToQt(CountText(app))));
 
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);

@@ -21,6 +21,7 @@ using platform::qt::ToQt;
 constexpr std::u16string_view kSystems = u"<既定>";
 constexpr int kSmallestSize = 4;
 constexpr int kLargestSize = 48;
+constexpr int kLevelLabel = 16;  // a lower one stands above the middle of its field
 
 }  // namespace
 
@@ -173,7 +174,7 @@ void OptionPage::MakeData(const PageCommands& commands) {
   formatVersion_ = new QLineEdit;
   formatVersion_->setObjectName(QStringLiteral("DBFmtVer"));
   formatVersion_->setReadOnly(true);
-  form_->addRow(QStringLiteral("フォーマットバージョン:"), formatVersion_);
+  AddRow(QStringLiteral("フォーマットバージョン:"), formatVersion_);
   ShowState();
 }
 
@@ -193,11 +194,17 @@ void OptionPage::AddCheck(const char* name, std::u16string_view text, int& value
   form_->addRow(check);
 }
 
+void OptionPage::AddRow(const QString& text, QWidget* field) {
+  auto* label = new QLabel(text);
+  label->setMinimumHeight(Scaled(kLevelLabel));
+  form_->addRow(label, field);
+}
+
 platform::qt::ChoiceBox* OptionPage::AddBox(const char* name, std::u16string_view label) {
   auto* box = new platform::qt::ChoiceBox(nullptr);
   box->setObjectName(QString::fromLatin1(name));
   box->setMinimumHeight(Scaled(24));
-  form_->addRow(ToQt(label), box);
+  AddRow(ToQt(label), box);
   return box;
 }
 
@@ -213,7 +220,7 @@ QComboBox* OptionPage::AddChoice(const char* name, std::u16string_view label, in
 }
 
 void OptionPage::AddText(const char* name, std::u16string_view label, std::u16string& value) {
-  form_->addRow(ToQt(label), MakeText(name, value));
+  AddRow(ToQt(label), MakeText(name, value));
 }
 
 QLineEdit* OptionPage::MakeText(const char* name, std::u16string& value) {

@@ -46,6 +46,7 @@ class OptionPage : public QScrollArea {
   void AddCheck(const char* name, std::u16string_view text, int& value, int on, int off);
   QComboBox* AddChoice(const char* name, std::u16string_view label, int& value,
                        std::initializer_list<Choice> choices);
+  void AddRow(const QString& text, QWidget* field);
   platform::qt::ChoiceBox* AddBox(const char* name, std::u16string_view label);
   void AddText(const char* name, std::u16string_view label, std::u16string& value);
   QLineEdit* MakeText(const char* name, std::u16string& value);

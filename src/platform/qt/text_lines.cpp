@@ -89,7 +89,7 @@ QString CutToWidth(const QString& text, const QFont& font, int width) {
     fitting = end;
     ++characters;
   }
-  return characters > 2 ? elided : text.left(fitting);
+  return characters > 2 && elided.size() > 2 ? elided : text.left(fitting);
 }
 
 }  // namespace platform::qt
