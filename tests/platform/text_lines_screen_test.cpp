@@ -21,6 +21,7 @@ TEST(TextLines, BreakWhereAReaderWould) {
        "設定ファイルの\n書込みに\n失敗しました。"},
       {"/home/diary/user.sdf", "/home/diary/us", "/home/diary/\nuser.sdf"},
       {"\\data\\とても長い名前", "\\data\\とても", "\\data\\とても\n長い名前"},
+      {"\\data\\back-up", "\\data\\back-", "\\data\\\nback-up"},
       {"データファイル", "データファ", "データファ\nイル"},
       {"a\n\nb", "ab", "a\n\nb"},
   };

@@ -19,8 +19,10 @@ bool IsHiragana(QChar c) {
   return c.script() == QChar::Script_Hiragana;
 }
 
-// Particles and endings are written in hiragana, and what follows them begins a phrase.
+// Particles and endings are written in hiragana, and what follows them begins a phrase. A name with
+// a hyphen stays whole.
 bool StaysTogether(QChar before, QChar after) {
+  if (before == u'-') return after.isLetterOrNumber();
   const bool isInJapanese = IsJapanese(before) || IsJapanese(after);
   return isInJapanese && before.isLetterOrNumber() && after.isLetterOrNumber() &&
          (IsHiragana(after) || !IsHiragana(before));
