@@ -38,7 +38,7 @@ void ShowWindow(QWidget& window, const core::CAppState& app, const platform::Scr
     window.setGeometry(window.screen()->availableGeometry());
     window.showMaximized();
   } else {
-    ShowAtKeptSize(window, app);
+    ShowAtKeptSize(window, app, plan);
   }
 }
 
@@ -83,7 +83,7 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
   RunFirstScreen(*app, *window);
   const bool goesOn = !ending && window->isVisible();
   const int result = goesOn ? QApplication::exec() : 0;
-  if (!plan.fillsScreen) KeepSize(*window, *app);
+  if (!plan.fillsScreen) KeepSize(*window, *app, plan);
   window.reset();
   ShutdownApp(*app);
   return result;

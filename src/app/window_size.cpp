@@ -13,26 +13,29 @@ constexpr int kUnitsWide = 240;
 constexpr int kUnitsHigh = 320;
 constexpr int kMostUnits = 10000;  // of a number in the settings; no screen has so many
 
-int Pixels(int kept, int usual) {
-  return Scaled(kept > 0 ? qMin(kept, kMostUnits) : usual);
+// A unit of the program's own scale, in pixels of the window's.
+double UnitSize(const platform::ScreenPlan& plan) {
+  return double(Scaled(plan.unitsWide)) / kUnitsWide;
 }
 
-int Units(int pixels) {
-  return qRound(pixels * double(kUnitsWide) / Scaled(kUnitsWide));
+int Pixels(int kept, int usual, double unit) {
+  return qRound((kept > 0 ? qMin(kept, kMostUnits) : usual) * unit);
 }
 
 }  // namespace
 
-void ShowAtKeptSize(QWidget& window, const core::CAppState& app) {
-  const QSize kept(Pixels(app.WindowWidth, kUnitsWide), Pixels(app.WindowHeight, kUnitsHigh));
+void ShowAtKeptSize(QWidget& window, const core::CAppState& app, const platform::ScreenPlan& plan) {
+  const double unit = UnitSize(plan);
+  const QSize kept(Pixels(app.WindowWidth, kUnitsWide, unit),
+                   Pixels(app.WindowHeight, kUnitsHigh, unit));
   window.resize(kept.boundedTo(window.screen()->availableSize()));
   app.WindowMaximized == 1 ? window.showMaximized() : window.show();
 }
 
-void KeepSize(const QWidget& window, core::CAppState& app) {
+void KeepSize(const QWidget& window, core::CAppState& app, const platform::ScreenPlan& plan) {
   const QSize size = window.normalGeometry().size();
-  app.WindowWidth = Units(size.width());
-  app.WindowHeight = Units(size.height());
+  app.WindowWidth = qRound(size.width() / UnitSize(plan));
+  app.WindowHeight = qRound(size.height() / UnitSize(plan));
   app.WindowMaximized = window.isMaximized() ? 1 : 0;
 }
 

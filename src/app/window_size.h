@@ -1,18 +1,20 @@
-// The main window comes back at the size that it had. Sizes are kept in units, so that another
-// scale of the screen does not change them.
+// The main window comes back at the size that it had. Sizes are kept in units of the scale that the
+// program chooses for its screen, so that neither another screen nor the user's own scale changes
+// how much of it the window takes.
 #pragma once
 
 #include <QWidget>
 
 #include "core/app_state.h"
+#include "platform/screen_plan.h"
 
 namespace app {
 
-// Gives the window the kept size, or that of a pocket device where none is kept; never a larger one
-// than its screen. Shows it, maximized if it was.
-void ShowAtKeptSize(QWidget& window, const core::CAppState& app);
+// Gives the window the kept size, or the one of `plan` where none is kept; never a larger one than
+// its screen. Shows it, maximized if it was.
+void ShowAtKeptSize(QWidget& window, const core::CAppState& app, const platform::ScreenPlan& plan);
 
 // Keeps the window's size; of a maximized one that to which it would go back.
-void KeepSize(const QWidget& window, core::CAppState& app);
+void KeepSize(const QWidget& window, core::CAppState& app, const platform::ScreenPlan& plan);
 
 }  // namespace app

@@ -31,6 +31,12 @@ bool IsHandheld(const ScreenSize& screen) {
   return screen.height >= screen.width * kUprightPhone;
 }
 
+// How many pixels of a desktop a unit may have.
+double LargestUnit(const ScreenSize& screen) {
+  const double high = static_cast<double>(screen.height - kFramePixels) / kUnitsHigh;
+  return std::max(1.0, std::min(high, static_cast<double>(screen.width) / kUnitsWide));
+}
+
 }  // namespace
 
 ScreenPlan PlanScreen(const ScreenSize& screen) {
@@ -41,6 +47,17 @@ ScreenPlan PlanScreen(const ScreenSize& screen) {
   const double fitting = static_cast<double>(screen.height - kFramePixels) / kUnitsHigh;
   const double inQuarters = std::floor(fitting * 4.0) / 4.0;  // where glyphs stay even
   return {std::clamp<double>(inQuarters, 1.0, kDesktopPixelsPerUnit), false};
+}
+
+ScreenPlan PlanScreen(const ScreenSize& screen, double usersPixelsPerUnit) {
+  ScreenPlan plan = PlanScreen(screen);
+  const double largest = plan.fillsScreen ? plan.pixelsPerUnit : LargestUnit(screen);
+  const double pixels = std::min(usersPixelsPerUnit, largest);
+  const double more = std::max(1.0, plan.pixelsPerUnit / pixels);
+  plan.unitsWide = static_cast<int>(std::lround(kUnitsWide * more));
+  plan.unitsHigh = static_cast<int>(std::lround(kUnitsHigh * more));
+  plan.pixelsPerUnit = pixels;
+  return plan;
 }
 
 }  // namespace platform

@@ -15,10 +15,17 @@ struct ScreenSize {
 struct ScreenPlan {
   double pixelsPerUnit = 1.0;  // at least 1
   bool fillsScreen = false;
+  // Of the window as it opens, in units; without meaning where it fills the screen.
+  int unitsWide = 240;
+  int unitsHigh = 320;
 };
 
 // A hand-held screen is 240 units wide (its shorter side) and the window fills it. On a desktop a
 // unit is two pixels, less where 320 units and the window's frame would not fit the screen.
 ScreenPlan PlanScreen(const ScreenSize& screen);
+
+// The same where the user has set the pixels of a unit. Larger ones are cut to what leaves 240 by
+// 320 units on the screen; with smaller ones the window has more units, and its size in pixels.
+ScreenPlan PlanScreen(const ScreenSize& screen, double usersPixelsPerUnit);
 
 }  // namespace platform

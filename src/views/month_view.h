@@ -2,7 +2,6 @@
 // the current date.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <string>
 
@@ -28,7 +27,6 @@ struct MonthData {
   int month = -1;
 
   bool Holds(const MonthCell& cell) const { return cell.day > 0 && cell.month == month; }
-  int LargestCount() const { return std::ranges::max(MonthCells, {}, &MonthCell::count).count; }
 };
 
 // Counts through the Action index, so that a find narrows it. The cells open with at least one day

@@ -160,33 +160,15 @@ void MonthViewScreen::OnHeld(QPoint press) {
 }
 
 void MonthViewScreen::Paint(QPainter& painter) const {
-  PaintLines(painter);
-  const QFont dayFont = DayFont();
-  for (int cell = 0; cell < kMonthCells; ++cell) PaintCell(painter, cell, dayFont);
+  for (int cell = 0; cell < kMonthCells; ++cell) PaintField(painter, cell);
+  PaintLines(painter);  // over the fields, which reach into them where a unit is no whole pixels
+  const QFont dayFont = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18));
+  const QFont countFont = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(12));
+  for (int cell = 0; cell < kMonthCells; ++cell) PaintDay(painter, cell, dayFont, countFont);
   const int current = CellOfCurDay(month_);
   if (current < 0) return;
   painter.setPen(QPen(Qt::black, Scaled(1)));
   painter.drawRect(ToQt(CellRect(layout_, current)).adjusted(-1, -1, 1, 1));
-}
-
-// Of 18 units, less where a day and its count would lie over one another.
-QFont MonthViewScreen::DayFont() const {
-  const QFontMetrics counts(CountFont());
-  const QRect inside = InsideOf(ToQt(CellRect(layout_, 0)));
-  const int countWidth = counts.horizontalAdvance(QString::number(month_.LargestCount()));
-  QFont font = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18));
-  for (; font.pixelSize() > Scaled(9); font.setPixelSize(font.pixelSize() - 1)) {
-    const QFontMetrics days(font);
-    const int width = days.horizontalAdvance(QStringLiteral("28"));
-    const bool beside = width + countWidth < inside.width();
-    const bool above = days.capHeight() + counts.capHeight() < inside.height();
-    if (beside || (above && width <= inside.width())) break;
-  }
-  return font;
-}
-
-QFont MonthViewScreen::CountFont() const {
-  return platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(12));
 }
 
 void MonthViewScreen::PaintLines(QPainter& painter) const {
@@ -198,13 +180,17 @@ void MonthViewScreen::PaintLines(QPainter& painter) const {
   for (int x = 0; x <= right; x += layout_.columnWidth) painter.drawLine(x, top, x, bottom);
 }
 
-void MonthViewScreen::PaintCell(QPainter& painter, int cell, const QFont& dayFont) const {
-  const MonthCell& day = month_.MonthCells[static_cast<size_t>(cell)];
+void MonthViewScreen::PaintField(QPainter& painter, int cell) const {
   const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
-  const QRect place = ToQt(CellRect(layout_, cell));
-  const QRect inside = InsideOf(place);
-  painter.fillRect(FieldOf(place), BackgroundOf(kind));
+  painter.fillRect(FieldOf(ToQt(CellRect(layout_, cell))), BackgroundOf(kind));
+}
+
+void MonthViewScreen::PaintDay(QPainter& painter, int cell, const QFont& dayFont,
+                               const QFont& countFont) const {
+  const MonthCell& day = month_.MonthCells[static_cast<size_t>(cell)];
   if (day.day < 1) return;
+  const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
+  const QRect inside = InsideOf(ToQt(CellRect(layout_, cell)));
   painter.setPen(kind == CellKind::kToday ? QColor(Qt::white) : kDayColor);
   painter.setFont(dayFont);
   painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(),
@@ -212,7 +198,7 @@ void MonthViewScreen::PaintCell(QPainter& painter, int cell, const QFont& dayFon
   if (day.count < 1) return;
   const QString count = QString::number(day.count);
   painter.setPen(Qt::black);
-  painter.setFont(CountFont());
+  painter.setFont(platform::qt::FittedFont(countFont, count, inside.width()));
   painter.drawText(inside.right() + 1 - painter.fontMetrics().horizontalAdvance(count),
                    inside.bottom() + 1, count);
 }

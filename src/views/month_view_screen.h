@@ -35,9 +35,8 @@ class MonthViewScreen : public ViewScreen {
   void OnHeld(QPoint press);
   void Paint(QPainter& painter) const;
   void PaintLines(QPainter& painter) const;
-  void PaintCell(QPainter& painter, int cell, const QFont& dayFont) const;
-  QFont DayFont() const;
-  QFont CountFont() const;
+  void PaintField(QPainter& painter, int cell) const;
+  void PaintDay(QPainter& painter, int cell, const QFont& dayFont, const QFont& countFont) const;
 
   Canvas* canvas_;
   ActionList* list_;

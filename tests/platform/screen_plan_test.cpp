@@ -29,3 +29,25 @@ TEST(ScreenPlan, EnlargesByTheScreenItFinds) {
     EXPECT_EQ(PlanScreen(row.screen).fillsScreen, row.fillsScreen);
   }
 }
+
+TEST(ScreenPlan, AUsersScaleNeitherShrinksNorCutsTheWindow) {
+  const ScreenSize laptop{1366, 768, 310, 174};
+  const struct {
+    ScreenSize screen;
+    double users, pixelsPerUnit;
+    int unitsWide, unitsHigh;
+  } rows[] = {
+      {laptop, 1.0, 1.0, 480, 640},
+      {laptop, 1.25, 1.25, 384, 512},
+      {laptop, 3.0, 2.15, 240, 320},
+      {{3840, 2160, 600, 340}, 3.0, 3.0, 240, 320},
+      {{720, 1440, 65, 130}, 4.0, 3.0, 240, 320},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.users);
+    const platform::ScreenPlan plan = PlanScreen(row.screen, row.users);
+    EXPECT_DOUBLE_EQ(plan.pixelsPerUnit, row.pixelsPerUnit);
+    EXPECT_EQ(plan.unitsWide, row.unitsWide);
+    EXPECT_EQ(plan.unitsHigh, row.unitsHigh);
+  }
+}

@@ -30,7 +30,7 @@ constexpr int kMenuRowHeight = 24;
 constexpr int kSeparatorHeight = 10;  // at most, in a menu
 constexpr int kCheckColumn = 16;      // of Fusion's menus, which keep it where nothing is checked
 
-bool scaleIsOurs = false;
+QByteArray usersScale;  // as the environment has it
 
 // As high as the row of a menu should be, or as the window leaves for each of all rows above the
 // soft keys.
@@ -147,7 +147,8 @@ void SpeakJapanese(QApplication& application) {
 }  // namespace
 
 ScreenPlan ScaleToScreen(int& argc, char** argv) {
-  const QByteArray usersScale = qgetenv(kScaleVariable);
+  usersScale = qgetenv(kScaleVariable);
+  const double usersPixels = usersScale.toDouble();  // 0 where it's no number
   qunsetenv(kScaleVariable);
   ScreenPlan plan;
   {
@@ -155,17 +156,18 @@ ScreenPlan ScaleToScreen(int& argc, char** argv) {
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
       const QSize pixels = screen->size();
       const QSize millimetres = screen->physicalSize().toSize();
-      plan =
-          PlanScreen({pixels.width(), pixels.height(), millimetres.width(), millimetres.height()});
+      const ScreenSize size{pixels.width(), pixels.height(), millimetres.width(),
+                            millimetres.height()};
+      plan = usersPixels > 0 ? PlanScreen(size, usersPixels) : PlanScreen(size);
     }
   }
-  scaleIsOurs = usersScale.isEmpty();
-  qputenv(kScaleVariable, scaleIsOurs ? QByteArray::number(plan.pixelsPerUnit) : usersScale);
+  qputenv(kScaleVariable, QByteArray::number(plan.pixelsPerUnit));
   return plan;
 }
 
 void DressApplication(QApplication& application) {
-  if (scaleIsOurs) qunsetenv(kScaleVariable);  // not for the browser that we may start
+  // Ours isn't for the browser that we may start.
+  usersScale.isEmpty() ? qunsetenv(kScaleVariable) : qputenv(kScaleVariable, usersScale);
   QApplication::setStyle(new FingerStyle);
   new InputFilter(&application);
   SetLightPalette();

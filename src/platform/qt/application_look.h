@@ -10,7 +10,7 @@ namespace platform::qt {
 
 // Looks at the screen through an application object that lives for this call alone, and sets the
 // scale that the real one will take. Called before it is made. A scale that the user has set in the
-// environment stands.
+// environment stands as far as the window fits the screen with it.
 ScreenPlan ScaleToScreen(int& argc, char** argv);
 
 // Called once, right after the application object is made.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QFont>
+#include <QFontMetrics>
 #include <QString>
 #include <string>
 #include <string_view>
@@ -30,5 +31,13 @@ inline QFont FixedFont(int units) { return SettingFont(u"MS UI Gothic", Scaled(u
 
 // For a key whose text is "・" alone: in the font of the other keys its point is hardly seen.
 inline QFont DotFont() { return FixedFont(32); }
+
+// `font`, made as much smaller as `text` needs to fit `width`.
+inline QFont FittedFont(QFont font, const QString& text, int width) {
+  while (font.pixelSize() > 1 && QFontMetrics(font).horizontalAdvance(text) > width) {
+    font.setPixelSize(font.pixelSize() - 1);
+  }
+  return font;
+}
 
 }  // namespace platform::qt
