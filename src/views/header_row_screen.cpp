@@ -14,6 +14,7 @@ using platform::Scaled;
 constexpr QRgb kSundayText = 0xFFFF0000;
 constexpr QRgb kSaturdayText = 0xFF0000FF;
 constexpr QRgb kWeekdayBackground = 0xFFC0C0E0;
+constexpr QRgb kFindBackground = 0xFFFFE080;
 constexpr size_t kWeekdays = 7;
 constexpr int kEndless = 10000;  // more than any text is wide
 constexpr int kWeekdayLabelId = 1073;
@@ -45,14 +46,6 @@ HeaderButton::Colors WeekdayColors(size_t weekday) {
   return colors;
 }
 
-// The widget's font, made as much smaller as the ink of `text` needs to fit `width`.
-QFont FittedFont(QFont font, const QString& text, int width) {
-  while (font.pixelSize() > 1 && QFontMetrics(font).tightBoundingRect(text).width() > width) {
-    font.setPixelSize(font.pixelSize() - 1);
-  }
-  return font;
-}
-
 }  // namespace
 
 HeaderButton::HeaderButton(int id, const QString& text, const Colors& colors, QWidget* parent)
@@ -63,13 +56,18 @@ HeaderButton::HeaderButton(int id, const QString& text, const Colors& colors, QW
   setFont(platform::qt::FixedFont(12));
 }
 
+void HeaderButton::SetBackground(QRgb background) {
+  colors_.background = background;
+  update();
+}
+
 void HeaderButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), QColor(isDown() ? colors_.pressedBackground : colors_.background));
   painter.setPen(QColor(hasFocus() ? 0xFF000000 : 0xFFA0A0A0));
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
   painter.setPen(QColor(isDown() ? colors_.pressedText : colors_.text));
-  painter.setFont(FittedFont(font(), text(), width() - 2));
+  painter.setFont(platform::qt::FittedFont(font(), text(), width() - 2));
   // The ink in the middle: of a bracket or a point the glyph is for the most part blank.
   const QRect ink = painter.fontMetrics().tightBoundingRect(text());
   const int x = (width() - ink.width()) / 2 - ink.left();
@@ -113,6 +111,10 @@ void HeaderRow::SetView(core::View view) {
 
 void HeaderRow::SetTitle(std::u16string_view title) {
   dateLabel_->setText(platform::qt::ToQt(title));
+}
+
+void HeaderRow::MarkFind(bool lasts) {
+  dateLabel_->SetBackground(lasts ? kFindBackground : HeaderButton::Colors().background);
 }
 
 void HeaderRow::MarkWeekday(int weekday) {

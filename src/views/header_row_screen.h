@@ -27,6 +27,7 @@ class HeaderButton : public QAbstractButton {
   };
 
   HeaderButton(int id, const QString& text, const Colors& colors, QWidget* parent);
+  void SetBackground(QRgb background);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -43,6 +44,8 @@ class HeaderRow : public QWidget {
 
   void SetView(core::View view);
   void SetTitle(std::u16string_view title);
+  // A find lasts: the views do not show all Actions.
+  void MarkFind(bool lasts);
   // Marks the current date's weekday, 1 Sunday .. 7 Saturday; any other number marks none.
   void MarkWeekday(int weekday);
   HeaderButton& DateLabel() { return *dateLabel_; }

@@ -77,6 +77,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
 // The device's shell showed the title and the (ok) button above every window.
 void CMainWnd::MakeCaption() {
   auto* title = new QLabel(windowTitle(), caption_);
+  connect(this, &QWidget::windowTitleChanged, title, &QLabel::setText);
   auto* ok = new QPushButton(QStringLiteral("ok"), caption_);
   ok->setObjectName(QString::number(kShellOk));
   ok->setFixedWidth(Scaled(36));
@@ -190,7 +191,15 @@ void CMainWnd::ShowState() {
   toolBar_->ShowState(ViewOnShow(app_.CurView));
 }
 
+void CMainWnd::ShowFind() {
+  const bool lasts = app_.FindWhere.has_value();
+  const QString name = platform::qt::ToQt(core::kProgramName);
+  setWindowTitle(lasts ? name + QStringLiteral(" - 検索中") : name);
+  header_->MarkFind(lasts);
+}
+
 void CMainWnd::Refresh() {
+  ShowFind();
   View().Refill();
   View().FocusWidget().setFocus();
 }
@@ -209,6 +218,7 @@ void CMainWnd::ForgetWhatWasRead() {
 void CMainWnd::ShowChange(Change change) {
   const bool adds = change == Change::kAdded || change == Change::kRecorded;
   if (adds || StaysCurrent(app_)) ForgetWhatWasRead();
+  ShowFind();
   View().OnChange(change);
   View().FocusWidget().setFocus();
 }

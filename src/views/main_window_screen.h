@@ -49,6 +49,7 @@ class CMainWnd : public QWidget {
   ViewScreen& View() { return *views_.at(ViewOnShow(app_.CurView)); }
   void Relayout();
   void ShowState();
+  void ShowFind();
   void Refresh();
   void ShowMovedDate();
   void ForgetWhatWasRead();

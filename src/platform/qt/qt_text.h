@@ -32,9 +32,9 @@ inline QFont FixedFont(int units) { return SettingFont(u"MS UI Gothic", Scaled(u
 // For a key whose text is "・" alone: in the font of the other keys its point is hardly seen.
 inline QFont DotFont() { return FixedFont(32); }
 
-// `font`, made as much smaller as `text` needs to fit `width`.
+// `font`, made as much smaller as the ink of `text` needs to fit `width`.
 inline QFont FittedFont(QFont font, const QString& text, int width) {
-  while (font.pixelSize() > 1 && QFontMetrics(font).horizontalAdvance(text) > width) {
+  while (font.pixelSize() > 1 && QFontMetrics(font).tightBoundingRect(text).width() > width) {
     font.setPixelSize(font.pixelSize() - 1);
   }
   return font;
