@@ -1,5 +1,6 @@
 #include "exchange/exchange.h"
 
+#include "core/paths.h"
 #include "core/text.h"
 #include "exchange/action_lines.h"
 #include "exchange/export.h"
@@ -24,10 +25,9 @@ bool CExchange::IsReadModeEnabled() const {
   return kind_ == ExchangeKind::kImport && formatVer_ != kVer1;
 }
 
-// There is no folder that a path could be relative to but the root.
+// What can't be rooted stays as it is, for the message that there is no such file.
 void CExchange::SetPath(std::u16string_view typed) {
-  path_ = platform::FromTypedPath(typed);
-  if (!path_.empty() && !path_.starts_with(u'\\')) path_.insert(0, 1, u'\\');
+  path_ = core::RootedPath(typed).value_or(platform::FromTypedPath(typed));
 }
 
 FileSelectParams CExchange::BrowseParams() const {

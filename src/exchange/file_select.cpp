@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "core/app_state.h"
 #include "core/paths.h"
 #include "platform/device_paths.h"
 #include "platform/files.h"
@@ -49,6 +50,16 @@ bool IsDiary(std::u16string_view path) {
   return diary && diary->Keeps(path);
 }
 
+// The folder that a dialog of this session listed last.
+std::u16string& LastFolder() {
+  static std::u16string folder;
+  return folder;
+}
+
+bool IsInHomeFolder(std::u16string_view typedName) {
+  return typedName == u"~" || typedName.starts_with(u"~\\");
+}
+
 bool IsGivenName(std::u16string_view name) {
   if (!name.empty()) return true;
   ShowNotice(u"名前が入力されていません。名前を指定してください。", u"名称未入力", Icon::kStop);
@@ -87,8 +98,17 @@ bool CFileSelect::Open() {
     ResultPath_.emplace();
     return false;
   }
-  ListFolder(params_.StartFolder, filters_[CurPattern_].pattern);
+  ListFolder(FirstFolder(), filters_[CurPattern_].pattern);
   return true;
+}
+
+// A folder that has gone meanwhile would show nothing.
+std::u16string CFileSelect::FirstFolder() const {
+  if (params_.StartFolder != kRoot) return params_.StartFolder;
+  if (IsFolderAt(LastFolder())) return LastFolder();
+  std::u16string folder, name;
+  if (core::g_App != nullptr) core::SplitPath(core::g_App->DataFile, folder, name);
+  return IsFolderAt(folder) ? folder : params_.StartFolder;
 }
 
 bool CFileSelect::ParseFilter() {
@@ -109,7 +129,7 @@ bool CFileSelect::ParseFilter() {
 // What would make a path that is too long is left out.
 void CFileSelect::ListFolder(std::u16string_view folder, std::u16string_view pattern) {
   const platform::WaitCursor waiting;
-  CurFolder_ = std::u16string(folder);
+  CurFolder_ = LastFolder() = std::u16string(folder);
   names_.clear();
   selectedLine_ = -1;
   auto entries = files().List(CurFolder_);
@@ -184,12 +204,17 @@ bool CFileSelect::OnOk(std::u16string_view typedName) {
     ShowNotice(u"ファイル名が指定されていません。", u"ファイル名未指定", Icon::kWarning);
     return false;
   }
+  const auto inHome = IsInHomeFolder(name) ? core::RootedPath(name) : std::nullopt;
+  if (inHome && IsFolderAt(*inHome)) {
+    ListFolder(*inHome, filters_[CurPattern_].pattern);
+    return false;
+  }
   const std::u16string extension = core::FileExtension(filters_.front().pattern);
   if (name.find(u'.') == std::u16string::npos && !extension.empty() &&
       extension.find(u'*') == std::u16string::npos) {
     name += u'.' + extension;
   }
-  std::u16string path = PathOf(name);
+  std::u16string path = inHome ? core::RootedPath(name).value_or(u"") : PathOf(name);
   if (params_.Mode == kSelectToOpen) {
     const bool exists = files().Exists(path);
     if (!exists || IsFolderAt(path)) {

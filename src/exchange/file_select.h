@@ -17,6 +17,8 @@ struct FileSelectParams {
   // Labels and patterns in turn, each ended by a vertical bar, the last pattern by the end of the
   // text: "CSV (*.csv)|*.csv|All (*.*)|*.*". At most 10 pairs count.
   std::u16string FilterText;
+  // The root stands for no wish: where the last dialog of the session ended, and for the first one
+  // the open diary's folder.
   std::u16string StartFolder = u"\\";
   std::u16string StartName;
 };
@@ -59,7 +61,8 @@ class CFileSelect {
   std::optional<std::u16string> TapLine(int line);
   void GoUp();
   void ChooseFilter(int position);
-  // The name goes through the checks of the mode. True ends the dialog: ResultPath is there.
+  // The name goes through the checks of the mode. True ends the dialog: ResultPath is there. A name
+  // that begins with "~/" lies in the user's home folder; a folder so named is listed.
   bool OnOk(std::u16string_view name);
   // Each takes the name that the user typed.
   void MakeFolder(std::u16string_view name);
@@ -72,6 +75,7 @@ class CFileSelect {
 
  private:
   bool ParseFilter();
+  std::u16string FirstFolder() const;
   void ListFolder(std::u16string_view folder, std::u16string_view pattern);
   void ListAgain();
   void SelectName(std::u16string_view name);

@@ -255,7 +255,13 @@ void CFileSelectDlg::Delete() {
 }
 
 void CFileSelectDlg::Accept() {
-  if (select_.OnOk(FromQt(name_->text()))) EndScreen(platform::qt::kResultOk);
+  const std::u16string folder = select_.CurFolder();
+  if (select_.OnOk(FromQt(name_->text()))) {
+    EndScreen(platform::qt::kResultOk);
+  } else if (select_.CurFolder() != folder) {
+    name_->setText(ToQt(select_.StartName()));
+    ShowFolder();
+  }
 }
 
 // By keyboard Enter on a line is a tap, and the menu key a hold.

@@ -6,6 +6,7 @@
 
 #include <map>
 
+#include "core/paths.h"
 #include "exchange/action_lines.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
@@ -324,7 +325,9 @@ TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
   EXPECT_EQ(LastMessage(), "対象ファイルが指定されていません。");
   std::string typed = platform::ToUtf8(path);
   std::replace(typed.begin(), typed.end(), '\\', '/');
-  out.SetPath(platform::ToUtf16(typed).substr(1));
+  out.SetPath(u"a.csv");
+  EXPECT_EQ(out.Path(), core::JoinModulePath(u"a.csv"));
+  out.SetPath(platform::ToUtf16(typed));
   host.answers = {platform::Answer::kNo, platform::Answer::kYes};
   out.OnRun({});
   EXPECT_EQ(LastMessage(), "現在該当している1個のアクションを" + platform::ToUtf8(path) +

@@ -41,6 +41,20 @@ class FileSelect : public testing::Test {
   testing_support::TempFolder folder;
 };
 
+TEST_F(FileSelect, BeginsWhereTheLastOneEndedAndKnowsTheHomeFolder) {
+  platform::files().MakeFolder(folder.Path(u"sub"));
+  CFileSelect first = Opened(kSelectToSave);
+  first.TapLine(0);
+  CFileSelect next({kSelectToSave, u"保存先", std::u16string(kFilter), u"\\", {}});
+  EXPECT_TRUE(next.Open());
+  EXPECT_EQ(next.CurFolder(), folder.Path(u"sub"));
+  host.homeFolder = folder.Path(u"");
+  EXPECT_FALSE(next.OnOk(u"~"));
+  EXPECT_EQ(Lines(next), Texts{u"+sub"});
+  EXPECT_TRUE(next.OnOk(u"~/a"));
+  EXPECT_EQ(next.ResultPath(), folder.Path(u"a.csv"));
+}
+
 TEST_F(FileSelect, ListsFoldersThenMatchingFilesAndGoesUpToTheRoot) {
   for (const char* name : {"b.csv", "A.CSV", ".c.csv", "d.dat", "csv"}) {
     WriteWholeFile(folder.HostPath(name), "");
