@@ -186,6 +186,14 @@ void CItemEditorDlg::MakeValue() {
   values->addStretch();
   rows_->setStretchFactor(row, 1);
   for (QLineEdit* edit : {line_, time_}) edit->setMinimumHeight(Scaled(25));
+  QWidget* before = typeBox_;
+  if (byLists_) before = findChild<QPushButton*>(QStringLiteral("pick_type"));
+  const std::initializer_list<QWidget*> stops = {line_, dateButton_, fileButton_,
+                                                 time_, timeButton_, lines_};
+  for (QWidget* stop : stops) {
+    setTabOrder(before, stop);
+    before = stop;
+  }
 }
 
 void CItemEditorDlg::MakeButtons() {
@@ -193,7 +201,10 @@ void CItemEditorDlg::MakeButtons() {
   row->setContentsMargins(Scaled(3), 0, Scaled(3), 0);
   row->addWidget(AddButton("create", QStringLiteral("作成"), [this] { editor_.OnBtnCreate(); }));
   row->addWidget(AddButton("change", QStringLiteral("変更"), [this] { editor_.OnBtnChange(); }));
-  row->addWidget(AddButton("delete", QStringLiteral("削除"), [this] { editor_.OnBtnDelete(); }));
+  QPushButton* last =
+      AddButton("delete", QStringLiteral("削除"), [this] { editor_.OnBtnDelete(); });
+  row->addWidget(last);
+  keys_->FocusAfter(last);
   rows_->addLayout(row);
   rows_->addWidget(keys_);
   keys_->LeftKey().setObjectName(QStringLiteral("apply"));

@@ -48,6 +48,7 @@ void PickerDlg::resizeEvent(QResizeEvent* event) {
     right -= button->width();
     button->move(right, 0);
   }
+  for (size_t i = buttons_.size() - 1; i > 0; --i) setTabOrder(buttons_[i], buttons_[i - 1]);
   label_->setGeometry(Scaled(3), 0, right - Scaled(3), Scaled(24));
   keys_->setGeometry(0, height() - keys_->height(), width(), keys_->height());
   const int top = Scaled(25) + 1;
