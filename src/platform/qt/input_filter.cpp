@@ -51,22 +51,26 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
 bool InputFilter::KeepsPress(QWidget& receiver, const QMouseEvent& press) {
   // A press that its receiver hands on to a parent is the same one.
   if (press.timestamp() == pressTime_) return false;
-  keepsMouse_ = IsSecondTap(press) && !FirstIsStillThere(receiver);
+  const bool inMessage = receiver.window()->windowType() == Qt::Dialog;
+  keepsMouse_ = IsSecondTap(press, inMessage || pressedInMessage_) && !FirstIsStillThere(receiver);
   if (!keepsMouse_) {
     pressed_ = &receiver;
+    pressedInMessage_ = inMessage;
     pressPoint_ = press.globalPosition().toPoint();
   }
   pressTime_ = press.timestamp();
   return keepsMouse_;
 }
 
-// Wider than the toolkit's double click, which is a mouse's.
-bool InputFilter::IsSecondTap(const QMouseEvent& press) const {
+// Wider than the toolkit's double click, which is a mouse's. Under Wayland nobody knows where a
+// message stands, and nobody has read one as it opens: there any place counts.
+bool InputFilter::IsSecondTap(const QMouseEvent& press, bool anywhere) const {
   const auto interval =
       static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
   const QPoint way = press.globalPosition().toPoint() - pressPoint_;
   return press.button() == Qt::LeftButton && pressTime_ != 0 &&
-         press.timestamp() - pressTime_ < interval && way.manhattanLength() < Scaled(kFingerUnits);
+         press.timestamp() - pressTime_ < interval &&
+         (anywhere || way.manhattanLength() < Scaled(kFingerUnits));
 }
 
 bool InputFilter::FirstIsStillThere(const QWidget& receiver) const {

@@ -26,15 +26,16 @@ class InputFilter : public QObject {
 
  private:
   bool KeepsPress(QWidget& receiver, const QMouseEvent& press);
-  bool IsSecondTap(const QMouseEvent& press) const;
+  bool IsSecondTap(const QMouseEvent& press, bool anywhere) const;
   bool FirstIsStillThere(const QWidget& receiver) const;
   bool Repeats(const QKeyEvent& key) const;
   bool KeepsKey(QObject& window, const QKeyEvent& key);
 
   QPointer<QWidget> pressed_;  // what the last press hit
-  QPoint pressPoint_;          // global
-  quint64 pressTime_ = 0;      // milliseconds of an unknown clock, 0 before the first press
-  bool keepsMouse_ = false;    // from such a second press to its release
+  bool pressedInMessage_ = false;
+  QPoint pressPoint_;        // global
+  quint64 pressTime_ = 0;    // milliseconds of an unknown clock, 0 before the first press
+  bool keepsMouse_ = false;  // from such a second press to its release
   QPointer<QWidget> keyReceiver_;
   int releasedKey_ = 0;
   quint64 releaseTime_ = 0;
