@@ -25,6 +25,7 @@ class Canvas : public QWidget {
   // Pressed and released; the view tells whether both points mean the same thing.
   void Tapped(QPoint press, QPoint release);
   void Held(QPoint press);
+  // The menu key, which Shift+F10 is, too.
   void MenuKeyPressed();
 
  protected:

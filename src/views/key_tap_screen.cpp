@@ -6,7 +6,7 @@
 
 namespace views {
 
-KeyTap::KeyTap(QWidget* watched, std::function<bool(int)> onKey)
+KeyTap::KeyTap(QWidget* watched, std::function<bool(QKeyCombination)> onKey)
     : QObject(watched), onKey_(std::move(onKey)) {
   watched->installEventFilter(this);
 }
@@ -18,14 +18,16 @@ bool KeyTap::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::KeyPress: {
       const auto* key = static_cast<QKeyEvent*>(event);
-      if (!key->isAutoRepeat()) pressedKey_ = key->key();
+      if (key->isAutoRepeat()) break;
+      pressedKey_ = key->key();
+      modifiers_ = key->modifiers() & ~Qt::KeypadModifier;
       break;
     }
     case QEvent::KeyRelease: {
       const auto* key = static_cast<QKeyEvent*>(event);
       if (key->isAutoRepeat() || key->key() != pressedKey_) break;
       pressedKey_ = 0;
-      return onKey_(key->key());
+      return onKey_(QKeyCombination(modifiers_, static_cast<Qt::Key>(key->key())));
     }
     default:
       break;

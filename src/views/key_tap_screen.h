@@ -11,14 +11,15 @@ namespace views {
 class KeyTap : public QObject {
  public:
   // Where `onKey` answers true, the widget does not see the release.
-  KeyTap(QWidget* watched, std::function<bool(int key)> onKey);
+  KeyTap(QWidget* watched, std::function<bool(QKeyCombination)> onKey);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  std::function<bool(int)> onKey_;
+  std::function<bool(QKeyCombination)> onKey_;
   int pressedKey_ = 0;
+  Qt::KeyboardModifiers modifiers_;  // as it was pressed
 };
 
 }  // namespace views

@@ -141,7 +141,7 @@ void CMainWnd::WatchKeys() {
   std::set<QWidget*> watched;  // views share the list
   for (const auto& [number, view] : views_) watched.insert(&view->FocusWidget());
   for (QWidget* widget : watched) {
-    new KeyTap(widget, [this](int key) { return OnKeyReleased(key); });
+    new KeyTap(widget, [this](QKeyCombination key) { return OnKeyReleased(key); });
   }
 }
 
@@ -383,14 +383,15 @@ void CMainWnd::OnPageChosen(int page) {
   Refresh();
 }
 
-bool CMainWnd::OnKeyReleased(int key) {
+bool CMainWnd::OnKeyReleased(QKeyCombination key) {
+  if (View().TakesKey(key)) return true;
   const auto step = [this](Arrow arrow) {
     popups_->Close();
     const bool moved = TakeArrow(app_, arrow);
     if (moved) ShowMovedDate();
     return !moved;
   };
-  switch (key) {
+  switch (key.key()) {
     case Qt::Key_Left:
       return step(Arrow::kLeft);
     case Qt::Key_Right:

@@ -58,7 +58,7 @@ class CMainWnd : public QWidget {
   void OnDateLabel();
   void OnDateChosen(QDate date);
   void OnPageChosen(int page);
-  bool OnKeyReleased(int key);
+  bool OnKeyReleased(QKeyCombination key);
 
   void ShowView(int view);
   void OpenRow(int row);

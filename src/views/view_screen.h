@@ -68,6 +68,8 @@ class ViewScreen : public QObject {
   // Brings the first of the selected rows to the middle of the picture.
   virtual void MoveToSelected() {}
 
+  // A key has been released that means something in this view alone.
+  virtual bool TakesKey(QKeyCombination) { return false; }
   // The control that takes the keys.
   virtual QWidget& FocusWidget() { return controls_.list; }
   // The user has changed a column's width.

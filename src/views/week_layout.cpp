@@ -2,6 +2,8 @@
 #include "views/week_layout.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <tuple>
 
 #include "platform/metrics.h"
 
@@ -29,6 +31,40 @@ bool Contains(const Rect& rect, int x, int y) {
   return x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
 }
 
+bool IsShown(const WeekItem& item) {
+  return item.dup > 0 && item.row >= 0 && item.row < kWeekDays;
+}
+
+std::vector<int> ShownInOrder(const std::vector<WeekItem>& items) {
+  std::vector<int> order;
+  for (size_t k = 0; k < items.size(); ++k) {
+    if (IsShown(items[k])) order.push_back(static_cast<int>(k));
+  }
+  std::ranges::stable_sort(order, {}, [&](int k) {
+    const WeekItem& item = items[static_cast<size_t>(k)];
+    return std::tuple(item.row, item.start.dt, item.col);
+  });
+  return order;
+}
+
+// `direction` is 1 down, -1 up.
+int NearestInOtherBand(const std::vector<WeekItem>& items, const std::vector<int>& order, int box,
+                       int direction) {
+  const WeekItem& from = items[static_cast<size_t>(box)];
+  const int time = SecondsSinceMidnight(from.start);
+  int nearest = box;
+  std::pair<int, int> least{kWeekDays, 0};  // bands and seconds away
+  for (const int k : order) {
+    const WeekItem& item = items[static_cast<size_t>(k)];
+    const std::pair away{(item.row - from.row) * direction,
+                         std::abs(SecondsSinceMidnight(item.start) - time)};
+    if (away.first < 1 || away >= least) continue;
+    nearest = k;
+    least = away;
+  }
+  return nearest;
+}
+
 }  // namespace
 
 WeekGrid LayoutWeek(int width, int height) {
@@ -53,6 +89,28 @@ Rect BoxRect(const WeekGrid& grid, const WeekItem& item) {
   const int height = grid.bandHeight / item.dup;
   return {left, item.row * grid.bandHeight + item.col * height,
           std::max(XOf(grid, item.end) - left, Scaled(kThinnestBox)), height};
+}
+
+int NextBox(const std::vector<WeekItem>& items, int box, BoxStep step, int band) {
+  const std::vector<int> order = ShownInOrder(items);
+  if (order.empty()) return -1;
+  const auto at = std::ranges::find(order, box);
+  if (at == order.end()) {
+    const auto isFrom = [&](int k) { return items[static_cast<size_t>(k)].row >= band; };
+    const auto first = std::ranges::find_if(order, isFrom);
+    return first == order.end() ? order.front() : *first;
+  }
+  switch (step) {
+    case BoxStep::kBefore:
+      return at == order.begin() ? box : *(at - 1);
+    case BoxStep::kAfter:
+      return at + 1 == order.end() ? box : *(at + 1);
+    case BoxStep::kUp:
+      return NearestInOtherBand(items, order, box, -1);
+    case BoxStep::kDown:
+      return NearestInOtherBand(items, order, box, 1);
+  }
+  return box;
 }
 
 int BandAt(const WeekGrid& grid, int y) {

@@ -29,4 +29,10 @@ int BandAt(const WeekGrid& grid, int y);
 // The position in `items` of the box on top at a point, or -1.
 int BoxAt(const WeekGrid& grid, const std::vector<WeekItem>& items, int x, int y);
 
+// The box to which an arrow leads from `box`: the one before or after it by band, start and lane,
+// or the one nearest in time in the next band that has any. From -1 the first on or after `band`,
+// or the first of all. `box` itself where there is no other, -1 where there is none at all.
+enum class BoxStep { kBefore, kAfter, kUp, kDown };
+int NextBox(const std::vector<WeekItem>& items, int box, BoxStep step, int band);
+
 }  // namespace views

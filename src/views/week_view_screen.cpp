@@ -1,6 +1,8 @@
 // Painting the week, and what its bands and boxes answer.
 #include "views/week_view_screen.h"
 
+#include <algorithm>
+
 #include "core/date_time.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/text_lines.h"
@@ -16,6 +18,7 @@ constexpr QColor kStripColor(0xE0, 0x80, 0xFF);
 constexpr QColor kDivisionColor(0x00, 0x00, 0xFF);
 constexpr QColor kBoxColor(0x20, 0x40, 0xE0);
 constexpr QColor kBoxTextColor(0xE0, 0xE0, 0xE0);
+constexpr QColor kKeyBoxColor(0xFF, 0x80, 0x00);
 
 }  // namespace
 
@@ -26,6 +29,40 @@ WeekViewScreen::WeekViewScreen(core::CAppState& app, SharedControls controls)
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
   connect(canvas_, &Canvas::Tapped, this, &WeekViewScreen::OnTapped);
   connect(canvas_, &Canvas::Held, this, &WeekViewScreen::OnHeld);
+  connect(canvas_, &Canvas::MenuKeyPressed, this, &WeekViewScreen::OnMenuKey);
+}
+
+// The box of the keys stays with its Action, on its day where that has several.
+void WeekViewScreen::Read() {
+  WeekItem former;
+  if (keyBox_ >= 0) former = week_.WeekItems[static_cast<size_t>(keyBox_)];
+  ReadWeek(app_, week_);
+  if (keyBox_ < 0) return;
+  const auto& items = week_.WeekItems;
+  auto found = std::ranges::find_if(items, [&](const WeekItem& item) {
+    return item.id == former.id && core::CompareCalendarDays(item.start, former.start) == 0;
+  });
+  if (found == items.end()) found = std::ranges::find(items, former.id, &WeekItem::id);
+  keyBox_ = found == items.end() ? -1 : static_cast<int>(found - items.begin());
+}
+
+bool WeekViewScreen::TakesKey(QKeyCombination key) {
+  constexpr std::pair<int, BoxStep> kSteps[] = {{Qt::Key_Left, BoxStep::kBefore},
+                                                {Qt::Key_Right, BoxStep::kAfter},
+                                                {Qt::Key_Up, BoxStep::kUp},
+                                                {Qt::Key_Down, BoxStep::kDown}};
+  for (const auto& [arrow, step] : kSteps) {
+    if (key.key() != arrow || key.keyboardModifiers() != Qt::ControlModifier) continue;
+    keyBox_ = NextBox(week_.WeekItems, keyBox_, step, kDaysBeforeCurDate);
+    canvas_->update();
+    return true;
+  }
+  if (keyBox_ < 0) return false;
+  const bool opens = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+  if (!opens && key.key() != Qt::Key_Delete) return false;
+  tapItem_ = week_.WeekItems[static_cast<size_t>(keyBox_)].id;
+  emit Commanded(opens ? kBoxChange : kBoxDelete);
+  return true;
 }
 
 void WeekViewScreen::Refill() {
@@ -36,7 +73,7 @@ void WeekViewScreen::Refill() {
 }
 
 void WeekViewScreen::OnChange(Change) {
-  ReadWeek(app_, week_);
+  Read();
   Refill();
 }
 
@@ -66,16 +103,25 @@ void WeekViewScreen::OnHeld(QPoint press) {
   const int box = BoxAt(press);
   const int band = BandAt(press);
   if (box >= 0) {
-    const WeekItem& item = week_.WeekItems[static_cast<size_t>(box)];
-    core::CalendarParts day;
-    core::CalendarToParts(item.start, day);
-    tapItem_ = item.id;
-    SetDate(day);
-    emit MenuWanted(Menu::kWeekBox, canvas_->mapToGlobal(press));
+    HoldBox(box, press);
   } else if (band >= 0) {
     GoToBand(band);
     emit MenuWanted(Menu::kWeekDay, canvas_->mapToGlobal(press));
   }
+}
+
+void WeekViewScreen::HoldBox(int box, QPoint at) {
+  const WeekItem& item = week_.WeekItems[static_cast<size_t>(box)];
+  core::CalendarParts day;
+  core::CalendarToParts(item.start, day);
+  tapItem_ = item.id;
+  SetDate(day);
+  emit MenuWanted(Menu::kWeekBox, canvas_->mapToGlobal(at));
+}
+
+void WeekViewScreen::OnMenuKey() {
+  if (keyBox_ < 0) return;
+  HoldBox(keyBox_, ToQt(BoxRect(Grid(), week_.WeekItems[static_cast<size_t>(keyBox_)])).center());
 }
 
 void WeekViewScreen::Paint(QPainter& painter) const {
@@ -113,6 +159,9 @@ void WeekViewScreen::PaintBoxes(QPainter& painter, const WeekGrid& grid) const {
     painter.drawText(inside, Qt::AlignCenter | Qt::TextSingleLine,
                      CutToWidth(ToQt(item.text), painter.font(), inside.width()));
   }
+  if (keyBox_ < 0) return;
+  painter.setPen(QPen(kKeyBoxColor, platform::Scaled(2)));
+  painter.drawRect(ToQt(BoxRect(grid, week_.WeekItems[static_cast<size_t>(keyBox_)])));
 }
 
 }  // namespace views

@@ -13,21 +13,25 @@ class WeekViewScreen : public ViewScreen {
 
   void SetShown(bool shown) override { canvas_->setVisible(shown); }
   void Place(const Rect& content) override { canvas_->setGeometry(ToQt(content)); }
-  void Enter() override { ReadWeek(app_, week_); }
+  void Enter() override { Read(); }
   void Refill() override;
-  void OnDateMoved() override { ReadWeek(app_, week_); }
+  void OnDateMoved() override { Read(); }
   void OnChange(Change change) override;
-  void Forget() override { week_ = {}; }
+  void Forget() override { week_.WeekCacheDate = {0, 1}; }
   bool IsHeldOnly() const override { return true; }
   std::u16string TapItem() const override { return tapItem_; }
+  bool TakesKey(QKeyCombination key) override;
   QWidget& FocusWidget() override { return *canvas_; }
 
  private:
   WeekGrid Grid() const { return LayoutWeek(canvas_->width(), canvas_->height()); }
   int BoxAt(QPoint point) const;
   int BandAt(QPoint point) const { return views::BandAt(Grid(), point.y()); }
+  void Read();
   void OnTapped(QPoint press, QPoint release);
   void OnHeld(QPoint press);
+  void HoldBox(int box, QPoint at);
+  void OnMenuKey();
   void GoToBand(int band);
   void Paint(QPainter& painter) const;
   void PaintBands(QPainter& painter, const WeekGrid& grid) const;
@@ -37,6 +41,7 @@ class WeekViewScreen : public ViewScreen {
   WeekData week_;
   core::CalendarParts first_;  // the first day on show
   std::u16string tapItem_;
+  int keyBox_ = -1;  // the box among the items that the keys have reached, -1 for none
 };
 
 }  // namespace views

@@ -46,6 +46,12 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
     QApplication::sendEvent(on, &event);
   }
+  static void CtrlTap(int key, QWidget* on) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, Qt::ControlModifier);
+      QApplication::sendEvent(on, &event);
+    }
+  }
   static void Release(int key, QWidget* on) {
     QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier);
     QApplication::sendEvent(on, &event);
@@ -309,6 +315,32 @@ TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
   });
   EXPECT_EQ(u"2010/06/23", core::CurDate());
   EXPECT_FALSE(isBox(noon + QPoint(4, 0))) << "the week is read after what was chosen for its day";
+}
+
+TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
+  main->OnCommand(kShowWeek);
+  auto* week = Find<QWidget>("week");
+  const struct {
+    int key;
+    const char16_t* id;
+  } steps[] = {{Qt::Key_Up, u"ID2010062300000002"},
+               {Qt::Key_Right, u"ID2010062300000003"},
+               {Qt::Key_Right, u"ID2010062300000003"},
+               {Qt::Key_Up, u"ID2010062300000001"},
+               {Qt::Key_Down, u"ID2010062300000002"}};
+  for (const auto& [key, id] : steps) {
+    CtrlTap(key, week);
+    EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
+                Press(Qt::Key_Return, week);
+                Release(Qt::Key_Return, week);
+              }));
+    EXPECT_EQ(id, app.SelActId);
+  }
+  EXPECT_EQ(u"2010/06/23", core::CurDate()) << "the date has not moved";
+  host.answers = {platform::Answer::kYes};
+  Press(Qt::Key_Delete, week);
+  Release(Qt::Key_Delete, week);
+  EXPECT_EQ(2, app.IndexCount);
 }
 
 TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
