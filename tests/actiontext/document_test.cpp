@@ -2,12 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "actiontext/action_text.h"
 #include "platform/utf.h"
+#include "support/document.h"
 
 namespace {
 
@@ -15,7 +16,6 @@ namespace {
 struct Example {
   std::string memo;
   std::string shown;
-  int line;
 };
 
 // The document does not tell one line end from another.
@@ -36,23 +36,21 @@ void SetField(store::Action& action, const std::string& line) {
 }
 
 // A block's examples stand apart by an empty line; "=>" begins each line of a result.
-void ReadDocument(store::Action& action, std::vector<Example>& examples) {
-  std::ifstream document(MORVENLY_DOCS "/action-text.md");
-  ASSERT_TRUE(document) << "docs/action-text.md is missing";
-  std::string block;
-  std::string line;
-  for (int number = 1; std::getline(document, line); ++number) {
-    const bool isFence = line.starts_with("```");
-    if (isFence) block = block.empty() ? line.substr(3) : "";
-    if (isFence || line.empty()) {
-      examples.push_back({"", "", number});
-    } else if (block == "action") {
-      SetField(action, line);
-    } else if (block == "memo" && line.starts_with("=>")) {
-      ASSERT_FALSE(examples.back().memo.empty()) << "a result without a memo in line " << number;
-      examples.back().shown += line.substr(std::min<size_t>(3, line.size())) + "\n";
-    } else if (block == "memo") {
-      examples.back().memo += line + "\r\n";  // as the memo's field writes it
+void ReadPage(store::Action& action, std::vector<Example>& examples) {
+  for (const auto& [kind, text] : testing_support::ReadDocument("action-text.md")) {
+    std::istringstream lines(text);
+    examples.emplace_back();
+    for (std::string line; std::getline(lines, line);) {
+      if (kind == "action") {
+        SetField(action, line);
+      } else if (line.empty()) {
+        examples.emplace_back();
+      } else if (line.starts_with("=>")) {
+        ASSERT_FALSE(examples.back().memo.empty()) << "a result without a memo: " << line;
+        examples.back().shown += line.substr(std::min<size_t>(3, line.size())) + "\n";
+      } else if (kind == "memo") {
+        examples.back().memo += line + "\r\n";  // as the memo's field writes it
+      }
     }
   }
   std::erase_if(examples, [](const Example& example) { return example.memo.empty(); });
@@ -61,10 +59,10 @@ void ReadDocument(store::Action& action, std::vector<Example>& examples) {
 TEST(Document, ShowsWhatItSays) {
   store::Action action;
   std::vector<Example> examples;
-  ReadDocument(action, examples);
+  ReadPage(action, examples);
   EXPECT_GT(examples.size(), 30u);
-  for (const auto& [memo, shown, line] : examples) {
-    SCOPED_TRACE("behind line " + std::to_string(line) + ": " + memo);
+  for (const auto& [memo, shown] : examples) {
+    SCOPED_TRACE(memo);
     action[store::kMemo] = platform::ToUtf16(memo.substr(0, memo.size() - 2));
     const std::string result = platform::ToUtf8(actiontext::ParseActionText(action));
     EXPECT_EQ(WithPlainLineEnds(result) + "\n", shown);
