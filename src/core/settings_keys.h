@@ -1,4 +1,5 @@
-// The keys of the settings file's [System] section and their values as text.
+// The keys of the settings file's [System] section and their values as text. docs/formats.md says
+// what each means, and shows the whole file.
 #pragma once
 
 #include <functional>

@@ -1,6 +1,6 @@
 // The forms in which an Action is a line of an exchange file. The fields stand between tabs,
 // and nothing is quoted or escaped but the memo of the third form: a tab or a line end inside
-// another column breaks the line.
+// another column breaks the line. docs/formats.md shows each form byte for byte.
 #pragma once
 
 #include <string>

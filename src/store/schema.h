@@ -1,5 +1,6 @@
 // The five tables of a data file, each with one ascending index that is not unique: names,
-// statements that make them, statements that bring an older file up to date.
+// statements that make them, statements that bring an older file up to date. docs/formats.md says
+// what their rows hold.
 #pragma once
 
 #include <array>

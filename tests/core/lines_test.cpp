@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "support/faulty_files.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using core::LineReader;
-using core::WriteTextLine;
-using testing_support::FileCall;
 
 constexpr size_t kBlock = 65536;  // of the reader
 
@@ -56,35 +53,6 @@ TEST(LineReader, TakesEveryKindOfLineEndHoweverItsBlocksCutIt) {
       EXPECT_EQ(AllLines(*platform::files().OpenForReading(folder.Path(u"a"))), expected);
     }
   }
-}
-
-TEST(LineReader, TellsAReadFailureAndStaysWithIt) {
-  const testing_support::TempFolder folder;
-  testing_support::WriteWholeFile(folder.HostPath("a"), "one\n" + std::string(kBlock, 'x'));
-  testing_support::FaultyFiles faulty;
-  const auto file = platform::files().OpenForReading(folder.Path(u"a"));
-  ASSERT_TRUE(file);
-  faulty.Fail(FileCall::kRead, 2);
-  LineReader reader(*file);
-  std::u16string text;
-  size_t byteLength = 0;
-  EXPECT_EQ(reader.ReadTextLine(text, byteLength), 0);
-  EXPECT_EQ(text, u"one");
-  EXPECT_EQ(reader.ReadTextLine(text, byteLength), -12);
-  EXPECT_EQ(reader.ReadTextLine(text, byteLength), -12);
-}
-
-TEST(WriteTextLine, WritesTheCodePageAndCrLf) {
-  const testing_support::TempFolder folder;
-  testing_support::FaultyFiles faulty;
-  const auto file = platform::files().Create(folder.Path(u"a"));
-  ASSERT_TRUE(file);
-  EXPECT_EQ(WriteTextLine(*file, u"会社😀"), 0);
-  EXPECT_EQ(WriteTextLine(*file, u""), 0);
-  faulty.Fail(FileCall::kWrite);
-  EXPECT_EQ(WriteTextLine(*file, u"never"), -1);
-  EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("a")).substr(0, 9),
-            "\x89\xEF\x8E\xD0?\r\n\r\n");
 }
 
 }  // namespace

@@ -211,17 +211,5 @@ TEST_F(RecordingTest, TheStartChoiceGoesBackToWhatItWas) {
   EXPECT_EQ(app.StartupMode, 2);
 }
 
-TEST_F(RecordingTest, APositionReachesTheRowAndTheRestStaysEmpty) {
-  recorder.fields.latitude = u"取得中";
-  recorder.fields.longitude = u"-139/30/0";
-  Tap(9, 0, u"自宅");
-  store::Action action;
-  ASSERT_EQ(Users().ReadById(app.RcdrPreActId, action), 0);
-  EXPECT_EQ(action[store::kLatitude], std::nullopt);
-  EXPECT_EQ(action[store::kLongitude], u"-139.500000");
-  EXPECT_EQ(action[store::kExtItems], std::nullopt);
-  EXPECT_EQ(action[store::kMemo], u"");
-}
-
 }  // namespace
 }  // namespace recorder
