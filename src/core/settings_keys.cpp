@@ -29,6 +29,8 @@ struct LineNumber {};
 struct Digits {
   int CAppState::*field;
 };
+// Kept on purpose: its default -1 is written, but is no digits when it comes back. ReadSettings has
+// put it there before.
 template <size_t N>
 struct Width {
   std::array<int, N> CAppState::*field;
