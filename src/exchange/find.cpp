@@ -37,6 +37,8 @@ std::u16string_view OrElse(const std::u16string& time, std::u16string_view other
   return time.empty() ? otherwise : std::u16string_view(time);
 }
 
+// Kept on purpose: all day finds only what ends at the end of a day, and typed times from 00:00 to
+// 24:00 mean all day, too.
 void AppendSpan(std::u16string& condition, const FindSpan& span) {
   const bool allDay = span.staTime == u"00:00:00" && span.endTime == core::kEndOfDay;
   if (!span.staDate.empty()) {
@@ -50,6 +52,8 @@ void AppendSpan(std::u16string& condition, const FindSpan& span) {
   if (allDay) AppendPart(condition, u"(f_nchEndDateTime like '%24:00:00')");
 }
 
+// Kept on purpose: "%" and "_" stay wildcards, and an empty text finds what has any value in one of
+// the columns, be it empty, but not what has none.
 void AppendTargets(std::u16string& condition, std::u16string_view text, int mask) {
   const std::u16string pattern = u" like '%" + store::SqlQuote(text) + u"%')";
   bool open = false;
@@ -98,7 +102,7 @@ int FindActions(core::CAppState& app, const FindSpan& span, std::u16string_view 
   if (condition.empty()) {
     app.FindWhere.reset();
   } else {
-    app.FindWhere = condition;
+    app.FindWhere = condition;  // kept on purpose: also when the select fails
     sql += u" where " + condition;
   }
   sql += u" order by f_nchStaDateTime asc";
