@@ -42,6 +42,7 @@ bool Writes(std::u16string_view key, std::u16string_view text) {
   return !store::Failed(store::dbSession().TextTable->SetText(key, text));
 }
 
+// Kept on purpose: the seconds are dropped.
 void TakeMoment(std::u16string_view text, std::u16string& date, std::u16string& time) {
   const core::MomentText moment = core::SplitMoment(text);
   date = moment.date;

@@ -155,7 +155,7 @@ std::optional<CRecorder::Ending> CRecorder::OpenNext(const Moment& tap) {
   Action action = NewAction(tap, fields);
   if (store::Failed(store::dbSession().UserTable->Insert(action))) {
     app_.SelActId.clear();
-    return Ending{u"", u"", true};
+    return Ending{u"", u"", true};  // kept on purpose: without a message
   }
   SetRunning(*action[store::kActId], tap);
   app_.SelActId = app_.RcdrPreActId;
