@@ -164,6 +164,7 @@ void CEditAction::FxEditFollow() {
   if (AskSave()) StartFollow();
 }
 
+// Kept on purpose: the menu always reports a change, the button only one that was made.
 void CEditAction::FxFileClose() {
   if (AskSave()) End(kEndChanged);
 }

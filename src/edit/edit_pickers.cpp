@@ -11,7 +11,7 @@ namespace edit {
 namespace {
 
 constexpr std::u16string_view kMultiLineRow = u"<複数行枠で入力>";
-constexpr std::u16string_view kTimeOfEmptyField = u"11:30";
+constexpr std::u16string_view kTimeOfEmptyField = u"11:30";  // kept on purpose: a find has noon
 constexpr size_t kHalfHoursOffered = 48;
 constexpr int kPickByLists = 2;  // a value of ItmSelMode
 
@@ -136,6 +136,7 @@ bool CEditAction::ApplyPicker() {
   return true;
 }
 
+// Kept on purpose: 24:00 is refused here, though a find takes it.
 bool CEditAction::ReadTime(Picker which, StartEnd& times) const {
   if (which == Picker::kStartTime && pickerText == core::kAllDayMark) {
     SetStartTime(times, core::kAllDayMark);

@@ -17,7 +17,7 @@ using platform::Icon;
 // Where an Action is read, for the message of a failure.
 struct CEditAction::ReadSite {
   std::u16string_view method;
-  bool decimalFetchCode = false;
+  bool decimalFetchCode = false;  // kept on purpose: a delete has "rc=" and a decimal
 };
 
 bool CEditAction::OpenSelected(int openMode) {
