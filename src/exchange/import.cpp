@@ -173,6 +173,7 @@ int WriteRecords(core::CAppState& app, ImportList& list, ReadMode mode, const Pr
     result = Writer(session, mode).WriteAll(list, progress, code);
   }
   if (result == kNoId) {
+    // Kept on purpose: two buttons, which do the same.
     platform::host().ShowMessage(
         {std::u16string(u"ユニークキーの生成に失敗しました。").append(kStopped), u"インポート中止",
          Icon::kNone, platform::Buttons::kOkCancel});
@@ -219,6 +220,7 @@ int RunImport(core::CAppState& app, std::u16string_view path, int version, int m
   }
   const int result = mode == kReadReplace ? ImportReplace(app, path, version, progress)
                                           : ImportAdd(app, path, version, progress);
+  // Kept on purpose: the reader or the writer has shown a message of its own by now.
   if (result == 0) {
     ShowNotice(u"インポートが完了しました。", u"インポート完了", Icon::kInformation);
   } else {

