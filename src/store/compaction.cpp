@@ -104,7 +104,7 @@ int CompactDataFile(std::u16string_view path) {
                 u"同名ファイル存在")) {
       return -105;
     }
-    Engine::Remove(backup);
+    Engine::Remove(backup);  // kept on purpose: gone even where the copy fails
   }
   const Text copy = FreeTemporaryPath(folder);
   if (copy.empty()) {

@@ -106,7 +106,7 @@ int ConnectChecked(core::CAppState& app) {
 int TakeMissingFile(core::CAppState& app) {
   Text newPath;
   const int resolved = ResolveMissingDataFile(app, app.DataFile, newPath);
-  if (resolved == -1) {
+  if (resolved == -1) {  // kept on purpose: whatever failed, the number is 0
     ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。"),
                u"データファイル初期化失敗", Icon::kStop);
   }
@@ -186,7 +186,7 @@ bool AgreeToCreate(std::u16string_view path) {
   if (!AskYesNo(u"指定されたフォルダは存在しません。作成しますか。", u"フォルダ作成確認")) {
     return false;
   }
-  core::EnsureFolder(folder);
+  core::EnsureFolder(folder);  // without it the creation fails, and tells
   return true;
 }
 
@@ -267,7 +267,7 @@ int UpgradeDataFile(core::CAppState& app) {
   static constexpr std::u16string_view kTitle = u"バージョン更新確認";
   Text version;
   if (Failed(dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) return -2;
-  if (version >= kFormatVersion) {
+  if (version >= kFormatVersion) {  // kept on purpose: a later one is taken as it is
     dbSession().Session->TakeCharge();
     return 0;
   }
@@ -298,6 +298,7 @@ int ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
     if (Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return -9;
   }
   if (oldVersion < kFormatWithExtItems && Failed(AlterUserData())) return -10;
+  // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
   session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
   session.SysInfoTable->SetText(u"UpdateTime", NowText());
   session.SysInfoTable->SetText(u"DBFmtVer", kFormatVersion);

@@ -20,6 +20,7 @@ struct ActionRead {
 ActionRead ReadAction(std::u16string_view id, Action& action);
 
 // "<what> Err (ln=<line>, hr=<result>)": a fault of the data file that no user should ever meet.
+// Kept on purpose: `line` is a number that names the place, and no line of these sources.
 std::u16string FaultText(std::u16string_view what, int line, HRESULT result);
 
 }  // namespace store
