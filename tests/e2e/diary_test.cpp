@@ -30,14 +30,15 @@ class Installed {
 
   Process Start() { return Process({folder_.HostPath("morvenly")}, folder_.HostPath("output")); }
 
+  // Read beside the program, which has the file locked against a second one of its kind.
   std::vector<store::Action> Actions() const {
     std::vector<store::Action> actions;
-    if (store::Failed(store::ConnectDataFile(folder_.Path(u"user.sdf")))) return actions;
-    store::CUserDataTable& table = *store::dbSession().UserTable;
+    const auto engine = store::Engine::Open(folder_.Path(u"user.sdf"));
+    if (!engine) return actions;
+    store::CUserDataTable table(*engine);
     table.Select(u"select * from t_UserData order by f_nchActId");
     for (store::Action action; table.GetNextRS(action) == store::S_OK;) actions.push_back(action);
     table.CloseRS();
-    store::DisconnectDataFile();
     return actions;
   }
 
