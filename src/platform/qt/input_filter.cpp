@@ -101,6 +101,7 @@ bool InputFilter::KeepsKey(QObject& window, const QKeyEvent& key) {
   }
   if (key.type() != QEvent::KeyPress) return false;
   keyReceiver_ = receiver;
+  pressTime_ = 0;  // a key between two taps, and they are two
   if (key.key() != Qt::Key_F10 || key.modifiers() != Qt::ShiftModifier) return false;
   QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
   QCoreApplication::sendEvent(&window, &menuKey);
