@@ -13,6 +13,7 @@
 #include "core/app_state.h"
 #include "core/date_time.h"
 #include "core/text.h"
+#include "datafile/data_file.h"
 #include "exchange/action_lines.h"
 #include "exchange/export.h"
 #include "exchange/find.h"
@@ -22,7 +23,6 @@
 #include "platform/host.h"
 #include "platform/utf.h"
 #include "store/action_index.h"
-#include "store/data_file.h"
 #include "store/session.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
 #include "platform/qt/qt_text.h"
-#include "views/inertial_list_screen.h"
+#include "touch/qt/inertial_list_view.h"
 
 namespace {
 

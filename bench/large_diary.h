@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <string>
 
+#include "datafile/data_file.h"
 #include "platform/device_paths.h"
-#include "store/data_file.h"
 #include "store/session.h"
 
 inline constexpr int kLargeDiaryActions = 100000;

@@ -17,7 +17,7 @@
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
 #include "platform/utf.h"
-#include "recorder/recorder_screen.h"
+#include "recorder/qt/recorder_screen.h"
 #include "store/action_index.h"
 #include "timewarrior.h"
 

@@ -17,10 +17,10 @@
 #include <string>
 
 #include "app/startup.h"
+#include "datafile/data_file.h"
 #include "platform/device_paths.h"
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
-#include "store/data_file.h"
 #include "store/session.h"
 
 namespace {

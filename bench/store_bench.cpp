@@ -13,11 +13,11 @@
 #include "core/app_state.h"
 #include "core/date_time.h"
 #include "core/text.h"
+#include "datafile/data_file.h"
 #include "platform/device_paths.h"
 #include "platform/host.h"
 #include "platform/utf.h"
 #include "store/action_index.h"
-#include "store/data_file.h"
 #include "store/session.h"
 
 namespace {

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "large_diary.h"
+#include "mainwindow/main_window.h"
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
 #include "platform/utf.h"
@@ -16,7 +17,6 @@
 #include "views/command_table.h"
 #include "views/day_view.h"
 #include "views/list_view.h"
-#include "views/main_window_screen.h"
 #include "views/map_view.h"
 #include "views/month_view.h"
 #include "views/week_layout.h"

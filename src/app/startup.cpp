@@ -8,15 +8,15 @@
 
 #include "app/window_size.h"
 #include "core/settings.h"
-#include "edit/edit_action_screen.h"
+#include "datafile/data_file.h"
+#include "edit/qt/edit_action_screen.h"
+#include "mainwindow/main_window.h"
 #include "platform/device_paths.h"
 #include "platform/qt/end_signals.h"
 #include "platform/qt/single_instance.h"
 #include "position/position_request.h"
 #include "recorder/recorder_state.h"
-#include "store/data_file.h"
 #include "views/command_table.h"
-#include "views/main_window_screen.h"
 
 namespace app {
 namespace {

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "core/app_state.h"
-#include "exchange/file_select.h"
 #include "exchange/progress.h"
+#include "filedialog/file_select.h"
 
 namespace exchange {
 

@@ -7,11 +7,11 @@
 #include "core/paths.h"
 #include "core/settings.h"
 #include "core/text.h"
+#include "datafile/compaction.h"
+#include "datafile/data_file.h"
 #include "platform/files.h"
 #include "platform/host.h"
 #include "store/action_index.h"
-#include "store/compaction.h"
-#include "store/data_file.h"
 #include "store/session.h"
 
 namespace options {

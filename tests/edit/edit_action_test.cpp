@@ -1,6 +1,6 @@
 #include "edit/edit_action.h"
 
-#include "edit_fixture.h"
+#include "edit/edit_fixture.h"
 
 namespace edit {
 namespace {

@@ -1,6 +1,6 @@
 // The memo as a template: what is stored, what is shown, and when it is run again.
 #include "edit/edit_action.h"
-#include "edit_fixture.h"
+#include "edit/edit_fixture.h"
 
 namespace edit {
 namespace {

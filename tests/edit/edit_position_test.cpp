@@ -1,6 +1,6 @@
 // The position commands, from the real daemon to the stored Action.
 #include "edit/edit_action.h"
-#include "edit_fixture.h"
+#include "edit/edit_fixture.h"
 #include "platform/gpsd_device.h"
 #include "position/position_request.h"
 #include "support/gps_daemon.h"

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "core/text.h"
+#include "datafile/data_file.h"
 #include "store/action_index.h"
-#include "store/data_file.h"
 #include "store/session.h"
 #include "support/fake_host.h"
 #include "support/temp_folder.h"

@@ -9,10 +9,10 @@
 
 #include "core/paths.h"
 #include "exchange/action_lines.h"
+#include "exchange/exchange_fixture.h"
 #include "exchange/export.h"
 #include "exchange/import.h"
 #include "exchange/import_reader.h"
-#include "exchange_fixture.h"
 #include "platform/code_page.h"
 #include "platform/utf.h"
 #include "support/disk_calls.h"

@@ -1,7 +1,7 @@
 #include "exchange/find.h"
 
+#include "exchange/exchange_fixture.h"
 #include "exchange/find_dialog.h"
-#include "exchange_fixture.h"
 
 namespace exchange {
 namespace {

@@ -3,7 +3,7 @@
 #include <memory>
 #include <random>
 
-#include "store_fixture.h"
+#include "store/store_fixture.h"
 
 namespace store_test {
 namespace {

@@ -10,7 +10,7 @@
 #include <random>
 
 #include "store/action_index.h"
-#include "store_fixture.h"
+#include "store/store_fixture.h"
 
 namespace store_test {
 namespace {

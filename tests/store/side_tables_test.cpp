@@ -1,6 +1,6 @@
 // The named values and the texts of statements.
 #include "store/sql_text.h"
-#include "store_fixture.h"
+#include "store/store_fixture.h"
 
 namespace store_test {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "core/app_state.h"
 #include "core/text.h"
+#include "datafile/data_file.h"
 #include "platform/utf.h"
-#include "store/data_file.h"
 #include "store/session.h"
 #include "support/fake_host.h"
 #include "support/temp_folder.h"

@@ -1,6 +1,6 @@
 #include "store/user_data_table.h"
 
-#include "store_fixture.h"
+#include "store/store_fixture.h"
 
 namespace store_test {
 namespace {

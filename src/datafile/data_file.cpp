@@ -1,0 +1,340 @@
+// What was written before a failure stays: the steps of a creation and of an upgrade are not one
+// transaction. An upgrade writes the new version last, so that a broken one is begun anew.
+#include "datafile/data_file.h"
+
+#include <cstdint>
+#include <string>
+
+#include "core/date_time.h"
+#include "core/paths.h"
+#include "datafile/displaced_file.h"
+#include "platform/files.h"
+#include "platform/host.h"
+#include "recorder/recorder_state.h"
+#include "store/action_index.h"
+#include "store/session.h"
+#include "store/trouble.h"
+
+namespace store {
+namespace {
+
+using platform::AskYesNo;
+using platform::Icon;
+using platform::ShowNotice;
+using Text = std::u16string;
+
+constexpr std::u16string_view kFormatWithRcdrPosition = u"3.1.2010.0430";
+constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
+constexpr int kNoButton = 1;  // the second of Yes and No
+
+Text Decimal(int value) {
+  const std::string digits = std::to_string(value);
+  return Text(digits.begin(), digits.end());
+}
+
+Text NowText() {
+  const platform::LocalTime now = platform::host().Now();
+  return core::FormatDate(now.year, now.month, now.day) + u' ' +
+         core::FormatTime(now.hour, now.minute, now.second);
+}
+
+// Whatever the working folder holds, a path without a root leads nowhere.
+bool IsRooted(std::u16string_view path) {
+  return path.empty() || path.starts_with(u'\\');
+}
+
+// 0 if nothing stands there. "\user.sdf" leaves an empty folder before its backslash: the root.
+uint32_t FolderAttributes(std::u16string_view folder) {
+  if (!IsRooted(folder)) return 0;
+  return platform::files().Attributes(folder.empty() ? u"\\" : folder).value_or(0);
+}
+
+void TellReadError() {
+  ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
+}
+
+// The file cannot be opened at start-up. -200.
+int TellNotOpened(const Text& path) {
+  ShowNotice(
+      WithReason(u"データファイル '" + path + u"' を開けません。") + u"\nプログラムを終了します。",
+      u"起動時エラー", Icon::kStop);
+  return -200;
+}
+
+// No file is open any more, and the program is about to end. -10.
+int TellLost() {
+  ShowNotice(WithReason(u"データファイル読込み中にエラーが発生しました。"), u"エラー", Icon::kStop);
+  return -10;
+}
+
+// The connected file is none of ours, or damaged, or cannot be read for the moment. -110.
+int TellForeign() {
+  const bool isHindered = LastTrouble() == Trouble::kBusy || LastTrouble() == Trouble::kReadOnly;
+  const Text text = u"データファイルの内容が不正です。\nプログラムを終了します。";
+  ShowNotice(isHindered ? WithReason(text) : text, u"データファイル不正", Icon::kStop);
+  DisconnectDataFile();
+  return -110;
+}
+
+// The connected file's format, brought up to date if the user agrees. 0, -2 if it was upgraded, or
+// -110 after the message.
+int CheckFormat(core::CAppState& app) {
+  switch (UpgradeDataFile(app)) {
+    case 0:
+      return 0;
+    case -4:
+      return -2;
+    case -1:
+      ShowNotice(u"フォーマットの更新が中止されました。\nプログラムを終了します。", u"更新中止",
+                 Icon::kInformation);
+      break;
+    case -2:
+      return TellForeign();
+    default:
+      ShowNotice(u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。",
+                 u"フォーマット更新失敗", Icon::kStop);
+  }
+  DisconnectDataFile();
+  return -110;
+}
+
+int ConnectChecked(core::CAppState& app) {
+  return Failed(ConnectDataFile(app.DataFile)) ? TellNotOpened(app.DataFile) : CheckFormat(app);
+}
+
+// The file is missing: 0 or -1 with a connected file, or the answer that ends start-up.
+int TakeMissingFile(core::CAppState& app) {
+  Text newPath;
+  const int resolved = ResolveMissingDataFile(app, app.DataFile, newPath);
+  if (resolved == -1) {  // kept on purpose: whatever failed, the number is 0
+    ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。"),
+               u"データファイル初期化失敗", Icon::kStop);
+  }
+  if (resolved != -4) return -101;
+  app.DataFile = newPath;
+  if (dbSession().Session) return -1;  // a new one, made just now
+  const int connected = ConnectChecked(app);
+  return connected == 0 ? -1 : connected;
+}
+
+bool CreateAndName(std::u16string_view path, Text& newPath) {
+  if (CreateDataFile(path) != 0) return false;
+  newPath = path;
+  return true;
+}
+
+// The folder is missing: the file of the same name beside the program, if the user agrees.
+int ResolveBesideProgram(const Text& folder, const Text& name, Text& newPath) {
+  static constexpr char16_t kTitle[] = u"データファイル初期化確認";
+  const Text missing = u"データファイルを格納したフォルダ '" + folder + u"' が見つかりません。\n";
+  const Text beside = core::JoinModulePath(name);
+  if (platform::files().Exists(beside)) {
+    const Text question =
+        missing + u"アプリケーションフォルダ下のデータファイル '" + beside + u"' に変更しますか。";
+    if (!AskYesNo(question, kTitle)) return -3;
+    newPath = beside;
+    return -4;
+  }
+  const Text question = missing + u"アプリケーションフォルダ下にデータファイルを作成しますか。";
+  if (!AskYesNo(question, kTitle)) return -2;
+  return CreateAndName(beside, newPath) ? -4 : -1;
+}
+
+void TellUnchanged(int upgraded) {
+  if (upgraded == -1) {
+    ShowNotice(u"フォーマットの更新が中止されました。", u"更新中止", Icon::kInformation);
+  } else if (upgraded == -2) {
+    ShowNotice(u"データファイルの内容が不正です。\nデータファイルの変更を中止します。",
+               u"データファイル不正", Icon::kStop);
+  } else {
+    ShowNotice(
+        u"データファイルのフォーマット更新に失敗しました。\nデータファイルの変更を中止します。",
+        u"フォーマット更新失敗", Icon::kStop);
+  }
+}
+
+int ChangeToExisting(core::CAppState& app, std::u16string_view path) {
+  const platform::Message question{u"指定されたデータファイルに変更します。",
+                                   u"データファイル変更確認", Icon::kQuestion,
+                                   platform::Buttons::kOkCancel};
+  if (platform::host().ShowMessage(question) != platform::Answer::kOk) return -1;
+  recorder::CloseRecorderSession(app);
+  if (Failed(ConnectDataFile(path))) return TellLost();
+  const int upgraded = UpgradeDataFile(app);
+  if (upgraded == 0 || upgraded == -4) {
+    app.DataFile = path;
+    return 0;
+  }
+  TellUnchanged(upgraded);
+  recorder::CloseRecorderSession(app);
+  return Failed(ConnectDataFile(app.DataFile)) ? TellLost() : 0;
+}
+
+// Asks for what a file that does not exist yet needs. False if it is not to be made.
+bool AgreeToCreate(std::u16string_view path) {
+  Text folder, name;
+  if (core::SplitPath(path, folder, name) != 0) {
+    ShowNotice(u"指定されているデータファイル名が不正です。", u"データファイル名不正", Icon::kStop);
+    return false;
+  }
+  // Kept on purpose: a folder with any further attribute counts as missing here, and EnsureFolder
+  // then finds it present.
+  if (FolderAttributes(folder) == platform::kAttributeDirectory) {
+    return AskYesNo(u"指定されたデータファイルは存在しません。初期化しますか。",
+                    u"データファイル初期化確認");
+  }
+  if (!AskYesNo(u"指定されたフォルダは存在しません。作成しますか。", u"フォルダ作成確認")) {
+    return false;
+  }
+  core::EnsureFolder(folder);  // without it the creation fails, and tells
+  return true;
+}
+
+int ChangeToNew(core::CAppState& app, std::u16string_view path) {
+  if (!AgreeToCreate(path)) return -1;
+  recorder::CloseRecorderSession(app);
+  const int created = CreateDataFile(path);
+  if (created < 0) {
+    ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(" + Decimal(created) +
+                              u")\nプログラムを終了します。",
+                          created),
+               u"データファイル初期化失敗", Icon::kStop);
+    return -10;
+  }
+  app.DataFile = path;
+  return 0;
+}
+
+}  // namespace
+
+HRESULT CreateDataFile(std::u16string_view path) {
+  const platform::WaitCursor waiting;
+  const Text newPath = Text(path) + u".new";
+  HRESULT result = CreateEmptyDataFile(newPath);
+  if (result >= 0) result = WriteSystemInfo();
+  if (result >= 0) result = recorder::InitRecorderValues();
+  DisconnectDataFile();
+  // A full disk may show only as the log is brought into the file.
+  if (result >= 0 && platform::files().Exists(newPath + u"-wal")) {
+    NoteTrouble(Trouble::kDiskFull);
+    result = E_FAIL;
+  }
+  if (result >= 0) {
+    Engine::Remove(path);
+    if (!platform::files().Rename(newPath, path)) result = E_FAIL;
+  }
+  if (result < 0) {
+    Engine::Remove(newPath);
+    return result;
+  }
+  return ConnectDataFile(path);
+}
+
+int OpenDataFile(core::CAppState& app) {
+  DisconnectDataFile();
+  dbSession().SettleDisplaced = SettleDisplaced;
+  const bool exists = IsRooted(app.DataFile) && platform::files().Exists(app.DataFile);
+  const int result = exists ? ConnectChecked(app) : TakeMissingFile(app);
+  if (result < -99) return result;
+  switch (LoadActionIndex(app)) {
+    case 0:
+      return result;
+    case -3:
+      return TellForeign();
+    default:
+      TellReadError();
+      return -2;
+  }
+}
+
+int ResolveMissingDataFile(core::CAppState&, std::u16string_view path, std::u16string& newPath) {
+  Text folder, name;
+  if (core::SplitPath(path, folder, name) != 0) {
+    ShowNotice(u"指定されているデータファイル名'" + Text(path) + u"'が不正です。",
+               u"データファイル名不正", Icon::kStop);
+    return -1;
+  }
+  if ((FolderAttributes(folder) & platform::kAttributeDirectory) == 0) {
+    return ResolveBesideProgram(folder, name, newPath);
+  }
+  platform::host().BringForward();
+  const Text question = u"データファイル '" + Text(path) + u"' が見つかりません。初期化しますか。";
+  if (!AskYesNo(question, u"データファイル初期化確認")) return -2;
+  return CreateAndName(path, newPath) ? -4 : -1;
+}
+
+int UpgradeDataFile(core::CAppState& app) {
+  static constexpr std::u16string_view kTitle = u"バージョン更新確認";
+  Text version;
+  if (Failed(dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) return -2;
+  if (version >= kFormatVersion) {  // kept on purpose: a later one is taken as it is
+    dbSession().Session->TakeCharge();
+    return 0;
+  }
+  if (!AskYesNo(u"データファイルのフォーマットが最新ではありません。\n"
+                u"処理を継続するためにはフォーマットを更新する必要があります。\n"
+                u"フォーマットを更新しますか。",
+                Text(kTitle) + u"(1/2)", Icon::kQuestion, kNoButton)) {
+    return -1;
+  }
+  // Kept on purpose: a closing quotation mark without an opening one.
+  if (!AskYesNo(u"更新の前にデータファイル\n" + app.DataFile +
+                    u"\"をバックアップされることを推奨します。\n"
+                    u"フォーマットの更新を開始してもよろしいですか。",
+                Text(kTitle) + u"(2/2)", Icon::kQuestion, kNoButton)) {
+    return -1;
+  }
+  if (ApplyFormatUpgrade(app, version) != 0) return -3;
+  ShowNotice(u"データファイルのフォーマットを " + Text(kFormatVersion) + u" に更新しました。",
+             u"更新完了", Icon::kInformation);
+  return -4;
+}
+
+int ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
+  const platform::WaitCursor waiting;
+  const CDbSession& session = dbSession();
+  if (oldVersion < kFormatWithRcdrPosition) {
+    if (Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return -8;
+    if (Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return -9;
+  }
+  if (oldVersion < kFormatWithExtItems && Failed(AlterUserData())) return -10;
+  // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
+  session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
+  session.SysInfoTable->SetText(u"UpdateTime", NowText());
+  session.SysInfoTable->SetText(u"DBFmtVer", kFormatVersion);
+  return 0;
+}
+
+int WriteSystemInfo() {
+  struct Row {
+    std::u16string_view key;
+    Text value;
+    int failure;
+  };
+  const Row rows[] = {{u"ProgName", Text(core::kProgramName), -101},
+                      {u"ProgVer", Text(core::kProgramVersion), -102},
+                      {u"DBFmtVer", Text(kFormatVersion), -103},
+                      {u"CreateTime", NowText(), -104}};
+  for (const Row& row : rows) {
+    const HRESULT result = dbSession().SysInfoTable->SetText(row.key, row.value);
+    if (!Failed(result)) continue;
+    ShowNotice(
+        WithReason(u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")",
+                   result),
+        u"システム情報設定エラー", Icon::kStop);
+    return row.failure;
+  }
+  return 0;
+}
+
+int ChangeDataFile(core::CAppState& app, std::u16string_view path) {
+  const bool exists = platform::files().Exists(path);
+  const int changed = exists ? ChangeToExisting(app, path) : ChangeToNew(app, path);
+  if (changed != 0) return changed;
+  ReloadActionIndex(app);
+  app.RcdrLoaded = false;
+  app.SelActId.clear();
+  return 0;
+}
+
+}  // namespace store

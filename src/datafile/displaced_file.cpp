@@ -1,0 +1,108 @@
+#include "datafile/displaced_file.h"
+
+#include <algorithm>
+#include <string>
+
+#include "core/app_state.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "datafile/data_file.h"
+#include "platform/files.h"
+#include "platform/host.h"
+#include "recorder/recorder_state.h"
+#include "store/action_index.h"
+#include "store/session.h"
+#include "store/trouble.h"
+
+namespace store {
+namespace {
+
+using platform::Answer;
+using platform::Icon;
+using Text = std::u16string;
+
+constexpr char16_t kTitle[] = u"データファイルの置き換え";
+
+// The path itself if nothing stands there, else "name_2.ext" and so on beside it.
+Text FreePath(const Text& path) {
+  Text folder, name;
+  core::SplitPath(path, folder, name);
+  const size_t point = std::min(name.rfind(u'.'), name.size());
+  Text free = path;
+  for (int number = 2; platform::files().Exists(free); ++number) {
+    free = folder + u'\\' + name.substr(0, point) + u'_' + core::ZeroPadded(number, 1) +
+           name.substr(point);
+  }
+  return free;
+}
+
+Answer AskWhatToDo(const Text& path, const Text& kept) {
+  if (!platform::files().Exists(path)) {
+    return platform::host().ShowMessage(
+        {u"データファイル '" + path + u"' が、開いている間になくなりました。\n" +
+             u"開いているデータファイルを '" + kept + u"' に保存して続けますか。",
+         kTitle, Icon::kWarning, platform::Buttons::kYesNo});
+  }
+  return platform::host().ShowMessage(
+      {u"データファイル '" + path +
+           u"' が、開いている間に別のファイルに置き換えられました。このファイルには書き込みません。"
+           u"\nはい: 開いているデータファイルを '" +
+           kept + u"' に保存して続けます。\nいいえ: '" + kept +
+           u"' に保存したうえで、置き換えられたファイルを開きます。\n"
+           u"キャンセル: 何もしません。",
+       kTitle, Icon::kWarning, platform::Buttons::kYesNoCancel});
+}
+
+void TellFailed(const Text& text) {
+  platform::ShowNotice(WithReason(text), kTitle, Icon::kStop);
+}
+
+bool GoOnWith(core::CAppState& app, const Text& path) {
+  if (Failed(MoveToDataFile(path))) {
+    TellFailed(u"データファイル '" + path + u"' を開けません。");
+    return false;
+  }
+  app.DataFile = path;
+  return true;
+}
+
+// The file that took the place, if it is one of ours; else on with the one that was open.
+void TakeNewFile(core::CAppState& app, const Text& kept) {
+  const bool opened = !Failed(MoveToDataFile(app.DataFile));
+  const int upgraded = opened ? UpgradeDataFile(app) : -1;
+  if (upgraded == 0 || upgraded == -4) {
+    NoteTrouble(Trouble::kExchanged);
+  } else {
+    if (opened) NoteTrouble(Trouble::kUnknown);
+    TellFailed(u"置き換えられたファイルを開けないので、'" + kept + u"' で続けます。");
+    GoOnWith(app, kept);
+    NoteTrouble(Trouble::kDisplaced);
+  }
+  ReloadActionIndex(app);
+  app.SelActId.clear();
+  app.SelIndex = -1;
+  if (app.RcdrLoaded) app.RcdrLoaded = recorder::LoadRecorderData(app) == 0;
+}
+
+}  // namespace
+
+bool SettleDisplaced() {
+  if (core::g_App == nullptr) return false;
+  core::CAppState& app = *core::g_App;
+  Engine& engine = *dbSession().Session;
+  const auto whereabouts = engine.Whereabouts();
+  const Text kept = whereabouts.value_or(FreePath(app.DataFile));
+  const Answer answer = AskWhatToDo(app.DataFile, kept);
+  const bool takesNew = answer == Answer::kNo && platform::files().Exists(app.DataFile);
+  if (answer != Answer::kYes && !takesNew) return false;
+  if (!whereabouts && Failed(engine.CopyTo(kept))) {
+    TellFailed(u"'" + kept + u"' に保存できません。");
+    NoteTrouble(Trouble::kDisplaced);
+    return false;
+  }
+  if (!takesNew) return GoOnWith(app, kept);
+  TakeNewFile(app, kept);
+  return false;
+}
+
+}  // namespace store

@@ -1,0 +1,359 @@
+#include "extitems/qt/item_editor_screen.h"
+
+#include <QAbstractItemView>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTextDocument>
+#include <algorithm>
+
+#include "core/date_time.h"
+#include "filedialog/qt/file_select_screen.h"
+#include "pickers/qt/time_select_screen.h"
+#include "pickers/qt/value_select_screen.h"
+#include "platform/metrics.h"
+#include "platform/qt/one_line.h"
+#include "platform/qt/qt_text.h"
+
+namespace extitems {
+namespace {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+using platform::qt::FromQt;
+using platform::qt::ToQt;
+
+constexpr int kPickByLists = 2;  // a value of ItmSelMode
+constexpr int kNoon = 12;
+
+// The text of an edit as it is: unlike its plain text, with no character exchanged.
+std::u16string TypedText(const QPlainTextEdit& edit) {
+  return FromQt(edit.document()->toRawText().replace(QChar::ParagraphSeparator, u'\n'));
+}
+
+Qt::InputMethodHints LineHints(ItemType type) {
+  switch (type) {
+    case kInt:
+      return Qt::ImhFormattedNumbersOnly;
+    case kFloat:
+      return Qt::ImhPreferNumbers;  // it may hold the "e" of an exponent
+    case kDate:
+    case kDateTime:
+      return platform::qt::kDateHints;
+    case kFile:
+      return platform::qt::kLatinHints;
+    default:
+      return Qt::ImhNone;
+  }
+}
+
+}  // namespace
+
+CItemEditorDlg::CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u16string_view text)
+    : ModalScreen(over),
+      editor_(text),
+      byLists_(app.ItmSelMode == kPickByLists),
+      rows_(new QVBoxLayout(this)),
+      line_(new QLineEdit(this)),
+      time_(new QLineEdit(this)),
+      lines_(new QPlainTextEdit(this)),
+      keys_(new platform::qt::SoftKeyBar(this)),
+      calendar_(new platform::qt::MonthCalendar(this)) {
+  setFont(FixedFont(12));
+  rows_->setContentsMargins(0, 0, 0, 0);
+  rows_->setSpacing(Scaled(3));
+  auto* title = new QLabel(QStringLiteral("拡張項目編集"), this);
+  title->setIndent(Scaled(3));
+  title->setFixedHeight(Scaled(24));
+  rows_->addWidget(title);
+  MakeName();
+  MakeType();
+  MakeValue();
+  MakeButtons();
+  calendar_->hide();
+  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &CItemEditorDlg::TakeDate);
+  editor_.Select(editor_.Items().empty() ? -1 : 0);
+  ShowState();
+  (byLists_ ? nameLine_ : nameBox_->lineEdit())->setFocus();
+}
+
+QHBoxLayout* CItemEditorDlg::AddRow(const QString& label) {
+  auto* text = new QLabel(label, this);
+  text->setFixedSize(Scaled(44), Scaled(25));
+  auto* row = new QHBoxLayout;
+  row->setContentsMargins(Scaled(3), 0, Scaled(3), 0);
+  row->setSpacing(Scaled(2));
+  row->addWidget(text, 0, Qt::AlignTop);
+  rows_->addLayout(row);
+  return row;
+}
+
+QPushButton* CItemEditorDlg::AddButton(const char* name, const QString& text,
+                                       std::function<void()> command) {
+  auto* button = new QPushButton(text, this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setAutoDefault(false);
+  button->setFixedHeight(Scaled(25));
+  if (text == QStringLiteral("...")) button->setFixedWidth(Scaled(36));
+  connect(button, &QPushButton::clicked, this, [this, run = std::move(command)] { Run(run); });
+  return button;
+}
+
+void CItemEditorDlg::MakeName() {
+  QHBoxLayout* row = AddRow(QStringLiteral("名前:"));
+  if (byLists_) {
+    nameLine_ = new QLineEdit(this);
+    nameLine_->setMinimumHeight(Scaled(25));
+    row->addWidget(nameLine_, 1);
+    row->addWidget(AddButton("pick_name", QStringLiteral("..."), [this] { PickName(); }));
+  } else {
+    nameBox_ = new platform::qt::ChoiceBox(this);
+    nameBox_->setMinimumHeight(Scaled(25));
+    nameBox_->setEditable(true);
+    nameBox_->setInsertPolicy(QComboBox::NoInsert);
+    nameBox_->setCompleter(nullptr);
+    row->addWidget(nameBox_, 1);
+    connect(nameBox_, &QComboBox::activated, this, [this](int index) {
+      editor_.Select(index);
+      ShowState();
+    });
+    nameBox_->view()->installEventFilter(this);
+    nameLine_ = nameBox_->lineEdit();
+  }
+  nameLine_->setObjectName(QStringLiteral("name"));
+  nameLine_->setInputMethodHints(platform::qt::kLatinHints);
+}
+
+// Delete in the open list of names means the item on the row.
+bool CItemEditorDlg::eventFilter(QObject* watched, QEvent* event) {
+  const bool deletes = nameBox_ != nullptr && watched == nameBox_->view() &&
+                       event->type() == QEvent::KeyPress &&
+                       static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete;
+  if (!deletes) return ModalScreen::eventFilter(watched, event);
+  const int row = nameBox_->view()->currentIndex().row();
+  nameBox_->hidePopup();
+  editor_.Select(row);
+  ShowState();
+  Run([this] { editor_.OnBtnDelete(); });
+  return true;
+}
+
+void CItemEditorDlg::MakeType() {
+  QHBoxLayout* row = AddRow(QStringLiteral("タイプ:"));
+  if (byLists_) {
+    typeLine_ = new QLineEdit(this);
+    typeLine_->setMinimumHeight(Scaled(25));
+    typeLine_->setReadOnly(true);
+    row->addWidget(typeLine_, 1);
+    row->addWidget(AddButton("pick_type", QStringLiteral("..."), [this] { PickType(); }));
+    return;
+  }
+  typeBox_ = new platform::qt::ChoiceBox(this);
+  typeBox_->setObjectName(QStringLiteral("type"));
+  typeBox_->setMinimumHeight(Scaled(25));
+  for (const std::u16string_view name : kTypeNames) typeBox_->addItem(ToQt(name));
+  row->addWidget(typeBox_, 1);
+  connect(typeBox_, &QComboBox::activated, this,
+          [this](int type) { Run([&] { editor_.ChangeType(static_cast<ItemType>(type)); }); });
+}
+
+// All controls of all types; ShowState hides what the type does not need.
+void CItemEditorDlg::MakeValue() {
+  const QString dots = QStringLiteral("...");
+  line_->setObjectName(QStringLiteral("line"));
+  time_->setObjectName(QStringLiteral("time"));
+  time_->setInputMethodHints(platform::qt::kTimeHints);
+  lines_->setObjectName(QStringLiteral("lines"));
+  lines_->setTabChangesFocus(true);
+  dateButton_ = AddButton("pick_date", dots, [this] { ToggleCalendar(); });
+  timeButton_ = AddButton("pick_time", dots, [this] { PickTime(); });
+  fileButton_ = AddButton("pick_file", dots, [this] { PickFile(); });
+  QHBoxLayout* row = AddRow(QStringLiteral("値:"));
+  auto* values = new QVBoxLayout;
+  values->setSpacing(Scaled(3));
+  row->addLayout(values, 1);
+  auto* lineRow = new QHBoxLayout;
+  lineRow->addWidget(line_, 1);
+  lineRow->addWidget(dateButton_);
+  lineRow->addWidget(fileButton_);
+  values->addLayout(lineRow);
+  auto* timeRow = new QHBoxLayout;
+  timeRow->addWidget(time_, 1);
+  timeRow->addWidget(timeButton_);
+  values->addLayout(timeRow);
+  values->addWidget(lines_, 1);
+  values->addStretch();
+  rows_->setStretchFactor(row, 1);
+  for (QLineEdit* edit : {line_, time_}) edit->setMinimumHeight(Scaled(25));
+  QWidget* before = typeBox_;
+  if (byLists_) before = findChild<QPushButton*>(QStringLiteral("pick_type"));
+  const std::initializer_list<QWidget*> stops = {line_, dateButton_, fileButton_,
+                                                 time_, timeButton_, lines_};
+  for (QWidget* stop : stops) {
+    setTabOrder(before, stop);
+    before = stop;
+  }
+}
+
+void CItemEditorDlg::MakeButtons() {
+  auto* row = new QHBoxLayout;
+  row->setContentsMargins(Scaled(3), 0, Scaled(3), 0);
+  row->addWidget(AddButton("create", QStringLiteral("作成"), [this] { editor_.OnBtnCreate(); }));
+  row->addWidget(AddButton("change", QStringLiteral("変更"), [this] { editor_.OnBtnChange(); }));
+  QPushButton* last =
+      AddButton("delete", QStringLiteral("削除"), [this] { editor_.OnBtnDelete(); });
+  row->addWidget(last);
+  keys_->FocusAfter(last);
+  rows_->addLayout(row);
+  rows_->addWidget(keys_);
+  keys_->LeftKey().setObjectName(QStringLiteral("apply"));
+  keys_->LeftKey().setText(QStringLiteral("変更反映"));
+  connect(&keys_->LeftKey(), &QPushButton::clicked, this,
+          [this] { Run([this] { editor_.OnBtnApply(); }); });
+  keys_->UseRightKey(QStringLiteral("変更破棄"), [this] {
+    if (editor_.OnBtnDiscard()) EndScreen(platform::qt::kResultCancel);
+  });
+}
+
+void CItemEditorDlg::Run(const std::function<void()>& command) {
+  Capture();
+  command();
+  ShowState();
+  if (editor_.result) EndScreen(platform::qt::kResultOk);
+}
+
+void CItemEditorDlg::Capture() {
+  QGuiApplication::inputMethod()->commit();  // what is still being composed counts
+  editor_.fields.name = FromQt(nameLine_->text());
+  editor_.fields.line = FromQt(platform::qt::TypedOver(ToQt(editor_.fields.line), *line_));
+  editor_.fields.time = FromQt(time_->text());
+  editor_.fields.lines = TypedText(*lines_);
+}
+
+void CItemEditorDlg::ShowState() {
+  const CItemEditor::Fields& fields = editor_.fields;
+  if (nameBox_ != nullptr) {
+    nameBox_->clear();
+    for (const ExtItem& item : editor_.Items()) nameBox_->addItem(ToQt(item.name));
+    nameBox_->setCurrentIndex(editor_.Selected());
+    typeBox_->setCurrentIndex(fields.type);
+  } else {
+    typeLine_->setText(ToQt(kTypeNames[static_cast<size_t>(fields.type)]));
+  }
+  nameLine_->setText(ToQt(fields.name));
+  line_->setText(ToQt(fields.line));
+  line_->setInputMethodHints(LineHints(fields.type));
+  time_->setText(ToQt(fields.time));
+  if (TypedText(*lines_) != fields.lines) lines_->setPlainText(ToQt(fields.lines));
+  line_->setVisible(editor_.HasLine());
+  dateButton_->setVisible(fields.type == kDate || fields.type == kDateTime);
+  fileButton_->setVisible(fields.type == kFile);
+  time_->setVisible(editor_.HasTime());
+  timeButton_->setVisible(editor_.HasTime());
+  lines_->setVisible(fields.type == kMultiLineString);
+  if (dateButton_->isHidden()) calendar_->hide();
+}
+
+void CItemEditorDlg::PickName() {
+  pickers::ValueSelectParams params{u"名前の選択", editor_.fields.name, {}};
+  for (const ExtItem& item : editor_.Items()) params.history.push_back(item.name);
+  if (pickers::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
+    editor_.ChooseName(params.value);
+  }
+}
+
+// A typed text that is no type leaves the type as it is.
+void CItemEditorDlg::PickType() {
+  const auto type = static_cast<size_t>(editor_.fields.type);
+  pickers::ValueSelectParams params{u"タイプの選択", std::u16string(kTypeNames[type]), {}};
+  for (const std::u16string_view name : kTypeNames) params.history.emplace_back(name);
+  if (pickers::ValueSelectDlg(this, params).RunModal() != platform::qt::kResultOk) return;
+  const ItemType chosen = ExtItemType(params.value);
+  if (chosen != kUnknownType) editor_.ChangeType(chosen);
+}
+
+void CItemEditorDlg::PickTime() {
+  int hour = kNoon, minute = 0, second = 0;
+  core::ParseTime(editor_.fields.time, hour, minute, second);
+  pickers::TimeSelectParams params;
+  params.flags = pickers::kWithSeconds;
+  params.title = u"時刻";
+  params.startHour = static_cast<uint16_t>(hour);
+  params.startMinute = static_cast<uint16_t>(minute);
+  params.startSecond = static_cast<uint16_t>(second);
+  if (pickers::TimeSelectDlg(this, params).RunModal() != platform::qt::kResultOk) return;
+  editor_.fields.time = core::FormatTime(params.hour, params.minute, params.second);
+}
+
+void CItemEditorDlg::PickFile() {
+  exchange::CFileSelectDlg dialog(
+      this, {exchange::kSelectToOpen, u"入力元", u"すべてのファイル (*.*)|*.*", u"\\", u""});
+  dialog.RunModal();
+  if (dialog.ResultPath()) editor_.fields.line = *dialog.ResultPath();
+}
+
+void CItemEditorDlg::ToggleCalendar() {
+  if (!calendar_->isHidden()) {
+    calendar_->hide();
+    return;
+  }
+  int year = 0, month = 0, day = 0;
+  core::ParseDate(editor_.fields.line, year, month, day);
+  calendar_->Select(QDate(year, month, day));
+  PlaceCalendar();
+  calendar_->show();
+  calendar_->raise();
+  calendar_->setFocus();
+}
+
+void CItemEditorDlg::TakeDate(const QDate& date) {
+  line_->setText(ToQt(core::FormatDate(date.year(), date.month(), date.day())));
+  calendar_->hide();
+  line_->setFocus();
+}
+
+// Below the date, a little smaller if need be, or as far up as it has to be to stay above the keys.
+void CItemEditorDlg::PlaceCalendar() {
+  const int room = height() - keys_->height();
+  const int below = line_->geometry().bottom() + 1;
+  const QSize size(std::min(Scaled(228), width()),
+                   std::min(room, std::clamp(room - below, Scaled(160), Scaled(200))));
+  const QPoint corner(width() - size.width(), std::min(below, room - size.height()));
+  calendar_->setGeometry(QRect(corner, size));
+}
+
+void CItemEditorDlg::OnEscape() {
+  if (!calendar_->isHidden()) {
+    calendar_->hide();
+    dateButton_->setFocus();
+  } else if (editor_.OnBtnDiscard()) {
+    EndScreen(platform::qt::kResultCancel);
+  }
+}
+
+// Tab leaves an open calendar for what comes after its button.
+bool CItemEditorDlg::focusNextPrevChild(bool forward) {
+  if (!calendar_->isHidden()) {
+    calendar_->hide();
+    dateButton_->setFocus();
+  }
+  return ModalScreen::focusNextPrevChild(forward);
+}
+
+// A tap beside the calendar closes it.
+void CItemEditorDlg::mousePressEvent(QMouseEvent*) {
+  calendar_->hide();
+}
+
+void CItemEditorDlg::resizeEvent(QResizeEvent* event) {
+  ModalScreen::resizeEvent(event);
+  layout()->activate();
+  PlaceCalendar();
+}
+
+bool CItemEditorDlg::OnWindowClosing() {
+  return (!editor_.Changed() || editor_.OnBtnDiscard()) && ModalScreen::OnWindowClosing();
+}
+
+}  // namespace extitems

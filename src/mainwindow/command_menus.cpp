@@ -1,0 +1,96 @@
+// Menus and keys of the command table.
+#include "mainwindow/command_menus.h"
+
+#include <utility>
+
+#include "platform/qt/qt_text.h"
+#include "views/view_rows.h"
+
+namespace views {
+namespace {
+
+constexpr int kToolBarShown = 2;
+
+bool IsChecked(int id, const core::CAppState& app) {
+  switch (id) {
+    case kSpanningMode:
+      return SpansDays(app);
+    case kToolBarMode:
+      return app.ToolBarVwMode == kToolBarShown;
+    default:
+      return id == CommandOfView(ViewOnShow(app.CurView));
+  }
+}
+
+bool IsCheckable(int id) {
+  return (id >= kShowDay && id <= kShowMap) || id == kSpanningMode || id == kToolBarMode;
+}
+
+}  // namespace
+
+CommandMenus::CommandMenus(QMenu& top, QWidget& keyBearer) : QObject(&top) {
+  menus_[Menu::kTop] = &top;
+  AddMenu(top, Menu::kFile, QStringLiteral("ファイル"));
+  AddMenu(top, Menu::kEdit, QStringLiteral("編集"));
+  AddMenu(top, Menu::kView, QStringLiteral("表示"));
+  AddMenu(top, Menu::kTools, QStringLiteral("ツール"));
+  for (const CommandRow& row : Commands()) AddCommand(row, keyBearer);
+  for (const HoldMenu& row : kHoldMenus) AddHoldMenu(row, keyBearer);
+}
+
+void CommandMenus::AddMenu(QMenu& top, Menu menu, const QString& text) {
+  menus_[menu] = top.addMenu(text);
+  menus_[menu]->setFont(top.font());
+}
+
+void CommandMenus::AddHoldMenu(const HoldMenu& row, QWidget& keyBearer) {
+  auto* menu = new QMenu(&keyBearer);
+  menu->setFont(menus_.at(Menu::kTop)->font());
+  for (const int id : row.commands) {
+    if (id != 0) menu->addAction(actions_.at(id));
+  }
+  // The menu hides before it tells what was chosen. A command may run a screen, whose end must not
+  // find the views filled from before it.
+  connect(menu, &QMenu::aboutToHide, this, [this] {
+    holdEnds_ = true;
+    QMetaObject::invokeMethod(this, &CommandMenus::EndHold, Qt::QueuedConnection);
+  });
+  menus_[row.menu] = menu;
+}
+
+void CommandMenus::EndHold() {
+  if (std::exchange(holdEnds_, false)) emit HoldMenuClosed();
+}
+
+void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
+  auto* action = new QAction(platform::qt::ToQt(row.text), this);
+  action->setObjectName(QString::number(row.id));
+  action->setData(row.id);
+  action->setCheckable(IsCheckable(row.id));
+  connect(action, &QAction::triggered, this, [this, id = row.id] {
+    const bool afterHold = std::exchange(holdEnds_, false);
+    emit Chosen(id);
+    if (afterHold) emit HoldMenuClosed();
+  });
+  if (row.menu != Menu::kNone) menus_.at(row.menu)->addAction(action);
+  if (!row.key.empty()) {
+    action->setShortcut(QKeySequence(QString::fromLatin1(row.key.data())));
+    action->setShortcutVisibleInContextMenu(false);
+    keyBearer.addAction(action);
+  }
+  actions_[row.id] = action;
+}
+
+void CommandMenus::ShowState(const core::CAppState& app) {
+  const core::View view = ViewOnShow(app.CurView);
+  for (const auto& [id, action] : actions_) {
+    action->setEnabled(IsLive(id, view));
+    if (action->isCheckable()) action->setChecked(IsChecked(id, app));
+  }
+}
+
+void CommandMenus::ShowMarker(bool pressed) {
+  for (const int id : kMarkerCommands) actions_.at(id)->setEnabled(pressed);
+}
+
+}  // namespace views

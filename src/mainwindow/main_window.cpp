@@ -1,0 +1,519 @@
+// The main window: children, commands, and what is shown anew after each of them.
+#include "mainwindow/main_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <set>
+
+#include "edit/qt/edit_action_screen.h"
+#include "exchange/qt/exchange_screen.h"
+#include "exchange/qt/find_screen.h"
+#include "options/qt/about_screen.h"
+#include "options/qt/options_sheet_screen.h"
+#include "platform/host.h"
+#include "platform/qt/menu_place.h"
+#include "platform/qt/modal_screen.h"
+#include "platform/qt/qt_text.h"
+#include "position/map_link.h"
+#include "recorder/qt/recorder_screen.h"
+#include "store/action_index.h"
+#include "touch/qt/key_tap.h"
+#include "views/navigation.h"
+#include "views/qt/day_view_screen.h"
+#include "views/qt/list_view_screen.h"
+#include "views/qt/map_view_screen.h"
+#include "views/qt/month_view_screen.h"
+#include "views/qt/week_view_screen.h"
+#include "views/selection.h"
+
+namespace views {
+namespace {
+
+using platform::Scaled;
+
+constexpr int kActionListId = 1071;
+constexpr int kOkButtonShown = 2;
+constexpr int kToolBarHidden = 1;
+constexpr int kToolBarShown = 2;
+constexpr int kSingleDayMode = 1;
+constexpr int kSpanningDayMode = 2;
+
+}  // namespace
+
+CMainWnd::CMainWnd(core::CAppState& app)
+    : app_(app),
+      caption_(new QWidget(this)),
+      header_(new HeaderRow(this)),
+      list_(new ActionList(this, kActionListId)),
+      toolBar_(new ToolBar(this)),
+      softKeys_(new platform::qt::SoftKeyBar(this)),
+      menus_(new CommandMenus(softKeys_->Menu(), *softKeys_)),
+      popups_(new DatePopups(this, *header_)) {
+  app_.CurView = app_.InitView;
+  setWindowTitle(platform::qt::ToQt(core::kProgramName));
+  resize(Scaled(240), Scaled(320));
+  setMinimumSize(Scaled(240), Scaled(200));
+  softKeys_->LeftKey().setText(platform::qt::ToQt(FindCommand(kSoftKeyNew)->text));
+  softKeys_->LeftKey().setObjectName(QString::number(kSoftKeyNew));
+  // A tap on a key leaves the focus in the list.
+  for (QPushButton* key : softKeys_->findChildren<QPushButton*>()) {
+    key->setFocusPolicy(Qt::TabFocus);
+  }
+  MakeCaption();
+  const SharedControls controls{*header_, *list_, *popups_, map_};
+  AddView(core::kViewDay, std::make_unique<DayViewScreen>(app, controls));
+  AddView(core::kViewWeek, std::make_unique<WeekViewScreen>(app, controls));
+  AddView(core::kViewMonth, std::make_unique<MonthViewScreen>(app, controls));
+  AddView(core::kViewList, std::make_unique<ListViewScreen>(app, controls));
+  AddView(core::kViewMap, std::make_unique<MapViewScreen>(app, controls));
+  ConnectChildren();
+  OrderFocus();
+  WatchKeys();
+  ShowState();
+}
+
+// The device's shell showed the title and the (ok) button above every window.
+void CMainWnd::MakeCaption() {
+  auto* title = new QLabel(windowTitle(), caption_);
+  connect(this, &QWidget::windowTitleChanged, title, &QLabel::setText);
+  auto* ok = new QPushButton(QStringLiteral("ok"), caption_);
+  ok->setObjectName(QString::number(kShellOk));
+  ok->setFixedWidth(Scaled(36));
+  ok->setFocusPolicy(Qt::TabFocus);
+  for (QWidget* part : {static_cast<QWidget*>(title), static_cast<QWidget*>(ok)}) {
+    part->setFont(platform::qt::FixedFont(12));
+  }
+  auto* row = new QHBoxLayout(caption_);
+  row->setContentsMargins(Scaled(4), 0, 0, 0);
+  row->addWidget(title, 1);
+  row->addWidget(ok);
+  connect(ok, &QPushButton::clicked, this, [this] { OnCommand(kShellOk); });
+}
+
+void CMainWnd::AddView(core::View number, std::unique_ptr<ViewScreen> view) {
+  connect(view.get(), &ViewScreen::Commanded, this, &CMainWnd::OnCommand);
+  connect(view.get(), &ViewScreen::RowTapped, this, &CMainWnd::OpenRow);
+  connect(view.get(), &ViewScreen::MenuWanted, this,
+          [this](Menu menu, QPoint globalPoint, const QRect& globalRow) {
+            menus_->ShowMarker(!View().TapItem().empty());
+            platform::qt::OpenMenuAt(menus_->At(menu), globalPoint, globalRow);
+          });
+  view->SetShown(false);
+  views_[number] = std::move(view);
+}
+
+void CMainWnd::ConnectChildren() {
+  connect(&softKeys_->LeftKey(), &QPushButton::clicked, this, [this] { OnCommand(kSoftKeyNew); });
+  connect(&softKeys_->Menu(), &QMenu::aboutToShow, this, [this] { popups_->Close(); });
+  connect(menus_, &CommandMenus::Chosen, this, &CMainWnd::OnCommand);
+  connect(menus_, &CommandMenus::HoldMenuClosed, this, &CMainWnd::ShowMovedDate);
+  connect(toolBar_, &ToolBar::Pressed, this, &CMainWnd::OnCommand);
+  connect(header_, &HeaderRow::Pressed, this, &CMainWnd::OnCommand);
+  connect(popups_, &DatePopups::DateChosen, this, &CMainWnd::OnDateChosen);
+  connect(popups_, &DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
+  connect(list_, &ActionList::RowTapped, this, &CMainWnd::OpenRow);
+  connect(list_, &ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
+  connect(list_, &ActionList::Held, this, [this](QPoint globalPoint, const QRect& globalRow) {
+    platform::qt::OpenMenuAt(menus_->At(Menu::kEdit), globalPoint, globalRow);
+  });
+  connect(list_, &ActionList::ColumnDragged, this,
+          [this](int column, int width) { View().OnColumnDragged(column, width); });
+  list_->SetPopupCloser([this] { return popups_->Close(); });
+}
+
+// From the top down, as the eye goes. The views were made last and stand in the middle.
+void CMainWnd::OrderFocus() {
+  QWidget* before = &views_.rbegin()->second->FocusWidget();
+  for (const auto& [number, view] : views_) {
+    if (&view->FocusWidget() != before) setTabOrder(before, &view->FocusWidget());
+    before = &view->FocusWidget();
+  }
+  for (QToolButton* button : toolBar_->findChildren<QToolButton*>()) {
+    setTabOrder(before, button);
+    before = button;
+  }
+  softKeys_->FocusAfter(before);
+}
+
+void CMainWnd::WatchKeys() {
+  std::set<QWidget*> watched;  // views share the list
+  for (const auto& [number, view] : views_) watched.insert(&view->FocusWidget());
+  for (QWidget* widget : watched) {
+    new KeyTap(widget, [this](QKeyCombination key) { return OnKeyReleased(key); });
+  }
+}
+
+void CMainWnd::Relayout() {
+  // What is not shown must be hidden, or the Tab key walks through it.
+  caption_->setVisible(app_.OkBtnVwMode == kOkButtonShown);
+  toolBar_->setVisible(app_.ToolBarVwMode == kToolBarShown);
+  const WindowLayout layout =
+      LayoutWindow(width(), height(), !toolBar_->isHidden(), !caption_->isHidden());
+  caption_->setGeometry(ToQt(layout.caption));
+  header_->setGeometry(ToQt(layout.header));
+  toolBar_->setGeometry(ToQt(layout.toolBar));
+  softKeys_->setGeometry(ToQt(layout.softKeys));
+  const MapLayout map = LayoutMap(layout.content, IsPortrait(width(), height()));
+  map_.Resize(map.pane.width, map.pane.height);
+  View().Place(layout.content);
+  app_.ListRowsPerScreen = list_->RowsPerScreen();
+  KeepPageInRange(app_);
+}
+
+void CMainWnd::resizeEvent(QResizeEvent*) {
+  popups_->Close();
+  Relayout();
+  if (isVisible()) Refresh();
+}
+
+void CMainWnd::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) ShowView(app_.CurView);
+}
+
+void CMainWnd::closeEvent(QCloseEvent* event) {
+  event->setAccepted(platform::qt::ModalScreen::LetWindowClose());
+}
+
+// Tab leaves an open calendar for what comes after the date.
+bool CMainWnd::focusNextPrevChild(bool forward) {
+  if (popups_->Close()) header_->DateLabel().setFocus();
+  return QWidget::focusNextPrevChild(forward);
+}
+
+void CMainWnd::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) popups_->Close();
+}
+
+void CMainWnd::ShowState() {
+  menus_->ShowState(app_);
+  toolBar_->ShowState(ViewOnShow(app_.CurView));
+}
+
+void CMainWnd::ShowFind() {
+  const bool lasts = app_.FindWhere.has_value();
+  const QString name = platform::qt::ToQt(core::kProgramName);
+  setWindowTitle(lasts ? name + QStringLiteral(" - 検索中") : name);
+  header_->MarkFind(lasts);
+}
+
+void CMainWnd::Refresh() {
+  ShowFind();
+  View().Refill();
+  View().FocusWidget().setFocus();
+}
+
+void CMainWnd::ShowMovedDate() {
+  View().OnDateMoved();
+  Refresh();
+}
+
+void CMainWnd::ForgetWhatWasRead() {
+  for (const auto& [number, view] : views_) view->Forget();
+}
+
+// New Actions show in the week in whichever view they were made. Kept on purpose: what was changed,
+// deleted or found does not, before the date moves, unless the user wants it to.
+void CMainWnd::ShowChange(Change change) {
+  const bool adds = change == Change::kAdded || change == Change::kRecorded;
+  if (adds || StaysCurrent(app_)) ForgetWhatWasRead();
+  ShowFind();
+  View().OnChange(change);
+  View().FocusWidget().setFocus();
+}
+
+void CMainWnd::OnCommand(int id) {
+  if (!IsLive(id, ViewOnShow(app_.CurView))) return;
+  if (id == kDateLabel) return OnDateLabel();
+  if (id != kQuitKey) popups_->Close();
+  switch (id) {
+    case kShellOk:
+    case kQuitKey:
+    case kQuit:
+      close();
+      break;
+    case kSoftKeyNew:
+    case kToolNew:
+    case kNew:
+      RunEditScreen(edit::kOpenNew);
+      break;
+    case kChange:
+      FxEditSelected(edit::kOpenChange);
+      break;
+    case kReference:
+      FxEditSelected(edit::kOpenReference);
+      break;
+    case kFollow:
+      FxEditSelected(edit::kOpenFollow);
+      break;
+    case kToolDelete:
+    case kDelete:
+      FxEditDelete();
+      break;
+    case kMapNew:
+      RunEditScreen(edit::kOpenNew, View().PressedPosition());
+      break;
+    case kBoxChange:
+    case kMarkerChange:
+      FxEditTapItem(edit::kOpenChange);
+      break;
+    case kBoxReference:
+    case kMarkerReference:
+      FxEditTapItem(edit::kOpenReference);
+      break;
+    case kBoxFollow:
+    case kMarkerFollow:
+      FxEditTapItem(edit::kOpenFollow);
+      break;
+    case kBoxDelete:
+    case kMarkerDelete:
+      FxDeleteTapItem();
+      break;
+    case kMove:
+      View().MoveToSelected();
+      break;
+    case kMapLink:
+      FxMapLink();
+      break;
+    case kMapPointLink:
+      OpenMapAtPress();
+      break;
+    case kMonthOpen:
+      View().GoToPressedDay();
+      ShowMovedDate();
+      break;
+    case kMonthShowDay:
+    case kWeekShowDay:
+      View().GoToPressedDay();
+      ShowView(core::kViewDay);
+      break;
+    case kShowDay:
+    case kShowWeek:
+    case kShowMonth:
+    case kShowList:
+    case kShowMap:
+      ShowView(ViewOfCommand(id));
+      break;
+    case kSpanningMode:
+      ToggleSpanningMode();
+      break;
+    case kToolBarMode:
+      ToggleToolBar();
+      break;
+    case kRecorder:
+      RunRecorder();
+      break;
+    case kExport:
+      RunExchange(exchange::ExchangeKind::kExport);
+      break;
+    case kImport:
+      RunExchange(exchange::ExchangeKind::kImport);
+      break;
+    case kFind:
+    case kToolFind:
+      RunFind();
+      break;
+    case kOptions:
+      FxToolOption();
+      break;
+    case kAbout:
+      options::AboutDlg(this, app_).RunModal();
+      break;
+    case kFindClear:
+      FxFindClear();
+      break;
+    default:
+      OnHeaderStep(id);
+      break;
+  }
+}
+
+void CMainWnd::OnHeaderStep(int id) {
+  switch (id) {
+    case kMenuToday:
+    case kToday:
+      GoToToday(app_);
+      break;
+    case kBigStepBack:
+      TakeStep(app_, Step::kBigBack);
+      break;
+    case kStepBack:
+      TakeStep(app_, Step::kBack);
+      break;
+    case kStepForward:
+      TakeStep(app_, Step::kForward);
+      break;
+    case kBigStepForward:
+      TakeStep(app_, Step::kBigForward);
+      break;
+    case kSunday:
+    case kMonday:
+    case kTuesday:
+    case kWednesday:
+    case kThursday:
+    case kFriday:
+    case kSaturday:
+      GoToWeekday(id - kSunday + 1);
+      break;
+    default:
+      return;
+  }
+  ShowMovedDate();
+}
+
+void CMainWnd::OnDateLabel() {
+  const bool byKey = header_->DateLabel().hasFocus();
+  popups_->Toggle(app_);
+  Refresh();
+  if (byKey) popups_->TakeFocus();
+}
+
+void CMainWnd::OnDateChosen(QDate date) {
+  popups_->Close();
+  SetDate({date.year(), date.month(), date.day()});
+  // Kept on purpose: neither the boxes of the week nor the counts of the month follow.
+  if (!StaysCurrent(app_)) return Refresh();
+  ShowMovedDate();
+}
+
+void CMainWnd::OnPageChosen(int page) {
+  popups_->Close();
+  app_.ListPage = page;
+  Refresh();
+}
+
+bool CMainWnd::OnKeyReleased(QKeyCombination key) {
+  if (View().TakesKey(key)) return true;
+  const auto step = [this](Arrow arrow) {
+    popups_->Close();
+    const bool moved = TakeArrow(app_, arrow);
+    if (moved) ShowMovedDate();
+    return !moved;
+  };
+  switch (key.key()) {
+    case Qt::Key_Left:
+      return step(Arrow::kLeft);
+    case Qt::Key_Right:
+      return step(Arrow::kRight);
+    case Qt::Key_Up:
+      return step(Arrow::kUp);
+    case Qt::Key_Down:
+      return step(Arrow::kDown);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      popups_->Close();
+      if (&View().FocusWidget() == list_) OpenRow(list_->FocusedRow());
+      return true;
+    case Qt::Key_Delete:
+      popups_->Close();
+      if (!View().IsHeldOnly()) FxEditDelete();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CMainWnd::ShowView(int view) {
+  View().SetShown(false);
+  app_.CurView = view;
+  header_->SetView(ViewOnShow(view));
+  ShowState();
+  View().SetShown(true);
+  Relayout();  // only now do the view's controls know their sizes
+  View().Enter();
+  Refresh();
+}
+
+void CMainWnd::OpenRow(int row) {
+  RunEditScreen(SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
+}
+
+void CMainWnd::FxEditSelected(int openMode) {
+  if (View().IsHeldOnly()) return TellToHold(u"変更不可");
+  if (SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(openMode);
+}
+
+void CMainWnd::FxEditDelete() {
+  if (View().IsHeldOnly()) return TellToHold(u"削除不可");
+  if (views::FxEditDelete(app_, View().Rows(), View().SelectedRows())) {
+    ShowChange(Change::kDeleted);
+  }
+}
+
+void CMainWnd::FxEditTapItem(int openMode) {
+  if (SelectAction(app_, View().TapItem())) RunEditScreen(openMode);
+}
+
+void CMainWnd::FxDeleteTapItem() {
+  if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(Change::kDeleted);
+}
+
+void CMainWnd::FxMapLink() {
+  if (View().IsHeldOnly()) return TellToHold(u"変更不可");
+  OnEditDispMap(app_, View().Rows(), View().SelectedRow());
+}
+
+void CMainWnd::OpenMapAtPress() {
+  const std::optional<position::Position> at = View().PressedPosition();
+  if (at) platform::host().OpenLink(position::MapLink(at->latitude, at->longitude));
+}
+
+void CMainWnd::FxFindClear() {
+  {
+    const platform::WaitCursor waiting;
+    store::ReloadActionIndex(app_);
+  }
+  ShowChange(Change::kFindEnded);
+}
+
+void CMainWnd::ToggleSpanningMode() {
+  app_.DayVwMltDayMode = SpansDays(app_) ? kSingleDayMode : kSpanningDayMode;
+  ShowState();
+  Refresh();
+}
+
+void CMainWnd::ToggleToolBar() {
+  app_.ToolBarVwMode = app_.ToolBarVwMode == kToolBarShown ? kToolBarHidden : kToolBarShown;
+  ShowState();
+  Relayout();
+  Refresh();
+}
+
+// What the options change may show everywhere: the shell's button, fonts, names, the rows.
+void CMainWnd::FxToolOption() {
+  const int formerRange = app_.SeqViewRng;
+  options::OptionsSheet sheet(this, app_, options::kGeneral);
+  if (sheet.RunModal() == options::kNoDataFile) return;
+  if (sheet.DataFileChanged()) ForgetWhatWasRead();
+  options::KeepListPage(app_, formerRange);
+  Relayout();
+  ShowChange(Change::kEdited);
+}
+
+void CMainWnd::RunRecorder() {
+  recorder::CRecorderDlg(this, app_).RunModal();
+  ShowChange(Change::kRecorded);
+}
+
+// A find shows its newest rows first, and so does the dialog's end without one.
+void CMainWnd::RunFind() {
+  exchange::CFindDlg(this, app_).RunModal();
+  if (app_.DispListAfterFind == 1) ShowView(core::kViewList);
+  app_.ListPage = 0;
+  ShowChange(Change::kFindEnded);
+}
+
+void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
+  exchange::CExchangeDlg(this, app_, kind).RunModal();
+  if (kind == exchange::ExchangeKind::kImport) return ShowChange(Change::kAdded);
+  Refresh();
+}
+
+void CMainWnd::RunEditScreen(int openMode, const std::optional<position::Position>& position) {
+  edit::CEditActionDlg screen(this, app_, openMode, position);
+  screen.RunModal();
+  ShowChange(screen.HasAdded() ? Change::kAdded : Change::kEdited);
+}
+
+}  // namespace views

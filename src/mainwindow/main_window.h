@@ -1,0 +1,92 @@
+// The program's one window: it owns the header row, the list, the menus, the toolbar and the views,
+// routes every command, and shows the view anew after whatever has changed.
+#pragma once
+
+#include <QPushButton>
+#include <QWidget>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "core/app_state.h"
+#include "exchange/exchange.h"
+#include "mainwindow/command_menus.h"
+#include "mainwindow/tool_bar.h"
+#include "platform/qt/device_shell.h"
+#include "views/qt/action_list.h"
+#include "views/qt/date_popups.h"
+#include "views/qt/header_row.h"
+#include "views/qt/view_screen.h"
+
+namespace views {
+
+class CMainWnd : public QWidget {
+  Q_OBJECT
+
+ public:
+  // The view on show becomes InitView. `app` outlives the window, and the data file is open while
+  // the window is shown.
+  explicit CMainWnd(core::CAppState& app);
+
+  // Does what the control or menu item of that number does (command_table.h).
+  void OnCommand(int id);
+  // Shows what has been done to the diary.
+  void ShowChange(Change change);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool forward) override;
+
+ private:
+  void MakeCaption();
+  void AddView(core::View number, std::unique_ptr<ViewScreen> view);
+  void ConnectChildren();
+  void OrderFocus();
+  void WatchKeys();
+  ViewScreen& View() { return *views_.at(ViewOnShow(app_.CurView)); }
+  void Relayout();
+  void ShowState();
+  void ShowFind();
+  void Refresh();
+  void ShowMovedDate();
+  void ForgetWhatWasRead();
+
+  void OnHeaderStep(int id);
+  void OnDateLabel();
+  void OnDateChosen(QDate date);
+  void OnPageChosen(int page);
+  bool OnKeyReleased(QKeyCombination key);
+
+  void ShowView(int view);
+  void OpenRow(int row);
+  void FxEditSelected(int openMode);
+  void FxEditDelete();
+  void FxEditTapItem(int openMode);
+  void FxDeleteTapItem();
+  void FxFindClear();
+  void ToggleSpanningMode();
+  void ToggleToolBar();
+  void FxToolOption();
+  void RunRecorder();
+  void RunFind();
+  void RunExchange(exchange::ExchangeKind kind);
+  void FxMapLink();
+  void OpenMapAtPress();
+  void RunEditScreen(int openMode, const std::optional<position::Position>& position = {});
+
+  core::CAppState& app_;
+  MapPane map_;
+  QWidget* caption_;
+  HeaderRow* header_;
+  ActionList* list_;
+  ToolBar* toolBar_;
+  platform::qt::SoftKeyBar* softKeys_;
+  CommandMenus* menus_;
+  DatePopups* popups_;
+  std::map<core::View, std::unique_ptr<ViewScreen>> views_;
+};
+
+}  // namespace views

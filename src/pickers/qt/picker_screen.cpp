@@ -1,0 +1,74 @@
+#include "pickers/qt/picker_screen.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace pickers {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+using platform::qt::ToQt;
+
+PickerDlg::PickerDlg(QWidget* over, const std::optional<std::u16string>& title)
+    : ModalScreen(over),
+      label_(new QLabel(ToQt(title.value_or(u"値の選択")), this)),
+      keys_(new platform::qt::SoftKeyBar(this)) {
+  label_->setFont(FixedFont(12));
+  AddButton("2", QStringLiteral("キャンセル"), 70, [this] { OnEscape(); });
+  AddButton("1", QStringLiteral("OK"), 40, [this] { Accept(); });
+  keys_->LeftKey().setText(QStringLiteral("OK"));
+  connect(&keys_->LeftKey(), &QPushButton::clicked, this, [this] { Accept(); });
+  keys_->UseRightKey(QStringLiteral("キャンセル"), [this] { OnEscape(); });
+}
+
+QPushButton* PickerDlg::AddButton(const char* name, const QString& text, int units,
+                                  std::function<void()> onClick) {
+  auto* button = new QPushButton(text, this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setFont(FixedFont(12));
+  button->setAutoDefault(false);
+  button->setFixedSize(Scaled(units), Scaled(24));
+  connect(button, &QPushButton::clicked, this, std::move(onClick));
+  buttons_.push_back(button);
+  return button;
+}
+
+void PickerDlg::Accept() {
+  TakeResult();
+  EndScreen(platform::qt::kResultOk);
+}
+
+void PickerDlg::resizeEvent(QResizeEvent* event) {
+  ModalScreen::resizeEvent(event);
+  int right = width();
+  for (QPushButton* button : buttons_) {
+    right -= button->width();
+    button->move(right, 0);
+  }
+  for (size_t i = buttons_.size() - 1; i > 0; --i) setTabOrder(buttons_[i], buttons_[i - 1]);
+  label_->setGeometry(Scaled(3), 0, right - Scaled(3), Scaled(24));
+  keys_->setGeometry(0, height() - keys_->height(), width(), keys_->height());
+  const int top = Scaled(25) + 1;
+  PlaceContent(QRect(0, top, width(), height() - keys_->height() - top));
+}
+
+void PickerDlg::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.drawLine(0, Scaled(25), width(), Scaled(25));
+}
+
+void PickerDlg::keyPressEvent(QKeyEvent* event) {
+  auto* button = qobject_cast<QPushButton*>(focusWidget());
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+    ModalScreen::keyPressEvent(event);
+  } else if (button != nullptr && button->hasFocus()) {
+    button->click();
+  } else {
+    Accept();
+  }
+}
+
+}  // namespace pickers

@@ -1,0 +1,56 @@
+#include "pickers/qt/value_input_screen.h"
+
+#include <algorithm>
+
+#include "platform/metrics.h"
+#include "platform/qt/qt_text.h"
+
+namespace pickers {
+namespace {
+
+using platform::Scaled;
+using platform::qt::FixedFont;
+
+}  // namespace
+
+ValueInputDlg::ValueInputDlg(QWidget* over, ValueInputParams& params)
+    : ModalScreen(over),
+      params_(params),
+      box_(new QFrame(this)),
+      label_(new QLabel(platform::qt::ToQt(params.title.value_or(u"値の入力")), box_)),
+      line_(new QLineEdit(platform::qt::ToQt(params.value), box_)),
+      ok_(new QPushButton(QStringLiteral("OK"), box_)),
+      cancel_(new QPushButton(QStringLiteral("キャンセル"), box_)) {
+  box_->setFrameShape(QFrame::Box);
+  line_->setObjectName(QStringLiteral("1500"));
+  ok_->setObjectName(QStringLiteral("1"));
+  cancel_->setObjectName(QStringLiteral("2"));
+  for (QWidget* widget : {static_cast<QWidget*>(label_), static_cast<QWidget*>(line_),
+                          static_cast<QWidget*>(ok_), static_cast<QWidget*>(cancel_)}) {
+    widget->setFont(FixedFont(12));
+  }
+  line_->selectAll();
+  line_->setFocus();
+  connect(line_, &QLineEdit::returnPressed, this, &ValueInputDlg::Accept);
+  connect(ok_, &QPushButton::clicked, this, &ValueInputDlg::Accept);
+  connect(cancel_, &QPushButton::clicked, this, [this] { OnEscape(); });
+}
+
+// Follows whatever makes the screen smaller, an input panel above all.
+void ValueInputDlg::resizeEvent(QResizeEvent* event) {
+  ModalScreen::resizeEvent(event);
+  const int boxWidth = std::min(Scaled(230), width());
+  const int inner = boxWidth - Scaled(4);
+  box_->setGeometry((width() - boxWidth) / 2, (height() - Scaled(70)) / 2, boxWidth, Scaled(70));
+  label_->setGeometry(Scaled(4), Scaled(2), inner - Scaled(124), Scaled(26));
+  cancel_->setGeometry(boxWidth - Scaled(126), Scaled(2), Scaled(74), Scaled(26));
+  ok_->setGeometry(boxWidth - Scaled(52), Scaled(2), Scaled(50), Scaled(26));
+  line_->setGeometry(Scaled(2), Scaled(36), inner, Scaled(26));
+}
+
+void ValueInputDlg::Accept() {
+  params_.value = platform::qt::FromQt(line_->text());
+  EndScreen(platform::qt::kResultOk);
+}
+
+}  // namespace pickers

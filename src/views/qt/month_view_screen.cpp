@@ -1,0 +1,206 @@
+// Painting the month, its list, and what days and rows answer.
+#include "views/qt/month_view_screen.h"
+
+#include "platform/qt/qt_text.h"
+#include "views/navigation.h"
+
+namespace views {
+namespace {
+
+using platform::Scaled;
+
+constexpr int kMonthListId = 1072;
+constexpr int kFirstWeekdayId = 1063;
+constexpr int kShowsDayOnTap = 2;
+constexpr int kToolBarShown = 2;
+constexpr QColor kWeekdayBackground(0xE0, 0xE0, 0xE0);
+constexpr QColor kDayColor(0x64, 0x64, 0x64);
+
+QColor BackgroundOf(CellKind kind) {
+  switch (kind) {
+    case CellKind::kOutside:
+      return {0xA0, 0xA0, 0xA0};
+    case CellKind::kWorkday:
+      return Qt::white;
+    case CellKind::kSaturday:
+      return {0x80, 0x80, 0xFF};
+    case CellKind::kSunday:
+      return {0xFF, 0x80, 0x80};
+    case CellKind::kToday:
+      return {0xFF, 0x60, 0x60};
+  }
+  return Qt::white;
+}
+
+// What a cell fills between the lines, and where its texts lie in that.
+QRect FieldOf(const QRect& cell) {
+  return cell.adjusted(Scaled(1), Scaled(1), 0, 0);
+}
+QRect InsideOf(const QRect& cell) {
+  return FieldOf(cell).adjusted(Scaled(1), Scaled(1), -Scaled(1), -Scaled(1));
+}
+
+}  // namespace
+
+MonthViewScreen::MonthViewScreen(core::CAppState& app, SharedControls controls)
+    : ViewScreen(app, controls),
+      canvas_(new Canvas(controls.list.parentWidget(), controls.popups, controls.map)),
+      list_(new ActionList(controls.list.parentWidget(), kMonthListId)) {
+  canvas_->setObjectName(QStringLiteral("month"));
+  canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
+  connect(canvas_, &Canvas::Tapped, this, &MonthViewScreen::OnTapped);
+  connect(canvas_, &Canvas::Held, this, &MonthViewScreen::OnHeld);
+  connect(canvas_, &Canvas::MenuKeyPressed, this, [this] {
+    const int cell = CellOfCurDay(month_);
+    if (cell >= 0) OnHeld(ToQt(CellRect(layout_, cell)).center());
+  });
+  MakeWeekdays();
+  ConnectList();
+}
+
+void MonthViewScreen::MakeWeekdays() {
+  const QString letters = QStringLiteral("日月火水木金土");
+  for (int column = 0; column < kMonthColumns; ++column) {
+    auto* label = new QLabel(letters.mid(column, 1), canvas_);
+    label->setObjectName(QString::number(kFirstWeekdayId + column));
+    label->setFont(platform::qt::FixedFont(12));
+    label->setAlignment(Qt::AlignCenter);
+    label->setAutoFillBackground(true);
+    QPalette palette(kWeekdayBackground);
+    palette.setColor(QPalette::WindowText, column == 0                   ? Qt::red
+                                           : column == kMonthColumns - 1 ? Qt::blue
+                                                                         : Qt::black);
+    label->setPalette(palette);
+    weekdays_[static_cast<size_t>(column)] = label;
+  }
+}
+
+void MonthViewScreen::ConnectList() {
+  list_->setHeaderHidden(true);
+  list_->setFocusPolicy(Qt::NoFocus);  // the keys move the date
+  list_->SetPopupCloser([this] {
+    canvas_->setFocus();
+    return controls_.popups.Close();
+  });
+  connect(list_, &ActionList::RowTapped, this, &ViewScreen::RowTapped);
+  connect(list_, &ActionList::NewTapped, this, [this] { emit Commanded(kNew); });
+  connect(list_, &ActionList::Held, this,
+          [this](QPoint at, const QRect& row) { emit MenuWanted(Menu::kEdit, at, row); });
+}
+
+void MonthViewScreen::SetShown(bool shown) {
+  canvas_->setVisible(shown);
+  list_->setVisible(shown);
+}
+
+void MonthViewScreen::Place(const Rect& content) {
+  const QWidget* window = canvas_->parentWidget();
+  layout_ = LayoutMonth(content, IsPortrait(window->width(), window->height()),
+                        app_.ToolBarVwMode == kToolBarShown);
+  canvas_->setGeometry(ToQt(layout_.grid));
+  list_->setGeometry(ToQt(layout_.list));
+  for (int column = 0; column < kMonthColumns; ++column) {
+    weekdays_[static_cast<size_t>(column)]->setGeometry(ToQt(WeekdayRect(layout_, column)));
+  }
+}
+
+void MonthViewScreen::Count() {
+  month_ = CountMonth(app_, core::CurYear, core::CurMonth);
+}
+
+void MonthViewScreen::ShowCount() {
+  controls_.header.SetTitle(MonthTitle(app_, month_));
+  canvas_->update();
+}
+
+void MonthViewScreen::Refill() {
+  rows_ = FillMonthList(app_);
+  list_->SetColumns(platform::qt::SettingFont(app_.MthVwLstFntName, app_.MthVwLstFntSize), {{}},
+                    {});
+  list_->ShowRows(rows_);
+  list_->FitLastColumn();
+  ShowCount();
+}
+
+void MonthViewScreen::OnDateMoved() {
+  if (month_.year != core::CurYear || month_.month != core::CurMonth) Count();
+}
+
+// Kept on purpose: only the edit screen and an import fill the list anew. Its rows find their
+// Actions by their ids, so that one which has gone is told and no other one is hit.
+void MonthViewScreen::OnChange(Change change) {
+  Count();
+  if (change == Change::kAdded || change == Change::kEdited || StaysCurrent(app_)) {
+    Refill();
+  } else {
+    ShowCount();
+  }
+}
+
+int MonthViewScreen::SelectedRow() const {
+  const std::vector<int> rows = list_->SelectedRows();
+  return rows.empty() ? -1 : rows.front();
+}
+
+void MonthViewScreen::GoToPressedDay() {
+  if (pressedCell_ < 0) return;
+  const MonthCell& cell = month_.MonthCells[static_cast<size_t>(pressedCell_)];
+  SetDate({cell.year, cell.month, cell.day});
+}
+
+void MonthViewScreen::OnTapped(QPoint press, QPoint release) {
+  pressedCell_ = CellAt(press);
+  if (pressedCell_ < 0 || pressedCell_ != CellAt(release)) return;
+  emit Commanded(app_.MonViewTapOpeMode == kShowsDayOnTap ? kMonthShowDay : kMonthOpen);
+}
+
+void MonthViewScreen::OnHeld(QPoint press) {
+  pressedCell_ = CellAt(press);
+  if (pressedCell_ >= 0) emit MenuWanted(Menu::kMonthDay, canvas_->mapToGlobal(press));
+}
+
+void MonthViewScreen::Paint(QPainter& painter) const {
+  for (int cell = 0; cell < kMonthCells; ++cell) PaintField(painter, cell);
+  PaintLines(painter);  // over the fields, which reach into them where a unit is no whole pixels
+  const QFont dayFont = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18));
+  const QFont countFont = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(12));
+  for (int cell = 0; cell < kMonthCells; ++cell) PaintDay(painter, cell, dayFont, countFont);
+  const int current = CellOfCurDay(month_);
+  if (current < 0) return;
+  painter.setPen(QPen(Qt::black, Scaled(1)));
+  painter.drawRect(ToQt(CellRect(layout_, current)).adjusted(-1, -1, 1, 1));
+}
+
+void MonthViewScreen::PaintLines(QPainter& painter) const {
+  const int top = layout_.firstRowTop;
+  const int bottom = top + kMonthRows * layout_.rowHeight;
+  const int right = kMonthColumns * layout_.columnWidth;
+  painter.setPen(Qt::black);
+  for (int y = top; y <= bottom; y += layout_.rowHeight) painter.drawLine(0, y, right, y);
+  for (int x = 0; x <= right; x += layout_.columnWidth) painter.drawLine(x, top, x, bottom);
+}
+
+void MonthViewScreen::PaintField(QPainter& painter, int cell) const {
+  const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
+  painter.fillRect(FieldOf(ToQt(CellRect(layout_, cell))), BackgroundOf(kind));
+}
+
+void MonthViewScreen::PaintDay(QPainter& painter, int cell, const QFont& dayFont,
+                               const QFont& countFont) const {
+  const MonthCell& day = month_.MonthCells[static_cast<size_t>(cell)];
+  if (day.day < 1) return;
+  const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
+  const QRect inside = InsideOf(ToQt(CellRect(layout_, cell)));
+  painter.setPen(kind == CellKind::kToday ? QColor(Qt::white) : kDayColor);
+  painter.setFont(dayFont);
+  painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(),
+                   QString::number(day.day));
+  if (day.count < 1) return;
+  const QString count = QString::number(day.count);
+  painter.setPen(Qt::black);
+  painter.setFont(platform::qt::FittedFont(countFont, count, inside.width()));
+  painter.drawText(inside.right() + 1 - painter.fontMetrics().horizontalAdvance(count),
+                   inside.bottom() + 1, count);
+}
+
+}  // namespace views

@@ -1,0 +1,176 @@
+// Compaction on real files: what the user is asked, and what stands when it is cut short.
+#include "datafile/compaction.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "recorder/recorder_state.h"
+#include "store/action_index.h"
+#include "store/store_fixture.h"
+#include "store/write_burst.h"
+#include "support/disk_calls.h"
+#include "support/faulty_files.h"
+
+namespace store_test {
+namespace {
+
+using namespace store;
+using platform::Answer;
+using platform::files;
+
+constexpr int kRows = 300;
+
+class Compaction : public StoreTest {
+ protected:
+  Compaction() {
+    app.DataFile = path;
+    CreateFile();
+    const WriteBurst burst(*dbSession().Session);
+    for (int i = 0; i < 2 * kRows; ++i) {
+      const auto id = InsertAction(u"2010/06/23 10:00:00");
+      if (i % 2 == 0) Users().Delete(id);
+    }
+  }
+  int RowsIn(std::u16string_view file) {
+    core::CAppState other;
+    other.DataFile = file;
+    const int opened = OpenDataFile(other);
+    DisconnectDataFile();
+    return opened == 0 ? other.IndexCount : -1;
+  }
+  std::u16string LastTitle() const { return host.messages.back().title; }
+
+  std::u16string backup = folder.Path(u"user.bak");
+};
+
+TEST_F(Compaction, KeepsTheRowsAndTheOldFile) {
+  ASSERT_EQ(recorder::LoadRecorderData(app), 0);
+  app.RcdrPlace = u"会社";
+  app.RcdrLoaded = true;
+  for (int i = 0; i <= 5; ++i) {
+    files().Create(folder.Path(u"$$TmpAUD.00" + core::ZeroPadded(i, 1)));
+  }
+  host.answers = {Answer::kYes};
+  EXPECT_EQ(OnBtnCompact(app, path), 0);
+  EXPECT_EQ(LastTitle(), u"圧縮完了");
+  EXPECT_EQ(app.IndexCount, kRows) << "it is open again";
+  EXPECT_FALSE(files().Exists(folder.Path(u"$$TmpAUD.006")));
+  DisconnectDataFile();
+  const std::string old = testing_support::ReadWholeFile(folder.HostPath("user.bak"));
+  EXPECT_LT(FileBytes().size(), old.size());
+  EXPECT_EQ(FileBytes().substr(18, 2), "\1\1") << "in the rollback form";
+  EXPECT_EQ(RowsIn(backup), kRows);
+  ASSERT_EQ(ConnectDataFile(path), 0);
+  EXPECT_EQ(recorder::LoadRecorderData(app), 0);
+  EXPECT_EQ(app.RcdrPlace, u"会社") << "saved before the file was closed";
+}
+
+TEST_F(Compaction, ALinkStaysALinkToTheFile) {
+  DisconnectDataFile();
+  const std::string target = folder.HostPath("far/diary.sdf");
+  std::filesystem::create_directory(folder.HostPath("far"));
+  std::filesystem::rename(hostPath, target);
+  std::filesystem::create_symlink("far/diary.sdf", hostPath);
+  host.answers = {Answer::kYes};
+  EXPECT_EQ(CompactDataFile(path), 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(hostPath));
+  EXPECT_FALSE(std::filesystem::is_symlink(target));
+  EXPECT_EQ(RowsIn(path), kRows);
+  EXPECT_EQ(RowsIn(folder.Path(u"far\\diary.bak")), kRows);
+}
+
+TEST_F(Compaction, EachNoLeavesTheFileOpenAsItWas) {
+  ASSERT_TRUE(files().Create(backup));
+  const struct {
+    const char* why;
+    std::u16string file;
+    std::deque<Answer> answers;
+    int result;
+    const char16_t* title;
+  } rows[] = {
+      {"another name", u"other.sdf", {Answer::kNo}, -102, u"データファイル圧縮中止"},
+      {"another name that is not there", u"other.sdf", {Answer::kYes}, 0, u"ファイル名エラー"},
+      {"no compaction", u"user.sdf", {Answer::kNo}, 0, u"データファイル圧縮中止"},
+      {"the backup stays", u"user.sdf", {Answer::kYes, Answer::kNo}, 0, u"データファイル圧縮中止"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    host.answers = row.answers;
+    EXPECT_EQ(OnBtnCompact(app, folder.Path(row.file)), row.result);
+    EXPECT_EQ(LastTitle(), row.title);
+    ASSERT_TRUE(dbSession().Session);
+    EXPECT_TRUE(files().Exists(backup));
+  }
+  EXPECT_EQ(app.IndexCount, kRows);
+}
+
+TEST_F(Compaction, AFailureLeavesTheFileAsItWas) {
+  using testing_support::FileCall;
+  for (const auto& [call, nth] :
+       {std::pair(FileCall::kCreate, 1), std::pair(FileCall::kSync, 1),
+        std::pair(FileCall::kRename, 1), std::pair(FileCall::kRename, 2)}) {
+    SCOPED_TRACE(testing::Message() << static_cast<int>(call) << " number " << nth);
+    testing_support::FaultyFiles faulty;
+    faulty.Fail(call, nth);
+    host.answers = {Answer::kYes};
+    EXPECT_EQ(OnBtnCompact(app, path), 0);
+    EXPECT_EQ(host.messages.back().text,
+              u"データファイル圧縮中にエラーが発生しました。\n処理を中止します。");
+    EXPECT_EQ(app.IndexCount, kRows);
+    EXPECT_FALSE(files().Exists(folder.Path(u"$$TmpAUD.000")));
+  }
+}
+
+// Dies at a rename, or right behind it.
+class DyingFiles : public testing_support::FaultyFiles {
+ public:
+  int renamesUntilDeath = -1;
+  bool Rename(std::u16string_view from, std::u16string_view to) override {
+    if (renamesUntilDeath-- == 0) _exit(0);
+    return FaultyFiles::Rename(from, to);
+  }
+};
+
+TEST_F(Compaction, AKillLeavesTheOldFileWholeUnderOneOfItsNames) {
+  DisconnectDataFile();
+  const auto dies = [&](int writes, int renames) {
+    const pid_t child = fork();
+    if (child == 0) {
+      DyingFiles dying;
+      dying.renamesUntilDeath = renames;
+      testing_support::diskCalls().writesUntilDeath = writes;
+      host.answers = {Answer::kYes, Answer::kYes};
+      _exit(CompactDataFile(path) == 0 ? 1 : 2);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_NE(WEXITSTATUS(status), 2);
+    return WEXITSTATUS(status) == 0;
+  };
+  int writes = 0;
+  for (; dies(writes, -1); writes += 3) {
+    SCOPED_TRACE(testing::Message() << "killed at write " << writes);
+    ASSERT_EQ(RowsIn(path), kRows);
+    ASSERT_FALSE(files().Exists(backup));
+  }
+  EXPECT_GT(writes, 10) << "the copy was not written here";
+  files().Remove(backup);
+  EXPECT_TRUE(dies(-1, 0));
+  EXPECT_EQ(RowsIn(path), kRows) << "before the first rename";
+  EXPECT_TRUE(dies(-1, 1));
+  EXPECT_FALSE(files().Exists(path));
+  EXPECT_EQ(RowsIn(backup), kRows) << "between the renames";
+}
+
+TEST(BackupNames, ReplaceTheLastExtensionAndNeverTheFileItself) {
+  for (const auto& [name, backup] :
+       {std::pair(u"user.sdf", u"user.bak"), std::pair(u"a.b.c", u"a.b.bak"),
+        std::pair(u"user", u"user.bak"), std::pair(u"user.BAK", u"user.BAK.bak")}) {
+    EXPECT_EQ(BackupName(name), backup);
+  }
+}
+
+}  // namespace
+}  // namespace store_test

@@ -1,0 +1,268 @@
+// Files that are no data files, disks that are full, folders that may not be written, files that
+// another program holds: the message that belongs to it, nothing lost, nothing changed.
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+#include "datafile/compaction.h"
+#include "store/action_index.h"
+#include "store/store_fixture.h"
+#include "store/trouble.h"
+
+namespace store_test {
+namespace {
+
+using namespace store;
+using testing_support::WriteWholeFile;
+
+class DamagedFileTest : public StoreTest {
+ protected:
+  void SetUp() override { app.DataFile = path; }
+
+  std::string SomeDataFile() {
+    CreateFile();
+    for (int i = 10; i < 60; ++i) {
+      InsertAction(u"2010/06/23 10:" + core::ZeroPadded(i, 2) + u":00");
+    }
+    DisconnectDataFile();
+    return FileBytes();
+  }
+};
+
+std::string RandomBytes(size_t size) {
+  std::mt19937 random(1);
+  std::string bytes(size, '\0');
+  for (char& byte : bytes) byte = static_cast<char>(random());
+  return bytes;
+}
+
+TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
+  const std::string good = SomeDataFile();
+  // What the good file becomes by a statement.
+  const auto after = [&](std::u16string_view statement) {
+    WriteWholeFile(hostPath, good);
+    dbSession().Session = Engine::Open(path);
+    dbSession().Session->Execute(statement);
+    DisconnectDataFile();
+    return FileBytes();
+  };
+  const struct {
+    const char* why;
+    std::string bytes;
+  } rows[] = {
+      {"random bytes", RandomBytes(40000)},
+      {"an empty file", ""},
+      {"without Actions", after(u"drop table t_UserData")},
+      {"without our rows", after(u"delete from t_SysInfo")},
+      {"without our tables", after(u"drop table t_SysInfo")},
+      {"zeros behind a good header", good.substr(0, 100) + std::string(8092, '\0')},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    WriteWholeFile(hostPath, row.bytes);
+    host.messages.clear();
+    EXPECT_EQ(OpenDataFile(app), -110);
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0].text, u"データファイルの内容が不正です。\nプログラムを終了します。");
+    EXPECT_EQ(host.messages[0].title, u"データファイル不正");
+    EXPECT_FALSE(dbSession().Session);
+    EXPECT_TRUE(FileBytes() == row.bytes);
+    EXPECT_FALSE(std::filesystem::exists(hostPath + "-wal"));
+  }
+}
+
+TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
+  const std::string good = SomeDataFile();
+  std::mt19937 random(2);
+  for (int round = 0; round < 60; ++round) {
+    std::string bytes = good;
+    if (round % 2 == 0) {
+      bytes.resize(random() % good.size());
+    } else {
+      const std::string scribble = RandomBytes(200);
+      bytes.replace(100 + random() % (good.size() - 300), 200, scribble);
+    }
+    WriteWholeFile(hostPath, bytes);
+    if (OpenDataFile(app) > -100) {
+      Action action;
+      for (int i = 0; i < app.IndexCount; ++i) {
+        Users().ReadById(app.ActIds.At(static_cast<size_t>(i)), action);
+      }
+      EXPECT_EQ(static_cast<size_t>(app.IndexCount), app.ActStarts.Count());
+    }
+    DisconnectDataFile();
+    EXPECT_TRUE(FileBytes() == bytes);
+  }
+}
+
+TEST_F(DamagedFileTest, AFolderIsNoDataFile) {
+  std::filesystem::create_directory(hostPath);
+  EXPECT_EQ(OpenDataFile(app), -200);
+  EXPECT_EQ(host.messages.back().text, u"データファイル '" + path +
+                                           u"' を開けません。\n同じ名前のフォルダがあります。\n"
+                                           u"プログラムを終了します。");
+  EXPECT_LT(CreateDataFile(path), 0);
+}
+
+TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
+  SomeDataFile();
+  const auto holder = Engine::Open(path);
+  holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE");
+  ASSERT_EQ(holder->Execute(u"delete from t_TextData"), S_OK);
+  EXPECT_EQ(OpenDataFile(app), -110);
+  EXPECT_EQ(LastTrouble(), Trouble::kBusy);
+}
+
+// By whatever name it reaches the file, and though descriptors of the file are closed meanwhile.
+TEST_F(DamagedFileTest, TwoOfOursNeverHaveOneFile) {
+  const std::string before = SomeDataFile();
+  std::filesystem::create_hard_link(hostPath, folder.HostPath("hard.sdf"));
+  std::filesystem::create_symlink("user.sdf", folder.HostPath("soft.sdf"));
+  ASSERT_EQ(OpenDataFile(app), 0);
+  std::ifstream(hostPath).get();
+  const pid_t other = fork();
+  if (other == 0) {
+    dbSession().Session.release();  // the parent's
+    bool refused = true;
+    for (const char16_t* name : {u"user.sdf", u"hard.sdf", u"soft.sdf"}) {
+      app.DataFile = folder.Path(name);
+      refused = refused && OpenDataFile(app) == -200 && LastTrouble() == Trouble::kInUse &&
+                CompactDataFile(app.DataFile) == -108;
+    }
+    _exit(refused ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(other, &status, 0), other);
+  EXPECT_EQ(status, 0);
+  EXPECT_TRUE(FileBytes() == before);
+  DisconnectDataFile();
+  app.DataFile = folder.Path(u"hard.sdf");
+  EXPECT_EQ(OpenDataFile(app), 0) << "closed, it is free";
+}
+
+TEST_F(DamagedFileTest, AReaderElsewhereHindersNoWriteAndNoClosing) {
+  SomeDataFile();
+  ASSERT_EQ(OpenDataFile(app), 0);
+  InsertAction(u"2010/06/24 10:00:00");
+  {
+    const auto reader = Engine::Open(path);
+    std::unique_ptr<RowSet> rows;
+    ASSERT_EQ(reader->OpenRows(u"select * from t_UserData", rows), S_OK);
+    InsertAction(u"2010/06/24 11:00:00");
+    EXPECT_EQ(rows->Count(), 51) << "one view of the data for the whole row set";
+    DisconnectDataFile();
+  }
+  ASSERT_EQ(OpenDataFile(app), 0);
+  EXPECT_EQ(app.IndexCount, 52);
+  DisconnectDataFile();
+  EXPECT_EQ(FileBytes().substr(18, 2), "\1\1") << "closed in the rollback form again";
+}
+
+// The largest file that this process may write, for a scope: what is behind it fails as on a full
+// disk.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit smaller{bytes, limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &smaller);
+  }
+  ~FullDisk() { setrlimit(RLIMIT_FSIZE, &limit_); }
+
+ private:
+  rlimit limit_;
+};
+
+TEST_F(DamagedFileTest, AFullDiskLosesNothing) {
+  SomeDataFile();
+  ASSERT_EQ(OpenDataFile(app), 0);
+  int written = app.IndexCount;
+  {
+    const FullDisk full(200000);
+    HRESULT result = S_OK;
+    for (int i = 0; i < 2000 && !Failed(result); ++i) {
+      Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
+      action[kActId] = u"ID9" + core::ZeroPadded(i, 15);
+      action[kMemo] = std::u16string(500, u'長');
+      result = Users().Insert(action);
+      if (!Failed(result)) ++written;
+    }
+    EXPECT_EQ(static_cast<uint32_t>(result), 0x80004005u);
+    EXPECT_EQ(LastTrouble(), Trouble::kDiskFull);
+    EXPECT_EQ(LoadActionIndex(app), 0);
+    EXPECT_EQ(app.IndexCount, written) << "what was written can still be read";
+    dbSession().Session->BeginTransaction();
+    for (int i = 0; i < 100; ++i) InsertAction(u"2010/06/24 10:00:00");
+    LoadActionIndex(app);
+    EXPECT_EQ(app.IndexCount, written + 100);
+    EXPECT_TRUE(Failed(dbSession().Session->Commit()));
+    LoadActionIndex(app);
+    EXPECT_EQ(app.IndexCount, written) << "what was undone is not in the index";
+  }
+  InsertAction(u"2010/06/25 10:00:00");
+  DisconnectDataFile();
+  EXPECT_EQ(OpenDataFile(app), 0);
+  EXPECT_EQ(app.IndexCount, written + 1);
+}
+
+TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
+  for (const rlim_t bytes : {0, 1000, 4096, 9000, 30000, 60000, 90000}) {
+    SCOPED_TRACE(bytes);
+    const FullDisk full(bytes);
+    host.messages.clear();
+    host.answers = {platform::Answer::kYes};
+    const int result = OpenDataFile(app);
+    EXPECT_EQ(dbSession().Session != nullptr, result == -1);
+    if (result == -1) {
+      DisconnectDataFile();
+      std::filesystem::remove(hostPath);
+      continue;
+    }
+    EXPECT_EQ(result, -101);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.HostPath())) << "the next start asks again";
+    EXPECT_EQ(host.messages.back().text,
+              u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。\n"
+              u"保存先の空き容量が不足しています。");
+  }
+}
+
+// Without root's rights for a scope.
+class AsNobody {
+ public:
+  static constexpr uid_t kNobody = 65534;
+  AsNobody() { EXPECT_EQ(seteuid(kNobody), 0); }
+  ~AsNobody() {
+    if (seteuid(0) != 0) std::abort();
+  }
+};
+
+TEST_F(DamagedFileTest, AReadOnlyFolderCanBeRead) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root, to be somebody else";
+  const std::string before = SomeDataFile();
+  ASSERT_EQ(chown(hostPath.c_str(), AsNobody::kNobody, AsNobody::kNobody), 0);
+  ASSERT_EQ(chmod(folder.HostPath().c_str(), 0555), 0);
+  for (const mode_t fileMode : {0600, 0400}) {
+    SCOPED_TRACE(fileMode);
+    ASSERT_EQ(chmod(hostPath.c_str(), fileMode), 0);
+    const AsNobody nobody;
+    EXPECT_EQ(OpenDataFile(app), 0);
+    EXPECT_EQ(app.IndexCount, 50);
+    Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
+    EXPECT_EQ(static_cast<uint32_t>(Users().Insert(action)), 0x80004005u);
+    EXPECT_EQ(LastTrouble(), Trouble::kReadOnly);
+    EXPECT_FALSE(action[kActId]);
+    EXPECT_EQ(LoadActionIndex(app), 0);
+    DisconnectDataFile();
+    EXPECT_TRUE(FileBytes() == before);
+  }
+}
+
+}  // namespace
+}  // namespace store_test

@@ -1,0 +1,76 @@
+// State to widgets and tap to command, for the find dialog and the exchange screen.
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+
+#include "exchange/exchange_fixture.h"
+#include "exchange/qt/exchange_screen.h"
+#include "exchange/qt/find_screen.h"
+#include "pickers/qt/field_button.h"
+#include "support/screen_driver.h"
+#include "touch/qt/inertial_list_view.h"
+
+namespace exchange {
+namespace {
+
+class FindScreen : public ExchangeTest, protected testing_support::ScreenDriver {};
+
+TEST_F(FindScreen, TheStartsListWritesTheMarkIntoBothTimes) {
+  Insert(Of(u"00:00:00", u"24:00:00"));
+  Insert(Of(u"09:00:00", u"10:00:00"));
+  app.FindStaDate = u"2010/06/23";
+  CFindDlg dialog(&window, app);
+  const int result = Drive(dialog, [&] {
+    Click("1262");
+    auto* rows = Find<QWidget>("1270")->findChild<QListWidget*>();
+    EXPECT_EQ(rows->currentRow(), 26);
+    rows->scrollToTop();
+    Tap(rows->viewport(), rows->visualItemRect(rows->item(1)).center());
+    EXPECT_TRUE(Find<QWidget>("1270")->isHidden());
+    EXPECT_EQ(Find<QWidget>("1266")->accessibleDescription(), QStringLiteral("<終日>"));
+    EXPECT_FALSE(Find<QWidget>("1266")->isEnabled());
+    for (const char* target : {"1256", "1257", "1258", "1259"}) Click(target);
+    Click("40002");
+  });
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(Found(), "1");
+  EXPECT_EQ(app.FindStaTime, u"<終日>");
+}
+
+TEST_F(FindScreen, WithListsThePickersOpen) {
+  app.ItmSelMode = 2;
+  app.FindHistory.Add(u"会社");
+  CFindDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    Next([&] { Tap(Find<views::INERT_LIST_VIEW>("rows"), {10, 5}); });
+    Click("1272");
+    EXPECT_EQ(Find<QWidget>("1272")->accessibleDescription(), QStringLiteral("会社"));
+    Next([&] {
+      Find<views::INERT_LIST_VIEW>("hour")->List().SetTop(22);
+      Click("1");
+    });
+    Click("1262");
+    EXPECT_EQ(Find<QWidget>("1262")->accessibleDescription(), QStringLiteral("01:00"));
+    Click("1267");
+    Click("2");
+  });
+  EXPECT_EQ(app.FindEndDate, u"2010/06/23");
+}
+
+TEST_F(FindScreen, AFileWithoutIdsHasNothingToReplaceBy) {
+  CExchangeDlg dialog(&window, app, ExchangeKind::kImport);
+  Drive(dialog, [&] {
+    auto* replace = Find("1210");
+    EXPECT_TRUE(replace->isChecked());
+    Click("1205");
+    EXPECT_FALSE(replace->isEnabled());
+    Click("1207");
+    EXPECT_TRUE(replace->isEnabled() && replace->isChecked());
+    Find<QLineEdit>("1202")->setText(QStringLiteral("/x/a.csv"));
+    Click("1213");
+  });
+  EXPECT_EQ(app.ImportPath, u"\\x\\a.csv");
+}
+
+}  // namespace
+}  // namespace exchange

@@ -1,0 +1,187 @@
+// The file dialog's walk through real folders.
+#include "filedialog/file_select.h"
+
+#include <gtest/gtest.h>
+
+#include "datafile/data_file.h"
+#include "platform/files.h"
+#include "store/session.h"
+#include "support/fake_host.h"
+#include "support/faulty_files.h"
+#include "support/temp_folder.h"
+
+namespace exchange {
+namespace {
+
+using platform::Answer;
+using testing_support::WriteWholeFile;
+
+constexpr std::u16string_view kFilter = u"CSV (*.csv)|*.csv|All (*.*)|*.*";
+
+class FileSelect : public testing::Test {
+ protected:
+  CFileSelect Opened(int mode) {
+    CFileSelect select({mode, u"保存先", std::u16string(kFilter), folder.Path(u""), {}});
+    EXPECT_TRUE(select.Open());
+    return select;
+  }
+  static std::vector<std::u16string> Lines(const CFileSelect& select) {
+    std::vector<std::u16string> lines;
+    for (int i = 0; i < select.LineCount(); ++i) lines.push_back(select.LineText(i));
+    return lines;
+  }
+  std::u16string Told() {
+    const std::u16string title = host.messages.empty() ? u"" : host.messages.back().title;
+    host.messages.clear();
+    return title;
+  }
+  using Texts = std::vector<std::u16string>;
+
+  testing_support::FakeHost host;
+  testing_support::TempFolder folder;
+};
+
+TEST_F(FileSelect, BeginsWhereTheLastOneEndedAndKnowsTheHomeFolder) {
+  platform::files().MakeFolder(folder.Path(u"sub"));
+  CFileSelect first = Opened(kSelectToSave);
+  first.TapLine(0);
+  CFileSelect next({kSelectToSave, u"保存先", std::u16string(kFilter), u"\\", {}});
+  EXPECT_TRUE(next.Open());
+  EXPECT_EQ(next.CurFolder(), folder.Path(u"sub"));
+  host.homeFolder = folder.Path(u"");
+  EXPECT_FALSE(next.OnOk(u"~"));
+  EXPECT_EQ(Lines(next), Texts{u"+sub"});
+  EXPECT_TRUE(next.OnOk(u"~/a"));
+  EXPECT_EQ(next.ResultPath(), folder.Path(u"a.csv"));
+}
+
+TEST_F(FileSelect, ListsFoldersThenMatchingFilesAndGoesUpToTheRoot) {
+  for (const char* name : {"b.csv", "A.CSV", ".c.csv", "d.dat", "csv"}) {
+    WriteWholeFile(folder.HostPath(name), "");
+  }
+  platform::files().MakeFolder(folder.Path(u"月"));
+  platform::files().MakeFolder(folder.Path(u"火.csv"));
+  CFileSelect select = Opened(kSelectToSave);
+  const Texts expected = {u"+月", u"+火.csv", u" A.CSV", u" b.csv", u" .c.csv"};
+  EXPECT_EQ(Lines(select), expected);
+  select.ChooseFilter(1);
+  EXPECT_EQ(select.LineCount(), 7);
+  EXPECT_EQ(select.TapLine(2), u"A.CSV");
+  EXPECT_FALSE(select.TapLine(1));
+  EXPECT_TRUE(select.CurFolder().ends_with(u"\\火.csv"));
+  EXPECT_EQ(select.LineCount(), 0);
+  select.GoUp();
+  EXPECT_EQ(select.SelectedLine(), 1) << "the folder that was left";
+  for (int i = 0; i < 20; ++i) select.GoUp();
+  EXPECT_EQ(select.CurFolder(), u"\\");
+  CFileSelect nowhere({kSelectToOpen, u"", std::u16string(kFilter), folder.Path(u"gone"), u""});
+  EXPECT_TRUE(nowhere.Open());
+  EXPECT_TRUE(nowhere.Unreadable());
+}
+
+TEST_F(FileSelect, LeavesOutWhatWouldMakeTooLongAPath) {
+  const std::string fits(259 - folder.Path(u"").size(), 'f');
+  WriteWholeFile(folder.HostPath(fits), "");
+  WriteWholeFile(folder.HostPath(fits + "g"), "");
+  CFileSelect select = Opened(kSelectToOpen);
+  select.ChooseFilter(1);
+  EXPECT_EQ(select.LineCount(), 1);
+}
+
+TEST_F(FileSelect, OkChecksTheName) {
+  WriteWholeFile(folder.HostPath("there.csv"), "");
+  platform::files().MakeFolder(folder.Path(u"f.csv"));
+  const struct {
+    const char* why;
+    int mode;
+    const char16_t* name;
+    std::u16string told;
+    std::optional<std::u16string> result;
+  } rows[] = {
+      {"empty", kSelectToSave, u"", u"ファイル名未指定", {}},
+      {"the first pattern's extension", kSelectToSave, u"abc", u"", u"abc.csv"},
+      {"a point keeps the name as it is", kSelectToSave, u"abc.", u"", u"abc."},
+      {"no question before overwriting", kSelectToSave, u"there", u"", u"there.csv"},
+      {"opens what is there", kSelectToOpen, u"there", u"", u"there.csv"},
+      {"opens nothing else", kSelectToOpen, u"abc", u"ファイル名不正", {}},
+      {"a folder is no file", kSelectToOpen, u"f.csv", u"ファイル名不正", {}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    CFileSelect select = Opened(row.mode);
+    select.ChooseFilter(1);
+    EXPECT_EQ(select.OnOk(row.name), row.result.has_value());
+    EXPECT_EQ(Told(), row.told);
+    ASSERT_EQ(select.ResultPath().has_value(), row.result.has_value());
+    if (!row.result) continue;
+    EXPECT_EQ(select.ResultPath(), folder.Path(*row.result));
+  }
+}
+
+TEST_F(FileSelect, MakesRenamesAndRemovesAndLosesNothing) {
+  WriteWholeFile(folder.HostPath("a.csv"), "a");
+  WriteWholeFile(folder.HostPath("b.csv"), "b");
+  CFileSelect select = Opened(kSelectToSave);
+  select.MakeFolder(u"");
+  EXPECT_EQ(Told(), u"名称未入力");
+  select.MakeFolder(u"a.csv");
+  EXPECT_EQ(Told(), u"名称エラー");
+  select.MakeFolder(u"新規");
+  EXPECT_EQ(select.LineText(select.SelectedLine()), u"+新規");
+  select.SelectLine(1);
+  select.Rename(u"b.csv");
+  EXPECT_EQ(Told(), u"名称変更エラー");
+  EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("b.csv")), "b");
+  select.Rename(u"新規/a.csv");
+  EXPECT_EQ(Told(), u"");
+  EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("新規/a.csv")), "a");
+
+  select.Delete();
+  EXPECT_EQ(Told(), u"削除対象なし") << "the moved entry is out of sight";
+  host.answers = {Answer::kYes, Answer::kNo, Answer::kYes};
+  select.SelectLine(0);
+  select.Delete();
+  EXPECT_EQ(host.messages.front().text,
+            u'"' + folder.Path(u"新規") + u"\"を削除してもよろしいですか？");
+  EXPECT_EQ(host.messages.front().defaultButton, 1);
+  EXPECT_EQ(Told(), u"フォルダ削除エラー");
+  select.SelectLine(1);
+  select.Delete();
+  EXPECT_EQ(Lines(select), (Texts{u"+新規", u" b.csv"}));
+  select.SelectLine(1);
+  select.Delete();
+  EXPECT_EQ(Lines(select), (Texts{u"+新規"}));
+}
+
+TEST_F(FileSelect, TheOpenDiaryStaysWhereItIs) {
+  ASSERT_EQ(store::CreateDataFile(folder.Path(u"user.sdf")), 0);
+  CFileSelect select = Opened(kSelectToSave);
+  select.ChooseFilter(1);
+  select.SelectLine(0);
+  select.Rename(u"other.sdf");
+  EXPECT_EQ(Told(), u"名称変更エラー");
+  host.answers = {Answer::kYes};
+  select.Delete();
+  EXPECT_EQ(Told(), u"ファイル削除エラー");
+  select.GoUp();
+  select.Rename(u"other");
+  EXPECT_EQ(Told(), u"名称変更エラー") << "the folder that it lies in";
+  store::DisconnectDataFile();
+}
+
+TEST_F(FileSelect, FilterFaultsAndPatterns) {
+  for (const char16_t* filter : {u"", u"CSV", u"CSV|", u"CSV|*.csv|All", u"CSV|*.csv|All|"}) {
+    CFileSelect select({kSelectToOpen, u"", filter, u"\\", u""});
+    EXPECT_FALSE(select.Open());
+    EXPECT_EQ(Told(), u"内部エラー");
+    EXPECT_EQ(select.ResultPath(), u"");
+  }
+  EXPECT_TRUE(MatchesPattern(u"x.tar.CSV", u"*.csv"));
+  EXPECT_TRUE(MatchesPattern(u"aXbXc", u"a*X?"));
+  EXPECT_FALSE(MatchesPattern(u"csv", u"*.csv"));
+  EXPECT_FALSE(MatchesPattern(u"a.csvx", u"*.csv"));
+  EXPECT_TRUE(MatchesPattern(u"no point", u"*.*"));
+}
+
+}  // namespace
+}  // namespace exchange

@@ -1,0 +1,422 @@
+// The main window offscreen: from taps and keys to what is shown.
+#include "mainwindow/main_window.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <memory>
+
+#include "platform/qt/qt_text.h"
+#include "store/read_action.h"
+#include "support/screen_driver.h"
+#include "views/diary.h"
+#include "views/selection.h"
+
+namespace views {
+namespace {
+
+using platform::qt::ModalScreen;
+
+class MainWindow : public Diary, protected testing_support::ScreenDriver {
+ protected:
+  MainWindow() {
+    core::MenuBarHeight = 26;
+    Add(u"01", u"2010/06/22 09:00:00", u"2010/06/22 10:00:00", u"前の日");
+    Add(u"02", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00", u"駅");
+    Add(u"03", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00", u"家");
+    main = std::make_unique<CMainWnd>(app);
+    main->show();
+    screen = main.get();
+    list = Find<ActionList>("1071");
+    rows = list->viewport();
+  }
+
+  QString Title() { return Find("1050")->text(); }
+
+  QStringList FirstCells() const {
+    QStringList texts;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+      texts << list->topLevelItem(row)->text(0);
+    }
+    return texts;
+  }
+  QPoint RowPoint(int row) const { return list->visualItemRect(list->topLevelItem(row)).center(); }
+
+  static void Press(int key, QWidget* on) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(on, &event);
+  }
+  static void CtrlTap(int key, QWidget* on) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, Qt::ControlModifier);
+      QApplication::sendEvent(on, &event);
+    }
+  }
+  static void Release(int key, QWidget* on) {
+    QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier);
+    QApplication::sendEvent(on, &event);
+  }
+
+  // Holds a view's picture and chooses a row of the menu, the first is 1; `drive` ends its screen.
+  void HoldAndChoose(QWidget* on, QPoint at, int row, const std::function<void()>& drive) {
+    QMouseEvent press(QEvent::MouseButtonPress, at, on->mapToGlobal(at), Qt::RightButton,
+                      Qt::RightButton, Qt::NoModifier);
+    QApplication::sendEvent(on, &press);
+    QCoreApplication::processEvents();
+    QWidget* menu = QApplication::activePopupWidget();
+    while (row-- > 0) Press(Qt::Key_Down, menu);
+    Next(drive);
+    Press(Qt::Key_Return, menu);
+    QCoreApplication::processEvents();
+  }
+
+  // The title of the edit screen that `act` opens, empty if it opens none; leaves the screen again.
+  QString EditTitleAfter(const std::function<void()>& act) {
+    QString title;
+    QTimer::singleShot(0, main.get(), [&title] {
+      ModalScreen* opened = ModalScreen::Topmost();
+      if (opened == nullptr) return;
+      title = opened->findChild<QLabel*>(QStringLiteral("1100"))->text();
+      opened->EndScreen(platform::qt::kResultCancel);
+    });
+    act();
+    QCoreApplication::processEvents();
+    return title;
+  }
+
+  std::unique_ptr<CMainWnd> main;
+  ActionList* list;
+  QWidget* rows;  // of the list, to be tapped
+};
+
+TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title());
+  EXPECT_EQ((QStringList{"10:00-11:00", "12:00-13:00", "<新規作成>"}), FirstCells());
+  Press(Qt::Key_Left, list);
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "a key acts as it is released";
+  Release(Qt::Key_Left, list);
+  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  EXPECT_EQ((QStringList{"09:00-10:00", "<新規作成>"}), FirstCells());
+  Click("1060");
+  EXPECT_EQ(QStringLiteral("2010/06/29"), Title());
+  Click("1051");
+  EXPECT_EQ(QStringLiteral("2010/06/27"), Title()) << "the Sunday of that week";
+  Click("1058");
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "the host's today";
+  for (const int id : {1050 - 1, 1057 + 6, 4711}) main->OnCommand(id);
+  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "no control has these numbers";
+}
+
+TEST_F(MainWindow, ATapOpensWhatItMeans) {
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] { Tap(rows, RowPoint(1)); }));
+  EXPECT_EQ(2, app.SelIndex);
+  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+  EXPECT_EQ(1, list->FocusedRow()) << "the Action is still selected after the screen";
+  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] { Tap(rows, RowPoint(2)); }));
+  for (const int width : {8, 120}) {
+    for (int column = 0; column < 4; ++column) list->header()->resizeSection(column, width);
+    EXPECT_EQ(std::max(rows->width(), 4 * width + 100), list->header()->length());
+    EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
+                Tap(rows, {rows->width() - 1, RowPoint(1).y()});
+              }))
+        << "at the row's end, columns of " << width;
+  }
+  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] {
+              Tap(rows, {20, rows->height() - 5});
+            }))
+      << "below the rows";
+}
+
+TEST_F(MainWindow, EnterOpensTheRowOnceAndOnlyWhereItWasPressed) {
+  EXPECT_EQ(QString(), EditTitleAfter([this] { Release(Qt::Key_Return, list); }))
+      << "pressed on another screen";
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
+              Press(Qt::Key_Down, list);
+              Release(Qt::Key_Down, list);
+              Press(Qt::Key_Return, list);
+              Release(Qt::Key_Return, list);
+            }));
+  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+}
+
+TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
+  host.answers = {platform::Answer::kYes};
+  Send(rows, QEvent::MouseButtonPress, RowPoint(0));
+  Send(rows, QEvent::MouseMove, RowPoint(1));
+  Send(rows, QEvent::MouseButtonRelease, RowPoint(1));
+  main->OnCommand(kDelete);
+  EXPECT_EQ(u"これらの 2個のアクションを削除しますか？", host.messages.back().text);
+  EXPECT_EQ(QStringList{"<新規作成>"}, FirstCells());
+}
+
+TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
+  auto* calendar = Find<platform::qt::MonthCalendar>("1125");
+  Click("1050");
+  EXPECT_TRUE(calendar->isVisible());
+  EXPECT_EQ(QDate(2010, 6, 23), calendar->Selected());
+  EXPECT_EQ(QString(), EditTitleAfter([this] { Tap(rows, RowPoint(0)); }));
+  EXPECT_FALSE(calendar->isVisible());
+  Click("1050");
+  emit calendar->Chosen(QDate(2010, 6, 22));
+  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  EXPECT_FALSE(calendar->isVisible());
+}
+
+TEST_F(MainWindow, TheListViewPagesByWhatFits) {
+  app.SeqViewRng = 0;
+  main->OnCommand(kShowList);
+  EXPECT_EQ(QStringLiteral("1/1 - 3"), Title());
+  EXPECT_EQ(rows->height() / 24, app.ListRowsPerScreen);
+  EXPECT_FALSE(Find<QWidget>("1051")->isVisible());
+  EXPECT_EQ(QStringLiteral("2010/06/23 12:00-13:00 家:cat:memo"), FirstCells().front());
+  main->resize(320, 240);
+  main->OnCommand(kToolBarMode);
+  EXPECT_EQ(rows->height() / 24, app.ListRowsPerScreen) << "in landscape over the bar";
+}
+
+TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
+  const struct {
+    int id;
+    bool enabled;
+    bool checked;
+  } cases[] = {{kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
+               {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
+               {kFindClear, true, false}};
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.id);
+    const auto* action = screen->findChild<QAction*>(QString::number(row.id));
+    EXPECT_EQ(row.enabled, action->isEnabled());
+    EXPECT_EQ(row.checked, action->isChecked());
+    const auto* tool = screen->findChild<QToolButton*>(QString::number(row.id));
+    EXPECT_EQ(row.checked, tool != nullptr && tool->isChecked());
+  }
+  main->OnCommand(kShowList);
+  main->OnCommand(kWeekShowDay);
+  EXPECT_EQ(core::kViewList, app.CurView) << "a greyed command does nothing";
+}
+
+TEST_F(MainWindow, ADraggedWidthGoesToTheOrientationsSetting) {
+  list->header()->resizeSection(1, 77);
+  main->resize(320, 240);
+  list->header()->resizeSection(0, 55);
+  EXPECT_EQ((std::array<int, 4>{-1, 77, -1, -1}), app.DayVwPrtColWdh);
+  EXPECT_EQ((std::array<int, 4>{55, -1, -1, -1}), app.DayVwLndColWdh);
+  main->resize(240, 320);
+  EXPECT_EQ(77, list->columnWidth(1));
+}
+
+TEST_F(MainWindow, ClosingTheFrameAsksEachScreenFromTheTopDown) {
+  app.ItmSelMode = 2;  // places are picked on a screen of their own
+  host.answers = {platform::Answer::kCancel, platform::Answer::kNo};
+  QTimer::singleShot(0, main.get(), [&] {
+    ModalScreen* edit = ModalScreen::Topmost();
+    edit->findChild<QAbstractButton*>(QStringLiteral("1107"))->click();  // the Action is changed
+    QTimer::singleShot(0, main.get(), [&] { main->close(); });
+    edit->findChild<QAbstractButton*>(QStringLiteral("1113"))->click();
+    EXPECT_EQ(edit, ModalScreen::Topmost()) << "the picker has gone by itself";
+    EXPECT_TRUE(host.messages.empty());
+    QTimer::singleShot(0, main.get(), [&, edit] {
+      EXPECT_EQ(edit, ModalScreen::Topmost()) << "cancelled: nothing is lost";
+      EXPECT_EQ(1u, host.messages.size());
+      main->close();
+    });
+  });
+  Tap(rows, RowPoint(0));
+  EXPECT_EQ(2u, host.messages.size());
+  EXPECT_TRUE(main->isVisible());
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(main->isVisible());
+}
+
+TEST_F(MainWindow, TheTabKeyVisitsWhatIsInSightFromTheTopDown) {
+  for (const bool bars : {false, true}) {
+    app.ToolBarVwMode = app.OkBtnVwMode = bars ? 2 : 1;
+    for (const int view : {kShowDay, kShowWeek, kShowMonth, kShowList, kShowMap}) {
+      SCOPED_TRACE(view);
+      main->OnCommand(view);
+      QWidget* const first = main->focusWidget();
+      int wraps = 0;
+      int visited = 0;
+      for (int top = 0; visited == 0 || main->focusWidget() != first; ++visited) {
+        Press(Qt::Key_Tab, main->focusWidget());
+        const QWidget* now = main->focusWidget();
+        EXPECT_FALSE(now->visibleRegion().isEmpty()) << now->objectName().toStdString();
+        const int formerTop = std::exchange(top, now->mapTo(main.get(), QPoint()).y());
+        if (top < formerTop) ++wraps;
+        ASSERT_LT(visited, 40);
+      }
+      EXPECT_EQ(1, wraps);
+      EXPECT_GE(visited, bars ? 17 : 9);
+    }
+  }
+}
+
+TEST_F(MainWindow, DeleteAsksForTheSelectedRows) {
+  host.answers = {platform::Answer::kYes};
+  Press(Qt::Key_Delete, list);
+  Release(Qt::Key_Delete, list);
+  EXPECT_EQ(u"このアクションを削除しますか？", host.messages.back().text);
+  EXPECT_EQ((QStringList{"12:00-13:00", "<新規作成>"}), FirstCells());
+}
+
+TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
+  main->OnCommand(kShowWeek);
+  auto* week = Find<QWidget>("week");
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(QStringLiteral("2010/06/20"), Title()) << "three days before the current date";
+  for (const auto& [key, title] :
+       std::initializer_list<std::pair<int, const char*>>{{Qt::Key_Down, "2010/06/21"},
+                                                          {Qt::Key_Right, "2010/06/28"},
+                                                          {Qt::Key_Left, "2010/06/21"},
+                                                          {Qt::Key_Up, "2010/06/20"}}) {
+    Press(key, week);
+    Release(key, week);
+    EXPECT_EQ(QString::fromLatin1(title), Title());
+  }
+  const int band = week->height() / 7;
+  const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(week, noon); }));
+  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+  EXPECT_EQ(2, app.SelIndex);
+  EXPECT_EQ(QStringLiteral("新規作成"),
+            EditTitleAfter([&] { Tap(week, noon + QPoint(0, 2 * band)); }));
+  EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a free tap goes to the day of its band";
+  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  Send(week, QEvent::MouseButtonPress, noon);
+  Send(week, QEvent::MouseButtonRelease, noon + QPoint(0, band));
+  EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a drag to another band is no tap";
+}
+
+TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
+  main->OnCommand(kShowWeek);
+  auto* week = Find<QWidget>("week");
+  const int band = week->height() / 7;
+  const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
+  const auto isBox = [&](QPoint at) { return week->grab().toImage().pixel(at) == 0xFF2040E0; };
+  app.TimeInitForNewMode = 3;  // the whole day
+  HoldAndChoose(week, noon + QPoint(-40, band), 1, [this] { Click("1102"); });
+  EXPECT_EQ(u"2010/06/24", core::CurDate());
+  EXPECT_EQ(QStringLiteral("2010/06/21"), Title());
+  EXPECT_EQ(4, app.IndexCount);
+  EXPECT_TRUE(isBox(noon)) << "on the day that was held";
+  host.answers = {platform::Answer::kYes};
+  EXPECT_TRUE(FxDeleteAction(app, app.ActIds.At(3)));
+  main->ShowChange(Change::kDeleted);
+  EXPECT_TRUE(isBox(noon)) << "until the date moves";
+  app.ViewAutoUpdate = 1;
+  main->ShowChange(Change::kDeleted);
+  EXPECT_FALSE(isBox(noon)) << "unless its user wants it current";
+  app.ViewAutoUpdate = 0;
+  host.answers = {platform::Answer::kYes};
+  const QPoint other = noon + QPoint(4, -band);
+  EXPECT_TRUE(isBox(other));
+  HoldAndChoose(week, other, 2, [this] {
+    FxDeleteAction(app, app.SelActId);
+    ModalScreen::Topmost()->EndScreen(platform::qt::kResultOk);
+  });
+  EXPECT_EQ(u"2010/06/23", core::CurDate());
+  EXPECT_FALSE(isBox(noon + QPoint(4, 0))) << "the week is read after what was chosen for its day";
+}
+
+TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
+  main->OnCommand(kShowWeek);
+  auto* week = Find<QWidget>("week");
+  const struct {
+    int key;
+    const char16_t* id;
+  } steps[] = {{Qt::Key_Up, u"ID2010062300000002"},
+               {Qt::Key_Right, u"ID2010062300000003"},
+               {Qt::Key_Right, u"ID2010062300000003"},
+               {Qt::Key_Up, u"ID2010062300000001"},
+               {Qt::Key_Down, u"ID2010062300000002"}};
+  for (const auto& [key, id] : steps) {
+    CtrlTap(key, week);
+    EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
+                Press(Qt::Key_Return, week);
+                Release(Qt::Key_Return, week);
+              }));
+    EXPECT_EQ(id, app.SelActId);
+  }
+  EXPECT_EQ(u"2010/06/23", core::CurDate()) << "the date has not moved";
+  host.answers = {platform::Answer::kYes};
+  Press(Qt::Key_Delete, week);
+  Release(Qt::Key_Delete, week);
+  EXPECT_EQ(2, app.IndexCount);
+}
+
+TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
+  main->OnCommand(kShowWeek);
+  main->OnCommand(kFollow);
+  main->OnCommand(kDelete);
+  ASSERT_EQ(2u, host.messages.size());
+  EXPECT_EQ(u"画面上のアクションをタップ&ホールドして操作してください。", host.messages[0].text);
+  EXPECT_EQ(u"変更不可", host.messages[0].title);
+  EXPECT_EQ(u"削除不可", host.messages[1].title);
+}
+
+TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
+  Add(u"04", u"2010/06/23 14:00:00", u"2010/06/23 15:00:00", std::u16string(80, u'駅'));
+  main->OnCommand(kShowMonth);
+  auto* month = Find<QWidget>("month");
+  auto* days = Find<ActionList>("1072");
+  const auto cell = [](int row, int column) { return QPoint(column * 34 + 10, row * 21 + 25); };
+  EXPECT_EQ(QStringLiteral("2010/06/23 - 4(4)"), Title());
+  EXPECT_LT(2 * days->width(), days->header()->length()) << "all of a long text";
+  EXPECT_EQ(QStringLiteral("10:00-11:00 駅::cat::memo"), days->topLevelItem(0)->text(0));
+  Tap(month, cell(3, 2));
+  EXPECT_EQ(QStringLiteral("2010/06/22 - 4(4)"), Title());
+  EXPECT_EQ(2, days->topLevelItemCount());
+  EXPECT_EQ(days->viewport()->width(), days->header()->length()) << "a long text of another day";
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
+              Tap(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center());
+            }));
+  EXPECT_EQ(u"ID2010062300000001", app.SelActId);
+  Press(Qt::Key_Down, month);
+  Release(Qt::Key_Down, month);
+  EXPECT_EQ(QStringLiteral("2010/06/29 - 4(4)"), Title());
+  Tap(month, cell(5, 0));
+  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(4)"), Title()) << "counted for the other month";
+  app.MonViewTapOpeMode = 2;
+  Tap(month, cell(1, 1));
+  EXPECT_EQ(core::kViewDay, app.CurView);
+  EXPECT_EQ(QStringLiteral("2010/07/05"), Title());
+  EXPECT_FALSE(days->isVisible());
+}
+
+TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
+  store::Action action;
+  store::ReadAction(app.ActIds.At(1), action);
+  action[store::kLatitude] = u"35";
+  action[store::kLongitude] = u"139";
+  store::dbSession().UserTable->Update(app.ActIds.At(1), action);
+  main->OnCommand(kShowMap);
+  auto* map = Find<QWidget>("map");
+  EXPECT_EQ((QStringList{"1", "2", ""}), FirstCells());
+  const auto opens = [&](QPoint at) { return EditTitleAfter([&] { Tap(map, at); }); };
+  const auto drag = [&](QWidget* on) {
+    Send(on, QEvent::MouseButtonPress, {60, 40});
+    Send(on, QEvent::MouseMove, {60, 50});
+    Send(on, QEvent::MouseMove, {90, 60});
+    Send(on, QEvent::MouseButtonRelease, {90, 60});
+  };
+  EXPECT_EQ(QStringLiteral("変更"), opens({120, 80}));
+  EXPECT_EQ(u"ID2010062300000002", app.SelActId);
+  EXPECT_EQ(QString(), EditTitleAfter([&] { drag(map); }));
+  EXPECT_EQ(QStringLiteral("変更"), opens({150, 100}));
+  EXPECT_EQ(QString(), opens({120, 80}));
+  main->OnCommand(kMapPointLink);
+  EXPECT_TRUE(host.links.back().ends_with(u"&ll=35.200000,138.700000&z=14"));
+  Send(rows, QEvent::MouseButtonPress, RowPoint(0));
+  main->OnCommand(kMove);
+  main->resize(320, 240);
+  EXPECT_EQ(QRect(0, 25, 240, 160), map->geometry());
+  EXPECT_EQ(QRect(240, 25, 80, 189), list->geometry());
+  EXPECT_EQ(QStringLiteral("変更"), opens({120, 80})) << "moved to, and kept in the turned window";
+  main->OnCommand(kShowWeek);
+  drag(Find<QWidget>("week"));
+  main->OnCommand(kShowMap);
+  EXPECT_EQ(QStringLiteral("変更"), opens({150, 100})) << "what is dragged elsewhere moves the map";
+}
+
+}  // namespace
+}  // namespace views

@@ -1,0 +1,158 @@
+// The recorder's screen and the pickers that it opens: state to widgets, taps to commands.
+#include "recorder/qt/recorder_screen.h"
+
+#include <QTimer>
+
+#include "pickers/qt/time_select_screen.h"
+#include "pickers/qt/value_select_screen.h"
+#include "store/action_index.h"
+#include "store/store_fixture.h"
+#include "support/screen_driver.h"
+
+namespace recorder {
+namespace {
+
+class RecorderScreen : public store_test::StoreTest, protected testing_support::ScreenDriver {
+ protected:
+  RecorderScreen() {
+    CreateFile();
+    store::LoadActionIndex(app);
+  }
+};
+
+TEST_F(RecorderScreen, ATapRecordsAndTheButtonsFollow) {
+  CRecorderDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    EXPECT_FALSE(Find("1171")->isEnabled());
+    EXPECT_EQ(Find("1171")->text(), QStringLiteral("◆"));
+    Click("1170");
+    host.now.hour++;
+    Click("40002");
+    EXPECT_TRUE(Find("1171")->isEnabled());
+    EXPECT_EQ(Find("1171")->text(), QStringLiteral("■"));
+    auto* list = Find<QListWidget>("1166");
+    EXPECT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(1)->text(), QStringLiteral("2010/06/23 11:45::...::::"));
+    EXPECT_TRUE(list->item(1)->isSelected());
+    Click("1171");
+    EXPECT_EQ(Find("1171")->text(), QStringLiteral("◆"));
+    Click("1152");
+  });
+  EXPECT_EQ(app.RcdrHistory.Count(), 2u);
+  EXPECT_EQ(app.RcdrTime, u"<現在時刻>");
+}
+
+TEST_F(RecorderScreen, FieldsOpenTheirEditorsInPlace) {
+  CRecorderDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    Click("1154");
+    auto* editor = Find<QWidget>("1172");
+    EXPECT_TRUE(editor->isVisible());
+    EXPECT_EQ(editor->findChild<QListWidget*>()->count(), 49);
+    editor->findChild<QLineEdit*>()->setText(QString());
+    emit static_cast<pickers::ListPicker*>(editor)->TextChanged(QStringLiteral("0930"));
+    Click("1161");  // takes the time on the way
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_TRUE(Find<QWidget>("1173")->isVisible());
+    Click("1170");
+    EXPECT_EQ(Find<QListWidget>("1166")->item(0)->text().mid(11, 5), QStringLiteral("09:30"));
+    Click("1151");
+  });
+}
+
+TEST_F(RecorderScreen, ATapOnALineOpensItsActionAndADragDoesNot) {
+  CRecorderDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    for (int i = 0; i < 20; i++) {
+      host.now.minute++;
+      Click("1170");
+    }
+    auto* list = Find<QListWidget>("1166");
+    QWidget* lines = list->viewport();
+    Send(lines, QEvent::MouseButtonPress, {20, 10});
+    Send(lines, QEvent::MouseMove, {20, 60});
+    Send(lines, QEvent::MouseButtonRelease, {20, 60});
+    EXPECT_EQ(app.SelIndex, -1);
+    const int row = list->row(list->itemAt(20, 10));
+    QTimer::singleShot(0, &dialog, [] { platform::qt::ModalScreen::Topmost()->EndScreen(2); });
+    Tap(lines, {20, 10});
+    EXPECT_EQ(app.SelIndex, row);
+    Click("1152");
+  });
+}
+
+TEST_F(RecorderScreen, ReturnOnItsOwnMessageIsNotTheLists) {
+  CRecorderDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease, QEvent::KeyRelease}) {
+      QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier);
+      QCoreApplication::sendEvent(Find<QListWidget>("1166"), &event);
+    }
+    EXPECT_EQ(host.messages.size(), 1u);
+    Click("1152");
+  });
+}
+
+TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
+  app.ItmSelMode = 2;
+  app.PlaceHistory.Add(u"会社");
+  CRecorderDlg dialog(&window, app);
+  Drive(dialog, [&] {
+    Next([&] {
+      auto* wheel = Find<views::INERT_LIST_VIEW>("hour");
+      EXPECT_EQ(wheel->List().Top(), 7);  // the clock says 10
+      wheel->List().SetTop(22);
+      Click("1");
+    });
+    Click("1154");
+    Next([&] {
+      auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+      Tap(rows, {10, 5});
+    });
+    Click("1161");
+    Click("1170");
+    EXPECT_EQ(Find<QListWidget>("1166")->item(0)->text(),
+              QStringLiteral("2010/06/23 01:45::会社...::::"));
+    Click("1152");
+  });
+}
+
+TEST_F(RecorderScreen, TheTimePickerGivesBackWhatWasChosen) {
+  pickers::TimeSelectParams time;
+  time.flags = pickers::kWithSeconds;
+  time.startHour = 1;
+  time.showExtra = 1;
+  const int seconds = Drive(pickers::TimeSelectDlg(&window, time), [&] {
+    EXPECT_EQ(Find<views::INERT_LIST_VIEW>("hour")->List().Top(), 22);
+    Find<views::INERT_LIST_VIEW>("second")->List().SetTop(59);
+    Click("1");
+  });
+  EXPECT_EQ(seconds, 1);
+  EXPECT_EQ(time.hour, 1);
+  EXPECT_EQ(time.second, 2);
+  EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
+  EXPECT_EQ(time.hour, 25);
+  EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
+}
+
+// A drag on the list of values coasts; only a tap chooses.
+TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
+  pickers::ValueSelectParams params{{}, u"手書き", {}};
+  for (int i = 0; i < 50; i++) params.history.push_back(i == 30 ? u"手書き" : u"場所");
+  const int result = Drive(pickers::ValueSelectDlg(&window, params), [&] {
+    auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+    EXPECT_NEAR(rows->List().Top(), 26, 1) << "the value is in the middle";
+    Send(rows, QEvent::MouseButtonPress, {20, 150});
+    Send(rows, QEvent::MouseMove, {20, 100});
+    Send(rows, QEvent::MouseButtonRelease, {20, 50});
+    QObject::connect(rows, &views::INERT_LIST_VIEW::Notified, rows, [this](int code) {
+      EXPECT_EQ(code, views::ILN_COASTEND);
+      Click("1");
+    });
+  });
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(params.value, u"手書き");
+}
+
+}  // namespace
+}  // namespace recorder
