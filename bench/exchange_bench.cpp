@@ -88,7 +88,7 @@ store::Action MakeAction(int number) {
 
 // The file that all turns begin with.
 void MakeFile() {
-  if (store::CreateDataFile(DevicePath("full.sdf")) != 0) std::abort();
+  if (datafile::CreateDataFile(DevicePath("full.sdf")) != 0) std::abort();
   store::Engine& engine = *store::dbSession().Session;
   engine.BeginTransaction();
   for (int i = 0; i < kActions; ++i) {

@@ -14,7 +14,7 @@
 
 namespace {
 
-void Fill(views::InertList& list, int rows) {
+void Fill(touch::InertList& list, int rows) {
   for (int i = 0; i < rows; ++i) {
     const std::string number = std::to_string(i);
     list.Add(
@@ -26,9 +26,9 @@ void Fill(views::InertList& list, int rows) {
 void PaintFrames(benchmark::State& state, int rows, int style, int rowsAFrame) {
   QWidget window;
   window.resize(480, 640);
-  views::INERT_LIST_VIEW view(0, style, &window);
+  touch::INERT_LIST_VIEW view(0, style, &window);
   const QFont font = platform::qt::FixedFont(24);
-  view.SendMessage(views::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  view.SendMessage(touch::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
   view.List().SetHeight(-1, 53);  // twelve rows
   Fill(view.List(), rows);
   view.setGeometry(0, 0, 480, 640);
@@ -43,10 +43,10 @@ void PaintFrames(benchmark::State& state, int rows, int style, int rowsAFrame) {
 }
 
 void WheelWithKeptTexts(benchmark::State& state) {
-  PaintFrames(state, 24, views::ILS_WRAP, 1);
+  PaintFrames(state, 24, touch::ILS_WRAP, 1);
 }
 void WheelWithShadows(benchmark::State& state) {
-  PaintFrames(state, 24, views::ILS_WRAP | views::ILS_SHADOW, 1);
+  PaintFrames(state, 24, touch::ILS_WRAP | touch::ILS_SHADOW, 1);
 }
 void LongListAllTextsNew(benchmark::State& state) {
   PaintFrames(state, 100000, 0, 12);

@@ -19,7 +19,7 @@ class LargeDiary {
   // `name` is the file's, in the folder for temporary files.
   explicit LargeDiary(const std::string& name, int actions = kLargeDiaryActions)
       : actions_(actions), hostPath_(std::filesystem::temp_directory_path() / name) {
-    if (store::CreateDataFile(Path()) != 0) std::abort();
+    if (datafile::CreateDataFile(Path()) != 0) std::abort();
     store::DisconnectDataFile();
     sqlite3* raw = nullptr;
     sqlite3_open(hostPath_.c_str(), &raw);

@@ -87,7 +87,7 @@ std::filesystem::path MakeFolder() {
   std::ofstream(folder / "Morvenly.dat") << "[System]\r\nVersion:3.2.2010.1114\r\n\r\n";
 
   const std::string dataFile = folder / "user.sdf";
-  store::CreateDataFile(*platform::FromHostPath(dataFile));
+  datafile::CreateDataFile(*platform::FromHostPath(dataFile));
   store::DisconnectDataFile();
   sqlite3* database = nullptr;
   sqlite3_open(dataFile.c_str(), &database);

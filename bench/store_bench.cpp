@@ -93,7 +93,7 @@ std::string FileOf(int count) {
   std::string& hostPath = files[count];
   if (!hostPath.empty()) return hostPath;
   hostPath = HostPath(std::to_string(count) + ".sdf");
-  if (store::CreateDataFile(*platform::FromHostPath(hostPath)) != 0) std::abort();
+  if (datafile::CreateDataFile(*platform::FromHostPath(hostPath)) != 0) std::abort();
   store::Engine& engine = *store::dbSession().Session;
   engine.BeginTransaction();
   for (int i = 0; i < count; ++i) {

@@ -165,7 +165,7 @@ void CountAMonth(benchmark::State& state) {
 void Paint(benchmark::State& state, core::View view) {
   core::CAppState& app = TheDiary().app;
   app.InitView = view;
-  views::CMainWnd window(app);
+  mainwindow::CMainWnd window(app);
   window.resize(240, 320);
   window.show();
   QImage picture(480, 640, QImage::Format_RGB32);
@@ -178,7 +178,7 @@ void Paint(benchmark::State& state, core::View view) {
 void StepAndPaint(benchmark::State& state, core::View view) {
   core::CAppState& app = TheDiary().app;
   app.InitView = view;
-  views::CMainWnd window(app);
+  mainwindow::CMainWnd window(app);
   window.resize(240, static_cast<int>(state.range(0)));
   window.show();
   QImage picture(window.size(), QImage::Format_RGB32);

@@ -43,17 +43,17 @@ void ShowWindow(QWidget& window, const core::CAppState& app, const platform::Scr
 }
 
 // The main window, or nullptr if the process is to end.
-std::unique_ptr<views::CMainWnd> InitInstance(core::CAppState& app, platform::qt::QtHost& host,
-                                              const platform::ScreenPlan& plan) {
+std::unique_ptr<mainwindow::CMainWnd> InitInstance(core::CAppState& app, platform::qt::QtHost& host,
+                                                   const platform::ScreenPlan& plan) {
   if (core::InitApp(app) != 0) return nullptr;
-  if (store::OpenDataFile(app) <= kLastResultThatEnds) return nullptr;
-  auto window = std::make_unique<views::CMainWnd>(app);
+  if (datafile::OpenDataFile(app) <= kLastResultThatEnds) return nullptr;
+  auto window = std::make_unique<mainwindow::CMainWnd>(app);
   host.SetMainWindow(window.get());
   ShowWindow(*window, app, plan);
   return window;
 }
 
-void RunFirstScreen(core::CAppState& app, views::CMainWnd& window) {
+void RunFirstScreen(core::CAppState& app, mainwindow::CMainWnd& window) {
   const int mode = app.StartupMode;  // which the screen may change
   if (mode == kStartWithRecorder) window.OnCommand(views::kRecorder);
   if (mode != kStartWithNewAction) return;
@@ -76,7 +76,7 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
   if (!instance.Claim([&host] { host.BringForward(); })) return EXIT_SUCCESS;
 
   host.SetWaitCursor(true);
-  std::unique_ptr<views::CMainWnd> window = InitInstance(*app, host, plan);
+  std::unique_ptr<mainwindow::CMainWnd> window = InitInstance(*app, host, plan);
   host.SetWaitCursor(false);
   if (window == nullptr) return EXIT_FAILURE;
 

@@ -13,7 +13,7 @@
 #include "store/session.h"
 #include "store/trouble.h"
 
-namespace store {
+namespace datafile {
 namespace {
 
 using platform::files;
@@ -33,7 +33,7 @@ void TellFailedPreparation() {
 }
 
 void TellFailed() {
-  ShowNotice(WithReason(u"データファイル圧縮中にエラーが発生しました。\n処理を中止します。"),
+  ShowNotice(store::WithReason(u"データファイル圧縮中にエラーが発生しました。\n処理を中止します。"),
              u"エラー", Icon::kStop);
 }
 
@@ -67,7 +67,7 @@ bool ChangePlaces(const Text& path, const Text& backup, const Text& copy) {
 Text BackupName(std::u16string_view fileName) {
   static constexpr std::u16string_view kBackup = u"bak";
   const Text extension = core::FileExtension(fileName);
-  const bool replaces = fileName.find(u'.') != Text::npos && !SameName(extension, kBackup);
+  const bool replaces = fileName.find(u'.') != Text::npos && !store::SameName(extension, kBackup);
   const size_t kept = replaces ? fileName.rfind(u'.') : fileName.size();
   return Text(fileName.substr(0, kept)) + u'.' + Text(kBackup);
 }
@@ -85,9 +85,9 @@ int CompactDataFile(std::u16string_view path) {
     ShowNotice(u"指定されたデータファイル名が不正です。", u"ファイル名不正", Icon::kStop);
     return -102;
   }
-  const std::unique_ptr<FileLock> lock = FileLock::Take(*platform::ToHostPath(file));
-  if (!lock || HasForeignLog(file)) {
-    NoteTrouble(lock ? Trouble::kForeignLog : Trouble::kInUse);
+  const std::unique_ptr<store::FileLock> lock = store::FileLock::Take(*platform::ToHostPath(file));
+  if (!lock || store::HasForeignLog(file)) {
+    store::NoteTrouble(lock ? store::Trouble::kForeignLog : store::Trouble::kInUse);
     TellFailed();
     return -108;
   }
@@ -104,7 +104,7 @@ int CompactDataFile(std::u16string_view path) {
                 u"同名ファイル存在")) {
       return -105;
     }
-    Engine::Remove(backup);  // kept on purpose: gone even where the copy fails
+    store::Engine::Remove(backup);  // kept on purpose: gone even where the copy fails
   }
   const Text copy = FreeTemporaryPath(folder);
   if (copy.empty()) {
@@ -114,10 +114,10 @@ int CompactDataFile(std::u16string_view path) {
   bool done = false;
   {
     const platform::WaitCursor waiting;
-    done = !Failed(Engine::Compact(file, copy)) && ChangePlaces(file, backup, copy);
+    done = !store::Failed(store::Engine::Compact(file, copy)) && ChangePlaces(file, backup, copy);
   }
   if (done) return 0;
-  Engine::Remove(copy);
+  store::Engine::Remove(copy);
   TellFailed();
   return -108;
 }
@@ -129,11 +129,11 @@ int OnBtnCompact(core::CAppState& app, std::u16string_view path) {
     return -102;
   }
   recorder::CloseRecorderSession(app);
-  NoteTrouble(Trouble::kUnknown);
+  store::NoteTrouble(store::Trouble::kUnknown);
   const int compacted = CompactDataFile(path);
-  const int reopened = Failed(ConnectDataFile(app.DataFile)) ? -102
-                       : ReloadActionIndex(app) != 0         ? -103
-                                                             : 0;
+  const int reopened = store::Failed(store::ConnectDataFile(app.DataFile)) ? -102
+                       : store::ReloadActionIndex(app) != 0                ? -103
+                                                                           : 0;
   if (reopened != 0) {
     ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
     return reopened;
@@ -144,4 +144,4 @@ int OnBtnCompact(core::CAppState& app, std::u16string_view path) {
   return 0;
 }
 
-}  // namespace store
+}  // namespace datafile

@@ -8,7 +8,7 @@
 
 #include "core/app_state.h"
 
-namespace store {
+namespace datafile {
 
 // The command of the data page, for the path in its field: closes the open file, compacts the one
 // at `path`, which may be another, and opens app.DataFile again. 0 when it ran to its end, also
@@ -26,4 +26,4 @@ int CompactDataFile(std::u16string_view path);
 // where it has none or is a backup itself.
 std::u16string BackupName(std::u16string_view fileName);
 
-}  // namespace store
+}  // namespace datafile

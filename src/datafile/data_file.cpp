@@ -15,7 +15,7 @@
 #include "store/session.h"
 #include "store/trouble.h"
 
-namespace store {
+namespace datafile {
 namespace {
 
 using platform::AskYesNo;
@@ -55,24 +55,26 @@ void TellReadError() {
 
 // The file cannot be opened at start-up. -200.
 int TellNotOpened(const Text& path) {
-  ShowNotice(
-      WithReason(u"データファイル '" + path + u"' を開けません。") + u"\nプログラムを終了します。",
-      u"起動時エラー", Icon::kStop);
+  ShowNotice(store::WithReason(u"データファイル '" + path + u"' を開けません。") +
+                 u"\nプログラムを終了します。",
+             u"起動時エラー", Icon::kStop);
   return -200;
 }
 
 // No file is open any more, and the program is about to end. -10.
 int TellLost() {
-  ShowNotice(WithReason(u"データファイル読込み中にエラーが発生しました。"), u"エラー", Icon::kStop);
+  ShowNotice(store::WithReason(u"データファイル読込み中にエラーが発生しました。"), u"エラー",
+             Icon::kStop);
   return -10;
 }
 
 // The connected file is none of ours, or damaged, or cannot be read for the moment. -110.
 int TellForeign() {
-  const bool isHindered = LastTrouble() == Trouble::kBusy || LastTrouble() == Trouble::kReadOnly;
+  const bool isHindered = store::LastTrouble() == store::Trouble::kBusy ||
+                          store::LastTrouble() == store::Trouble::kReadOnly;
   const Text text = u"データファイルの内容が不正です。\nプログラムを終了します。";
-  ShowNotice(isHindered ? WithReason(text) : text, u"データファイル不正", Icon::kStop);
-  DisconnectDataFile();
+  ShowNotice(isHindered ? store::WithReason(text) : text, u"データファイル不正", Icon::kStop);
+  store::DisconnectDataFile();
   return -110;
 }
 
@@ -94,12 +96,13 @@ int CheckFormat(core::CAppState& app) {
       ShowNotice(u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。",
                  u"フォーマット更新失敗", Icon::kStop);
   }
-  DisconnectDataFile();
+  store::DisconnectDataFile();
   return -110;
 }
 
 int ConnectChecked(core::CAppState& app) {
-  return Failed(ConnectDataFile(app.DataFile)) ? TellNotOpened(app.DataFile) : CheckFormat(app);
+  return store::Failed(store::ConnectDataFile(app.DataFile)) ? TellNotOpened(app.DataFile)
+                                                             : CheckFormat(app);
 }
 
 // The file is missing: 0 or -1 with a connected file, or the answer that ends start-up.
@@ -107,12 +110,13 @@ int TakeMissingFile(core::CAppState& app) {
   Text newPath;
   const int resolved = ResolveMissingDataFile(app, app.DataFile, newPath);
   if (resolved == -1) {  // kept on purpose: whatever failed, the number is 0
-    ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。"),
-               u"データファイル初期化失敗", Icon::kStop);
+    ShowNotice(
+        store::WithReason(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。"),
+        u"データファイル初期化失敗", Icon::kStop);
   }
   if (resolved != -4) return -101;
   app.DataFile = newPath;
-  if (dbSession().Session) return -1;  // a new one, made just now
+  if (store::dbSession().Session) return -1;  // a new one, made just now
   const int connected = ConnectChecked(app);
   return connected == 0 ? -1 : connected;
 }
@@ -159,7 +163,7 @@ int ChangeToExisting(core::CAppState& app, std::u16string_view path) {
                                    platform::Buttons::kOkCancel};
   if (platform::host().ShowMessage(question) != platform::Answer::kOk) return -1;
   recorder::CloseRecorderSession(app);
-  if (Failed(ConnectDataFile(path))) return TellLost();
+  if (store::Failed(store::ConnectDataFile(path))) return TellLost();
   const int upgraded = UpgradeDataFile(app);
   if (upgraded == 0 || upgraded == -4) {
     app.DataFile = path;
@@ -167,7 +171,7 @@ int ChangeToExisting(core::CAppState& app, std::u16string_view path) {
   }
   TellUnchanged(upgraded);
   recorder::CloseRecorderSession(app);
-  return Failed(ConnectDataFile(app.DataFile)) ? TellLost() : 0;
+  return store::Failed(store::ConnectDataFile(app.DataFile)) ? TellLost() : 0;
 }
 
 // Asks for what a file that does not exist yet needs. False if it is not to be made.
@@ -195,9 +199,9 @@ int ChangeToNew(core::CAppState& app, std::u16string_view path) {
   recorder::CloseRecorderSession(app);
   const int created = CreateDataFile(path);
   if (created < 0) {
-    ShowNotice(WithReason(u"データファイルの初期化に失敗しました。(" + Decimal(created) +
-                              u")\nプログラムを終了します。",
-                          created),
+    ShowNotice(store::WithReason(u"データファイルの初期化に失敗しました。(" + Decimal(created) +
+                                     u")\nプログラムを終了します。",
+                                 created),
                u"データファイル初期化失敗", Icon::kStop);
     return -10;
   }
@@ -207,36 +211,36 @@ int ChangeToNew(core::CAppState& app, std::u16string_view path) {
 
 }  // namespace
 
-HRESULT CreateDataFile(std::u16string_view path) {
+store::HRESULT CreateDataFile(std::u16string_view path) {
   const platform::WaitCursor waiting;
   const Text newPath = Text(path) + u".new";
-  HRESULT result = CreateEmptyDataFile(newPath);
+  store::HRESULT result = store::CreateEmptyDataFile(newPath);
   if (result >= 0) result = WriteSystemInfo();
   if (result >= 0) result = recorder::InitRecorderValues();
-  DisconnectDataFile();
+  store::DisconnectDataFile();
   // A full disk may show only as the log is brought into the file.
   if (result >= 0 && platform::files().Exists(newPath + u"-wal")) {
-    NoteTrouble(Trouble::kDiskFull);
-    result = E_FAIL;
+    store::NoteTrouble(store::Trouble::kDiskFull);
+    result = store::E_FAIL;
   }
   if (result >= 0) {
-    Engine::Remove(path);
-    if (!platform::files().Rename(newPath, path)) result = E_FAIL;
+    store::Engine::Remove(path);
+    if (!platform::files().Rename(newPath, path)) result = store::E_FAIL;
   }
   if (result < 0) {
-    Engine::Remove(newPath);
+    store::Engine::Remove(newPath);
     return result;
   }
-  return ConnectDataFile(path);
+  return store::ConnectDataFile(path);
 }
 
 int OpenDataFile(core::CAppState& app) {
-  DisconnectDataFile();
-  dbSession().SettleDisplaced = SettleDisplaced;
+  store::DisconnectDataFile();
+  store::dbSession().SettleDisplaced = SettleDisplaced;
   const bool exists = IsRooted(app.DataFile) && platform::files().Exists(app.DataFile);
   const int result = exists ? ConnectChecked(app) : TakeMissingFile(app);
   if (result < -99) return result;
-  switch (LoadActionIndex(app)) {
+  switch (store::LoadActionIndex(app)) {
     case 0:
       return result;
     case -3:
@@ -266,9 +270,9 @@ int ResolveMissingDataFile(core::CAppState&, std::u16string_view path, std::u16s
 int UpgradeDataFile(core::CAppState& app) {
   static constexpr std::u16string_view kTitle = u"バージョン更新確認";
   Text version;
-  if (Failed(dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) return -2;
+  if (store::Failed(store::dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) return -2;
   if (version >= kFormatVersion) {  // kept on purpose: a later one is taken as it is
-    dbSession().Session->TakeCharge();
+    store::dbSession().Session->TakeCharge();
     return 0;
   }
   if (!AskYesNo(u"データファイルのフォーマットが最新ではありません。\n"
@@ -292,12 +296,12 @@ int UpgradeDataFile(core::CAppState& app) {
 
 int ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
   const platform::WaitCursor waiting;
-  const CDbSession& session = dbSession();
+  const store::CDbSession& session = store::dbSession();
   if (oldVersion < kFormatWithRcdrPosition) {
-    if (Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return -8;
-    if (Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return -9;
+    if (store::Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return -8;
+    if (store::Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return -9;
   }
-  if (oldVersion < kFormatWithExtItems && Failed(AlterUserData())) return -10;
+  if (oldVersion < kFormatWithExtItems && store::Failed(store::AlterUserData())) return -10;
   // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
   session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
   session.SysInfoTable->SetText(u"UpdateTime", NowText());
@@ -316,11 +320,11 @@ int WriteSystemInfo() {
                       {u"DBFmtVer", Text(kFormatVersion), -103},
                       {u"CreateTime", NowText(), -104}};
   for (const Row& row : rows) {
-    const HRESULT result = dbSession().SysInfoTable->SetText(row.key, row.value);
-    if (!Failed(result)) continue;
+    const store::HRESULT result = store::dbSession().SysInfoTable->SetText(row.key, row.value);
+    if (!store::Failed(result)) continue;
     ShowNotice(
-        WithReason(u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")",
-                   result),
+        store::WithReason(
+            u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")", result),
         u"システム情報設定エラー", Icon::kStop);
     return row.failure;
   }
@@ -331,10 +335,10 @@ int ChangeDataFile(core::CAppState& app, std::u16string_view path) {
   const bool exists = platform::files().Exists(path);
   const int changed = exists ? ChangeToExisting(app, path) : ChangeToNew(app, path);
   if (changed != 0) return changed;
-  ReloadActionIndex(app);
+  store::ReloadActionIndex(app);
   app.RcdrLoaded = false;
   app.SelActId.clear();
   return 0;
 }
 
-}  // namespace store
+}  // namespace datafile

@@ -9,15 +9,15 @@
 #include "core/app_state.h"
 #include "store/hresult.h"
 
-namespace store {
+namespace datafile {
 
 inline constexpr std::u16string_view kFormatVersion = u"3.2.2010.0623";
 
 // A new file with its system information and the recorder's first values, in the place of whatever
 // stands at `path`, and opened. Made whole under another name first: a full disk or a kill leaves
-// no half file behind that every later start would refuse. An HRESULT, or a negative step number of
-// WriteSystemInfo or InitRecorderValues.
-HRESULT CreateDataFile(std::u16string_view path);
+// no half file behind that every later start would refuse. An HRESULT, or a negative step
+// number of WriteSystemInfo or InitRecorderValues.
+store::HRESULT CreateDataFile(std::u16string_view path);
 
 // Start-up. 0; -1 a new or another file was taken; -2 the file was upgraded, or an index row could
 // not be read; -101, -110 and -200 end the process.
@@ -34,4 +34,4 @@ int WriteSystemInfo();
 // no or the name is bad; -10 no file is open now: the caller closes the program.
 int ChangeDataFile(core::CAppState& app, std::u16string_view path);
 
-}  // namespace store
+}  // namespace datafile

@@ -14,7 +14,7 @@
 #include "store/session.h"
 #include "store/trouble.h"
 
-namespace store {
+namespace datafile {
 namespace {
 
 using platform::Answer;
@@ -54,11 +54,11 @@ Answer AskWhatToDo(const Text& path, const Text& kept) {
 }
 
 void TellFailed(const Text& text) {
-  platform::ShowNotice(WithReason(text), kTitle, Icon::kStop);
+  platform::ShowNotice(store::WithReason(text), kTitle, Icon::kStop);
 }
 
 bool GoOnWith(core::CAppState& app, const Text& path) {
-  if (Failed(MoveToDataFile(path))) {
+  if (store::Failed(store::MoveToDataFile(path))) {
     TellFailed(u"データファイル '" + path + u"' を開けません。");
     return false;
   }
@@ -68,17 +68,17 @@ bool GoOnWith(core::CAppState& app, const Text& path) {
 
 // The file that took the place, if it is one of ours; else on with the one that was open.
 void TakeNewFile(core::CAppState& app, const Text& kept) {
-  const bool opened = !Failed(MoveToDataFile(app.DataFile));
+  const bool opened = !store::Failed(store::MoveToDataFile(app.DataFile));
   const int upgraded = opened ? UpgradeDataFile(app) : -1;
   if (upgraded == 0 || upgraded == -4) {
-    NoteTrouble(Trouble::kExchanged);
+    store::NoteTrouble(store::Trouble::kExchanged);
   } else {
-    if (opened) NoteTrouble(Trouble::kUnknown);
+    if (opened) store::NoteTrouble(store::Trouble::kUnknown);
     TellFailed(u"置き換えられたファイルを開けないので、'" + kept + u"' で続けます。");
     GoOnWith(app, kept);
-    NoteTrouble(Trouble::kDisplaced);
+    store::NoteTrouble(store::Trouble::kDisplaced);
   }
-  ReloadActionIndex(app);
+  store::ReloadActionIndex(app);
   app.SelActId.clear();
   app.SelIndex = -1;
   if (app.RcdrLoaded) app.RcdrLoaded = recorder::LoadRecorderData(app) == 0;
@@ -89,15 +89,15 @@ void TakeNewFile(core::CAppState& app, const Text& kept) {
 bool SettleDisplaced() {
   if (core::g_App == nullptr) return false;
   core::CAppState& app = *core::g_App;
-  Engine& engine = *dbSession().Session;
+  store::Engine& engine = *store::dbSession().Session;
   const auto whereabouts = engine.Whereabouts();
   const Text kept = whereabouts.value_or(FreePath(app.DataFile));
   const Answer answer = AskWhatToDo(app.DataFile, kept);
   const bool takesNew = answer == Answer::kNo && platform::files().Exists(app.DataFile);
   if (answer != Answer::kYes && !takesNew) return false;
-  if (!whereabouts && Failed(engine.CopyTo(kept))) {
+  if (!whereabouts && store::Failed(engine.CopyTo(kept))) {
     TellFailed(u"'" + kept + u"' に保存できません。");
-    NoteTrouble(Trouble::kDisplaced);
+    store::NoteTrouble(store::Trouble::kDisplaced);
     return false;
   }
   if (!takesNew) return GoOnWith(app, kept);
@@ -105,4 +105,4 @@ bool SettleDisplaced() {
   return false;
 }
 
-}  // namespace store
+}  // namespace datafile

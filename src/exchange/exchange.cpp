@@ -30,10 +30,10 @@ void CExchange::SetPath(std::u16string_view typed) {
   path_ = core::RootedPath(typed).value_or(platform::FromTypedPath(typed));
 }
 
-FileSelectParams CExchange::BrowseParams() const {
+filedialog::FileSelectParams CExchange::BrowseParams() const {
   const bool isExport = kind_ == ExchangeKind::kExport;
-  FileSelectParams params;
-  params.Mode = isExport ? kSelectToSave : kSelectToOpen;
+  filedialog::FileSelectParams params;
+  params.Mode = isExport ? filedialog::kSelectToSave : filedialog::kSelectToOpen;
   params.Caption = isExport ? u"保存先" : u"入力元";
   params.FilterText =
       u"TSV/CSVファイル (*.csv)|*.csv|データファイル (*.dat)|*.dat|テキストファイル "

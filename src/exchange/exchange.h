@@ -31,7 +31,7 @@ class CExchange {
   void ChooseVersion(int version) { formatVer_ = version; }
   void ChooseReadMode(int mode) { readMode_ = mode; }
   // What the file dialog is opened with; its answer goes to SetPath.
-  FileSelectParams BrowseParams() const;
+  filedialog::FileSelectParams BrowseParams() const;
   // Asks once, then runs the export or the import.
   void OnRun(const Progress& progress);
   // The screen ends, however it does: its path is kept.

@@ -12,7 +12,7 @@
 #include "platform/host.h"
 #include "store/session.h"
 
-namespace exchange {
+namespace filedialog {
 namespace {
 
 using platform::files;
@@ -283,4 +283,4 @@ void CFileSelect::Delete() {
   ListAgain();
 }
 
-}  // namespace exchange
+}  // namespace filedialog

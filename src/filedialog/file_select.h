@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace exchange {
+namespace filedialog {
 
 enum FileSelectMode { kSelectToSave = 1, kSelectToOpen = 2 };
 
@@ -92,4 +92,4 @@ class CFileSelect {
   std::optional<std::u16string> ResultPath_;
 };
 
-}  // namespace exchange
+}  // namespace filedialog

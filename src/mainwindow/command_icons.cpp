@@ -6,7 +6,10 @@
 #include "platform/qt/drawn_icon.h"
 #include "views/command_table.h"
 
-namespace views {
+namespace mainwindow {
+
+using enum views::Command;
+
 namespace {
 
 struct Colors {
@@ -119,4 +122,4 @@ QIcon CommandIcon(int id) {
   return {};
 }
 
-}  // namespace views
+}  // namespace mainwindow

@@ -3,9 +3,9 @@
 
 #include <QIcon>
 
-namespace views {
+namespace mainwindow {
 
 // A picture on a grid of 16 by 16; grey where the command is off. An empty one for another command.
 QIcon CommandIcon(int id);
 
-}  // namespace views
+}  // namespace mainwindow

@@ -6,7 +6,10 @@
 #include "platform/qt/qt_text.h"
 #include "views/view_rows.h"
 
-namespace views {
+namespace mainwindow {
+
+using enum views::Command;
+
 namespace {
 
 constexpr int kToolBarShown = 2;
@@ -14,11 +17,11 @@ constexpr int kToolBarShown = 2;
 bool IsChecked(int id, const core::CAppState& app) {
   switch (id) {
     case kSpanningMode:
-      return SpansDays(app);
+      return views::SpansDays(app);
     case kToolBarMode:
       return app.ToolBarVwMode == kToolBarShown;
     default:
-      return id == CommandOfView(ViewOnShow(app.CurView));
+      return id == views::CommandOfView(views::ViewOnShow(app.CurView));
   }
 }
 
@@ -29,23 +32,23 @@ bool IsCheckable(int id) {
 }  // namespace
 
 CommandMenus::CommandMenus(QMenu& top, QWidget& keyBearer) : QObject(&top) {
-  menus_[Menu::kTop] = &top;
-  AddMenu(top, Menu::kFile, QStringLiteral("ファイル"));
-  AddMenu(top, Menu::kEdit, QStringLiteral("編集"));
-  AddMenu(top, Menu::kView, QStringLiteral("表示"));
-  AddMenu(top, Menu::kTools, QStringLiteral("ツール"));
-  for (const CommandRow& row : Commands()) AddCommand(row, keyBearer);
-  for (const HoldMenu& row : kHoldMenus) AddHoldMenu(row, keyBearer);
+  menus_[views::Menu::kTop] = &top;
+  AddMenu(top, views::Menu::kFile, QStringLiteral("ファイル"));
+  AddMenu(top, views::Menu::kEdit, QStringLiteral("編集"));
+  AddMenu(top, views::Menu::kView, QStringLiteral("表示"));
+  AddMenu(top, views::Menu::kTools, QStringLiteral("ツール"));
+  for (const views::CommandRow& row : views::Commands()) AddCommand(row, keyBearer);
+  for (const views::HoldMenu& row : views::kHoldMenus) AddHoldMenu(row, keyBearer);
 }
 
-void CommandMenus::AddMenu(QMenu& top, Menu menu, const QString& text) {
+void CommandMenus::AddMenu(QMenu& top, views::Menu menu, const QString& text) {
   menus_[menu] = top.addMenu(text);
   menus_[menu]->setFont(top.font());
 }
 
-void CommandMenus::AddHoldMenu(const HoldMenu& row, QWidget& keyBearer) {
+void CommandMenus::AddHoldMenu(const views::HoldMenu& row, QWidget& keyBearer) {
   auto* menu = new QMenu(&keyBearer);
-  menu->setFont(menus_.at(Menu::kTop)->font());
+  menu->setFont(menus_.at(views::Menu::kTop)->font());
   for (const int id : row.commands) {
     if (id != 0) menu->addAction(actions_.at(id));
   }
@@ -62,7 +65,7 @@ void CommandMenus::EndHold() {
   if (std::exchange(holdEnds_, false)) emit HoldMenuClosed();
 }
 
-void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
+void CommandMenus::AddCommand(const views::CommandRow& row, QWidget& keyBearer) {
   auto* action = new QAction(platform::qt::ToQt(row.text), this);
   action->setObjectName(QString::number(row.id));
   action->setData(row.id);
@@ -72,7 +75,7 @@ void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
     emit Chosen(id);
     if (afterHold) emit HoldMenuClosed();
   });
-  if (row.menu != Menu::kNone) menus_.at(row.menu)->addAction(action);
+  if (row.menu != views::Menu::kNone) menus_.at(row.menu)->addAction(action);
   if (!row.key.empty()) {
     action->setShortcut(QKeySequence(QString::fromLatin1(row.key.data())));
     action->setShortcutVisibleInContextMenu(false);
@@ -82,15 +85,15 @@ void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
 }
 
 void CommandMenus::ShowState(const core::CAppState& app) {
-  const core::View view = ViewOnShow(app.CurView);
+  const core::View view = views::ViewOnShow(app.CurView);
   for (const auto& [id, action] : actions_) {
-    action->setEnabled(IsLive(id, view));
+    action->setEnabled(views::IsLive(id, view));
     if (action->isCheckable()) action->setChecked(IsChecked(id, app));
   }
 }
 
 void CommandMenus::ShowMarker(bool pressed) {
-  for (const int id : kMarkerCommands) actions_.at(id)->setEnabled(pressed);
+  for (const int id : views::kMarkerCommands) actions_.at(id)->setEnabled(pressed);
 }
 
-}  // namespace views
+}  // namespace mainwindow

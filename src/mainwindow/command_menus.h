@@ -10,7 +10,7 @@
 #include "core/app_state.h"
 #include "views/command_table.h"
 
-namespace views {
+namespace mainwindow {
 
 class CommandMenus : public QObject {
   Q_OBJECT
@@ -19,7 +19,7 @@ class CommandMenus : public QObject {
   // Fills `top`. The keys work while `keyBearer` is enabled.
   CommandMenus(QMenu& top, QWidget& keyBearer);
 
-  QMenu& At(Menu menu) { return *menus_.at(menu); }
+  QMenu& At(views::Menu menu) { return *menus_.at(menu); }
   // Greys what is not live in the view on show and sets the check marks.
   void ShowState(const core::CAppState& app);
   // Greys in the map's menu what needs a marker, if there is none under the press.
@@ -31,14 +31,14 @@ class CommandMenus : public QObject {
   void HoldMenuClosed();
 
  private:
-  void AddMenu(QMenu& top, Menu menu, const QString& text);
-  void AddCommand(const CommandRow& row, QWidget& keyBearer);
-  void AddHoldMenu(const HoldMenu& row, QWidget& keyBearer);
+  void AddMenu(QMenu& top, views::Menu menu, const QString& text);
+  void AddCommand(const views::CommandRow& row, QWidget& keyBearer);
+  void AddHoldMenu(const views::HoldMenu& row, QWidget& keyBearer);
   void EndHold();
 
-  std::map<Menu, QMenu*> menus_;
+  std::map<views::Menu, QMenu*> menus_;
   std::map<int, QAction*> actions_;
   bool holdEnds_ = false;  // a menu of tap and hold has closed, which has not been told yet
 };
 
-}  // namespace views
+}  // namespace mainwindow

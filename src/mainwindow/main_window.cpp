@@ -28,7 +28,10 @@
 #include "views/qt/week_view_screen.h"
 #include "views/selection.h"
 
-namespace views {
+namespace mainwindow {
+
+using enum views::Command;
+
 namespace {
 
 using platform::Scaled;
@@ -45,29 +48,29 @@ constexpr int kSpanningDayMode = 2;
 CMainWnd::CMainWnd(core::CAppState& app)
     : app_(app),
       caption_(new QWidget(this)),
-      header_(new HeaderRow(this)),
-      list_(new ActionList(this, kActionListId)),
+      header_(new views::HeaderRow(this)),
+      list_(new views::ActionList(this, kActionListId)),
       toolBar_(new ToolBar(this)),
       softKeys_(new platform::qt::SoftKeyBar(this)),
       menus_(new CommandMenus(softKeys_->Menu(), *softKeys_)),
-      popups_(new DatePopups(this, *header_)) {
+      popups_(new views::DatePopups(this, *header_)) {
   app_.CurView = app_.InitView;
   setWindowTitle(platform::qt::ToQt(core::kProgramName));
   resize(Scaled(240), Scaled(320));
   setMinimumSize(Scaled(240), Scaled(200));
-  softKeys_->LeftKey().setText(platform::qt::ToQt(FindCommand(kSoftKeyNew)->text));
+  softKeys_->LeftKey().setText(platform::qt::ToQt(views::FindCommand(kSoftKeyNew)->text));
   softKeys_->LeftKey().setObjectName(QString::number(kSoftKeyNew));
   // A tap on a key leaves the focus in the list.
   for (QPushButton* key : softKeys_->findChildren<QPushButton*>()) {
     key->setFocusPolicy(Qt::TabFocus);
   }
   MakeCaption();
-  const SharedControls controls{*header_, *list_, *popups_, map_};
-  AddView(core::kViewDay, std::make_unique<DayViewScreen>(app, controls));
-  AddView(core::kViewWeek, std::make_unique<WeekViewScreen>(app, controls));
-  AddView(core::kViewMonth, std::make_unique<MonthViewScreen>(app, controls));
-  AddView(core::kViewList, std::make_unique<ListViewScreen>(app, controls));
-  AddView(core::kViewMap, std::make_unique<MapViewScreen>(app, controls));
+  const views::SharedControls controls{*header_, *list_, *popups_, map_};
+  AddView(core::kViewDay, std::make_unique<views::DayViewScreen>(app, controls));
+  AddView(core::kViewWeek, std::make_unique<views::WeekViewScreen>(app, controls));
+  AddView(core::kViewMonth, std::make_unique<views::MonthViewScreen>(app, controls));
+  AddView(core::kViewList, std::make_unique<views::ListViewScreen>(app, controls));
+  AddView(core::kViewMap, std::make_unique<views::MapViewScreen>(app, controls));
   ConnectChildren();
   OrderFocus();
   WatchKeys();
@@ -92,11 +95,11 @@ void CMainWnd::MakeCaption() {
   connect(ok, &QPushButton::clicked, this, [this] { OnCommand(kShellOk); });
 }
 
-void CMainWnd::AddView(core::View number, std::unique_ptr<ViewScreen> view) {
-  connect(view.get(), &ViewScreen::Commanded, this, &CMainWnd::OnCommand);
-  connect(view.get(), &ViewScreen::RowTapped, this, &CMainWnd::OpenRow);
-  connect(view.get(), &ViewScreen::MenuWanted, this,
-          [this](Menu menu, QPoint globalPoint, const QRect& globalRow) {
+void CMainWnd::AddView(core::View number, std::unique_ptr<views::ViewScreen> view) {
+  connect(view.get(), &views::ViewScreen::Commanded, this, &CMainWnd::OnCommand);
+  connect(view.get(), &views::ViewScreen::RowTapped, this, &CMainWnd::OpenRow);
+  connect(view.get(), &views::ViewScreen::MenuWanted, this,
+          [this](views::Menu menu, QPoint globalPoint, const QRect& globalRow) {
             menus_->ShowMarker(!View().TapItem().empty());
             platform::qt::OpenMenuAt(menus_->At(menu), globalPoint, globalRow);
           });
@@ -110,15 +113,16 @@ void CMainWnd::ConnectChildren() {
   connect(menus_, &CommandMenus::Chosen, this, &CMainWnd::OnCommand);
   connect(menus_, &CommandMenus::HoldMenuClosed, this, &CMainWnd::ShowMovedDate);
   connect(toolBar_, &ToolBar::Pressed, this, &CMainWnd::OnCommand);
-  connect(header_, &HeaderRow::Pressed, this, &CMainWnd::OnCommand);
-  connect(popups_, &DatePopups::DateChosen, this, &CMainWnd::OnDateChosen);
-  connect(popups_, &DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
-  connect(list_, &ActionList::RowTapped, this, &CMainWnd::OpenRow);
-  connect(list_, &ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
-  connect(list_, &ActionList::Held, this, [this](QPoint globalPoint, const QRect& globalRow) {
-    platform::qt::OpenMenuAt(menus_->At(Menu::kEdit), globalPoint, globalRow);
-  });
-  connect(list_, &ActionList::ColumnDragged, this,
+  connect(header_, &views::HeaderRow::Pressed, this, &CMainWnd::OnCommand);
+  connect(popups_, &views::DatePopups::DateChosen, this, &CMainWnd::OnDateChosen);
+  connect(popups_, &views::DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
+  connect(list_, &views::ActionList::RowTapped, this, &CMainWnd::OpenRow);
+  connect(list_, &views::ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
+  connect(list_, &views::ActionList::Held, this,
+          [this](QPoint globalPoint, const QRect& globalRow) {
+            platform::qt::OpenMenuAt(menus_->At(views::Menu::kEdit), globalPoint, globalRow);
+          });
+  connect(list_, &views::ActionList::ColumnDragged, this,
           [this](int column, int width) { View().OnColumnDragged(column, width); });
   list_->SetPopupCloser([this] { return popups_->Close(); });
 }
@@ -141,7 +145,7 @@ void CMainWnd::WatchKeys() {
   std::set<QWidget*> watched;  // views share the list
   for (const auto& [number, view] : views_) watched.insert(&view->FocusWidget());
   for (QWidget* widget : watched) {
-    new KeyTap(widget, [this](QKeyCombination key) { return OnKeyReleased(key); });
+    new touch::KeyTap(widget, [this](QKeyCombination key) { return OnKeyReleased(key); });
   }
 }
 
@@ -149,17 +153,18 @@ void CMainWnd::Relayout() {
   // What is not shown must be hidden, or the Tab key walks through it.
   caption_->setVisible(app_.OkBtnVwMode == kOkButtonShown);
   toolBar_->setVisible(app_.ToolBarVwMode == kToolBarShown);
-  const WindowLayout layout =
-      LayoutWindow(width(), height(), !toolBar_->isHidden(), !caption_->isHidden());
+  const views::WindowLayout layout =
+      views::LayoutWindow(width(), height(), !toolBar_->isHidden(), !caption_->isHidden());
   caption_->setGeometry(ToQt(layout.caption));
   header_->setGeometry(ToQt(layout.header));
   toolBar_->setGeometry(ToQt(layout.toolBar));
   softKeys_->setGeometry(ToQt(layout.softKeys));
-  const MapLayout map = LayoutMap(layout.content, IsPortrait(width(), height()));
+  const views::MapLayout map =
+      views::LayoutMap(layout.content, views::IsPortrait(width(), height()));
   map_.Resize(map.pane.width, map.pane.height);
   View().Place(layout.content);
   app_.ListRowsPerScreen = list_->RowsPerScreen();
-  KeepPageInRange(app_);
+  views::KeepPageInRange(app_);
 }
 
 void CMainWnd::resizeEvent(QResizeEvent*) {
@@ -188,7 +193,7 @@ void CMainWnd::keyPressEvent(QKeyEvent* event) {
 
 void CMainWnd::ShowState() {
   menus_->ShowState(app_);
-  toolBar_->ShowState(ViewOnShow(app_.CurView));
+  toolBar_->ShowState(views::ViewOnShow(app_.CurView));
 }
 
 void CMainWnd::ShowFind() {
@@ -215,16 +220,16 @@ void CMainWnd::ForgetWhatWasRead() {
 
 // New Actions show in the week in whichever view they were made. Kept on purpose: what was changed,
 // deleted or found does not, before the date moves, unless the user wants it to.
-void CMainWnd::ShowChange(Change change) {
-  const bool adds = change == Change::kAdded || change == Change::kRecorded;
-  if (adds || StaysCurrent(app_)) ForgetWhatWasRead();
+void CMainWnd::ShowChange(views::Change change) {
+  const bool adds = change == views::Change::kAdded || change == views::Change::kRecorded;
+  if (adds || views::StaysCurrent(app_)) ForgetWhatWasRead();
   ShowFind();
   View().OnChange(change);
   View().FocusWidget().setFocus();
 }
 
 void CMainWnd::OnCommand(int id) {
-  if (!IsLive(id, ViewOnShow(app_.CurView))) return;
+  if (!views::IsLive(id, views::ViewOnShow(app_.CurView))) return;
   if (id == kDateLabel) return OnDateLabel();
   if (id != kQuitKey) popups_->Close();
   switch (id) {
@@ -293,7 +298,7 @@ void CMainWnd::OnCommand(int id) {
     case kShowMonth:
     case kShowList:
     case kShowMap:
-      ShowView(ViewOfCommand(id));
+      ShowView(views::ViewOfCommand(id));
       break;
     case kSpanningMode:
       ToggleSpanningMode();
@@ -333,19 +338,19 @@ void CMainWnd::OnHeaderStep(int id) {
   switch (id) {
     case kMenuToday:
     case kToday:
-      GoToToday(app_);
+      views::GoToToday(app_);
       break;
     case kBigStepBack:
-      TakeStep(app_, Step::kBigBack);
+      views::TakeStep(app_, views::Step::kBigBack);
       break;
     case kStepBack:
-      TakeStep(app_, Step::kBack);
+      views::TakeStep(app_, views::Step::kBack);
       break;
     case kStepForward:
-      TakeStep(app_, Step::kForward);
+      views::TakeStep(app_, views::Step::kForward);
       break;
     case kBigStepForward:
-      TakeStep(app_, Step::kBigForward);
+      views::TakeStep(app_, views::Step::kBigForward);
       break;
     case kSunday:
     case kMonday:
@@ -354,7 +359,7 @@ void CMainWnd::OnHeaderStep(int id) {
     case kThursday:
     case kFriday:
     case kSaturday:
-      GoToWeekday(id - kSunday + 1);
+      views::GoToWeekday(id - kSunday + 1);
       break;
     default:
       return;
@@ -371,9 +376,9 @@ void CMainWnd::OnDateLabel() {
 
 void CMainWnd::OnDateChosen(QDate date) {
   popups_->Close();
-  SetDate({date.year(), date.month(), date.day()});
+  views::SetDate({date.year(), date.month(), date.day()});
   // Kept on purpose: neither the boxes of the week nor the counts of the month follow.
-  if (!StaysCurrent(app_)) return Refresh();
+  if (!views::StaysCurrent(app_)) return Refresh();
   ShowMovedDate();
 }
 
@@ -385,21 +390,21 @@ void CMainWnd::OnPageChosen(int page) {
 
 bool CMainWnd::OnKeyReleased(QKeyCombination key) {
   if (View().TakesKey(key)) return true;
-  const auto step = [this](Arrow arrow) {
+  const auto step = [this](views::Arrow arrow) {
     popups_->Close();
-    const bool moved = TakeArrow(app_, arrow);
+    const bool moved = views::TakeArrow(app_, arrow);
     if (moved) ShowMovedDate();
     return !moved;
   };
   switch (key.key()) {
     case Qt::Key_Left:
-      return step(Arrow::kLeft);
+      return step(views::Arrow::kLeft);
     case Qt::Key_Right:
-      return step(Arrow::kRight);
+      return step(views::Arrow::kRight);
     case Qt::Key_Up:
-      return step(Arrow::kUp);
+      return step(views::Arrow::kUp);
     case Qt::Key_Down:
-      return step(Arrow::kDown);
+      return step(views::Arrow::kDown);
     case Qt::Key_Return:
     case Qt::Key_Enter:
       popups_->Close();
@@ -417,7 +422,7 @@ bool CMainWnd::OnKeyReleased(QKeyCombination key) {
 void CMainWnd::ShowView(int view) {
   View().SetShown(false);
   app_.CurView = view;
-  header_->SetView(ViewOnShow(view));
+  header_->SetView(views::ViewOnShow(view));
   ShowState();
   View().SetShown(true);
   Relayout();  // only now do the view's controls know their sizes
@@ -426,32 +431,32 @@ void CMainWnd::ShowView(int view) {
 }
 
 void CMainWnd::OpenRow(int row) {
-  RunEditScreen(SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
+  RunEditScreen(views::SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
 }
 
 void CMainWnd::FxEditSelected(int openMode) {
-  if (View().IsHeldOnly()) return TellToHold(u"変更不可");
-  if (SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(openMode);
+  if (View().IsHeldOnly()) return views::TellToHold(u"変更不可");
+  if (views::SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(openMode);
 }
 
 void CMainWnd::FxEditDelete() {
-  if (View().IsHeldOnly()) return TellToHold(u"削除不可");
+  if (View().IsHeldOnly()) return views::TellToHold(u"削除不可");
   if (views::FxEditDelete(app_, View().Rows(), View().SelectedRows())) {
-    ShowChange(Change::kDeleted);
+    ShowChange(views::Change::kDeleted);
   }
 }
 
 void CMainWnd::FxEditTapItem(int openMode) {
-  if (SelectAction(app_, View().TapItem())) RunEditScreen(openMode);
+  if (views::SelectAction(app_, View().TapItem())) RunEditScreen(openMode);
 }
 
 void CMainWnd::FxDeleteTapItem() {
-  if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(Change::kDeleted);
+  if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(views::Change::kDeleted);
 }
 
 void CMainWnd::FxMapLink() {
-  if (View().IsHeldOnly()) return TellToHold(u"変更不可");
-  OnEditDispMap(app_, View().Rows(), View().SelectedRow());
+  if (View().IsHeldOnly()) return views::TellToHold(u"変更不可");
+  views::OnEditDispMap(app_, View().Rows(), View().SelectedRow());
 }
 
 void CMainWnd::OpenMapAtPress() {
@@ -464,11 +469,11 @@ void CMainWnd::FxFindClear() {
     const platform::WaitCursor waiting;
     store::ReloadActionIndex(app_);
   }
-  ShowChange(Change::kFindEnded);
+  ShowChange(views::Change::kFindEnded);
 }
 
 void CMainWnd::ToggleSpanningMode() {
-  app_.DayVwMltDayMode = SpansDays(app_) ? kSingleDayMode : kSpanningDayMode;
+  app_.DayVwMltDayMode = views::SpansDays(app_) ? kSingleDayMode : kSpanningDayMode;
   ShowState();
   Refresh();
 }
@@ -488,12 +493,12 @@ void CMainWnd::FxToolOption() {
   if (sheet.DataFileChanged()) ForgetWhatWasRead();
   options::KeepListPage(app_, formerRange);
   Relayout();
-  ShowChange(Change::kEdited);
+  ShowChange(views::Change::kEdited);
 }
 
 void CMainWnd::RunRecorder() {
   recorder::CRecorderDlg(this, app_).RunModal();
-  ShowChange(Change::kRecorded);
+  ShowChange(views::Change::kRecorded);
 }
 
 // A find shows its newest rows first, and so does the dialog's end without one.
@@ -501,19 +506,19 @@ void CMainWnd::RunFind() {
   exchange::CFindDlg(this, app_).RunModal();
   if (app_.DispListAfterFind == 1) ShowView(core::kViewList);
   app_.ListPage = 0;
-  ShowChange(Change::kFindEnded);
+  ShowChange(views::Change::kFindEnded);
 }
 
 void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   exchange::CExchangeDlg(this, app_, kind).RunModal();
-  if (kind == exchange::ExchangeKind::kImport) return ShowChange(Change::kAdded);
+  if (kind == exchange::ExchangeKind::kImport) return ShowChange(views::Change::kAdded);
   Refresh();
 }
 
 void CMainWnd::RunEditScreen(int openMode, const std::optional<position::Position>& position) {
   edit::CEditActionDlg screen(this, app_, openMode, position);
   screen.RunModal();
-  ShowChange(screen.HasAdded() ? Change::kAdded : Change::kEdited);
+  ShowChange(screen.HasAdded() ? views::Change::kAdded : views::Change::kEdited);
 }
 
-}  // namespace views
+}  // namespace mainwindow

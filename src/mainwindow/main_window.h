@@ -18,7 +18,7 @@
 #include "views/qt/header_row.h"
 #include "views/qt/view_screen.h"
 
-namespace views {
+namespace mainwindow {
 
 class CMainWnd : public QWidget {
   Q_OBJECT
@@ -31,7 +31,7 @@ class CMainWnd : public QWidget {
   // Does what the control or menu item of that number does (command_table.h).
   void OnCommand(int id);
   // Shows what has been done to the diary.
-  void ShowChange(Change change);
+  void ShowChange(views::Change change);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -42,11 +42,11 @@ class CMainWnd : public QWidget {
 
  private:
   void MakeCaption();
-  void AddView(core::View number, std::unique_ptr<ViewScreen> view);
+  void AddView(core::View number, std::unique_ptr<views::ViewScreen> view);
   void ConnectChildren();
   void OrderFocus();
   void WatchKeys();
-  ViewScreen& View() { return *views_.at(ViewOnShow(app_.CurView)); }
+  views::ViewScreen& View() { return *views_.at(views::ViewOnShow(app_.CurView)); }
   void Relayout();
   void ShowState();
   void ShowFind();
@@ -78,15 +78,15 @@ class CMainWnd : public QWidget {
   void RunEditScreen(int openMode, const std::optional<position::Position>& position = {});
 
   core::CAppState& app_;
-  MapPane map_;
+  views::MapPane map_;
   QWidget* caption_;
-  HeaderRow* header_;
-  ActionList* list_;
+  views::HeaderRow* header_;
+  views::ActionList* list_;
   ToolBar* toolBar_;
   platform::qt::SoftKeyBar* softKeys_;
   CommandMenus* menus_;
-  DatePopups* popups_;
-  std::map<core::View, std::unique_ptr<ViewScreen>> views_;
+  views::DatePopups* popups_;
+  std::map<core::View, std::unique_ptr<views::ViewScreen>> views_;
 };
 
-}  // namespace views
+}  // namespace mainwindow

@@ -5,7 +5,10 @@
 #include "platform/qt/qt_text.h"
 #include "views/command_table.h"
 
-namespace views {
+namespace mainwindow {
+
+using enum views::Command;
+
 namespace {
 
 using platform::Scaled;
@@ -16,7 +19,7 @@ constexpr int kIconSize = 16;
 constexpr int kSeparatorWidth = 8;
 
 bool IsView(int id) {
-  return id >= CommandOfView(core::kViewDay) && id <= CommandOfView(core::kViewMap);
+  return id >= views::CommandOfView(core::kViewDay) && id <= views::CommandOfView(core::kViewMap);
 }
 
 }  // namespace
@@ -24,7 +27,7 @@ bool IsView(int id) {
 ToolBar::ToolBar(QWidget* parent) : QWidget(parent) {
   setObjectName(QString::number(kToolBarId));
   int x = 0;
-  for (const int id : kToolBarCommands) {
+  for (const int id : views::kToolBarCommands) {
     if (id != 0) AddButton(id, x);
     x += Scaled(id == 0 ? kSeparatorWidth : kButtonSize);
   }
@@ -33,7 +36,7 @@ ToolBar::ToolBar(QWidget* parent) : QWidget(parent) {
 void ToolBar::AddButton(int id, int x) {
   auto* button = new QToolButton(this);
   button->setObjectName(QString::number(id));
-  button->setToolTip(platform::qt::ToQt(FindCommand(id)->text));
+  button->setToolTip(platform::qt::ToQt(views::FindCommand(id)->text));
   button->setAccessibleName(button->toolTip());
   button->setIcon(CommandIcon(id));
   button->setIconSize(QSize(Scaled(kIconSize), Scaled(kIconSize)));
@@ -47,9 +50,9 @@ void ToolBar::AddButton(int id, int x) {
 void ToolBar::ShowState(core::View view) {
   for (QToolButton* button : buttons_) {
     const int id = button->objectName().toInt();
-    button->setEnabled(IsLive(id, view));
-    button->setChecked(id == CommandOfView(view));
+    button->setEnabled(views::IsLive(id, view));
+    button->setChecked(id == views::CommandOfView(view));
   }
 }
 
-}  // namespace views
+}  // namespace mainwindow

@@ -7,7 +7,7 @@
 
 #include "core/app_state.h"
 
-namespace views {
+namespace mainwindow {
 
 class ToolBar : public QWidget {
   Q_OBJECT
@@ -27,4 +27,4 @@ class ToolBar : public QWidget {
   std::vector<QToolButton*> buttons_;
 };
 
-}  // namespace views
+}  // namespace mainwindow

@@ -88,12 +88,12 @@ int COptions::OnOk() {
   ApplyValues(values, opened_, app_);
   if (!opened_[kData] || values.DataFile == app_.DataFile) return kSheetApplied;
   DataFileChanged = true;
-  return store::ChangeDataFile(app_, values.DataFile) == kConnectionLost ? kNoDataFile
-                                                                         : kSheetApplied;
+  return datafile::ChangeDataFile(app_, values.DataFile) == kConnectionLost ? kNoDataFile
+                                                                            : kSheetApplied;
 }
 
 bool COptions::OnBtnCompact() {
-  if (RootDataFile()) store::OnBtnCompact(app_, values.DataFile);
+  if (RootDataFile()) datafile::OnBtnCompact(app_, values.DataFile);
   return store::dbSession().Session != nullptr;
 }
 

@@ -5,7 +5,7 @@
 
 #include "touch/inertial_list.h"
 
-namespace views {
+namespace touch {
 namespace {
 
 void Clear(ItemStore& store) {
@@ -121,4 +121,4 @@ int ItemStoreOps::Set(int number, Function function) {
   return 0;
 }
 
-}  // namespace views
+}  // namespace touch

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace views {
+namespace touch {
 
 class InertList;
 class ListCanvas;
@@ -91,4 +91,4 @@ class ItemStoreOps {
   std::array<Function, kItemOpCount> table_{};
 };
 
-}  // namespace views
+}  // namespace touch

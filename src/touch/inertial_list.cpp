@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-namespace views {
+namespace touch {
 namespace {
 
 constexpr int kStepMilliseconds = 20;
@@ -254,4 +254,4 @@ void ListEmptyRow(InertList& list, ListCanvas& canvas, int, const ListRect& area
   canvas.Fill(area, list.Colour(kUnderRows));
 }
 
-}  // namespace views
+}  // namespace touch

@@ -11,7 +11,7 @@
 
 #include "touch/inertial_items.h"
 
-namespace views {
+namespace touch {
 
 // Messages, the list's interface for those who have nothing but its number: wparam and lparam as
 // Send tells them.
@@ -215,4 +215,4 @@ class InertList {
 void ListRow(InertList& list, ListCanvas& canvas, int row, const ListRect& area);
 void ListEmptyRow(InertList& list, ListCanvas& canvas, int row, const ListRect& area);
 
-}  // namespace views
+}  // namespace touch

@@ -3,7 +3,7 @@
 
 #include "touch/inertial_list.h"
 
-namespace views {
+namespace touch {
 namespace {
 
 template <typename Type>
@@ -197,4 +197,4 @@ intptr_t InertList::SendForRows(uint32_t message, int index, intptr_t lparam) {
   }
 }
 
-}  // namespace views
+}  // namespace touch

@@ -17,6 +17,7 @@ namespace store_test {
 namespace {
 
 using namespace store;
+using namespace datafile;
 using platform::Answer;
 using platform::files;
 

@@ -19,6 +19,7 @@ namespace store_test {
 namespace {
 
 using namespace store;
+using namespace datafile;
 using testing_support::WriteWholeFile;
 
 class DamagedFileTest : public StoreTest {

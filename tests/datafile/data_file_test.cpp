@@ -11,6 +11,7 @@ namespace store_test {
 namespace {
 
 using namespace store;
+using namespace datafile;
 using enum platform::Answer;
 using Texts = std::vector<std::string>;
 

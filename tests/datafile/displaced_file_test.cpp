@@ -12,6 +12,7 @@ namespace store_test {
 namespace {
 
 using namespace store;
+using namespace datafile;
 using enum platform::Answer;
 
 class DisplacedFile : public StoreTest {

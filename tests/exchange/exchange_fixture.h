@@ -18,7 +18,7 @@ namespace exchange {
 class ExchangeTest : public testing::Test {
  protected:
   ExchangeTest() {
-    EXPECT_EQ(store::CreateDataFile(folder.Path(u"user.sdf")), 0);
+    EXPECT_EQ(datafile::CreateDataFile(folder.Path(u"user.sdf")), 0);
     core::SetCurDate(u"2010/06/23");
   }
   ~ExchangeTest() override { store::DisconnectDataFile(); }

@@ -10,7 +10,7 @@
 #include "support/faulty_files.h"
 #include "support/temp_folder.h"
 
-namespace exchange {
+namespace filedialog {
 namespace {
 
 using platform::Answer;
@@ -154,7 +154,7 @@ TEST_F(FileSelect, MakesRenamesAndRemovesAndLosesNothing) {
 }
 
 TEST_F(FileSelect, TheOpenDiaryStaysWhereItIs) {
-  ASSERT_EQ(store::CreateDataFile(folder.Path(u"user.sdf")), 0);
+  ASSERT_EQ(datafile::CreateDataFile(folder.Path(u"user.sdf")), 0);
   CFileSelect select = Opened(kSelectToSave);
   select.ChooseFilter(1);
   select.SelectLine(0);
@@ -184,4 +184,4 @@ TEST_F(FileSelect, FilterFaultsAndPatterns) {
 }
 
 }  // namespace
-}  // namespace exchange
+}  // namespace filedialog

@@ -12,8 +12,10 @@
 #include "views/diary.h"
 #include "views/selection.h"
 
-namespace views {
+namespace mainwindow {
 namespace {
+
+using namespace views;
 
 using platform::qt::ModalScreen;
 
@@ -419,4 +421,4 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
 }
 
 }  // namespace
-}  // namespace views
+}  // namespace mainwindow

@@ -65,7 +65,7 @@ class CrashTest : public StoreTest {
 
   // Writes, closes and opens again until it is killed.
   [[noreturn]] void WriteForever(int pipe, int next) {
-    while (OpenDataFile(app) == 0) {
+    while (datafile::OpenDataFile(app) == 0) {
       for (int i = 0; i < kWritesPerOpening; ++i) {
         if (Perform(next++) != S_OK || write(pipe, "", 1) != 1) _exit(1);
       }
@@ -101,7 +101,7 @@ class CrashTest : public StoreTest {
   // What the file holds, by its index.
   Diary ReadDiary() {
     Diary diary;
-    EXPECT_EQ(OpenDataFile(app), 0);
+    EXPECT_EQ(datafile::OpenDataFile(app), 0);
     for (int i = 0; i < app.IndexCount; ++i) {
       const std::u16string id(app.ActIds.At(static_cast<size_t>(i)));
       const std::u16string_view start = app.ActStarts.At(static_cast<size_t>(i));
@@ -147,7 +147,7 @@ TEST_F(CrashTest, EveryWriteThatHadReturnedIsThere) {
 // A backup is copied over the file while the log of a killed program lies beside it.
 TEST_F(CrashTest, ALogThatBelongsToAnotherFileIsNeverMixedIn) {
   const auto actions = [&](int count) {
-    ASSERT_EQ(OpenDataFile(app), 0);
+    ASSERT_EQ(datafile::OpenDataFile(app), 0);
     for (int i = 0; i < count; ++i) InsertAction(u"2010/06/23 10:00:00");
   };
   actions(1);
@@ -166,18 +166,18 @@ TEST_F(CrashTest, ALogThatBelongsToAnotherFileIsNeverMixedIn) {
   for (const std::string& backup : {closed, copiedWhileOpen}) {
     testing_support::WriteWholeFile(hostPath, backup);
     host.answers = {platform::Answer::kNo};
-    EXPECT_EQ(OpenDataFile(app), -200);
+    EXPECT_EQ(datafile::OpenDataFile(app), -200);
     EXPECT_TRUE(FileBytes() == backup);
     EXPECT_TRUE(testing_support::ReadWholeFile(hostPath + "-wal") == log);
   }
   host.answers = {platform::Answer::kYes};
-  EXPECT_EQ(OpenDataFile(app), 0);
+  EXPECT_EQ(datafile::OpenDataFile(app), 0);
   EXPECT_EQ(app.IndexCount, 0) << "the Action was not in the copied file yet";
   DisconnectDataFile();
   EXPECT_TRUE(testing_support::ReadWholeFile(hostPath + "-wal.00") == log);
   testing_support::WriteWholeFile(hostPath, own);
   std::filesystem::rename(hostPath + "-wal.00", hostPath + "-wal");
-  EXPECT_EQ(OpenDataFile(app), 0) << "its own log is brought in without a word";
+  EXPECT_EQ(datafile::OpenDataFile(app), 0) << "its own log is brought in without a word";
   EXPECT_EQ(app.IndexCount, 3);
 }
 

@@ -19,7 +19,7 @@ class StoreTest : public testing::Test {
  protected:
   ~StoreTest() override { store::DisconnectDataFile(); }
 
-  void CreateFile() { ASSERT_EQ(store::CreateDataFile(path), 0); }
+  void CreateFile() { ASSERT_EQ(datafile::CreateDataFile(path), 0); }
 
   static store::Action MakeAction(std::u16string_view start, std::u16string_view end) {
     store::Action action;

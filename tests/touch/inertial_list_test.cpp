@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace views {
+namespace touch {
 namespace {
 
 constexpr int kRowHeight = 20;
@@ -268,4 +268,4 @@ TEST_F(InertListTest, MessagesReachEverything) {
 }
 
 }  // namespace
-}  // namespace views
+}  // namespace touch

@@ -224,7 +224,7 @@ void CExchangeDlg::ShowProgress(int done, int total) {
 }
 
 void CExchangeDlg::OnBrowse() {
-  CFileSelectDlg files(this, exchange_.BrowseParams());
+  filedialog::CFileSelectDlg files(this, exchange_.BrowseParams());
   files.RunModal();
   if (files.ResultPath() && !files.ResultPath()->empty()) {
     path_->setText(ToQt(*files.ResultPath()));

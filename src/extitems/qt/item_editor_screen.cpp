@@ -287,8 +287,8 @@ void CItemEditorDlg::PickTime() {
 }
 
 void CItemEditorDlg::PickFile() {
-  exchange::CFileSelectDlg dialog(
-      this, {exchange::kSelectToOpen, u"入力元", u"すべてのファイル (*.*)|*.*", u"\\", u""});
+  filedialog::CFileSelectDlg dialog(
+      this, {filedialog::kSelectToOpen, u"入力元", u"すべてのファイル (*.*)|*.*", u"\\", u""});
   dialog.RunModal();
   if (dialog.ResultPath()) editor_.fields.line = *dialog.ResultPath();
 }

@@ -14,7 +14,7 @@
 #include "platform/qt/menu_place.h"
 #include "platform/qt/qt_text.h"
 
-namespace exchange {
+namespace filedialog {
 
 using platform::Scaled;
 using platform::qt::FixedFont;
@@ -290,4 +290,4 @@ bool CFileSelectDlg::TakeKey(int key) {
   }
 }
 
-}  // namespace exchange
+}  // namespace filedialog

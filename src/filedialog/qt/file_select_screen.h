@@ -17,7 +17,7 @@
 
 class QVBoxLayout;
 
-namespace exchange {
+namespace filedialog {
 
 class CFileSelectDlg : public platform::qt::ModalScreen {
  public:
@@ -66,4 +66,4 @@ class CFileSelectDlg : public platform::qt::ModalScreen {
   QMenu* holdMenu_;
 };
 
-}  // namespace exchange
+}  // namespace filedialog

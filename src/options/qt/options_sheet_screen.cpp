@@ -101,8 +101,8 @@ int OptionsSheet::RunModal() {
 }
 
 void OptionsSheet::Browse() {
-  exchange::CFileSelectDlg dialog(
-      this, {exchange::kSelectToSave, u"保存先", u"data (*.sdf)|*.sdf|All (*.*)|*.*",
+  filedialog::CFileSelectDlg dialog(
+      this, {filedialog::kSelectToSave, u"保存先", u"data (*.sdf)|*.sdf|All (*.*)|*.*",
              options_.DataFolder(), u"user.sdf"});
   dialog.RunModal();
   if (!dialog.ResultPath()) return;

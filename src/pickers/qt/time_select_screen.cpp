@@ -19,15 +19,15 @@ constexpr int kCentred = 1;  // a window style of the wheels
 constexpr QRgb kMarkColour = 0xFF404080;
 
 struct WheelColour {
-  views::ListColour which;
+  touch::ListColour which;
   uint32_t colour;
 };
 constexpr WheelColour kColours[] = {
-    {views::kRowText, 0x404040},       {views::kUnusedRow, 0xE0E0E0},
-    {views::kRowBack, 0xE0E0E0},       {views::kRowShadow, 0x404040},
-    {views::kRowLine, 0xFFFFFF},       {views::kPressedText, 0x404040},
-    {views::kUnusedPressed, 0xE0E0E0}, {views::kPressedBack, 0xE0E0E0},
-    {views::kPressedShadow, 0x404040}, {views::kPressedLine, 0xFFFFFF},
+    {touch::kRowText, 0x404040},       {touch::kUnusedRow, 0xE0E0E0},
+    {touch::kRowBack, 0xE0E0E0},       {touch::kRowShadow, 0x404040},
+    {touch::kRowLine, 0xFFFFFF},       {touch::kPressedText, 0x404040},
+    {touch::kUnusedPressed, 0xE0E0E0}, {touch::kPressedBack, 0xE0E0E0},
+    {touch::kPressedShadow, 0x404040}, {touch::kPressedLine, 0xFFFFFF},
 };
 
 }  // namespace
@@ -48,11 +48,11 @@ TimeSelectDlg::TimeSelectDlg(QWidget* over, TimeSelectParams& params)
   if (onExtra) extra->setFocus();
 }
 
-views::INERT_LIST_VIEW* TimeSelectDlg::AddWheel(const char* name, int count, int value) {
-  auto* wheel = new views::INERT_LIST_VIEW(kCentred, views::ILS_WRAP, this);
+touch::INERT_LIST_VIEW* TimeSelectDlg::AddWheel(const char* name, int count, int value) {
+  auto* wheel = new touch::INERT_LIST_VIEW(kCentred, touch::ILS_WRAP, this);
   wheel->setObjectName(QString::fromLatin1(name));
   const QFont font = FixedFont(24);
-  wheel->SendMessage(views::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  wheel->SendMessage(touch::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
   for (const WheelColour& colour : kColours) wheel->List().SetColour(colour.which, colour.colour);
   for (std::u16string& text : WheelRows(count)) wheel->List().Add({0, 0, std::move(text)});
   wheel->List().SetTop(WheelTop(value, count));
@@ -64,7 +64,7 @@ void TimeSelectDlg::PlaceContent(const QRect& area) {
   const int rowHeight = wheels_.front()->List().GetHeight(-1);
   const int count = static_cast<int>(wheels_.size());
   int x = area.center().x() - (count * Scaled(50) + (count - 1) * Scaled(4)) / 2;
-  for (views::INERT_LIST_VIEW* wheel : wheels_) {
+  for (touch::INERT_LIST_VIEW* wheel : wheels_) {
     wheel->setGeometry(x, area.top() + Scaled(4), Scaled(50), kRowsShown * rowHeight);
     x += Scaled(54);
   }
@@ -92,7 +92,7 @@ void TimeSelectDlg::paintEvent(QPaintEvent* event) {
 
 // What shows counts, also while a wheel still turns.
 void TimeSelectDlg::TakeResult() {
-  for (views::INERT_LIST_VIEW* wheel : wheels_) wheel->List().StopCoast();
+  for (touch::INERT_LIST_VIEW* wheel : wheels_) wheel->List().StopCoast();
   std::optional<int> secondTop;
   if (wheels_.size() > 2) secondTop = wheels_[2]->List().Top();
   TakeWheels(params_, wheels_[0]->List().Top(), wheels_[1]->List().Top(), secondTop);

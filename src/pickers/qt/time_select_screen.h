@@ -22,11 +22,11 @@ class TimeSelectDlg : public PickerDlg {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  views::INERT_LIST_VIEW* AddWheel(const char* name, int count, int value);
+  touch::INERT_LIST_VIEW* AddWheel(const char* name, int count, int value);
   void TakeExtraButton();
 
   TimeSelectParams& params_;
-  std::vector<views::INERT_LIST_VIEW*> wheels_;
+  std::vector<touch::INERT_LIST_VIEW*> wheels_;
 };
 
 }  // namespace pickers

@@ -23,7 +23,7 @@ ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
     : PickerDlg(over, params.title),
       params_(params),
       line_(new QLineEdit(this)),
-      rows_(new views::INERT_LIST_VIEW(kWordBreak, 0, this)) {
+      rows_(new touch::INERT_LIST_VIEW(kWordBreak, 0, this)) {
   const QFont font = FixedFont(12);
   line_->setObjectName(QStringLiteral("value"));
   line_->setFont(font);
@@ -33,11 +33,11 @@ ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
   line_->installEventFilter(this);
   rows_->setObjectName(QStringLiteral("rows"));
   rows_->setFocusPolicy(Qt::NoFocus);  // the arrow keys in the line walk it
-  rows_->SendMessage(views::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
-  views::InertList& list = rows_->List();
+  rows_->SendMessage(touch::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  touch::InertList& list = rows_->List();
   list.SetHeight(-1, 2 * list.GetHeight(-1));
   for (const std::u16string& text : params.history) list.Add({0, 0, text});
-  connect(rows_, &views::INERT_LIST_VIEW::Tapped, this, &ValueSelectDlg::Choose);
+  connect(rows_, &touch::INERT_LIST_VIEW::Tapped, this, &ValueSelectDlg::Choose);
 }
 
 void ValueSelectDlg::PlaceContent(const QRect& area) {
@@ -67,7 +67,7 @@ bool ValueSelectDlg::eventFilter(QObject* watched, QEvent* event) {
 
 // The line takes the text of the row above or below the one that it holds.
 void ValueSelectDlg::WalkRows(int step) {
-  views::InertList& list = rows_->List();
+  touch::InertList& list = rows_->List();
   if (list.Count() == 0) return;
   const int held = list.Find(0, {0, 0, FromQt(platform::qt::TypedOver(given_, *line_))});
   const int row = held < 0 ? 0 : std::clamp(held + step, 0, list.Count() - 1);
@@ -77,7 +77,7 @@ void ValueSelectDlg::WalkRows(int step) {
 
 // In the middle, if there are rows enough above and below.
 void ValueSelectDlg::ShowRow(int row) {
-  views::InertList& list = rows_->List();
+  touch::InertList& list = rows_->List();
   const int last = list.LastTopRow();
   const int rowsInSight = list.Count() - last;
   list.SetTop(std::clamp(row - rowsInSight / 2, 0, last));

@@ -30,7 +30,7 @@ class ValueSelectDlg : public PickerDlg {
   ValueSelectParams& params_;
   QString given_;  // the text that was last put into the line
   QLineEdit* line_;
-  views::INERT_LIST_VIEW* rows_;
+  touch::INERT_LIST_VIEW* rows_;
 };
 
 }  // namespace pickers

@@ -27,7 +27,7 @@ HistoryListView::HistoryListView(QWidget* parent) : QListWidget(parent) {
     TellHold(point);
   });
   // A release whose press has closed the message of the last one is not meant for the list.
-  new views::KeyTap(this, [this](int key) {
+  new touch::KeyTap(this, [this](int key) {
     if (key == Qt::Key_Return || key == Qt::Key_Enter) emit ReturnLetGo();
     if (key == Qt::Key_Delete) emit DeleteLetGo();
     return false;

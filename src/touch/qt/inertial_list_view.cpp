@@ -11,7 +11,7 @@
 #include "platform/qt/qt_text.h"
 #include "platform/qt/text_lines.h"
 
-namespace views {
+namespace touch {
 namespace {
 
 constexpr int kTickMilliseconds = 20;
@@ -180,4 +180,4 @@ void INERT_LIST_VIEW::Tick() {
   if (!list_.IsCoasting()) coast_.stop();
 }
 
-}  // namespace views
+}  // namespace touch

@@ -8,7 +8,7 @@
 
 #include "touch/inertial_list.h"
 
-namespace views {
+namespace touch {
 
 class INERT_LIST_VIEW : public QWidget {
   Q_OBJECT
@@ -61,4 +61,4 @@ class INERT_LIST_VIEW : public QWidget {
   bool pressSeen_ = false;
 };
 
-}  // namespace views
+}  // namespace touch

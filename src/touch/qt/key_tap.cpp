@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <utility>
 
-namespace views {
+namespace touch {
 
 KeyTap::KeyTap(QWidget* watched, std::function<bool(QKeyCombination)> onKey)
     : QObject(watched), onKey_(std::move(onKey)) {
@@ -35,4 +35,4 @@ bool KeyTap::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-}  // namespace views
+}  // namespace touch

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <functional>
 
-namespace views {
+namespace touch {
 
 // Watches a widget for keys. A release whose press was not seen here belongs to another screen.
 class KeyTap : public QObject {
@@ -22,4 +22,4 @@ class KeyTap : public QObject {
   Qt::KeyboardModifiers modifiers_;  // as it was pressed
 };
 
-}  // namespace views
+}  // namespace touch

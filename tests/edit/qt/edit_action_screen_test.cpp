@@ -115,7 +115,7 @@ TEST_F(EditActionScreen, WithListsTimesAndValuesHaveScreensOfTheirOwn) {
     };
     pick("1110", [&] {
       EXPECT_EQ(screen->findChild<QWidget*>(QStringLiteral("extra")), nullptr);
-      Find<views::INERT_LIST_VIEW>("hour")->List().SetTop(11);
+      Find<touch::INERT_LIST_VIEW>("hour")->List().SetTop(11);
       Tap("1");
     });
     EXPECT_EQ(Shown("1110"), "14:00");

@@ -42,11 +42,11 @@ TEST_F(FindScreen, WithListsThePickersOpen) {
   app.FindHistory.Add(u"会社");
   CFindDlg dialog(&window, app);
   Drive(dialog, [&] {
-    Next([&] { Tap(Find<views::INERT_LIST_VIEW>("rows"), {10, 5}); });
+    Next([&] { Tap(Find<touch::INERT_LIST_VIEW>("rows"), {10, 5}); });
     Click("1272");
     EXPECT_EQ(Find<QWidget>("1272")->accessibleDescription(), QStringLiteral("会社"));
     Next([&] {
-      Find<views::INERT_LIST_VIEW>("hour")->List().SetTop(22);
+      Find<touch::INERT_LIST_VIEW>("hour")->List().SetTop(22);
       Click("1");
     });
     Click("1262");

@@ -10,7 +10,7 @@
 #include "support/screen_driver.h"
 #include "support/temp_folder.h"
 
-namespace exchange {
+namespace filedialog {
 namespace {
 
 class FileSelectScreen : public testing::Test, protected testing_support::ScreenDriver {
@@ -78,4 +78,4 @@ TEST_F(FileSelectScreen, TheMenusActOnTheSelectedLine) {
 }
 
 }  // namespace
-}  // namespace exchange
+}  // namespace filedialog

@@ -99,14 +99,14 @@ TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
   CRecorderDlg dialog(&window, app);
   Drive(dialog, [&] {
     Next([&] {
-      auto* wheel = Find<views::INERT_LIST_VIEW>("hour");
+      auto* wheel = Find<touch::INERT_LIST_VIEW>("hour");
       EXPECT_EQ(wheel->List().Top(), 7);  // the clock says 10
       wheel->List().SetTop(22);
       Click("1");
     });
     Click("1154");
     Next([&] {
-      auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+      auto* rows = Find<touch::INERT_LIST_VIEW>("rows");
       Tap(rows, {10, 5});
     });
     Click("1161");
@@ -123,8 +123,8 @@ TEST_F(RecorderScreen, TheTimePickerGivesBackWhatWasChosen) {
   time.startHour = 1;
   time.showExtra = 1;
   const int seconds = Drive(pickers::TimeSelectDlg(&window, time), [&] {
-    EXPECT_EQ(Find<views::INERT_LIST_VIEW>("hour")->List().Top(), 22);
-    Find<views::INERT_LIST_VIEW>("second")->List().SetTop(59);
+    EXPECT_EQ(Find<touch::INERT_LIST_VIEW>("hour")->List().Top(), 22);
+    Find<touch::INERT_LIST_VIEW>("second")->List().SetTop(59);
     Click("1");
   });
   EXPECT_EQ(seconds, 1);
@@ -140,13 +140,13 @@ TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
   pickers::ValueSelectParams params{{}, u"手書き", {}};
   for (int i = 0; i < 50; i++) params.history.push_back(i == 30 ? u"手書き" : u"場所");
   const int result = Drive(pickers::ValueSelectDlg(&window, params), [&] {
-    auto* rows = Find<views::INERT_LIST_VIEW>("rows");
+    auto* rows = Find<touch::INERT_LIST_VIEW>("rows");
     EXPECT_NEAR(rows->List().Top(), 26, 1) << "the value is in the middle";
     Send(rows, QEvent::MouseButtonPress, {20, 150});
     Send(rows, QEvent::MouseMove, {20, 100});
     Send(rows, QEvent::MouseButtonRelease, {20, 50});
-    QObject::connect(rows, &views::INERT_LIST_VIEW::Notified, rows, [this](int code) {
-      EXPECT_EQ(code, views::ILN_COASTEND);
+    QObject::connect(rows, &touch::INERT_LIST_VIEW::Notified, rows, [this](int code) {
+      EXPECT_EQ(code, touch::ILN_COASTEND);
       Click("1");
     });
   });
