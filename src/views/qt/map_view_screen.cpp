@@ -27,7 +27,7 @@ bool IsPortraitWindow(const QWidget& widget) {
 
 // Who points at a marker reads its place.
 bool MapCanvas::event(QEvent* event) {
-  if (event->type() != QEvent::ToolTip) return Canvas::event(event);
+  if (event->type() != QEvent::ToolTip) return ViewCanvas::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
   const int item = map_.HitTest({help->pos().x(), help->pos().y()});
   const QString place = item < 0 ? QString() : ToQt(map_.MapItems[static_cast<size_t>(item)].place);
@@ -36,7 +36,7 @@ bool MapCanvas::event(QEvent* event) {
 }
 
 void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
-  Canvas::mouseMoveEvent(event);
+  ViewCanvas::mouseMoveEvent(event);
   if (map_.scmode != MapMode::kPressed) hold_->Cancel();
 }
 
@@ -44,7 +44,7 @@ void MapCanvas::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const bool tap = map_.Release(event->pos().x(), event->pos().y());
   update();
-  if (tap) Canvas::mouseReleaseEvent(event);
+  if (tap) ViewCanvas::mouseReleaseEvent(event);
 }
 
 void MapCanvas::wheelEvent(QWheelEvent* event) {
@@ -61,8 +61,8 @@ MapViewScreen::MapViewScreen(core::CAppState& app, SharedControls controls)
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
   blank_->setPalette(QPalette(Qt::black, Qt::white));
   blank_->setAutoFillBackground(true);
-  connect(canvas_, &Canvas::Tapped, this, &MapViewScreen::OnTapped);
-  connect(canvas_, &Canvas::Held, this, &MapViewScreen::OnHeld);
+  connect(canvas_, &ViewCanvas::Tapped, this, &MapViewScreen::OnTapped);
+  connect(canvas_, &ViewCanvas::Held, this, &MapViewScreen::OnHeld);
 }
 
 void MapViewScreen::SetShown(bool shown) {

@@ -5,15 +5,15 @@
 #include <array>
 
 #include "views/map_picture.h"
-#include "views/qt/canvas.h"
+#include "views/qt/view_canvas.h"
 #include "views/qt/view_screen.h"
 
 namespace views {
 
 // The pane: a drag moves the map or, in the strip at its edge, zooms; so does the wheel.
-class MapCanvas : public Canvas {
+class MapCanvas : public ViewCanvas {
  public:
-  using Canvas::Canvas;
+  using ViewCanvas::ViewCanvas;
 
  protected:
   bool event(QEvent* event) override;

@@ -44,13 +44,13 @@ QRect InsideOf(const QRect& cell) {
 
 MonthViewScreen::MonthViewScreen(core::CAppState& app, SharedControls controls)
     : ViewScreen(app, controls),
-      canvas_(new Canvas(controls.list.parentWidget(), controls.popups, controls.map)),
+      canvas_(new ViewCanvas(controls.list.parentWidget(), controls.popups, controls.map)),
       list_(new ActionList(controls.list.parentWidget(), kMonthListId)) {
   canvas_->setObjectName(QStringLiteral("month"));
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
-  connect(canvas_, &Canvas::Tapped, this, &MonthViewScreen::OnTapped);
-  connect(canvas_, &Canvas::Held, this, &MonthViewScreen::OnHeld);
-  connect(canvas_, &Canvas::MenuKeyPressed, this, [this] {
+  connect(canvas_, &ViewCanvas::Tapped, this, &MonthViewScreen::OnTapped);
+  connect(canvas_, &ViewCanvas::Held, this, &MonthViewScreen::OnHeld);
+  connect(canvas_, &ViewCanvas::MenuKeyPressed, this, [this] {
     const int cell = CellOfCurDay(month_);
     if (cell >= 0) OnHeld(ToQt(CellRect(layout_, cell)).center());
   });

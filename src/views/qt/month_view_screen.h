@@ -5,7 +5,7 @@
 #include <QLabel>
 
 #include "views/month_layout.h"
-#include "views/qt/canvas.h"
+#include "views/qt/view_canvas.h"
 #include "views/qt/view_screen.h"
 
 namespace views {
@@ -38,7 +38,7 @@ class MonthViewScreen : public ViewScreen {
   void PaintField(QPainter& painter, int cell) const;
   void PaintDay(QPainter& painter, int cell, const QFont& dayFont, const QFont& countFont) const;
 
-  Canvas* canvas_;
+  ViewCanvas* canvas_;
   ActionList* list_;
   std::array<QLabel*, kMonthColumns> weekdays_;
   MonthLayout layout_;

@@ -24,12 +24,12 @@ constexpr QColor kKeyBoxColor(0xFF, 0x80, 0x00);
 
 WeekViewScreen::WeekViewScreen(core::CAppState& app, SharedControls controls)
     : ViewScreen(app, controls),
-      canvas_(new Canvas(controls.list.parentWidget(), controls.popups, controls.map)) {
+      canvas_(new ViewCanvas(controls.list.parentWidget(), controls.popups, controls.map)) {
   canvas_->setObjectName(QStringLiteral("week"));
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
-  connect(canvas_, &Canvas::Tapped, this, &WeekViewScreen::OnTapped);
-  connect(canvas_, &Canvas::Held, this, &WeekViewScreen::OnHeld);
-  connect(canvas_, &Canvas::MenuKeyPressed, this, &WeekViewScreen::OnMenuKey);
+  connect(canvas_, &ViewCanvas::Tapped, this, &WeekViewScreen::OnTapped);
+  connect(canvas_, &ViewCanvas::Held, this, &WeekViewScreen::OnHeld);
+  connect(canvas_, &ViewCanvas::MenuKeyPressed, this, &WeekViewScreen::OnMenuKey);
 }
 
 // The box of the keys stays with its Action, on its day where that has several.

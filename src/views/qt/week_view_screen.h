@@ -1,7 +1,7 @@
 // The week view: seven painted bands with a box for each piece of an Action.
 #pragma once
 
-#include "views/qt/canvas.h"
+#include "views/qt/view_canvas.h"
 #include "views/qt/view_screen.h"
 #include "views/week_layout.h"
 
@@ -37,7 +37,7 @@ class WeekViewScreen : public ViewScreen {
   void PaintBands(QPainter& painter, const WeekGrid& grid) const;
   void PaintBoxes(QPainter& painter, const WeekGrid& grid) const;
 
-  Canvas* canvas_;
+  ViewCanvas* canvas_;
   WeekData week_;
   core::CalendarParts first_;  // the first day on show
   std::u16string tapItem_;

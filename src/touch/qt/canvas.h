@@ -1,5 +1,4 @@
-// The surface of a view that paints itself and takes taps. The map's pane follows the pointer on
-// every such surface: what is dragged in the week or the month has moved the map.
+// A surface that is painted by its owner and takes taps.
 #pragma once
 
 #include <QPainter>
@@ -7,28 +6,30 @@
 #include <functional>
 
 #include "platform/qt/device_shell.h"
-#include "views/map_pane.h"
-#include "views/qt/date_popups.h"
 
-namespace views {
+namespace touch {
 
 class Canvas : public QWidget {
   Q_OBJECT
 
  public:
-  // A press closes `popups`, and then is no tap.
-  Canvas(QWidget* parent, DatePopups& popups, MapPane& map);
+  explicit Canvas(QWidget* parent);
 
   void SetPaint(std::function<void(QPainter&)> paint) { paint_ = std::move(paint); }
 
  signals:
-  // Pressed and released; the view tells whether both points mean the same thing.
+  // Pressed and released; the owner tells whether both points mean the same thing.
   void Tapped(QPoint press, QPoint release);
   void Held(QPoint press);
   // The menu key, which Shift+F10 is, too.
   void MenuKeyPressed();
 
  protected:
+  // What the pointer does here besides. OnPress tells whether the press may become a tap.
+  virtual bool OnPress(QPoint) { return true; }
+  virtual void OnMove(QPoint) {}
+  virtual void OnHold() {}
+
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -36,14 +37,12 @@ class Canvas : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void contextMenuEvent(QContextMenuEvent* event) override;
 
-  MapPane& map_;
   platform::qt::TapAndHold* hold_;
 
  private:
-  DatePopups& popups_;
   std::function<void(QPainter&)> paint_;
   QPoint press_;
   bool pressed_ = false;
 };
 
-}  // namespace views
+}  // namespace touch
