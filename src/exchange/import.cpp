@@ -1,6 +1,7 @@
 #include "exchange/import.h"
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -215,6 +216,15 @@ int RunImport(core::CAppState& app, std::u16string_view path, int version, int m
   if (!attributes || (*attributes & platform::kAttributeDirectory) != 0) {
     ShowNotice(u"指定されたファイル" + std::u16string(path) +
                    u"が存在しません。ファイル名を見直してください。",
+               u"ファイル名不正", Icon::kStop);
+    return kNoFile;
+  }
+  // To close it again would drop the locks that the engine has on it.
+  const std::unique_ptr<store::Engine>& diary = store::dbSession().Session;
+  if (diary && diary->Keeps(path)) {
+    ShowNotice(u"ファイル" + std::u16string(path) +
+                   u"は開いているデータファイルのため、インポートできません。"
+                   u"ファイル名を見直してください。",
                u"ファイル名不正", Icon::kStop);
     return kNoFile;
   }

@@ -366,10 +366,14 @@ void Engine::Become(Engine& other) {
   WatchRows(watched_);
 }
 
-bool Engine::IsInPlace() const {
+bool Engine::IsOpenFile(const std::string& hostPath) const {
   struct stat status;
-  return stat(hostPath_.c_str(), &status) == 0 && status.st_dev == device_ &&
+  return stat(hostPath.c_str(), &status) == 0 && status.st_dev == device_ &&
          status.st_ino == inode_;
+}
+
+bool Engine::IsInPlace() const {
+  return IsOpenFile(hostPath_);
 }
 
 HRESULT Engine::ConfirmPlace() {
@@ -384,6 +388,8 @@ std::optional<std::u16string> Engine::Whereabouts() {
 }
 
 bool Engine::Keeps(std::u16string_view path) const {
+  // Wherever it lies now, and under whatever name.
+  if (IsOpenFile(platform::ToHostPath(path).value_or(""))) return true;
   // Of a link this is the file that it leads to, and beside that one lies all the rest.
   const std::string_view hostFile = sqlite3_db_filename(database_, "main");
   const std::u16string file = platform::FromHostPath(hostFile).value_or(u"");

@@ -189,6 +189,7 @@ class Engine {
   Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock);
 
   HRESULT ResultOf(int code);
+  bool IsOpenFile(const std::string& hostPath) const;
   StatementLoan Borrow(std::string_view sql);
   HRESULT RunScript(const std::string& sql);
   HRESULT CopyCompacted(const std::string& destination);

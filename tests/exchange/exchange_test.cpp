@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <map>
 #include <sstream>
 
@@ -149,6 +150,13 @@ TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
   for (const std::u16string_view name : {u"\\user.sdf", u"user.sdf-wal", u"user.sdf-shm"}) {
     EXPECT_EQ(RunExport(app, folder.Path(name), 1), -1) << platform::ToUtf8(name);
   }
+  // Nor is it read, by whatever name: that alone would drop the engine's locks.
+  std::filesystem::create_symlink(folder.HostPath("user.sdf"), folder.HostPath("link.csv"));
+  EXPECT_EQ(RunImport(app, folder.Path(u"link.csv"), 1, kReadAdd), -101);
+  EXPECT_EQ(host.messages.back().title, u"ファイル名不正");
+  std::filesystem::rename(folder.HostPath("user.sdf"), hostPath);
+  EXPECT_EQ(RunExport(app, path, 1), -1) << "moved away while it was open";
+  std::filesystem::rename(hostPath, folder.HostPath("user.sdf"));
   EXPECT_EQ(Rows().size(), 1u);
 }
 
