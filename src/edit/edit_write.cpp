@@ -35,10 +35,7 @@ bool CEditAction::Write() {
     return false;
   }
   store::Action action = BuildAction();
-  if (!WriteRow(action)) {
-    platform::ShowNotice(u"入力値が不正です。値を見直しください", u"入力値不正", Icon::kWarning);
-    return false;
-  }
+  if (!WriteRow(action)) return false;
   loaded_ = action;
   loadedDate_ = fields.times.staDate;
   app_.SelActId = *action[store::kActId];
@@ -75,6 +72,10 @@ bool CEditAction::WriteRow(store::Action& action) {
   } else {
     platform::ShowNotice(store::WithReason(u"アクションの変更に失敗しました。" + code, result),
                          u"アクション変更エラー", Icon::kStop);
+  }
+  // A write that never reached the diary says nothing of the values.
+  if (result != store::E_FAIL || !store::IsDisplacement(store::LastTrouble())) {
+    platform::ShowNotice(u"入力値が不正です。値を見直しください", u"入力値不正", Icon::kWarning);
   }
   return false;
 }

@@ -15,6 +15,10 @@ Trouble LastTrouble() {
   return lastTrouble;
 }
 
+bool IsDisplacement(Trouble trouble) {
+  return trouble == Trouble::kDisplaced || trouble == Trouble::kExchanged;
+}
+
 std::u16string_view TroubleText() {
   switch (lastTrouble) {
     case Trouble::kDiskFull:

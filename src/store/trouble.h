@@ -25,6 +25,8 @@ enum class Trouble {
 
 void NoteTrouble(Trouble trouble);
 Trouble LastTrouble();
+// The write was refused, or has yet to be made again, because the open file was displaced.
+bool IsDisplacement(Trouble trouble);
 
 // A line in plain words on what was noted last; empty for kUnknown.
 std::u16string_view TroubleText();

@@ -1,5 +1,7 @@
 #include "edit/edit_action.h"
 
+#include <filesystem>
+
 #include "edit/edit_fixture.h"
 
 namespace edit {
@@ -196,9 +198,18 @@ TEST_F(EditAction, AFailedWriteKeepsTheScreen) {
   ASSERT_EQ(host.messages.size(), 2u);
   EXPECT_EQ(platform::ToUtf8(host.messages[0].text), "アクションの変更に失敗しました。(80040e19)");
   EXPECT_EQ(LastMessage(), "入力値が不正です。値を見直しください");
+  // Nor does it go when the question on the way out was answered by Yes.
+  host.answers = {Answer::kYes};
+  screen.OnCommand(kIdMenuClose);
   EXPECT_FALSE(screen.ended);
   EXPECT_TRUE(screen.dirty);
   EXPECT_EQ(screen.fields.place, u"公園");
+  // A diary that was displaced is no fault of the values.
+  std::filesystem::rename(folder.HostPath("user.sdf"), folder.HostPath("moved.sdf"));
+  host.messages.clear();
+  screen.OnCommand(kIdWrite);
+  EXPECT_EQ(host.messages.size(), 1u);
+  EXPECT_TRUE(screen.dirty);
 }
 
 TEST_F(EditAction, ContinuousEntryStaysOnWhatWasWritten) {
