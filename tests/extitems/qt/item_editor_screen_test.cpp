@@ -66,5 +66,19 @@ TEST_F(ItemEditorScreen, WithListsNameAndTypeArePicked) {
   EXPECT_EQ(result, 2);
 }
 
+TEST_F(ItemEditorScreen, ClosingTheWindowAsksOnlyWhereSomethingHasChanged) {
+  CItemEditorDlg untouched(&window, app, u"a:a:int:1:");
+  Drive(untouched, [&] { EXPECT_TRUE(untouched.OnWindowClosing()); });
+  EXPECT_EQ(host.messages.size(), 0u);
+  CItemEditorDlg changed(&window, app, u"a:a:int:1:");
+  Drive(changed, [&] {
+    Find<QLineEdit>("name")->setText(QStringLiteral("b"));
+    Click("create");
+    host.answers = {platform::Answer::kNo, platform::Answer::kYes};
+    EXPECT_FALSE(changed.OnWindowClosing());
+    EXPECT_TRUE(changed.OnWindowClosing());
+  });
+}
+
 }  // namespace
 }  // namespace extitems
