@@ -1,0 +1,112 @@
+// When and how writes reach the disk, and which rows they have touched.
+#include <sqlite3.h>
+
+#include <random>
+#include <utility>
+
+#include "store/engine.h"
+#include "store/trouble.h"
+
+namespace store {
+namespace {
+
+// Beyond these reading all rows takes no longer than looking for each.
+constexpr size_t kMaxNotedRows = 256;
+
+}  // namespace
+
+// Where every write begins, and before it has a statement: moving to another file ends them all.
+HRESULT Engine::BeginWrite() {
+  if (refusing_ || !IsInPlace()) {
+    NoteTrouble(Trouble::kDisplaced);
+    const bool mayMove = !refusing_ && !inBurst_ && openRowSets_ == 0 &&
+                         sqlite3_get_autocommit(database_) != 0 && settle_;
+    if (!mayMove || !settle_()) return E_FAIL;
+  }
+  PrepareJournal();
+  return S_OK;
+}
+
+// The file and its log bear one stamp: a log that is left beside another file is known by it.
+void Engine::SwitchToLog() {
+  const std::string stamp =
+      "PRAGMA user_version=" + std::to_string(std::random_device{}() >> 1) + ";";
+  RunScript(stamp + "PRAGMA journal_mode=WAL;" + stamp);
+}
+
+// While a row set of ours is open the journal cannot be switched: that write goes through a
+// rollback journal, which is as safe and only slower.
+void Engine::PrepareJournal() {
+  if (!IsInPlace()) return;
+  if (!inCharge_) TakeCharge();
+  if (journalReady_ || openRowSets_ > 0) return;
+  if (ReadValue("PRAGMA journal_mode", {}) != "wal") SwitchToLog();
+  journalReady_ = true;
+}
+
+HRESULT Engine::BeginTransaction() {
+  const HRESULT ready = BeginWrite();
+  return Failed(ready) ? ready : RunScript("BEGIN IMMEDIATE");
+}
+
+HRESULT Engine::Commit() {
+  const HRESULT ready = BeginWrite();
+  const HRESULT result = Failed(ready) ? ready : RunScript("COMMIT");
+  if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
+  return result;
+}
+
+// The log's frames carry a running checksum: what a power cut leaves of an unsynced log is read up
+// to the first frame that is missing. A rollback journal promises no such thing, so there every
+// write goes on waiting for the disk.
+HRESULT Engine::BeginBurst() {
+  const HRESULT ready = BeginWrite();
+  refusing_ = Failed(ready);
+  if (refusing_) return ready;
+  inBurst_ = ReadValue("PRAGMA journal_mode", {}) == "wal";
+  if (inBurst_) RunScript("PRAGMA synchronous=NORMAL");
+  return S_OK;
+}
+
+HRESULT Engine::EndBurst() {
+  if (std::exchange(refusing_, false)) return E_FAIL;
+  if (!inBurst_) return S_OK;
+  inBurst_ = false;
+  sqlite3_file* log = nullptr;
+  sqlite3_file_control(database_, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);
+  int code = SQLITE_OK;
+  if (log != nullptr && log->pMethods != nullptr)
+    code = log->pMethods->xSync(log, SQLITE_SYNC_FULL);
+  const HRESULT result = RunScript("PRAGMA synchronous=FULL");
+  return code == SQLITE_OK ? result : ResultOf(code);
+}
+
+void Engine::WatchRows(std::string_view table) {
+  watched_ = table;
+  changes_ = {};
+  sqlite3_update_hook(
+      database_,
+      [](void* self, int, const char*, const char* changed, sqlite3_int64 row) {
+        static_cast<Engine*>(self)->NoteRow(changed, row);
+      },
+      this);
+  // Rows that a look saw inside the transaction are not what they were.
+  sqlite3_rollback_hook(
+      database_, [](void* self) { static_cast<Engine*>(self)->changes_ = {}; }, this);
+}
+
+void Engine::NoteRow(std::string_view table, int64_t row) {
+  if (changes_.all || table != watched_) return;
+  changes_.rows.push_back(row);
+  if (changes_.rows.size() > kMaxNotedRows) changes_ = {};
+}
+
+RowChanges Engine::TakeRowChanges() {
+  const auto version = ReadValue("PRAGMA data_version", {});
+  RowChanges taken = std::exchange(changes_, {false, {}});
+  if (!version || *version != dataVersion_) taken = {};
+  dataVersion_ = version.value_or("");
+  return taken;
+}
+
+}  // namespace store
