@@ -147,7 +147,7 @@ void Engine::Close() {
   sqlite3_close(database_);
   lock_.reset();
   sqlite3_open_v2(":memory:", &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-  inCharge_ = journalReady_ = false;
+  inCharge_ = inTransaction_ = journalReady_ = false;
   settle_ = nullptr;
 }
 

@@ -146,7 +146,8 @@ class Engine {
   // brings it to the rollback form.
   void TakeCharge();
 
-  // All writes until Commit are one; a Commit that fails, and closing without one, undo them.
+  // All writes until Commit are one; a Commit that fails, as it does where the file was displaced
+  // meanwhile, and closing without one, undo them.
   HRESULT BeginTransaction();
   HRESULT Commit();
   // Between these two a write returns before the disk has it; EndBurst waits for all of them.
@@ -217,6 +218,7 @@ class Engine {
   int openRowSets_ = 0;
   bool journalReady_ = false;
   bool inCharge_ = false;
+  bool inTransaction_ = false;
   bool inBurst_ = false;
   bool refusing_ = false;     // a burst that could not begin
   std::string_view watched_;  // a table, or empty

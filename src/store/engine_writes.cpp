@@ -16,7 +16,9 @@ constexpr size_t kMaxNotedRows = 256;
 }  // namespace
 
 // Where every write begins, and before it has a statement: moving to another file ends them all.
+// Within a transaction nothing comes to the file before its commit, which looks again.
 HRESULT Engine::BeginWrite() {
+  if (inTransaction_) return S_OK;
   if (refusing_ || !IsInPlace()) {
     NoteTrouble(Trouble::kDisplaced);
     const bool mayMove = !refusing_ && !inBurst_ && openRowSets_ == 0 &&
@@ -37,19 +39,23 @@ void Engine::SwitchToLog() {
 // While a row set of ours is open the journal cannot be switched: that write goes through a
 // rollback journal, which is as safe and only slower.
 void Engine::PrepareJournal() {
-  if (!IsInPlace()) return;
+  if (journalReady_ || !IsInPlace()) return;
   if (!inCharge_) TakeCharge();
-  if (journalReady_ || openRowSets_ > 0) return;
+  if (openRowSets_ > 0) return;
   if (ReadValue("PRAGMA journal_mode", {}) != "wal") SwitchToLog();
   journalReady_ = true;
 }
 
 HRESULT Engine::BeginTransaction() {
-  const HRESULT ready = BeginWrite();
-  return Failed(ready) ? ready : RunScript("BEGIN IMMEDIATE");
+  HRESULT result = BeginWrite();
+  if (!Failed(result)) result = RunScript("BEGIN IMMEDIATE");
+  inTransaction_ = !Failed(result);
+  return result;
 }
 
 HRESULT Engine::Commit() {
+  inTransaction_ = false;
+  if (sqlite3_get_autocommit(database_) != 0) return E_FAIL;  // none is open, and nothing to ask
   const HRESULT ready = BeginWrite();
   const HRESULT result = Failed(ready) ? ready : RunScript("COMMIT");
   if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");

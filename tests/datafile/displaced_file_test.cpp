@@ -100,8 +100,10 @@ TEST_F(DisplacedFile, ARefusedWriteLeavesAllAsItIs) {
   Begin();
   Move("new.sdf", "user.sdf");
   const std::string before = FileBytes();
-  host.answers = {kCancel, kCancel};
+  host.answers = {kCancel, kCancel, kCancel};
   EXPECT_EQ(Write(), E_FAIL);
+  EXPECT_EQ(dbSession().Session->BeginTransaction(), E_FAIL);
+  EXPECT_EQ(dbSession().Session->Commit(), E_FAIL) << "asks nothing again";
   {
     WriteBurst burst(*dbSession().Session);
     EXPECT_EQ(Write(), E_FAIL) << "a burst is refused as a whole, after one question";
@@ -123,7 +125,7 @@ TEST_F(DisplacedFile, InATransactionNothingIsAskedAndAllIsUndone) {
   ASSERT_EQ(dbSession().Session->BeginTransaction(), S_OK);
   EXPECT_EQ(Write(), S_OK);
   Move("new.sdf", "user.sdf");
-  EXPECT_EQ(Write(), E_FAIL);
+  Write();
   EXPECT_EQ(dbSession().Session->Commit(), E_FAIL);
   EXPECT_EQ(LoadActionIndex(app), 0);
   EXPECT_EQ(app.IndexCount, 1);
