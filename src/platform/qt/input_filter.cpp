@@ -19,6 +19,13 @@ bool Decides(int key) {
          key == Qt::Key_Back;
 }
 
+// Under Wayland no program is told where its messages stand.
+bool StandsAnywhere(const QWidget& window) {
+  static const bool isWayland =
+      QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+  return isWayland && window.windowType() == Qt::Dialog;
+}
+
 }  // namespace
 
 InputFilter::InputFilter(QObject* parent) : QObject(parent) {
@@ -51,19 +58,19 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
 bool InputFilter::KeepsPress(QWidget& receiver, const QMouseEvent& press) {
   // A press that its receiver hands on to a parent is the same one.
   if (press.timestamp() == pressTime_) return false;
-  const bool inMessage = receiver.window()->windowType() == Qt::Dialog;
-  keepsMouse_ = IsSecondTap(press, inMessage || pressedInMessage_) && !FirstIsStillThere(receiver);
+  const bool anywhere = StandsAnywhere(*receiver.window());
+  keepsMouse_ = IsSecondTap(press, anywhere || pressedAnywhere_) && !FirstIsStillThere(receiver);
   if (!keepsMouse_) {
     pressed_ = &receiver;
-    pressedInMessage_ = inMessage;
+    pressedAnywhere_ = anywhere;
     pressPoint_ = press.globalPosition().toPoint();
   }
   pressTime_ = press.timestamp();
   return keepsMouse_;
 }
 
-// Wider than the toolkit's double click, which is a mouse's. Under Wayland nobody knows where a
-// message stands, and nobody has read one as it opens: there any place counts.
+// Wider than the toolkit's double click, which is a mouse's. From or to a window whose place is
+// unknown any place counts.
 bool InputFilter::IsSecondTap(const QMouseEvent& press, bool anywhere) const {
   const auto interval =
       static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());

@@ -32,7 +32,7 @@ class InputFilter : public QObject {
   bool KeepsKey(QObject& window, const QKeyEvent& key);
 
   QPointer<QWidget> pressed_;  // what the last press hit
-  bool pressedInMessage_ = false;
+  bool pressedAnywhere_ = false;  // in a window whose place is unknown
   QPoint pressPoint_;        // global
   quint64 pressTime_ = 0;    // milliseconds of an unknown clock, 0 before the first press
   bool keepsMouse_ = false;  // from such a second press to its release

@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
+#include <QDialog>
 #include <QEventLoop>
 #include <QInputMethodEvent>
 #include <QLineEdit>
@@ -160,6 +161,14 @@ TEST(InputFilter, TheSecondTapOfADoubleTapMeansWhatTheFirstOneHit) {
   screen.RunModal();
   EXPECT_EQ(taps(below, 12200), 0) << "and closed";
   EXPECT_EQ(taps(below, 14000), 1) << "a tap of its own";
+  QDialog message(&window);
+  Watched key;
+  key.setParent(&message);
+  message.move(100, 100);
+  message.show();
+  EXPECT_EQ(taps(key, 14200), 1) << "a quick user who knows where the message comes";
+  message.hide();
+  EXPECT_EQ(taps(below, 14400), 1) << "and goes on at once";
 }
 
 TEST(InputFilter, EnterDecidesOnceAndShiftF10IsTheMenuKey) {
