@@ -1,6 +1,7 @@
 // The main window: children, commands, and what is shown anew after each of them.
 #include "mainwindow/main_window.h"
 
+#include <QAbstractButton>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -189,6 +190,9 @@ bool CMainWnd::focusNextPrevChild(bool forward) {
 
 void CMainWnd::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Escape) popups_->Close();
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+  if (isEnter && button != nullptr) button->click();
 }
 
 void CMainWnd::ShowState() {

@@ -253,6 +253,13 @@ TEST_F(MainWindow, TheTabKeyVisitsWhatIsInSightFromTheTopDown) {
   }
 }
 
+TEST_F(MainWindow, EnterPressesTheButtonThatTheTabKeyReached) {
+  Find("1050")->setFocus();
+  Press(Qt::Key_Tab, main->focusWidget());
+  Press(Qt::Key_Return, main->focusWidget());
+  EXPECT_EQ(QStringLiteral("2010/06/20"), Title()) << "the Sunday of that week";
+}
+
 TEST_F(MainWindow, DeleteAsksForTheSelectedRows) {
   host.answers = {platform::Answer::kYes};
   Press(Qt::Key_Delete, list);
