@@ -187,6 +187,11 @@ void CExchangeDlg::AddChoice(QGroupBox& group, QButtonGroup& choices, int id, co
   button->setObjectName(QString::number(id));
   button->setFont(FixedFont(12));
   button->setMinimumHeight(Scaled(24));
+  // The Tab key comes to the choice that is made, and the arrows go on from there.
+  button->setFocusPolicy(Qt::ClickFocus);
+  connect(button, &QRadioButton::toggled, button, [button](bool chosen) {
+    button->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  });
   const int place = static_cast<int>(choices.buttons().size());
   choices.addButton(button, value);
   auto* grid = static_cast<QGridLayout*>(group.layout());

@@ -1,5 +1,6 @@
 // State to widgets and tap to command, for the find dialog and the exchange screen.
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 
@@ -62,6 +63,11 @@ TEST_F(FindScreen, AFileWithoutIdsHasNothingToReplaceBy) {
   Drive(dialog, [&] {
     auto* replace = Find("1210");
     EXPECT_TRUE(replace->isChecked());
+    for (const char* stop : {"1203", "1207", "1210", "1211"}) {
+      QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+      QApplication::sendEvent(window.focusWidget(), &tab);
+      EXPECT_EQ(window.focusWidget(), Find(stop)) << "of several choices the one that is made";
+    }
     Click("1205");
     EXPECT_FALSE(replace->isEnabled());
     Click("1207");
