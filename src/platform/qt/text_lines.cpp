@@ -1,7 +1,6 @@
 #include "platform/qt/text_lines.h"
 
 #include <QFontMetrics>
-#include <QTextBoundaryFinder>
 #include <QTextLayout>
 
 namespace platform::qt {
@@ -79,19 +78,33 @@ QStringList FitLines(const QString& text, const QFont& font, int width, int most
   return lines;
 }
 
+// A week paints hundreds of boxes: those too narrow for a character are left at once, the others
+// shaped once.
 QString CutToWidth(const QString& text, const QFont& font, int width) {
-  const QFontMetrics metrics(font);
-  if (metrics.horizontalAdvance(text) <= width) return text;
-  const QString elided = metrics.elidedText(text, Qt::ElideRight, width);
-  QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-  qsizetype fitting = 0;
+  const QFontMetricsF metrics(font);
+  if (text.isEmpty() || metrics.horizontalAdvance(text[0]) > width) return {};
+  QTextLayout layout(text, font);
+  QTextOption option;
+  option.setWrapMode(QTextOption::NoWrap);
+  layout.setTextOption(option);
+  layout.beginLayout();
+  const QTextLine line = layout.createLine();
+  layout.endLayout();
+  if (line.naturalTextWidth() <= width) return text;
+  const qreal ellipsis = metrics.horizontalAdvance(kEllipsis);
+  const qreal start = line.cursorToX(0);
+  int fitting = 0;
+  int beforeEllipsis = 0;
   int characters = 0;
-  for (qsizetype end = finder.toNextBoundary(); end > 0; end = finder.toNextBoundary()) {
-    if (metrics.horizontalAdvance(text.left(end)) > width) break;
+  for (int end = layout.nextCursorPosition(0); end > fitting; end = layout.nextCursorPosition(end)) {
+    const qreal wide = qAbs(line.cursorToX(end) - start);  // from right to left in some scripts
+    if (wide > width) break;
     fitting = end;
+    if (wide + ellipsis > width) continue;
+    beforeEllipsis = end;
     ++characters;
   }
-  return characters > 2 && elided.size() > 2 ? elided : text.left(fitting);
+  return characters > 1 ? text.left(beforeEllipsis) + kEllipsis : text.left(fitting);
 }
 
 }  // namespace platform::qt
