@@ -21,7 +21,7 @@ using platform::Answer;
 using platform::Icon;
 using Text = std::u16string;
 
-constexpr char16_t kTitle[] = u"データファイルの置き換え";
+constexpr char16_t kTitle[] = u"データファイルの置換え";
 
 // The path itself if nothing stands there, else "name_2.ext" and so on beside it.
 Text FreePath(const Text& path) {
@@ -45,10 +45,10 @@ Answer AskWhatToDo(const Text& path, const Text& kept) {
   }
   return platform::host().ShowMessage(
       {u"データファイル '" + path +
-           u"' が、開いている間に別のファイルに置き換えられました。このファイルには書き込みません。"
+           u"' が、開いている間に別のファイルに置換えられました。このファイルには書込みません。"
            u"\nはい: 開いているデータファイルを '" +
            kept + u"' に保存して続けます。\nいいえ: '" + kept +
-           u"' に保存したうえで、置き換えられたファイルを開きます。\n"
+           u"' に保存したうえで、置換えられたファイルを開きます。\n"
            u"キャンセル: 何もしません。",
        kTitle, Icon::kWarning, platform::Buttons::kYesNoCancel});
 }
@@ -74,7 +74,7 @@ void TakeNewFile(core::CAppState& app, const Text& kept) {
     store::NoteTrouble(store::Trouble::kExchanged);
   } else {
     if (opened) store::NoteTrouble(store::Trouble::kUnknown);
-    TellFailed(u"置き換えられたファイルを開けないので、'" + kept + u"' で続けます。");
+    TellFailed(u"置換えられたファイルを開けないので、'" + kept + u"' で続けます。");
     GoOnWith(app, kept);
     store::NoteTrouble(store::Trouble::kDisplaced);
   }

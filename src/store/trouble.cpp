@@ -38,9 +38,9 @@ std::u16string_view TroubleText() {
     case Trouble::kForeignLog:
       return u"別のデータファイルの書込み記録が残っています。";
     case Trouble::kDisplaced:
-      return u"開いているデータファイルが元の場所にないため、書き込みませんでした。";
+      return u"開いているデータファイルが元の場所にないため、書込みませんでした。";
     case Trouble::kExchanged:
-      return u"置き換えられたファイルを開きました。もう一度操作してください。";
+      return u"置換えられたファイルを開きました。もう一度操作してください。";
     case Trouble::kUnknown:
       break;
   }
