@@ -109,6 +109,21 @@ TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
   EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "no control has these numbers";
 }
 
+TEST_F(MainWindow, AHeldArrowWalksOnAndAHeldDeleteAsksOnce) {
+  host.answers = {platform::Answer::kNo};
+  for (const int key : {Qt::Key_Delete, Qt::Key_Right}) {
+    for (const int stroke : {0, 1, 2}) {
+      for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        const bool repeats = stroke != (type == QEvent::KeyPress ? 0 : 2);
+        QKeyEvent event(type, key, Qt::NoModifier, {}, repeats);
+        QApplication::sendEvent(list, &event);
+      }
+    }
+  }
+  EXPECT_EQ(1u, host.messages.size());
+  EXPECT_EQ(QStringLiteral("2010/06/26"), Title());
+}
+
 TEST_F(MainWindow, ATapOpensWhatItMeans) {
   EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] { Tap(rows, RowPoint(1)); }));
   EXPECT_EQ(2, app.SelIndex);

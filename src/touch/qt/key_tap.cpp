@@ -5,6 +5,14 @@
 #include <utility>
 
 namespace touch {
+namespace {
+
+// A held arrow walks on, release by release.
+bool MayRepeat(int key) {
+  return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+}  // namespace
 
 KeyTap::KeyTap(QWidget* watched, std::function<bool(QKeyCombination)> onKey)
     : QObject(watched), onKey_(std::move(onKey)) {
@@ -25,8 +33,8 @@ bool KeyTap::eventFilter(QObject* watched, QEvent* event) {
     }
     case QEvent::KeyRelease: {
       const auto* key = static_cast<QKeyEvent*>(event);
-      if (key->isAutoRepeat() || key->key() != pressedKey_) break;
-      pressedKey_ = 0;
+      if (key->key() != pressedKey_ || (key->isAutoRepeat() && !MayRepeat(key->key()))) break;
+      if (!key->isAutoRepeat()) pressedKey_ = 0;
       return onKey_(QKeyCombination(modifiers_, static_cast<Qt::Key>(key->key())));
     }
     default:

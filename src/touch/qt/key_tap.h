@@ -7,7 +7,8 @@
 
 namespace touch {
 
-// Watches a widget for keys. A release whose press was not seen here belongs to another screen.
+// Watches a widget for keys. A release whose press was not seen here belongs to another screen,
+// and of a held key's repeats only those of the arrows count.
 class KeyTap : public QObject {
  public:
   // Where `onKey` answers true, the widget does not see the release.
