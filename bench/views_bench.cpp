@@ -45,15 +45,16 @@ class Diary {
   LargeDiary file_;
 };
 
+std::unique_ptr<Diary> openDiary;  // main closes it, before the session goes that it uses
+
 Diary& TheDiary(int actions = 100000) {
-  static std::unique_ptr<Diary> diary;
-  if (diary == nullptr || diary->Actions() != actions) {
-    diary.reset();
-    diary = std::make_unique<Diary>(actions);
+  if (openDiary == nullptr || openDiary->Actions() != actions) {
+    openDiary.reset();
+    openDiary = std::make_unique<Diary>(actions);
   }
   core::SetCurDate(u"2000/06/23");
-  diary->app.ListPage = 100;
-  return *diary;
+  openDiary->app.ListPage = 100;
+  return *openDiary;
 }
 
 // The data part alone.
@@ -223,4 +224,5 @@ int main(int argc, char** argv) {
   platform::qt::DressApplication(application);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
+  openDiary.reset();
 }
