@@ -45,10 +45,10 @@ Answer AskWhatToDo(const Text& path, const Text& kept) {
   }
   return platform::host().ShowMessage(
       {u"データファイル '" + path +
-           u"' が、開いている間に別のファイルに置換えられました。このファイルには書込みません。"
+           u"' が、開いている間に別のファイルに置換されました。このファイルには書込みません。"
            u"\nはい: 開いているデータファイルを '" +
            kept + u"' に保存して続けます。\nいいえ: '" + kept +
-           u"' に保存したうえで、置換えられたファイルを開きます。\n"
+           u"' に保存したうえで、置換されたファイルを開きます。\n"
            u"キャンセル: 何もしません。",
        kTitle, Icon::kWarning, platform::Buttons::kYesNoCancel});
 }
@@ -74,7 +74,7 @@ void TakeNewFile(core::CAppState& app, const Text& kept) {
     store::NoteTrouble(store::Trouble::kExchanged);
   } else {
     if (opened) store::NoteTrouble(store::Trouble::kUnknown);
-    TellFailed(u"置換えられたファイルを開けないので、'" + kept + u"' で続けます。");
+    TellFailed(u"置換されたファイルを開けないので、'" + kept + u"' で続けます。");
     GoOnWith(app, kept);
     store::NoteTrouble(store::Trouble::kDisplaced);
   }

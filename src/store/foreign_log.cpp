@@ -96,7 +96,7 @@ bool SetLogAside(std::u16string_view path) {
   const Text question = u"データファイル '" + Text(path) +
                         u"' のそばに、別のデータファイルの書込み記録 '" + log +
                         u"' が残っています。\n"
-                        u"データファイルが置換えられたと思われます。\n"
+                        u"データファイルが置換されたと思われます。\n"
                         u"記録を '" +
                         aside + u"' に移し、データファイルをそのまま開きますか。";
   constexpr int kNoButton = 1;

@@ -40,7 +40,7 @@ std::u16string_view TroubleText() {
     case Trouble::kDisplaced:
       return u"開いているデータファイルが元の場所にないため、書込みませんでした。";
     case Trouble::kExchanged:
-      return u"置換えられたファイルを開きました。再度操作してください。";
+      return u"置換されたファイルを開きました。再度操作してください。";
     case Trouble::kUnknown:
       break;
   }
