@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QStyleHints>
@@ -23,7 +24,7 @@ bool Decides(int key) {
 bool StandsAnywhere(const QWidget& window) {
   static const bool isWayland =
       QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
-  return isWayland && window.windowType() == Qt::Dialog;
+  return isWayland && qobject_cast<const QDialog*>(&window) != nullptr;
 }
 
 }  // namespace
