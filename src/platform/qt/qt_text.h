@@ -40,4 +40,11 @@ inline QFont FittedFont(QFont font, const QString& text, int width) {
   return font;
 }
 
+// `font` of the same height, made as much narrower as `text` needs to fit `width`.
+inline QFont CondensedFont(QFont font, const QString& text, int width) {
+  const int wide = QFontMetrics(font).horizontalAdvance(text);
+  if (wide > width) font.setStretch(100 * width / wide);
+  return font;
+}
+
 }  // namespace platform::qt

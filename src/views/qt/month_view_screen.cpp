@@ -192,9 +192,9 @@ void MonthViewScreen::PaintDay(QPainter& painter, int cell, const QFont& dayFont
   const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
   const QRect inside = InsideOf(ToQt(CellRect(layout_, cell)));
   painter.setPen(kind == CellKind::kToday ? QColor(Qt::white) : kDayColor);
-  painter.setFont(dayFont);
-  painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(),
-                   QString::number(day.day));
+  const QString number = QString::number(day.day);
+  painter.setFont(platform::qt::CondensedFont(dayFont, number, inside.width()));
+  painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(), number);
   if (day.count < 1) return;
   const QString count = QString::number(day.count);
   painter.setPen(Qt::black);
