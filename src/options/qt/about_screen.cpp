@@ -29,7 +29,7 @@ constexpr int kLevelLabel = 16;  // a lower one stands above the middle of its f
 constexpr int kIconPlace = 6;    // from the left edge, and below the upper rule
 
 constexpr char16_t kRights[] = u"無保証のソフトウェアです。";
-constexpr char16_t kHomePage[] = u"なし";  // there is no page of it on the web
+constexpr std::u16string_view kHomePage = MORVENLY_HOME_PAGE;  // empty: it has none
 
 QLabel* Line(const QString& text) {
   auto* label = new QLabel(text);
@@ -44,6 +44,16 @@ QLineEdit* ReadOnly(const char* name, const QString& text) {
   line->setObjectName(QString::fromLatin1(name));
   line->setFont(FixedFont(12));
   line->setReadOnly(true);
+  return line;
+}
+
+QLineEdit* HomePageLine() {
+  QLineEdit* line = ReadOnly("url", QStringLiteral("URL: ") + ToQt(kHomePage));
+  line->setFrame(false);
+  QPalette plain = line->palette();
+  plain.setColor(QPalette::Base, Qt::transparent);
+  line->setPalette(plain);
+  line->setTextMargins(-kFieldMargin, 0, 0, 0);
   return line;
 }
 
@@ -66,13 +76,7 @@ AboutDlg::AboutDlg(QWidget* over, const core::CAppState& app) : ModalScreen(over
   lines->addWidget(Line(QStringLiteral("Ver. ") + ToQt(core::kProgramVersion)));
   lines->addWidget(Line(ToQt(core::kCopyright)));
   lines->addWidget(Line(ToQt(kRights)));
-  QLineEdit* home = ReadOnly("url", QStringLiteral("URL: ") + ToQt(kHomePage));
-  home->setFrame(false);
-  QPalette plain = home->palette();
-  plain.setColor(QPalette::Base, Qt::transparent);
-  home->setPalette(plain);
-  home->setTextMargins(-kFieldMargin, 0, 0, 0);
-  lines->addWidget(home);
+  if (!kHomePage.empty()) lines->addWidget(HomePageLine());
   lines->setContentsMargins(Scaled(2 * kIconPlace + kIconSize), Scaled(2), Scaled(4), 0);
 
   auto* group = new QGroupBox(QStringLiteral("データ情報"));
