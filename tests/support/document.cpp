@@ -3,13 +3,22 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 #include "platform/code_page.h"
 #include "platform/utf.h"
 
 namespace testing_support {
+namespace {
+
+std::string Replaced(std::string text, std::string_view from, std::string_view to) {
+  for (size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size()) {
+    text.replace(at, from.size(), to);
+  }
+  return text;
+}
+
+}  // namespace
 
 std::vector<std::pair<std::string, std::string>> ReadDocument(const std::string& page) {
   std::ifstream document(std::string(MORVENLY_DOCS "/") + page);
@@ -34,8 +43,7 @@ std::string FormatExample(const std::string& kind) {
 }
 
 std::string FormatFile(const std::string& kind) {
-  const std::string tabs = std::regex_replace(FormatExample(kind), std::regex("␉"), "\t");
-  const std::string lines = std::regex_replace(tabs, std::regex("\n"), "\r\n");
+  const std::string lines = Replaced(Replaced(FormatExample(kind), "␉", "\t"), "\n", "\r\n");
   const std::string bytes = kind.ends_with("utf8")
                                 ? "\xEF\xBB\xBF" + lines
                                 : platform::EncodeCodePage(platform::ToUtf16(lines));
