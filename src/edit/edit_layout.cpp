@@ -115,6 +115,7 @@ EditLayout LayOutPortrait(int width, int height, int labelWidth) {
 EditLayout LayOutLandscape(int width, int height, int labelWidth) {
   EditLayout layout;
   const int leftWidth = width * 19 / 32;
+  labelWidth = std::min(labelWidth, leftWidth / 4);  // a date needs the rest
   Column left(layout, 0, leftWidth, labelWidth);
   AddStartAndEnd(left);
   // What the left column has to spare gives the place a second line.
