@@ -74,6 +74,7 @@ RecorderLayout LayOutRecorder(int width, int height, int labelWidth) {
   PlaceTitle(layout, width);
   const bool twoColumns = width > height && width >= Scaled(300);
   const int columnWidth = twoColumns ? width / 2 : width;
+  labelWidth = std::min(labelWidth, columnWidth * 3 / 8);
   const int top = Scaled(kTitleHeight);
   int rows = 0;
   int column = 0;
