@@ -1,6 +1,7 @@
 #include "pickers/qt/list_picker.h"
 
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "platform/metrics.h"
@@ -64,7 +65,9 @@ void ListPicker::PlaceOver(const QRect& wholeField, const QRect& area) {
   const int below = area.bottom() - field.bottom();
   const int above = field.top() - area.top();
   const bool opensBelow = below >= std::min({wanted, above, 4 * RowHeight()});
-  const int height = rows_->count() > 0 ? std::min(wanted, opensBelow ? below : above) : 0;
+  const int frame = 2 * rows_->frameWidth();
+  const int shown = std::max(1, ((opensBelow ? below : above) - frame) / RowHeight());
+  const int height = rows_->count() > 0 ? std::min(wanted, shown * RowHeight() + frame) : 0;
   const int width = std::max(field.width(), Scaled(96));
   const int x = std::min(field.left(), area.right() + 1 - width);
   setGeometry(x, opensBelow ? field.top() : field.top() - height, width, field.height() + height);
@@ -72,6 +75,8 @@ void ListPicker::PlaceOver(const QRect& wholeField, const QRect& area) {
   rows_->setGeometry(0, opensBelow ? field.height() : 0, width, height);
   if (rows_->currentItem() == nullptr) return rows_->scrollToTop();
   rows_->scrollToItem(rows_->currentItem(), QAbstractItemView::PositionAtCenter);
+  QScrollBar* bar = rows_->verticalScrollBar();
+  bar->setValue(bar->value() / RowHeight() * RowHeight());  // no row is cut
 }
 
 bool ListPicker::eventFilter(QObject* watched, QEvent* event) {

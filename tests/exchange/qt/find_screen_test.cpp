@@ -25,6 +25,9 @@ TEST_F(FindScreen, TheStartsListWritesTheMarkIntoBothTimes) {
     Click("1262");
     auto* rows = Find<QWidget>("1270")->findChild<QListWidget*>();
     EXPECT_EQ(rows->currentRow(), 26);
+    const QRect row = rows->visualItemRect(rows->currentItem());
+    EXPECT_EQ(rows->viewport()->height() % row.height() + row.top() % row.height(), 0)
+        << "no row is cut";
     rows->scrollToTop();
     Tap(rows->viewport(), rows->visualItemRect(rows->item(1)).center());
     EXPECT_TRUE(Find<QWidget>("1270")->isHidden());
