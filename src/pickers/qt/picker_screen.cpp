@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "platform/metrics.h"
+#include "platform/qt/elided_label.h"
 #include "platform/qt/qt_text.h"
 
 namespace pickers {
@@ -14,8 +15,9 @@ using platform::qt::ToQt;
 
 PickerDlg::PickerDlg(QWidget* over, const std::optional<std::u16string>& title)
     : ModalScreen(over),
-      label_(new QLabel(ToQt(title.value_or(u"値の選択")), this)),
+      label_(new platform::qt::ElidedLabel(this)),
       keys_(new platform::qt::SoftKeyBar(this)) {
+  label_->setText(ToQt(title.value_or(u"値の選択")));
   label_->setFont(FixedFont(12));
   AddButton("2", QStringLiteral("キャンセル"), 70, [this] { OnEscape(); });
   AddButton("1", QStringLiteral("OK"), 40, [this] { Accept(); });

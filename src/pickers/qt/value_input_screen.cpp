@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/metrics.h"
+#include "platform/qt/elided_label.h"
 #include "platform/qt/qt_text.h"
 
 namespace pickers {
@@ -17,11 +18,12 @@ ValueInputDlg::ValueInputDlg(QWidget* over, ValueInputParams& params)
     : ModalScreen(over),
       params_(params),
       box_(new QFrame(this)),
-      label_(new QLabel(platform::qt::ToQt(params.title.value_or(u"値の入力")), box_)),
+      label_(new platform::qt::ElidedLabel(box_)),
       line_(new QLineEdit(platform::qt::ToQt(params.value), box_)),
       ok_(new QPushButton(QStringLiteral("OK"), box_)),
       cancel_(new QPushButton(QStringLiteral("キャンセル"), box_)) {
   box_->setFrameShape(QFrame::Box);
+  label_->setText(platform::qt::ToQt(params.title.value_or(u"値の入力")));
   line_->setObjectName(QStringLiteral("1500"));
   ok_->setObjectName(QStringLiteral("1"));
   cancel_->setObjectName(QStringLiteral("2"));

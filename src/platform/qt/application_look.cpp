@@ -88,11 +88,21 @@ class FingerStyle : public QProxyStyle {
   // A row without the column for checks begins to the left of its menu, which clips it.
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override {
+    if (element == CE_CheckBoxLabel) return DrawCheckBoxLabel(option, painter, widget);
     const int column = element == CE_MenuItem ? UnusedColumn(option) : 0;
     if (column == 0) return QProxyStyle::drawControl(element, option, painter, widget);
     QStyleOptionMenuItem row = *qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     row.rect.setLeft(row.rect.left() - column);
     QProxyStyle::drawControl(element, &row, painter, widget);
+  }
+
+  // A field's name is its user's own and may be longer than the place of its box.
+  void DrawCheckBoxLabel(const QStyleOption* option, QPainter* painter,
+                         const QWidget* widget) const {
+    QStyleOptionButton label = *qstyleoption_cast<const QStyleOptionButton*>(option);
+    label.text = label.fontMetrics.elidedText(label.text, Qt::ElideRight, label.rect.width(),
+                                              Qt::TextShowMnemonic);
+    QProxyStyle::drawControl(CE_CheckBoxLabel, &label, painter, widget);
   }
 
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
