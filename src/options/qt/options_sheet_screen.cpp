@@ -74,8 +74,11 @@ void OptionsSheet::ShowPage(int page) {
 }
 
 void OptionsSheet::StepPage(int step) {
+  const bool onTab = tabs_[static_cast<size_t>(pages_->currentIndex())]->hasFocus();
   const int page = (pages_->currentIndex() + step + kPageCount) % kPageCount;
-  tabs_[static_cast<size_t>(page)]->setChecked(true);
+  QPushButton* tab = tabs_[static_cast<size_t>(page)];
+  tab->setChecked(true);
+  if (onTab) tab->setFocus();
 }
 
 // A path that cannot be taken keeps the sheet open, with all that was changed on it.
