@@ -51,7 +51,7 @@ int ModalScreen::RunModal() {
   runningScreens.push_back(this);
   show();
   raise();
-  if (window->focusWidget() == nullptr || !isAncestorOf(window->focusWidget())) setFocus();
+  TakeFocus();
   loop_.exec();
   runningScreens.pop_back();
   window->removeEventFilter(this);
@@ -63,6 +63,15 @@ int ModalScreen::RunModal() {
   // What lies below takes this screen's result first, and then decides for itself.
   if (std::exchange(closesWindow_, false)) QTimer::singleShot(0, window, &QWidget::close);
   return result_;
+}
+
+// A field that got the focus while it was hidden gets it once more: the input method has been told
+// the place that it had then.
+void ModalScreen::TakeFocus() {
+  QWidget* field = parentWidget()->focusWidget();
+  if (field == nullptr || !isAncestorOf(field)) return setFocus();
+  field->clearFocus();
+  field->setFocus();
 }
 
 void ModalScreen::EndScreen(int result) {

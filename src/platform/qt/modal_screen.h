@@ -48,6 +48,7 @@ class ModalScreen : public QWidget {
   virtual void OnPosted(int) {}
 
  private:
+  void TakeFocus();
   void TakePosted(int command);
 
   const CommandAddress address_;

@@ -1,8 +1,10 @@
 // State to widgets and tap to command, for the find dialog and the exchange screen.
 #include <QGroupBox>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTransform>
 
 #include "exchange/exchange_fixture.h"
 #include "exchange/qt/exchange_screen.h"
@@ -22,6 +24,9 @@ TEST_F(FindScreen, TheStartsListWritesTheMarkIntoBothTimes) {
   app.FindStaDate = u"2010/06/23";
   CFindDlg dialog(&window, app);
   const int result = Drive(dialog, [&] {
+    EXPECT_EQ(QGuiApplication::inputMethod()->inputItemTransform().map(QPoint()),
+              Find<QWidget>("1254")->pos())
+        << "where the input method shows its candidates";
     Click("1262");
     auto* rows = Find<QWidget>("1270")->findChild<QListWidget*>();
     EXPECT_EQ(rows->currentRow(), 26);
