@@ -378,6 +378,15 @@ TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
   EXPECT_EQ(u"削除不可", host.messages[1].title);
 }
 
+TEST_F(MainWindow, TheMonthsNumbersStayWithinTheCellsOfLandscape) {
+  main->resize(320, 240);
+  main->OnCommand(kShowMonth);
+  const QImage month = Find<QWidget>("month")->grab().toImage();
+  for (int line = 1; line < 7; ++line) {
+    for (int y = 20; y < 60; ++y) EXPECT_EQ(month.pixel(line * (160 / 7), y), 0xFF000000u) << y;
+  }
+}
+
 TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
   Add(u"04", u"2010/06/23 14:00:00", u"2010/06/23 15:00:00", std::u16string(80, u'駅'));
   main->OnCommand(kShowMonth);

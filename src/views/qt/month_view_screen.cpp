@@ -162,7 +162,10 @@ void MonthViewScreen::OnHeld(QPoint press) {
 void MonthViewScreen::Paint(QPainter& painter) const {
   for (int cell = 0; cell < kMonthCells; ++cell) PaintField(painter, cell);
   PaintLines(painter);  // over the fields, which reach into them where a unit is no whole pixels
-  const QFont dayFont = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18));
+  // A digit half as wide as the font is high leaves the count a place, and two fit any cell.
+  const QFont dayFont =
+      platform::qt::CondensedFont(platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18)),
+                                  QStringLiteral("00"), Scaled(18));
   const QFont countFont = platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(12));
   for (int cell = 0; cell < kMonthCells; ++cell) PaintDay(painter, cell, dayFont, countFont);
   const int current = CellOfCurDay(month_);
@@ -192,9 +195,9 @@ void MonthViewScreen::PaintDay(QPainter& painter, int cell, const QFont& dayFont
   const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
   const QRect inside = InsideOf(ToQt(CellRect(layout_, cell)));
   painter.setPen(kind == CellKind::kToday ? QColor(Qt::white) : kDayColor);
-  const QString number = QString::number(day.day);
-  painter.setFont(platform::qt::CondensedFont(dayFont, number, inside.width()));
-  painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(), number);
+  painter.setFont(dayFont);
+  painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(),
+                   QString::number(day.day));
   if (day.count < 1) return;
   const QString count = QString::number(day.count);
   painter.setPen(Qt::black);
