@@ -1,6 +1,6 @@
 // The main window comes back at the size that it had. Sizes are kept in units of the scale that the
-// program chooses for its screen, so that neither another screen nor the user's own scale changes
-// how much of it the window takes.
+// program chooses for its screen, so that neither another screen nor a smaller scale of the user's
+// own changes how much of it the window takes. A larger one enlarges the window.
 #pragma once
 
 #include <QWidget>
