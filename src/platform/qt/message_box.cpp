@@ -75,6 +75,7 @@ void SetTextOfWidth(QMessageBox& box, const QString& text, int width) {
 
 Answer RunMessageBox(QWidget* over, const Message& message) {
   QMessageBox box(over);
+  box.setFont(FixedFont(12));  // a desktop's plug-in may have set another for the program
   box.setWindowModality(over != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
   box.setWindowTitle(ToQt(message.title));
   box.setIcon(IconOf(message.icon));

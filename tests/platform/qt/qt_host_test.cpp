@@ -63,6 +63,8 @@ TEST(QtHostMessage, AnswersWhatWasPressedOrWhatClosingMeans) {
 }
 
 TEST(QtHostMessage, StandsOverTheWindowInJapaneseAndFitsTheSmallScreen) {
+  const QFont font = QApplication::font();
+  QApplication::setFont(platform::qt::FixedFont(20));  // as a desktop's plug-in does
   QtHost host;
   QWidget window;
   window.resize(240, 320);
@@ -87,6 +89,7 @@ TEST(QtHostMessage, StandsOverTheWindowInJapaneseAndFitsTheSmallScreen) {
     EXPECT_GE(box.button(QMessageBox::Yes)->height(), 30);
     box.close();
   });
+  QApplication::setFont(font);
 }
 
 TEST(QtHostMessage, TakesTheWaitCursorOffAndPutsItBack) {
