@@ -18,8 +18,8 @@ std::u16string JoinModulePath(std::u16string_view fileName);
 
 // A path as its user typed it, made one that leads to the same place from any working folder: a
 // slash counts as a backslash, "~" is the user's home folder, and what has no root lies beside the
-// program. An empty path stays empty. None for a drive of another system ("C:\x"), and for "~" where
-// no home folder is known.
+// program. An empty path stays empty. None for a drive of another system ("C:\x"), and for "~"
+// where no home folder is known.
 std::optional<std::u16string> RootedPath(std::u16string_view typed);
 // A settings file gives the path back as it is: code page 932 holds all of it, and no line ends in
 // it.

@@ -51,8 +51,8 @@ struct Text {
 };
 struct DataFilePath {};
 
-using Kind = std::variant<WrittenOnly, Version, FirstView, LineNumber, Digits, Width<4>, Width<5>, Added,
-                          FontSize, FontName, Text, DataFilePath>;
+using Kind = std::variant<WrittenOnly, Version, FirstView, LineNumber, Digits, Width<4>, Width<5>,
+                          Added, FontSize, FontName, Text, DataFilePath>;
 
 struct Key {
   std::u16string_view name;

@@ -31,11 +31,11 @@ class InputFilter : public QObject {
   bool Repeats(const QKeyEvent& key) const;
   bool KeepsKey(QObject& window, const QKeyEvent& key);
 
-  QPointer<QWidget> pressed_;  // what the last press hit
+  QPointer<QWidget> pressed_;     // what the last press hit
   bool pressedAnywhere_ = false;  // in a window whose place is unknown
-  QPoint pressPoint_;        // global
-  quint64 pressTime_ = 0;    // milliseconds of an unknown clock, 0 before the first press
-  bool keepsMouse_ = false;  // from such a second press to its release
+  QPoint pressPoint_;             // global
+  quint64 pressTime_ = 0;         // milliseconds of an unknown clock, 0 before the first press
+  bool keepsMouse_ = false;       // from such a second press to its release
   QPointer<QWidget> keyReceiver_;
   int releasedKey_ = 0;
   quint64 releaseTime_ = 0;

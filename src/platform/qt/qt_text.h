@@ -15,7 +15,9 @@ inline QString ToQt(std::u16string_view text) {
   return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
-inline std::u16string FromQt(const QString& text) { return text.toStdU16String(); }
+inline std::u16string FromQt(const QString& text) {
+  return text.toStdU16String();
+}
 
 // A font by the name and size of a setting: a size below 0 is 9 units, the system's own; an empty
 // name leaves the system's face.
@@ -27,10 +29,14 @@ inline QFont SettingFont(std::u16string_view name, int size) {
 }
 
 // The fixed font of headers and buttons.
-inline QFont FixedFont(int units) { return SettingFont(u"MS UI Gothic", Scaled(units)); }
+inline QFont FixedFont(int units) {
+  return SettingFont(u"MS UI Gothic", Scaled(units));
+}
 
 // For a key whose text is "・" alone: in the font of the other keys its point is hardly seen.
-inline QFont DotFont() { return FixedFont(32); }
+inline QFont DotFont() {
+  return FixedFont(32);
+}
 
 // `font`, made as much smaller as the ink of `text` needs to fit `width`.
 inline QFont FittedFont(QFont font, const QString& text, int width) {

@@ -96,7 +96,8 @@ QString CutToWidth(const QString& text, const QFont& font, int width) {
   int fitting = 0;
   int beforeEllipsis = 0;
   int characters = 0;
-  for (int end = layout.nextCursorPosition(0); end > fitting; end = layout.nextCursorPosition(end)) {
+  for (int end = layout.nextCursorPosition(0); end > fitting;
+       end = layout.nextCursorPosition(end)) {
     const qreal wide = qAbs(line.cursorToX(end) - start);  // from right to left in some scripts
     if (wide > width) break;
     fitting = end;
