@@ -69,7 +69,7 @@ int ReadOrInitialize(CAppState& app) {
                          platform::Icon::kStop);
     return -1;
   }
-  platform::ShowNotice(u"設定ファイルが見つからないので初期化します。", u"設定ファイル初期化",
+  platform::ShowNotice(u"設定ファイルが見つからないので初期化します。", u"設定ファイルエラー",
                        platform::Icon::kInformation);
   SetDefaultLists(app);
   return 0;

@@ -48,7 +48,7 @@ TEST_F(Settings, AFirstRunWritesWhatTheDocumentShows) {
   CAppState app;
   EXPECT_EQ(InitApp(app), 0);
   EXPECT_EQ(TakeMessage(platform::Icon::kInformation),
-            u"設定ファイル初期化: 設定ファイルが見つからないので初期化します。");
+            u"設定ファイルエラー: 設定ファイルが見つからないので初期化します。");
   EXPECT_EQ(CurDate(), u"2010/06/23");
   EXPECT_EQ(MenuBarHeight, 26);
   EXPECT_FALSE(std::filesystem::exists(HostFile())) << "written at the end alone";

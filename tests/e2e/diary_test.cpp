@@ -73,9 +73,9 @@ void PressAll(PocketDevice& device, std::initializer_list<const char*> keys) {
 
 // Answers the two messages of a first start.
 void ComeThroughFirstStart(PocketDevice& device) {
-  ASSERT_TRUE(device.Shows("設定ファイル初期化"));
+  ASSERT_TRUE(device.Shows("設定ファイルエラー"));
   device.Picture("first_start");
-  device.TapFromCorner("設定ファイル初期化", 41, 26);  // OK
+  device.TapFromCorner("設定ファイルエラー", 41, 26);  // OK
   ASSERT_TRUE(device.Shows("データファイル初期化確認"));
   device.Picture("first_question");
   device.Press("Return");  // Yes
@@ -177,7 +177,7 @@ TEST(Diary, LosesNothingWhenKilledAndStartsAgain) {
   ASSERT_TRUE(device.ShowsWindows(0));
 
   program = diary.Start();
-  ASSERT_TRUE(device.Shows("設定ファイル初期化"));  // settings are written at the end alone
+  ASSERT_TRUE(device.Shows("設定ファイルエラー"));  // settings are written at the end alone
   device.Press("Return");
   ASSERT_TRUE(device.Shows(kWindow));
   EXPECT_EQ(diary.Actions().size(), 1u);
@@ -211,7 +211,7 @@ TEST(Diary, ADayOfTheRecorderThoughItIsKilled) {
   ASSERT_TRUE(device.ShowsWindows(0));
 
   program = diary.Start();
-  ASSERT_TRUE(device.Shows("設定ファイル初期化"));
+  ASSERT_TRUE(device.Shows("設定ファイルエラー"));
   device.Press("Return");
   ASSERT_TRUE(device.Shows(kWindow));
   openRecorder();
