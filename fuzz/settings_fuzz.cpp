@@ -1,5 +1,6 @@
 // Any bytes are read as settings, and the state that they give survives writing and reading.
 #include "core/settings.h"
+#include "core/version.h"
 #include "input.h"
 #include "one_file.h"
 #include "platform/host.h"

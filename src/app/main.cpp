@@ -5,11 +5,14 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "app/startup.h"
+#include "core/version.h"
 #include "platform/gpsd_device.h"
 #include "platform/qt/application_look.h"
 #include "platform/qt/qt_host.h"
+#include "platform/utf.h"
 
 namespace {
 
@@ -33,6 +36,10 @@ void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QStri
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 2 && std::string_view(argv[1]) == "--version") {
+    std::printf("Morvenly %s\n", platform::ToUtf8(core::kProgramVersion).c_str());
+    return EXIT_SUCCESS;
+  }
   umask(077);  // a diary is private, whatever is written
   platform::qt::QtHost host;
   platform::SetHost(&host);

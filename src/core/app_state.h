@@ -14,7 +14,6 @@
 namespace core {
 
 inline constexpr std::u16string_view kProgramName = u"Morvenly";
-inline constexpr std::u16string_view kProgramVersion = u"3.2.2010.1114";
 inline constexpr std::u16string_view kCopyright = u"Copyright (C) 2026 The Morvenly founders";
 
 enum View { kViewDay = 1, kViewWeek = 2, kViewMonth = 3, kViewList = 4, kViewMap = 5 };

@@ -12,6 +12,7 @@
 #include "core/paths.h"
 #include "core/settings.h"
 #include "core/text.h"
+#include "core/version.h"
 
 namespace core {
 namespace {

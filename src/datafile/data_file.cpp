@@ -7,6 +7,7 @@
 
 #include "core/date_time.h"
 #include "core/paths.h"
+#include "core/version.h"
 #include "datafile/displaced_file.h"
 #include "platform/files.h"
 #include "platform/host.h"

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "core/version.h"
 #include "options/options.h"
 #include "platform/metrics.h"
 #include "platform/qt/drawn_icon.h"
