@@ -1,13 +1,24 @@
 #!/usr/bin/env bash
-# Builds everything with warnings as errors, gives each fuzz target a few seconds, and runs every
-# test. Packages that are missing are installed on the way, as root or by sudo.
+# Looks at the form of the sources, builds everything with warnings as errors, gives each fuzz
+# target a few seconds, and runs every test.
+#   ./test.sh              what a change needs before it's shared
+#   ./test.sh --full       besides, as CI does: clang-tidy, every test again with the address and
+#                          undefined behaviour sanitizers, and the threads' tests with the thread's
+# Packages that are missing are installed on the way, as root or by sudo.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . tools/setup.sh
+. tools/gates.sh
 fuzz_seconds=${FUZZ_SECONDS:-5}
 export LC_ALL=C.UTF-8  # xdotool finds no window by a Japanese title in the plain C locale
+full=${1:-}
+if [ -n "$full" ] && [ "$full" != --full ]; then
+  say "Usage: ./test.sh [--full]"
+  exit 2
+fi
 
 require_packages "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}"
+check_form
 
 build fuzz
 for target in build/fuzz/fuzz/*_fuzz; do
@@ -16,5 +27,8 @@ for target in build/fuzz/fuzz/*_fuzz; do
     { cat "$target.log"; exit 1; }
 done
 
-build dev
-ctest --test-dir build/dev -j 2 --output-on-failure
+run_tests dev
+[ -n "$full" ] || exit 0
+check_habits
+run_tests asan
+check_threads

@@ -1,14 +1,10 @@
-# Sourced by run.sh and test.sh, in the top folder: the packages that each needs, and their
-# installation on Debian 12 or newer.
+# Sourced by run.sh and test.sh, in the top folder: the packages that both need, and installation on
+# Debian 12 or newer.
 # shellcheck shell=bash
 
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libgps-dev)
 # Japanese letters, and Qt's own texts in Japanese. Qt and SQLite themselves came with the above.
 run_packages=(fonts-vlgothic qt6-translations-l10n)
-# An X server without a screen, a pocket shell for it, a viewer's way in, and a camera.
-headless_packages=(xvfb xauth matchbox-window-manager x11vnc xdotool scrot)
-test_packages=(libgtest-dev clang libclang-rt-dev gpsd xvfb xauth matchbox-window-manager xdotool
-               scrot)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -2,6 +2,9 @@
 # Nothing listens beyond loopback, and what is private to the run lies in a folder of its owner's.
 # shellcheck shell=bash
 
+# An X server without a screen, a pocket shell for it, a viewer's way in, and a camera.
+headless_packages=(xvfb xauth matchbox-window-manager x11vnc xdotool scrot)
+
 run_without_display() {  # PROGRAM PICTURE
   require_packages "${headless_packages[@]}"
   private=$(mktemp -d)
