@@ -31,14 +31,6 @@ class Settings : public testing::Test {
   std::u16string File() { return folder.Path(u"Morvenly.dat"); }
   // The file of a first run.
   static std::string Golden() { return testing_support::FormatFile("settings"); }
-  // The one message since the last call, as "title: text".
-  std::u16string TakeMessage(platform::Icon icon) {
-    if (host.messages.size() != 1) return u"not one message";
-    const platform::Message message = host.messages.front();
-    host.messages.clear();
-    EXPECT_EQ(message.icon, icon);
-    return message.title + u": " + message.text;
-  }
 
   testing_support::FakeHost host;
   const testing_support::TempFolder folder;
@@ -46,9 +38,8 @@ class Settings : public testing::Test {
 
 TEST_F(Settings, AFirstRunWritesWhatTheDocumentShows) {
   CAppState app;
+  host.answers = {"設定ファイルエラー|設定ファイルが見つからないので初期化します。"};
   EXPECT_EQ(InitApp(app), 0);
-  EXPECT_EQ(TakeMessage(platform::Icon::kInformation),
-            u"設定ファイルエラー: 設定ファイルが見つからないので初期化します。");
   EXPECT_EQ(CurDate(), u"2010/06/23");
   EXPECT_EQ(MenuBarHeight, 26);
   EXPECT_FALSE(std::filesystem::exists(HostFile())) << "written at the end alone";
@@ -117,7 +108,6 @@ TEST_F(Settings, TakesWhatFitsItsKeyAndSkipsTheRest) {
     EXPECT_EQ(InitApp(app), 0);
     EXPECT_EQ(app.*row.field, row.value);
   }
-  EXPECT_TRUE(host.messages.empty());
 }
 
 TEST_F(Settings, TakesTextsAsTheyStand) {
@@ -180,7 +170,6 @@ TEST_F(Settings, StartsFromAFileThatIsCutAnywhere) {
     ASSERT_LE(app.PlaceHistory.Entries().size(), 5u);
     ASSERT_EQ(app.DataFile, folder.Path(u"user.sdf"));
   }
-  EXPECT_TRUE(host.messages.empty());
 }
 
 // What is quadratic takes hours and meets the time limit of the test run.
@@ -204,9 +193,8 @@ TEST_F(Settings, EndsTheStartWhenTheFileCannotBeRead) {
   for (const FileCall call : {FileCall::kOpenForReading, FileCall::kRead}) {
     faulty.Fail(call);
     CAppState app;
+    host.answers = {"起動時エラー|設定ファイルが読込めません。\nプログラムを終了します。"};
     EXPECT_EQ(InitApp(app), -1);
-    EXPECT_EQ(TakeMessage(platform::Icon::kStop),
-              u"起動時エラー: 設定ファイルが読込めません。\nプログラムを終了します。");
     faulty.Fail(call);
     EXPECT_EQ(ReadSettings(app, File()), call == FileCall::kRead ? -9 : -1);
   }
@@ -230,16 +218,12 @@ TEST_F(Settings, LosesNothingWhenWritingFails) {
     Put(old);
     CAppState app;
     faulty.Fail(row.call, row.nth);
+    if (row.result != 0) host.answers = {"書込みエラー|設定ファイルの書込みに失敗しました。"};
     EXPECT_EQ(SaveSettings(app), row.result);
     EXPECT_GE(faulty.Count(row.call), row.nth) << "the call was never made";
     EXPECT_EQ(Content(), old);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.HostPath()), {}), 1)
         << "nothing is left beside it";
-    if (row.result != 0) {
-      EXPECT_EQ(TakeMessage(platform::Icon::kStop),
-                u"書込みエラー: 設定ファイルの書込みに失敗しました。");
-    }
-    EXPECT_TRUE(host.messages.empty());
   }
 }
 

@@ -20,6 +20,7 @@ namespace {
 
 using namespace store;
 using namespace datafile;
+using platform::Answer;
 using testing_support::WriteWholeFile;
 
 class DamagedFileTest : public StoreTest {
@@ -67,11 +68,9 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     WriteWholeFile(hostPath, row.bytes);
-    host.messages.clear();
+    host.answers = {
+        "データファイル不正|データファイルの内容が不正です。\nプログラムを終了します。"};
     EXPECT_EQ(OpenDataFile(app), -110);
-    ASSERT_EQ(host.messages.size(), 1u);
-    EXPECT_EQ(host.messages[0].text, u"データファイルの内容が不正です。\nプログラムを終了します。");
-    EXPECT_EQ(host.messages[0].title, u"データファイル不正");
     EXPECT_FALSE(dbSession().Session);
     EXPECT_TRUE(FileBytes() == row.bytes);
     EXPECT_FALSE(std::filesystem::exists(hostPath + "-wal"));
@@ -90,7 +89,9 @@ TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
       bytes.replace(100 + random() % (good.size() - 300), 200, scribble);
     }
     WriteWholeFile(hostPath, bytes);
+    host.answers = {Answer::kOk};
     if (OpenDataFile(app) > -100) {
+      host.answers.clear();
       Action action;
       for (int i = 0; i < app.IndexCount; ++i) {
         Users().ReadById(app.ActIds.At(static_cast<size_t>(i)), action);
@@ -104,10 +105,9 @@ TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
 
 TEST_F(DamagedFileTest, AFolderIsNoDataFile) {
   std::filesystem::create_directory(hostPath);
+  host.answers = {"データファイル '" + platform::ToUtf8(path) +
+                  "' を開けません。\n同じ名前のフォルダがあります。\nプログラムを終了します。"};
   EXPECT_EQ(OpenDataFile(app), -200);
-  EXPECT_EQ(host.messages.back().text, u"データファイル '" + path +
-                                           u"' を開けません。\n同じ名前のフォルダがあります。\n"
-                                           u"プログラムを終了します。");
   EXPECT_LT(CreateDataFile(path), 0);
 }
 
@@ -116,6 +116,7 @@ TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
   const auto holder = Engine::Open(path);
   holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE");
   ASSERT_EQ(holder->Execute(u"delete from t_TextData"), S_OK);
+  host.answers = {Answer::kOk};
   EXPECT_EQ(OpenDataFile(app), -110);
   EXPECT_EQ(LastTrouble(), Trouble::kBusy);
 }
@@ -131,6 +132,7 @@ TEST_F(DamagedFileTest, TwoOfOursNeverHaveOneFile) {
   if (other == 0) {
     dbSession().Session.release();  // the parent's
     bool refused = true;
+    host.answers.assign(3, Answer::kOk);
     for (const char16_t* name : {u"user.sdf", u"hard.sdf", u"soft.sdf"}) {
       app.DataFile = folder.Path(name);
       refused = refused && OpenDataFile(app) == -200 && LastTrouble() == Trouble::kInUse &&
@@ -217,20 +219,20 @@ TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
   for (const rlim_t bytes : {0, 1000, 4096, 9000, 30000, 60000, 90000}) {
     SCOPED_TRACE(bytes);
     const FullDisk full(bytes);
-    host.messages.clear();
-    host.answers = {platform::Answer::kYes};
+    host.answers = {Answer::kYes,
+                    "の初期化に失敗しました。(0)\nプログラムを終了します。\n"
+                    "保存先の空き容量が不足しています。"};
+    if (bytes == 60000) host.answers.emplace(++host.answers.begin(), "システム情報設定エラー");
     const int result = OpenDataFile(app);
     EXPECT_EQ(dbSession().Session != nullptr, result == -1);
     if (result == -1) {
+      host.answers.clear();
       DisconnectDataFile();
       std::filesystem::remove(hostPath);
       continue;
     }
     EXPECT_EQ(result, -101);
     EXPECT_TRUE(std::filesystem::is_empty(folder.HostPath())) << "the next start asks again";
-    EXPECT_EQ(host.messages.back().text,
-              u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。\n"
-              u"保存先の空き容量が不足しています。");
   }
 }
 

@@ -14,6 +14,7 @@ using namespace store;
 using namespace datafile;
 using enum platform::Answer;
 using Texts = std::vector<std::string>;
+using Replies = std::deque<testing_support::Reply>;
 
 class DataFileTest : public StoreTest {
  protected:
@@ -146,12 +147,12 @@ TEST_F(DataFileTest, MissingFileRoads) {
   const struct {
     const char* why;
     std::u16string dataFile;
-    std::deque<platform::Answer> answers;
+    Replies answers;
     int result;
     Texts shown;
   } rows[] = {
       {"No at the question", path, {kNo}, -101, create},
-      {"a name without a backslash", u"user.sdf", {}, -101, badName},
+      {"a name without a backslash", u"user.sdf", {kOk, kOk}, -101, badName},
       {"a missing folder, nothing beside the program, No", gone, {kNo}, -101, createBeside},
       {"the same, Yes", gone, {kYes}, -1, createBeside},
       {"a missing folder, a file beside the program, No", gone, {kNo}, -101, takeBeside},
@@ -194,7 +195,7 @@ TEST_F(DataFileTest, FormatsAreUpgraded) {
     SCOPED_TRACE(row.why);
     MakeOldFile(row.version, row.extItems, row.rcdrPosition);
     const bool upgraded = row.result == -2;
-    if (upgraded) host.answers = {kYes, kYes};
+    if (upgraded) host.answers = {kYes, kYes, kOk};
     EXPECT_EQ(OpenDataFile(app), row.result);
     EXPECT_EQ(Shown(), upgraded ? questions : Texts{});
     EXPECT_EQ(SysInfo(u"DBFmtVer"), upgraded ? "3.2.2010.0623" : platform::ToUtf8(row.version));
@@ -219,11 +220,10 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
   MakeOldFile(u"3.1.2010.0430", false, true);
   std::filesystem::permissions(hostPath, std::filesystem::perms(0644));
   const std::string before = FileBytes();
-  for (const auto& answers : {std::deque{kNo}, std::deque{kYes, kNo}}) {
+  const char* stopped = "更新中止|フォーマットの更新が中止されました。\nプログラムを終了します。";
+  for (const Replies& answers : {Replies{kNo, stopped}, Replies{kYes, kNo, stopped}}) {
     host.answers = answers;
     EXPECT_EQ(OpenDataFile(app), -110);
-    EXPECT_EQ(Shown().back(),
-              "更新中止|i00|フォーマットの更新が中止されました。\nプログラムを終了します。");
     EXPECT_EQ(FileBytes(), before);
     EXPECT_EQ(FilesInFolder().size(), 1u);
     EXPECT_EQ(std::filesystem::status(hostPath).permissions(), std::filesystem::perms(0644));
@@ -232,11 +232,10 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
 
 TEST_F(DataFileTest, UpgradeOfAFileThatHasTheColumnFails) {
   MakeOldFile(u"3.1.2010.0430", true, true);
-  host.answers = {kYes, kYes};
+  host.answers = {kYes, kYes,
+                  "フォーマット更新失敗|データファイルのフォーマット更新に失敗しました。\n"
+                  "プログラムを終了します。"};
   EXPECT_EQ(OpenDataFile(app), -110);
-  EXPECT_EQ(Shown().back(),
-            "フォーマット更新失敗|s00|データファイルのフォーマット更新に失敗しました。\n"
-            "プログラムを終了します。");
 }
 
 TEST_F(DataFileTest, LookingAtAFileChangesNoByte) {
@@ -277,16 +276,16 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   const struct {
     const char* why;
     std::u16string path;
-    std::deque<platform::Answer> answers;
+    Replies answers;
     int result;
     std::u16string dataFile;
     int indexCount;
     Texts shown;
   } rows[] = {
       {"Cancel", other, {kCancel}, -1, path, 1, change},
-      {"a bad file: back to the old one", folder.Path(u"bad.sdf"), {kOk}, 0, path, 1, bad},
+      {"a bad file: back to the old one", folder.Path(u"bad.sdf"), {kOk, kOk}, 0, path, 1, bad},
       {"an existing one", other, {kOk}, 0, other, 2, change},
-      {"a name without a backslash", u"x.sdf", {}, -1, other, 2, badName},
+      {"a name without a backslash", u"x.sdf", {kOk}, -1, other, 2, badName},
       {"a new one, No", folder.Path(u"x.sdf"), {kNo}, -1, other, 2, missing},
       {"a new folder, No", fresh, {kNo}, -1, other, 2, noFolder},
       {"a new folder, Yes", fresh, {kYes}, 0, fresh, 0, noFolder},
@@ -306,16 +305,14 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   }
   EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("bad.sdf")), "no data file");
   // What cannot be opened, and a path where no file can be made, end with no file open.
-  host.answers = {kOk};
+  host.answers = {kOk,
+                  "エラー|データファイル読込み中にエラーが発生しました。\n"
+                  "同じ名前のフォルダがあります。"};
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"new")), -10) << "a folder";
-  EXPECT_EQ(Shown().back(),
-            "エラー|s00|データファイル読込み中にエラーが発生しました。\n"
-            "同じ名前のフォルダがあります。");
-  host.answers = {kYes};
+  host.answers = {kYes,
+                  "データファイル初期化失敗|データファイルの初期化に失敗しました。"
+                  "(-2147467259)\nプログラムを終了します。"};
   EXPECT_EQ(ChangeDataFile(app, folder.Path(u"bad.sdf\\x.sdf")), -10);
-  EXPECT_EQ(Shown().back(),
-            "データファイル初期化失敗|s00|データファイルの初期化に失敗しました。(-2147467259)\n"
-            "プログラムを終了します。");
   EXPECT_FALSE(dbSession().Session);
   EXPECT_EQ(app.IndexCount, 0);
 }

@@ -129,31 +129,28 @@ TEST_F(EditAction, AnActionThatIsGoneOpensNothing) {
   ASSERT_EQ(Users().Delete(noon), 0);
   app.SelIndex = 1;
   CEditAction screen(app);
+  host.answers = {"Error|CEditActionDlg::OnInitDialog GetNextRS Err (ln=2, hr=40ec6)"};
   EXPECT_FALSE(screen.Open(kOpenChange));
-  EXPECT_EQ(LastMessage(), "CEditActionDlg::OnInitDialog GetNextRS Err (ln=2, hr=40ec6)");
-  EXPECT_EQ(LastTitle(), "Error");
 }
 
 TEST_F(EditAction, AsksBeforeChangesAreLost) {
-  const std::string ofChange = "アクションの内容が変更されています。変更しますか。";
-  const std::string ofNew = "アクションの内容が入力されています。作成しますか。";
+  const std::string ofChange = "変更確認|アクションの内容が変更されています。変更しますか。";
+  const std::string ofNew = "作成確認|アクションの内容が入力されています。作成しますか。";
   const struct {
     const char* why;
     int mode, command;
     Answer answer;
-    std::string question, title;
+    std::string question;
     bool written, abandoned;
   } rows[] = {
-      {"next, yes", kOpenChange, kIdNext, Answer::kYes, ofChange, "変更確認", true, false},
-      {"next, no", kOpenChange, kIdNext, Answer::kNo, ofChange, "変更確認", false, false},
-      {"exit, cancel", kOpenChange, kIdMenuExit, Answer::kCancel, ofChange, "変更確認", false,
-       true},
-      {"leaving a new one", kOpenReference, kIdMenuClose, Answer::kYes, ofNew, "作成確認", true,
-       false},
-      {"the close button is brief", kOpenReference, kIdClose, Answer::kNo, "作成しますか。",
-       "作成確認", false, false},
-      {"and has one title for both", kOpenChange, kIdClose, Answer::kCancel, "変更しますか。",
-       "作成確認", false, true},
+      {"next, yes", kOpenChange, kIdNext, Answer::kYes, ofChange, true, false},
+      {"next, no", kOpenChange, kIdNext, Answer::kNo, ofChange, false, false},
+      {"exit, cancel", kOpenChange, kIdMenuExit, Answer::kCancel, ofChange, false, true},
+      {"leaving a new one", kOpenReference, kIdMenuClose, Answer::kYes, ofNew, true, false},
+      {"the close button is brief", kOpenReference, kIdClose, Answer::kNo,
+       "作成確認|作成しますか。", false, false},
+      {"and has one title for both", kOpenChange, kIdClose, Answer::kCancel,
+       "作成確認|変更しますか。", false, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
@@ -162,10 +159,8 @@ TEST_F(EditAction, AsksBeforeChangesAreLost) {
     const std::string former = Stored(noon, store::kCategory2);
     const std::u16string typed = platform::ToUtf16(std::string(row.why));
     Pick(screen, kIdCategory2, typed);
-    host.answers = {row.answer};
+    host.answers = {{row.question, row.answer}};
     screen.OnCommand(row.command);
-    EXPECT_EQ(LastMessage(), row.question);
-    EXPECT_EQ(LastTitle(), row.title);
     const bool created = row.written && row.mode == kOpenReference;
     EXPECT_EQ(app.IndexCount, count + (created ? 1 : 0));
     EXPECT_EQ(Stored(noon, store::kCategory2), row.written && !created ? row.why : former);
@@ -177,9 +172,8 @@ TEST_F(EditAction, AsksBeforeChangesAreLost) {
 TEST_F(EditAction, AsksBeforeAnActionMovesToAnotherDay) {
   CEditAction screen = OpenAt(1);
   Pick(screen, kIdEndDate, u"2010/06/20");
-  host.answers = {Answer::kNo};
+  host.answers = {{"開始日変更確認", Answer::kNo}};
   screen.OnCommand(kIdWrite);
-  EXPECT_EQ(LastTitle(), "開始日変更確認");
   EXPECT_FALSE(screen.ended);
   EXPECT_TRUE(screen.dirty);
   EXPECT_EQ(Stored(noon, store::kStaDateTime), "2010/06/23 12:00:00");
@@ -194,21 +188,20 @@ TEST_F(EditAction, AFailedWriteKeepsTheScreen) {
   CEditAction screen = OpenAt(1);
   Pick(screen, kIdPlace, u"公園");
   ASSERT_EQ(Users().Delete(noon), 0);
+  const std::string failed = "アクションの変更に失敗しました。(80040e19)";
+  const std::string values = "入力値が不正です。値を見直しください";
+  host.answers = {failed, values};
   screen.OnCommand(kIdWrite);
-  ASSERT_EQ(host.messages.size(), 2u);
-  EXPECT_EQ(platform::ToUtf8(host.messages[0].text), "アクションの変更に失敗しました。(80040e19)");
-  EXPECT_EQ(LastMessage(), "入力値が不正です。値を見直しください");
   // Nor does it go when the question on the way out was answered by Yes.
-  host.answers = {Answer::kYes};
+  host.answers = {Answer::kYes, failed, values};
   screen.OnCommand(kIdMenuClose);
   EXPECT_FALSE(screen.ended);
   EXPECT_TRUE(screen.dirty);
   EXPECT_EQ(screen.fields.place, u"公園");
   // A diary that was displaced is no fault of the values.
   std::filesystem::rename(folder.HostPath("user.sdf"), folder.HostPath("moved.sdf"));
-  host.messages.clear();
+  host.answers = {Answer::kOk};
   screen.OnCommand(kIdWrite);
-  EXPECT_EQ(host.messages.size(), 1u);
   EXPECT_TRUE(screen.dirty);
 }
 
@@ -307,9 +300,8 @@ TEST_F(EditAction, DeletingWhatIsGoneDropsItFromTheIndex) {
   app.EditOpeCont = 1;
   CEditAction screen = OpenAt(1);
   ASSERT_EQ(Users().Delete(noon), 0);
-  host.answers = {Answer::kYes};
+  host.answers = {Answer::kYes, "アクションの削除に失敗しました。(80040e19)"};
   screen.OnCommand(kIdMenuDelete);
-  EXPECT_EQ(LastMessage(), "アクションの削除に失敗しました。(80040e19)");
   EXPECT_EQ(app.IndexCount, 2);
   EXPECT_EQ(app.SelActId, evening);
 }

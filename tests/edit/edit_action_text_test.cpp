@@ -51,7 +51,7 @@ TEST_F(EditActionText, RunsAgainAfterWhateverChangesAField) {
 TEST_F(EditActionText, RunsAfterNothingElse) {
   host.now.second = 1;
   CEditAction screen = OpenWithMemo(u"#LocalTime()#");
-  host.answers = {Answer::kNo};
+  host.answers = {"位置情報が未取得です。", Answer::kNo};
   for (const int command : {kIdToolContinue, kIdMenuAtStart, kIdMapLink, kIdMenuDelete, kIdMemo}) {
     host.now.second += 1;
     screen.OnCommand(command);

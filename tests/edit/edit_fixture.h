@@ -35,13 +35,6 @@ class EditTest : public store_test::StoreTest {
     return action[column] ? platform::ToUtf8(*action[column]) : "(none)";
   }
 
-  std::string LastMessage() const {
-    return host.messages.empty() ? "" : platform::ToUtf8(host.messages.back().text);
-  }
-  std::string LastTitle() const {
-    return host.messages.empty() ? "" : platform::ToUtf8(host.messages.back().title);
-  }
-
   std::u16string morning, noon, evening;  // ids
 };
 

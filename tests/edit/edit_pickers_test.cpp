@@ -33,12 +33,11 @@ TEST_F(EditPickers, TakeATypedTime) {
   };
   for (const auto& row : refused) {
     SCOPED_TRACE(row.why);
-    host.messages.clear();
+    host.answers = {"入力した時刻の値が不正です。入力値を見直してください。"};
     Pick(row.control, row.typed);
     EXPECT_EQ(screen.picker, Picker::kNone);
     EXPECT_EQ(screen.fields.times.staTime, u"12:00");
     EXPECT_EQ(screen.fields.times.endTime, u"13:00");
-    EXPECT_EQ(LastMessage(), "入力した時刻の値が不正です。入力値を見直してください。");
     EXPECT_FALSE(screen.dirty);
   }
   Pick(kIdEndTime, u"9:5");
@@ -49,6 +48,7 @@ TEST_F(EditPickers, TakeATypedTime) {
 TEST_F(EditPickers, ARefusedTimeStopsTheCommand) {
   screen.OnCommand(kIdStartTime);
   screen.pickerText = u"soon";
+  host.answers = {"入力した時刻の値が不正です。"};
   screen.OnCommand(kIdClose);
   EXPECT_FALSE(screen.ended);
   screen.OnCommand(kIdClose);

@@ -14,9 +14,12 @@ using EditPosition = edit_test::EditTest;
 TEST_F(EditPosition, IsTakenOnlyWithItsUsersConsent) {
   testing_support::GpsDaemon daemon;
   platform::SetGpsDriver([&](int& error) { return platform::OpenGpsd(daemon.Port(), error); });
-  const auto arrive = [&](CEditAction& edit, Answer answer) {
+  const auto refuse = [&](CEditAction& edit) {
     host.NextPost();
-    host.answers = {answer};
+    host.answers = {
+        {"位置情報を取得しました。値を取り込みますか？\n"
+         "Lat:35/40/52.453200\nLon:139/46/1.650000",
+         Answer::kNo}};
     edit.OnCommand(33103);
   };
   app.SelIndex = 1;
@@ -24,8 +27,8 @@ TEST_F(EditPosition, IsTakenOnlyWithItsUsersConsent) {
   CEditAction edit(app);
   ASSERT_TRUE(edit.Open(kOpenChange));
   edit.fields.latitude = u"35/0/0.0";
+  host.answers = {"位置情報取得"};
   edit.OnCommand(kIdLongitude);
-  EXPECT_EQ(LastTitle(), "位置情報取得");
   EXPECT_EQ(edit.fields.latitude, u"35/0/0.0") << "there is no daemon";
 
   daemon.Start();
@@ -33,10 +36,7 @@ TEST_F(EditPosition, IsTakenOnlyWithItsUsersConsent) {
   EXPECT_EQ(edit.fields.latitude, u"取得中");
   edit.OnCommand(kIdAskPosition);  // again: what was kept stays
   daemon.HaveFix();
-  arrive(edit, Answer::kNo);
-  EXPECT_EQ(LastMessage(),
-            "位置情報を取得しました。値を取り込みますか？\n"
-            "Lat:35/40/52.453200\nLon:139/46/1.650000");
+  refuse(edit);
   EXPECT_EQ(edit.fields.latitude, u"35/0/0.0");
   EXPECT_EQ(edit.fields.longitude, u"");
   EXPECT_FALSE(edit.dirty);
@@ -48,15 +48,15 @@ TEST_F(EditPosition, IsTakenOnlyWithItsUsersConsent) {
   ASSERT_EQ(host.links.size(), 1u);
   edit.OnCommand(kIdWrite);
   EXPECT_EQ(Stored(noon, store::kLatitude), "35.681237");
+  host.answers = {"位置情報は未取得です。"};  // it is offered once
   edit.OnCommand(kIdShowPosition);
-  EXPECT_EQ(LastMessage(), "位置情報は未取得です。") << "it is offered once";
 
   edit.OnCommand(kIdAskPosition);
   edit.OnCommand(kIdNext);
-  arrive(edit, Answer::kNo);
+  refuse(edit);
   EXPECT_EQ(edit.fields.latitude, u"") << "not what the former Action's field had held";
+  host.answers = {"位置情報が未取得です。"};
   edit.OnCommand(kIdMapLink);
-  EXPECT_EQ(LastMessage(), "位置情報が未取得です。");
   position::ClosePositionMonitor();
   platform::SetGpsDriver(nullptr);
 }

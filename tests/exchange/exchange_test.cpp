@@ -23,7 +23,10 @@
 namespace exchange {
 namespace {
 
+using platform::Answer;
 using testing_support::FileCall;
+
+constexpr char kImported[] = "インポートが完了しました。";
 
 class FileTest : public ExchangeTest {
  protected:
@@ -42,10 +45,6 @@ class FileTest : public ExchangeTest {
       rows[id] = row;
     }
     return rows;
-  }
-
-  std::string LastMessage(size_t fromTheEnd = 1) const {
-    return platform::ToUtf8(host.messages.at(host.messages.size() - fromTheEnd).text);
   }
 
   std::u16string path = folder.Path(u"morvenly.csv");
@@ -85,11 +84,12 @@ TEST_F(FileTest, TheDocumentsExamplesGoOutAndIn) {
     EXPECT_EQ(store::dbSession().Session->Execute(u"delete from t_UserData"), 0);
     for (store::Action action : diary) EXPECT_EQ(table.Insert(action), 0);
     EXPECT_EQ(store::ReloadActionIndex(app), 0);
+    const std::string exported =
+        std::string("エクスポートが完了しました。") +
+        (losesNone ? "" : "\n1個のアクションに、この形式では残せない文字があります。");
+    host.answers = {exported, kImported, "エクスポートが完了しました。"};
     EXPECT_EQ(RunExport(app, path, version), 2);
     EXPECT_EQ(Bytes(), bytes);
-    EXPECT_EQ(LastMessage(),
-              std::string("エクスポートが完了しました。") +
-                  (losesNone ? "" : "\n1個のアクションに、この形式では残せない文字があります。"));
     EXPECT_EQ(store::dbSession().Session->Execute(u"delete from t_UserData"), 0);
     const int mode = version == kVer1 ? kReadAdd : kReadReplace;
     EXPECT_EQ(RunImport(app, path, std::min<int>(version, kVer3), mode), 0);
@@ -134,26 +134,26 @@ TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
   Insert(Of(u"09:00:00", u"10:00:00"));
   testing_support::FaultyFiles files;
   files.Fail(FileCall::kCreate, 1, 1);
+  const std::string file = "ファイル" + platform::ToUtf8(path);
+  const std::string failed = "エクスポートに失敗しました。(-1)";
+  host.answers = {file + "のオープンに失敗しました。ファイル名を見直してください。", failed};
   EXPECT_EQ(RunExport(app, path, 1), -1);
-  EXPECT_EQ(LastMessage(2), "ファイル" + platform::ToUtf8(path) +
-                                "のオープンに失敗しました。ファイル名を見直してください。");
-  EXPECT_EQ(LastMessage(), "エクスポートに失敗しました。(-1)");
   for (const FileCall call : {FileCall::kWrite, FileCall::kSync}) {
     files.Fail(call, 1, 1);
+    host.answers = {file + "の書込みに失敗(-1)しました。メモリの空き容量を確認してください。",
+                    failed};
     EXPECT_EQ(RunExport(app, path, 1), -1);
-    EXPECT_EQ(LastMessage(2),
-              "ファイル" + platform::ToUtf8(path) +
-                  "の書込みに失敗(-1)しました。メモリの空き容量を確認してください。");
   }
   // The log is gone while nobody has written, but the next write would find it.
   store::ConnectDataFile(folder.Path(u"user.sdf"));
   for (const std::u16string_view name : {u"\\user.sdf", u"user.sdf-wal", u"user.sdf-shm"}) {
+    host.answers = {"のオープンに失敗しました。", failed};
     EXPECT_EQ(RunExport(app, folder.Path(name), 1), -1) << platform::ToUtf8(name);
   }
   // Nor is it read, by whatever name: that alone would drop the engine's locks.
   std::filesystem::create_symlink(folder.HostPath("user.sdf"), folder.HostPath("link.csv"));
+  host.answers = {"ファイル名不正", "のオープンに失敗しました。", failed};
   EXPECT_EQ(RunImport(app, folder.Path(u"link.csv"), 1, kReadAdd), -101);
-  EXPECT_EQ(host.messages.back().title, u"ファイル名不正");
   std::filesystem::rename(folder.HostPath("user.sdf"), hostPath);
   EXPECT_EQ(RunExport(app, path, 1), -1) << "moved away while it was open";
   std::filesystem::rename(hostPath, folder.HostPath("user.sdf"));
@@ -174,9 +174,9 @@ TEST_F(FileTest, ARoundTripChangesNothingAndAddingDoubles) {
   }
   const auto before = Rows();
   app.FindWhere = u"1 = 1";
+  host.answers = {"エクスポートが完了しました。", kImported, kImported};
   EXPECT_EQ(RunExport(app, path, 3), 250);
   EXPECT_EQ(RunImport(app, path, 3, kReadReplace), 0);
-  EXPECT_EQ(LastMessage(), "インポートが完了しました。");
   EXPECT_FALSE(app.FindWhere);
   EXPECT_TRUE(Rows() == before);
   EXPECT_EQ(RunImport(app, path, 3, kReadAdd), 0);
@@ -194,13 +194,14 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   const std::string badTimes = " 行目の値が不正です。";
   const std::string noMeaning = " 行目にてエラーが発生しました。(-14)";
   const std::string badId = " 行目のアクションIDの値が不正です。";
-  struct Row {
+  const std::string stopped = "\nインポートを中止します。";
+  const std::string failed = "インポートに失敗しました。";
+  const struct {
     const char* why;
     int version;
     std::string bytes;
     std::string message;
-  };
-  const Row rows[] = {
+  } rows[] = {
       {"five columns", 1, good1 + "2010/06/23\t09:00" + day + "10:00\tplace", "2" + noTimes},
       {"six columns", 2, good2 + id + day + "09:00:00" + day + "10:00:00\tplace\n", "2" + noTimes},
       {"four columns", 3, head + id + "\tx\t" + noon + "\t" + noon, "1" + noTimes},
@@ -223,26 +224,26 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   };
   Insert(Of(u"09:00:00", u"10:00:00"));
   app.FindWhere = u"1 = 1";
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     Put(row.bytes);
+    host.answers = {'|' + row.message + stopped, failed};
     EXPECT_EQ(RunImport(app, path, row.version, kReadAdd), -1);
-    EXPECT_EQ(LastMessage(2), row.message + "\nインポートを中止します。");
-    EXPECT_EQ(LastMessage(), "インポートに失敗しました。");
     EXPECT_EQ(Rows().size(), 1u);
   }
   EXPECT_TRUE(app.FindWhere) << "nothing has changed";
+  host.answers = {Answer::kOk, Answer::kOk, "|0 行目にてエラーが発生しました。(0)" + stopped,
+                  failed};
   EXPECT_EQ(RunImport(app, folder.Path(u"none"), 3, kReadAdd), -101);
   EXPECT_EQ(RunImport(app, folder.Path(u""), 3, kReadAdd), -101) << "a folder";
   testing_support::FaultyFiles files;
   files.Fail(FileCall::kOpenForReading, 1, 1);
   EXPECT_EQ(RunImport(app, path, 3, kReadAdd), -1);
-  EXPECT_EQ(LastMessage(2), "0 行目にてエラーが発生しました。(0)\nインポートを中止します。");
   Put(good1);
   for (const int nth : {2, 3}) {  // as its encoding is told, and as its lines are taken
     files.Fail(FileCall::kRead, nth, nth);
+    host.answers = {"|1 行目にてエラーが発生しました。(-12)" + stopped, failed};
     EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -1);
-    EXPECT_EQ(LastMessage(2), "1 行目にてエラーが発生しました。(-12)\nインポートを中止します。");
   }
 }
 
@@ -325,8 +326,8 @@ TEST_F(FileTest, AFailureInTheMiddleKeepsWhatWasWritten) {
         "2010/06/23\t09:00\t2010/06/23\t10:00\t" + std::string(i == 650 ? "bad" : "p") + "\tc\n";
   }
   Put(lines);
+  host.answers = {"レコード作成エラー(80004005)\nインポートを中止します。", Answer::kOk};
   EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -3);
-  EXPECT_EQ(LastMessage(2), "レコード作成エラー(80004005)\nインポートを中止します。");
   // What is written next doesn't hang in a transaction of the import.
   Insert(Of(u"09:00:00", u"10:00:00"));
   ASSERT_EQ(store::ConnectDataFile(folder.Path(u"user.sdf")), 0);
@@ -336,17 +337,18 @@ TEST_F(FileTest, AFailureInTheMiddleKeepsWhatWasWritten) {
 TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
   Insert(Of(u"09:00:00", u"10:00:00"));
   CExchange out(app, ExchangeKind::kExport);
+  host.answers = {"対象ファイルが指定されていません。"};
   out.OnRun({});
-  EXPECT_EQ(LastMessage(), "対象ファイルが指定されていません。");
   std::string typed = platform::ToUtf8(path);
   std::replace(typed.begin(), typed.end(), '\\', '/');
   out.SetPath(u"a.csv");
   EXPECT_EQ(out.Path(), core::JoinModulePath(u"a.csv"));
   out.SetPath(platform::ToUtf16(typed));
-  host.answers = {platform::Answer::kNo, platform::Answer::kYes};
+  const std::string file = platform::ToUtf8(path);
+  const std::string question =
+      "現在該当している1個のアクションを" + file + "へエクスポートしますか？";
+  host.answers = {{question, Answer::kNo}, Answer::kYes, "エクスポートが完了しました。"};
   out.OnRun({});
-  EXPECT_EQ(LastMessage(), "現在該当している1個のアクションを" + platform::ToUtf8(path) +
-                               "へエクスポートしますか？");
   out.OnRun({});
   out.Close();
   EXPECT_EQ(app.ExportPath, path);
@@ -354,9 +356,8 @@ TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
   CExchange in(app, ExchangeKind::kImport);
   EXPECT_EQ(in.ReadMode(), kReadReplace);
   in.SetPath(path);
-  host.answers = {platform::Answer::kYes};
+  host.answers = {{file + "をインポートしますか？", Answer::kYes}, kImported};
   in.OnRun({});
-  EXPECT_EQ(LastMessage(2), platform::ToUtf8(path) + "をインポートしますか？");
   EXPECT_EQ(Rows().size(), 1u) << "replaced";
 }
 

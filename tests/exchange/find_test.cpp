@@ -61,19 +61,19 @@ TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
     bool inPlace;
     std::u16string_view staDate, staTime, endDate, endTime;
     std::string_view found;
-    std::u16string_view message;
+    const char* message = "見つかりました。";
   };
   const std::u16string_view day = u"2010/06/23";
   const Row rows[] = {
-      {"no condition", u"x", false, {}, {}, {}, {}, "1234", u"4 個のアクションが見つかりました。"},
-      {"a quote", u"O'N", true, {}, {}, {}, {}, "1", u"1 個のアクションが見つかりました。"},
-      {"letters without case, a wildcard", u"OFF%1", true, {}, {}, {}, {}, "23", {}},
-      {"an empty text leaves out NULL", u"", true, {}, {}, {}, {}, "123", {}},
-      {"nothing", u"海", true, {}, {}, {}, {}, "", u"該当するアクションはありません。"},
-      {"the end's minute counts as a whole", u"", false, {}, {}, day, u"10:00", "2", {}},
-      {"an empty end sorts behind every time", u"", false, {}, {}, day, {}, "1234", {}},
-      {"from a time on", u"", false, day, u"12:00", {}, {}, "34", {}},
-      {"the all-day mark", u"", false, day, u"<終日>", {}, u"<終日>", "1", {}},
+      {"no condition", u"x", false, {}, {}, {}, {}, "1234", "4 個のアクションが見つかりました。"},
+      {"a quote", u"O'N", true, {}, {}, {}, {}, "1", "1 個のアクションが見つかりました。"},
+      {"letters without case, a wildcard", u"OFF%1", true, {}, {}, {}, {}, "23"},
+      {"an empty text leaves out NULL", u"", true, {}, {}, {}, {}, "123"},
+      {"nothing", u"海", true, {}, {}, {}, {}, "", "該当するアクションはありません。"},
+      {"the end's minute counts as a whole", u"", false, {}, {}, day, u"10:00", "2"},
+      {"an empty end sorts behind every time", u"", false, {}, {}, day, {}, "1234"},
+      {"from a time on", u"", false, day, u"12:00", {}, {}, "34"},
+      {"the all-day mark", u"", false, day, u"<終日>", {}, u"<終日>", "1"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.why);
@@ -85,12 +85,10 @@ TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
     find.fields.staTime = row.staTime;
     find.fields.endDate = row.endDate;
     find.fields.endTime = row.endTime;
+    host.answers = {row.message};
     EXPECT_TRUE(find.OnFind());
     EXPECT_EQ(Found(), row.found);
     EXPECT_EQ(app.TotalCount, 4);
-    if (!row.message.empty()) {
-      EXPECT_EQ(host.messages.back().text, row.message);
-    }
   }
   EXPECT_EQ(store::ReloadActionIndex(app), 0);
   EXPECT_EQ(Found(), "1234");
@@ -100,8 +98,8 @@ TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
 TEST_F(FindDialogTest, AFailedFindKeepsTheDialogAndTheIndex) {
   store::DisconnectDataFile();
   CFind find(app);
+  host.answers = {"検索中にエラーが発生しました。"};
   EXPECT_FALSE(find.OnFind());
-  EXPECT_EQ(host.messages.back().text, u"検索中にエラーが発生しました。");
   EXPECT_EQ(host.messages.back().icon, platform::Icon::kWarning);
   EXPECT_EQ(Found(), "1234");
 }
@@ -128,19 +126,20 @@ TEST_F(FindDialogTest, TypedTimes) {
     find.fields.staTime = find.fields.endTime = u"08:00";
     EXPECT_TRUE(find.OpenEditor(row.editor));
     find.editorText = row.typed;
+    if (!row.taken) host.answers = {"入力値不正"};
     EXPECT_EQ(find.ApplyEditor(), row.taken);
     EXPECT_EQ(find.editor, FindEditor::kNone);
     EXPECT_EQ(find.fields.staTime, row.staTime);
     EXPECT_EQ(find.fields.endTime, row.endTime);
     EXPECT_EQ(find.IsEndTimeEnabled(), row.endTime != u"<終日>");
   }
-  EXPECT_EQ(host.messages.back().title, u"入力値不正");
   CFind find(app);
   find.OpenEditor(FindEditor::kStartTime);
   EXPECT_EQ(find.EditorRow(), 26);
   find.OpenEditor(FindEditor::kEndTime);
   EXPECT_EQ(find.EditorRow(), 25);
   find.editorText = u"9";
+  host.answers = {"入力値不正"};
   find.OnBtnStartToday();
   EXPECT_EQ(find.fields.staDate, u"") << "refused, so nothing else happens";
   find.OpenEditor(FindEditor::kStartTime);

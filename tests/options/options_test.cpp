@@ -64,9 +64,11 @@ TEST_F(Options, ADataFileIsChangedCreatedOrLost) {
   testing_support::FaultyFiles faulty;
   faulty.Fail(testing_support::FileCall::kCreate);
   sheet.values.DataFile = folder.Path(u"third.sdf");
-  host.answers = {Answer::kYes};
+  host.answers = {Answer::kYes, "初期化に失敗しました。"};
   EXPECT_EQ(sheet.OnOk(), kNoDataFile);
   sheet.values.DataFile = app.DataFile = folder.Path(u"gone.sdf");
+  host.answers = {"指定のデータファイルは存在しません。",
+                  "データファイル読込み中にエラーが発生しました。"};
   EXPECT_FALSE(sheet.OnBtnCompact());
 }
 
@@ -87,10 +89,8 @@ TEST_F(Options, OnlyAPathThatOpensAtTheNextStartIsTaken) {
   for (const std::u16string& typed : {std::u16string(u"other.sdf"), std::u16string(u"C:\\user.sdf"),
                                       std::u16string(), folder.Path(u""), folder.Path(u"none\\")}) {
     sheet.values.DataFile = typed;
-    host.messages.clear();
+    host.answers = {"指定されているデータファイル名が不正です。\n"};
     EXPECT_FALSE(sheet.CheckDataFile()) << testing::PrintToString(typed);
-    ASSERT_EQ(host.messages.size(), 1u);
-    EXPECT_TRUE(host.messages[0].text.starts_with(u"指定されているデータファイル名が不正です。\n"));
   }
 }
 

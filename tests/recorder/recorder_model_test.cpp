@@ -91,9 +91,18 @@ class RecorderModel : public store_test::StoreTest {
     recorder->lines.selected = model.selected;
   }
 
-  void Run(const Command& command) {
-    host.answers = {model.yes ? platform::Answer::kYes : platform::Answer::kNo};
-    (*recorder.*command.program)();
+  void Run(const Command& command) { (*recorder.*command.program)(); }
+
+  // A question is the one message that ends so.
+  void Script() {
+    host.answers.clear();
+    for (const Text& message : model.messages) {
+      if (message.ends_with(u"？")) {
+        host.answers.push_back(model.yes ? platform::Answer::kYes : platform::Answer::kNo);
+      } else {
+        host.answers.push_back(platform::ToUtf8(message));
+      }
+    }
   }
 
   // Another process runs the command and dies in the middle of it, or right behind it. What the
@@ -110,6 +119,8 @@ class RecorderModel : public store_test::StoreTest {
       store::ConnectDataFile(path);
       store::PrepareToWrite();  // its writes belong to no command
       testing_support::diskCalls().writesUntilDeath = lastWrites;
+      model = whole;
+      Script();
       Run(command);
       _exit(0);
     }
@@ -204,7 +215,6 @@ class RecorderModel : public store_test::StoreTest {
     EXPECT_EQ(messages, model.messages);
     EXPECT_EQ(host.waitDepth, 0);
     host.messages.clear();
-    host.answers.clear();  // not every command has a question
     model.messages.clear();
   }
 
@@ -220,8 +230,9 @@ class RecorderModel : public store_test::StoreTest {
                                            kStop,   kStop,   kBack,   kBack,   kDelete};
       const Command& command = kind == 0 ? kClear : kOften[Pick(std::size(kOften))];
       if (command.model == &Model::Delete) Select();
-      Run(command);
       (model.*command.model)();
+      Script();
+      Run(command);
     } else if (kind < 75) {
       CloseScreen();
       OpenScreen();

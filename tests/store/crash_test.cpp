@@ -165,7 +165,7 @@ TEST_F(CrashTest, ALogThatBelongsToAnotherFileIsNeverMixedIn) {
   ASSERT_FALSE(log.empty());
   for (const std::string& backup : {closed, copiedWhileOpen}) {
     testing_support::WriteWholeFile(hostPath, backup);
-    host.answers = {platform::Answer::kNo};
+    host.answers = {platform::Answer::kNo, platform::Answer::kOk};
     EXPECT_EQ(datafile::OpenDataFile(app), -200);
     EXPECT_TRUE(FileBytes() == backup);
     EXPECT_TRUE(testing_support::ReadWholeFile(hostPath + "-wal") == log);

@@ -2,29 +2,57 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
-
-#include "platform/utf.h"
+#include <span>
 
 namespace testing_support {
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+
+// The last one is what closing the message means.
+std::span<const Answer> AnswersOf(Buttons buttons) {
+  static constexpr Answer kAll[] = {Answer::kYes, Answer::kNo, Answer::kOk, Answer::kCancel};
+  static constexpr Answer kYesNoCancel[] = {Answer::kYes, Answer::kNo, Answer::kCancel};
+  const std::span all(kAll);
+  switch (buttons) {
+    case Buttons::kOk:
+      return all.subspan(2, 1);
+    case Buttons::kOkCancel:
+      return all.subspan(2);
+    case Buttons::kYesNo:
+      return all.first(2);
+    case Buttons::kYesNoCancel:
+      break;
+  }
+  return kYesNoCancel;
+}
+
+}  // namespace
 
 FakeHost::~FakeHost() {
-  EXPECT_TRUE(answers.empty()) << answers.size() << " answers were never asked for";
+  EXPECT_TRUE(answers.empty()) << answers.size() << " messages didn't come: "
+                               << (answers.empty() ? "" : answers.front().says);
   EXPECT_EQ(waitDepth, 0) << "the wait cursor was left on";
   platform::SetHost(former_);
 }
 
 platform::Answer FakeHost::ShowMessage(const platform::Message& message) {
   messages.push_back(message);
-  if (message.buttons == platform::Buttons::kOk) return platform::Answer::kOk;
+  const std::string shown = platform::ToUtf8(message.title + u'|' + message.text);
+  const std::span<const Answer> buttons = AnswersOf(message.buttons);
   if (answers.empty()) {
-    ADD_FAILURE() << "no answer left for: " << platform::ToUtf8(message.text);
-    return message.buttons == platform::Buttons::kYesNo ? platform::Answer::kNo
-                                                        : platform::Answer::kCancel;
+    ADD_FAILURE() << "unexpected message: " << shown;
+    return buttons.back();
   }
-  const platform::Answer answer = answers.front();
+  const Reply reply = answers.front();
   answers.pop_front();
-  return answer;
+  EXPECT_NE(shown.find(reply.says), std::string::npos) << reply.says << " expected, not " << shown;
+  if (std::ranges::find(buttons, reply.answer) != buttons.end()) return reply.answer;
+  ADD_FAILURE() << "no such answer to: " << shown;
+  return buttons.back();
 }
 
 void FakeHost::PostCommand(platform::WindowId window, int command) {

