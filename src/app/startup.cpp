@@ -8,6 +8,7 @@
 
 #include "app/window_size.h"
 #include "core/settings.h"
+#include "core/settings_choices.h"
 #include "datafile/data_file.h"
 #include "edit/qt/edit_action_screen.h"
 #include "mainwindow/main_window.h"
@@ -22,8 +23,6 @@ namespace app {
 namespace {
 
 constexpr int kLastResultThatEnds = -100;  // of OpenDataFile
-constexpr int kStartWithRecorder = 1;      // StartupMode
-constexpr int kStartWithNewAction = 2;
 
 std::string ProgramFolder() {
   const std::string program = *platform::ToHostPath(platform::host().ProgramPath());
@@ -55,8 +54,8 @@ std::unique_ptr<mainwindow::CMainWnd> InitInstance(core::CAppState& app, platfor
 
 void RunFirstScreen(core::CAppState& app, mainwindow::CMainWnd& window) {
   const int mode = app.StartupMode;  // which the screen may change
-  if (mode == kStartWithRecorder) window.OnCommand(views::kRecorder);
-  if (mode != kStartWithNewAction) return;
+  if (mode == core::kStartRecorder) window.OnCommand(views::kRecorder);
+  if (mode != core::kStartNewAction) return;
   edit::CEditActionDlg firstScreen(&window, app, edit::kOpenNew);
   if (firstScreen.RunModal() == platform::qt::kResultOk) window.ShowChange(views::Change::kAdded);
 }

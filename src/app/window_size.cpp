@@ -2,6 +2,7 @@
 
 #include <QScreen>
 
+#include "core/settings_choices.h"
 #include "platform/metrics.h"
 
 namespace app {
@@ -29,14 +30,14 @@ void ShowAtKeptSize(QWidget& window, const core::CAppState& app, const platform:
   const QSize kept(Pixels(app.WindowWidth, kUnitsWide, unit),
                    Pixels(app.WindowHeight, kUnitsHigh, unit));
   window.resize(kept.boundedTo(window.screen()->availableSize()));
-  app.WindowMaximized == 1 ? window.showMaximized() : window.show();
+  app.WindowMaximized == core::kOn ? window.showMaximized() : window.show();
 }
 
 void KeepSize(const QWidget& window, core::CAppState& app, const platform::ScreenPlan& plan) {
   const QSize size = window.normalGeometry().size();
   app.WindowWidth = qRound(size.width() / UnitSize(plan));
   app.WindowHeight = qRound(size.height() / UnitSize(plan));
-  app.WindowMaximized = window.isMaximized() ? 1 : 0;
+  app.WindowMaximized = window.isMaximized() ? core::kOn : core::kOff;
 }
 
 }  // namespace app

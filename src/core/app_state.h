@@ -1,6 +1,6 @@
 // The one application object: settings, the Action index, the histories and what the screens hand
 // to one another. Interface thread only. A field that bears a settings key's name holds that
-// setting.
+// setting; settings_choices.h says what its numbers mean.
 #pragma once
 
 #include <array>
@@ -73,7 +73,7 @@ class CAppState {
   int NoMemPlaceSepaStr;
   int EditOpeCont;
   int DispListAfterFind;
-  int ViewAutoUpdate;  // 1: the week and the month follow whatever is done to the diary
+  int ViewAutoUpdate;
   std::u16string StaDtTmName, EndDtTmName, LatName, LonName, SbjctName, PlaceName, Cate1Name,
       Cate2Name, MemoName;
   int ActTxtMode;
@@ -83,7 +83,7 @@ class CAppState {
   // window always fills.
   int WindowWidth = 0;
   int WindowHeight = 0;
-  int WindowMaximized = 0;  // 1: it is
+  int WindowMaximized = 0;
 
   HistoryList PlaceHistory{80};
   HistoryList Category1History{80};

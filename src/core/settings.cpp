@@ -6,6 +6,7 @@
 
 #include "core/date_time.h"
 #include "core/paths.h"
+#include "core/settings_choices.h"
 #include "platform/files.h"
 #include "platform/host.h"
 #include "platform/metrics.h"
@@ -47,13 +48,12 @@ void SetWords(HistoryList& list, std::initializer_list<std::u16string_view> word
 
 // A mode that the file lacks is told by the older key: half hours for 0, otherwise the clock.
 void RepairTimeMode(int& mode, int setNowForCreate) {
-  if (mode == -1) mode = setNowForCreate == 0 ? 2 : 1;
+  if (mode == kNewNotChosen) mode = setNowForCreate == 0 ? kNewAtHalfHour : kNewAtClock;
 }
 
 // A first run has no version: it starts with one screen a page, not with the default. So does the
 // file of an old version that asks for fewer rows than are offered now.
 void RepairListRange(CAppState& app) {
-  constexpr int kFitsScreen = 0;
   constexpr std::u16string_view kLastVersionWithShortPages = u"2.3.2003.1122";
   const bool shortPage =
       app.FileVersion && *app.FileVersion <= kLastVersionWithShortPages && app.SeqViewRng < 10;
@@ -79,24 +79,24 @@ int ReadOrInitialize(CAppState& app) {
 
 void SetDefaults(CAppState& app) {
   app.FileVersion.reset();
-  app.StartupMode = 0;
-  app.ViewModeSave = 1;
+  app.StartupMode = kStartBrowsing;
+  app.ViewModeSave = kOn;
   app.InitView = kViewDay;
   DaySeqVwLineNum = 0;
   app.SeqViewRng = 20;
-  app.MonViewTapOpeMode = 1;
-  app.DayVwMltDayMode = 1;
-  app.OkBtnVwMode = 1;
-  app.ToolBarVwMode = 1;
+  app.MonViewTapOpeMode = kMonthTapSelects;
+  app.DayVwMltDayMode = kSingleDayMode;
+  app.OkBtnVwMode = kOkButtonHidden;
+  app.ToolBarVwMode = kToolBarHidden;
   SetDefaultFonts(app);
   app.SetNowForCreate = -1;
-  app.TimeInitForNewMode = -1;
-  app.TimeInitForFollowMode = 1;
+  app.TimeInitForNewMode = kNewNotChosen;
+  app.TimeInitForFollowMode = kFollowToNow;
   app.PlaceSepaStr = u"－＞";
-  app.NoMemPlaceSepaStr = 0;
-  app.EditOpeCont = 0;
-  app.DispListAfterFind = 0;
-  app.ViewAutoUpdate = 0;
+  app.NoMemPlaceSepaStr = kOff;
+  app.EditOpeCont = kOff;
+  app.DispListAfterFind = kOff;
+  app.ViewAutoUpdate = kOff;
   app.StaDtTmName = u"開始";
   app.EndDtTmName = u"終了";
   app.LatName = u"緯度";
@@ -106,8 +106,8 @@ void SetDefaults(CAppState& app) {
   app.Cate1Name = u"分類1";
   app.Cate2Name = u"分類2";
   app.MemoName = u"メモ";
-  app.ActTxtMode = 1;
-  app.ItmSelMode = 1;
+  app.ActTxtMode = kActionTextOff;
+  app.ItmSelMode = kPickInPlace;
   app.DataFile = JoinModulePath(kDefaultDataFile);
   for (size_t i = 0; i < app.HalfHourTable.size(); ++i) {
     app.HalfHourTable[i] = FormatHourMinute(static_cast<int>(i / 2), i % 2 == 0 ? 0 : 30);

@@ -11,6 +11,7 @@
 
 #include "core/paths.h"
 #include "core/settings.h"
+#include "core/settings_choices.h"
 #include "core/text.h"
 #include "core/version.h"
 
@@ -194,7 +195,7 @@ std::u16string ValueOf(const CAppState& app, const Kind& kind) {
       Overloaded{
           [](WrittenOnly key) { return std::u16string(key.text); },
           [](Version) { return std::u16string(kProgramVersion); },
-          [&](FirstView) { return Number(app.ViewModeSave == 1 ? app.CurView : app.InitView); },
+          [&](FirstView) { return Number(app.ViewModeSave == kOn ? app.CurView : app.InitView); },
           [](LineNumber) { return Number(DaySeqVwLineNum); },
           [&](Digits key) { return Number(app.*key.field); },
           [&](Added key) { return Number(app.*key.field); },

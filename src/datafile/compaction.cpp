@@ -21,7 +21,6 @@ using platform::Icon;
 using platform::ShowNotice;
 using Text = std::u16string;
 
-constexpr int kNoButton = 1;  // the second of Yes and No
 constexpr int kTemporaryNames = 100;
 
 void TellStopped() {
@@ -39,8 +38,8 @@ void TellFailed() {
 
 // The question's answer; No is followed by its message.
 bool Agrees(Text question, Text title) {
-  const bool agrees =
-      platform::AskYesNo(std::move(question), std::move(title), Icon::kQuestion, kNoButton);
+  const bool agrees = platform::AskYesNo(std::move(question), std::move(title), Icon::kQuestion,
+                                         platform::kNoButton);
   if (!agrees) TellStopped();
   return agrees;
 }

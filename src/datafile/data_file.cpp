@@ -26,7 +26,6 @@ using Text = std::u16string;
 
 constexpr std::u16string_view kFormatWithRcdrPosition = u"3.1.2010.0430";
 constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
-constexpr int kNoButton = 1;  // the second of Yes and No
 
 Text Decimal(int value) {
   const std::string digits = std::to_string(value);
@@ -279,14 +278,14 @@ int UpgradeDataFile(core::CAppState& app) {
   if (!AskYesNo(u"データファイルのフォーマットが最新ではありません。\n"
                 u"処理を継続するためにはフォーマットを更新する必要があります。\n"
                 u"フォーマットを更新しますか。",
-                Text(kTitle) + u"(1/2)", Icon::kQuestion, kNoButton)) {
+                Text(kTitle) + u"(1/2)", Icon::kQuestion, platform::kNoButton)) {
     return -1;
   }
   // Kept on purpose: a closing quotation mark without an opening one.
   if (!AskYesNo(u"更新の前にデータファイル\n" + app.DataFile +
                     u"\"をバックアップされることを推奨します。\n"
                     u"フォーマットの更新を開始してもよろしいですか。",
-                Text(kTitle) + u"(2/2)", Icon::kQuestion, kNoButton)) {
+                Text(kTitle) + u"(2/2)", Icon::kQuestion, platform::kNoButton)) {
     return -1;
   }
   if (ApplyFormatUpgrade(app, version) != 0) return -3;

@@ -4,18 +4,12 @@
 #include <utility>
 
 #include "actiontext/action_text.h"
+#include "core/settings_choices.h"
 #include "edit/initial_times.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 
 namespace edit {
-namespace {
-
-constexpr int kActionTextOff = 1;
-constexpr int kStartupBrowsing = 0;
-constexpr int kStartupNewAction = 2;
-
-}  // namespace
 
 struct CEditAction::Command {
   int id;
@@ -55,7 +49,7 @@ constexpr CEditAction::Command CEditAction::kCommands[] = {
 };
 
 const std::u16string& CEditAction::ShownMemo() const {
-  return app_.ActTxtMode == kActionTextOff ? fields.memo : expansion_;
+  return app_.ActTxtMode == core::kActionTextOff ? fields.memo : expansion_;
 }
 
 std::u16string_view CEditAction::Title() const {
@@ -85,12 +79,14 @@ bool CEditAction::IsEnabled(int commandId) const {
 }
 
 bool CEditAction::IsChecked(int commandId) const {
-  if (commandId == kIdToolContinue || commandId == kIdMenuContinue) return app_.EditOpeCont == 1;
-  return app_.StartupMode == kStartupNewAction;
+  if (commandId == kIdToolContinue || commandId == kIdMenuContinue)
+    return app_.EditOpeCont == core::kOn;
+  return app_.StartupMode == core::kStartNewAction;
 }
 
 bool CEditAction::Open(int openMode, const std::optional<position::Position>& position) {
-  formerStartupMode_ = app_.StartupMode == kStartupNewAction ? kStartupBrowsing : app_.StartupMode;
+  formerStartupMode_ =
+      app_.StartupMode == core::kStartNewAction ? core::kStartBrowsing : app_.StartupMode;
   if (openMode == kOpenNew) {
     const platform::LocalTime now = platform::host().Now();
     StartNew(app_.CurView == core::kViewList
@@ -192,13 +188,14 @@ void CEditAction::OnBtnEndNow() {
 }
 
 void CEditAction::ToggleEditOpeCont() {
-  app_.EditOpeCont = app_.EditOpeCont == 1 ? 0 : 1;
+  app_.EditOpeCont = app_.EditOpeCont == core::kOn ? core::kOff : core::kOn;
 }
 
 // Cleared, the program starts as it did when this screen opened; with the browsing screen if it
 // opened here even then.
 void CEditAction::ToggleAtStart() {
-  app_.StartupMode = app_.StartupMode == kStartupNewAction ? formerStartupMode_ : kStartupNewAction;
+  app_.StartupMode =
+      app_.StartupMode == core::kStartNewAction ? formerStartupMode_ : core::kStartNewAction;
 }
 
 std::u16string CEditAction::ExtItems() const {
@@ -215,7 +212,7 @@ void CEditAction::TakeExtItems(std::u16string_view text) {
 // nothing else, for what it draws by chance or takes from the clock would change before its user's
 // eyes.
 void CEditAction::RunActionText() {
-  if (app_.ActTxtMode == kActionTextOff) return;
+  if (app_.ActTxtMode == core::kActionTextOff) return;
   expanded_ = BuildAction();
   expansion_ = actiontext::ParseActionText(expanded_);
 }

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "edit/edit_action.h"
 #include "edit/picker_table.h"
 #include "platform/conversion.h"
@@ -12,8 +13,6 @@ namespace {
 
 constexpr std::u16string_view kMultiLineRow = u"<複数行枠で入力>";
 constexpr std::u16string_view kTimeOfEmptyField = u"11:30";  // kept on purpose: a find has noon
-constexpr size_t kHalfHoursOffered = 48;
-constexpr int kPickByLists = 2;  // a value of ItmSelMode
 
 // `text` with every line end written as CR LF, the form in which memos are stored.
 std::u16string WithStoredLineEnds(std::u16string_view text) {
@@ -45,7 +44,7 @@ std::vector<std::u16string> CEditAction::PickerRows() const {
   if (entry.kind == PickerKind::kTime) {
     if (picker == Picker::kStartTime) rows.emplace_back(core::kAllDayMark);
     rows.insert(rows.end(), app_.HalfHourTable.begin(),
-                app_.HalfHourTable.begin() + kHalfHoursOffered);
+                app_.HalfHourTable.begin() + core::kHalfHoursOffered);
   } else if (entry.kind == PickerKind::kValue) {
     rows = (app_.*entry.history).Entries();
   } else if (picker == Picker::kMemoList) {
@@ -74,7 +73,7 @@ size_t CEditAction::LongestPickerText() const {
 }
 
 bool CEditAction::PicksOnOwnScreen() const {
-  if (app_.ItmSelMode != kPickByLists || picker == Picker::kNone) return false;
+  if (app_.ItmSelMode != core::kPickByLists || picker == Picker::kNone) return false;
   const PickerKind kind = EntryOf(picker).kind;
   return kind == PickerKind::kTime || kind == PickerKind::kValue;
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "core/text.h"
 #include "edit/edit_action.h"
 #include "platform/host.h"
@@ -69,7 +70,7 @@ void CEditAction::FxEditDelete() {
   store::Action action;
   if (index < 0 || !ReadAction(IdAt(index), {u"FxEditDelete", true}, action)) {
     End(kEndChanged);
-  } else if (app_.EditOpeCont == 1) {
+  } else if (app_.EditOpeCont == core::kOn) {
     ShowAt(index, action);
   } else {
     End(kEndChanged);

@@ -1,5 +1,6 @@
 // Building an Action from the fields, writing it, and the questions before something is lost.
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "core/text.h"
 #include "edit/edit_action.h"
 #include "platform/host.h"
@@ -14,7 +15,7 @@ using platform::Icon;
 
 void CEditAction::OnBtnWrite() {
   if (!Write()) return;
-  if (app_.EditOpeCont != 1) {
+  if (app_.EditOpeCont != core::kOn) {
     End(kEndChanged);
     return;
   }

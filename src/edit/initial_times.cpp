@@ -2,14 +2,15 @@
 
 #include "core/calendar_value.h"
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 
 namespace edit {
 namespace {
 
 std::u16string InitialTime(bool today, int timeInitForNewMode, const platform::LocalTime& now) {
-  if (timeInitForNewMode == kNewAllDay) return std::u16string(core::kAllDayMark);
+  if (timeInitForNewMode == core::kNewAllDay) return std::u16string(core::kAllDayMark);
   if (!today) return u"12:00";
-  if (timeInitForNewMode == kNewAtHalfHour) {
+  if (timeInitForNewMode == core::kNewAtHalfHour) {
     return core::FormatHourMinute(now.hour, now.minute < 30 ? 0 : 30);
   }
   return ShortTimeOf(now);
@@ -40,7 +41,7 @@ StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
   StartEnd times = AtOneMoment(former.endDate, former.endTime);
   if (times.endDate != DateOf(now)) return times;
   const std::u16string clock = ShortTimeOf(now);
-  if (timeInitForFollowMode == kFollowToNow) {
+  if (timeInitForFollowMode == core::kFollowToNow) {
     if (times.staTime <= clock) times.endTime = clock;
   } else if (times.staTime.substr(0, 2) <= clock.substr(0, 2)) {
     const StartEnd unmoved = times;

@@ -8,18 +8,13 @@
 
 namespace edit {
 
-// What TimeInitForNewMode says; any other number acts as the clock.
-inline constexpr int kNewAtHalfHour = 2;
-inline constexpr int kNewAllDay = 3;
-// What TimeInitForFollowMode says; any other number acts as the next half hour.
-inline constexpr int kFollowToNow = 1;
-
-// A new Action of a day: on today by `timeInitForNewMode`, on another day all day or at noon.
+// A new Action of a day: on today by `timeInitForNewMode`, of which an unknown number acts as the
+// clock; on another day all day or at noon.
 StartEnd TimesOfNew(std::u16string_view date, int timeInitForNewMode,
                     const platform::LocalTime& now);
 
-// A new Action that starts where `former` ended. Up to now, or to the next half hour, if that is
-// today; the next whole day after an all-day Action.
+// A new Action that starts where `former` ended. Up to now, or to the next half hour (also for an
+// unknown number), if that is today; the next whole day after an all-day Action.
 StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
                        const platform::LocalTime& now);
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "core/text.h"
 #include "exchange/find.h"
 #include "platform/host.h"
@@ -55,7 +56,7 @@ CFind::CFind(core::CAppState& app)
              app.FindStaTime,
              app.FindEndDate,
              app.FindEndTime,
-             app.DispListAfterFind == 1},
+             app.DispListAfterFind == core::kOn},
       app_(app) {}
 
 bool CFind::IsEndTimeEnabled() const {
@@ -200,7 +201,7 @@ void CFind::Store() const {
   app_.FindInCategory1 = fields.inCategory1 ? 1 : 0;
   app_.FindInCategory2 = fields.inCategory2 ? 1 : 0;
   app_.FindInMemo = fields.inMemo ? 1 : 0;
-  app_.DispListAfterFind = fields.dispListAfterFind ? 1 : 0;
+  app_.DispListAfterFind = fields.dispListAfterFind ? core::kOn : core::kOff;
 }
 
 bool CFind::OnFind() {

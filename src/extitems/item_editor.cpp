@@ -19,8 +19,6 @@ using platform::Icon;
 using platform::ShowNotice;
 using Text = std::u16string;
 
-constexpr int kNoButton = 1;  // the second of Yes and No
-
 struct CheckedField {
   int code;
   std::u16string_view name;
@@ -53,7 +51,7 @@ bool AgreesToLoss(const ExtItem& item) {
   return platform::AskYesNo(u"値の" + Decimal(position + 1) +
                                 u"文字目は、保存した後に読み戻せない文字です。この項目と、名前順で"
                                 u"これより後ろの項目が失われます。よろしいですか？",
-                            u"値確認", Icon::kWarning, kNoButton);
+                            u"値確認", Icon::kWarning, platform::kNoButton);
 }
 
 // Cut at the first blank; the second part is empty without a blank, or with nothing behind it, and
@@ -206,7 +204,7 @@ void CItemEditor::OnBtnDelete() {
   if (!IsSelected()) return;
   const auto index = static_cast<size_t>(selected_);
   if (!platform::AskYesNo(u"項目\"" + items_[index].name + u"\"を削除してもよろしいですか？",
-                          u"項目削除確認", Icon::kQuestion, kNoButton)) {
+                          u"項目削除確認", Icon::kQuestion, platform::kNoButton)) {
     return;
   }
   items_.erase(items_.begin() + selected_);

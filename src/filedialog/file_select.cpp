@@ -22,7 +22,6 @@ using platform::ShowNotice;
 constexpr std::u16string_view kRoot = u"\\";
 constexpr std::u16string_view kEveryName = u"*.*";
 constexpr size_t kMaxPatterns = 10;
-constexpr int kNoButton = 1;
 
 char16_t Folded(char16_t c) {
   return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
@@ -268,7 +267,7 @@ void CFileSelect::Delete() {
   }
   const std::u16string path = PathOf(Name(selectedLine_));
   if (!platform::AskYesNo(u'"' + path + u"\"を削除してもよろしいですか？", u"削除確認",
-                          Icon::kQuestion, kNoButton)) {
+                          Icon::kQuestion, platform::kNoButton)) {
     return;
   }
   if (!files().Exists(path)) {

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "core/settings_choices.h"
 #include "platform/qt/qt_text.h"
 #include "views/view_rows.h"
 
@@ -12,14 +13,12 @@ using enum views::Command;
 
 namespace {
 
-constexpr int kToolBarShown = 2;
-
 bool IsChecked(int id, const core::CAppState& app) {
   switch (id) {
     case kSpanningMode:
       return views::SpansDays(app);
     case kToolBarMode:
-      return app.ToolBarVwMode == kToolBarShown;
+      return app.ToolBarVwMode == core::kToolBarShown;
     default:
       return id == views::CommandOfView(views::ViewOnShow(app.CurView));
   }

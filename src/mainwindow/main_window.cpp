@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <set>
 
+#include "core/settings_choices.h"
 #include "edit/qt/edit_action_screen.h"
 #include "exchange/qt/exchange_screen.h"
 #include "exchange/qt/find_screen.h"
@@ -38,11 +39,6 @@ namespace {
 using platform::Scaled;
 
 constexpr int kActionListId = 1071;
-constexpr int kOkButtonShown = 2;
-constexpr int kToolBarHidden = 1;
-constexpr int kToolBarShown = 2;
-constexpr int kSingleDayMode = 1;
-constexpr int kSpanningDayMode = 2;
 
 }  // namespace
 
@@ -152,8 +148,8 @@ void CMainWnd::WatchKeys() {
 
 void CMainWnd::Relayout() {
   // What is not shown must be hidden, or the Tab key walks through it.
-  caption_->setVisible(app_.OkBtnVwMode == kOkButtonShown);
-  toolBar_->setVisible(app_.ToolBarVwMode == kToolBarShown);
+  caption_->setVisible(app_.OkBtnVwMode == core::kOkButtonShown);
+  toolBar_->setVisible(app_.ToolBarVwMode == core::kToolBarShown);
   const views::WindowLayout layout =
       views::LayoutWindow(width(), height(), !toolBar_->isHidden(), !caption_->isHidden());
   caption_->setGeometry(ToQt(layout.caption));
@@ -477,13 +473,14 @@ void CMainWnd::FxFindClear() {
 }
 
 void CMainWnd::ToggleSpanningMode() {
-  app_.DayVwMltDayMode = views::SpansDays(app_) ? kSingleDayMode : kSpanningDayMode;
+  app_.DayVwMltDayMode = views::SpansDays(app_) ? core::kSingleDayMode : core::kSpanningDayMode;
   ShowState();
   Refresh();
 }
 
 void CMainWnd::ToggleToolBar() {
-  app_.ToolBarVwMode = app_.ToolBarVwMode == kToolBarShown ? kToolBarHidden : kToolBarShown;
+  app_.ToolBarVwMode =
+      app_.ToolBarVwMode == core::kToolBarShown ? core::kToolBarHidden : core::kToolBarShown;
   ShowState();
   Relayout();
   Refresh();
@@ -508,7 +505,7 @@ void CMainWnd::RunRecorder() {
 // A find shows its newest rows first, and so does the dialog's end without one.
 void CMainWnd::RunFind() {
   exchange::CFindDlg(this, app_).RunModal();
-  if (app_.DispListAfterFind == 1) ShowView(core::kViewList);
+  if (app_.DispListAfterFind == core::kOn) ShowView(core::kViewList);
   app_.ListPage = 0;
   ShowChange(views::Change::kFindEnded);
 }

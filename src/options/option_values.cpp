@@ -1,4 +1,5 @@
 #include "options/option_values.h"
+#include "core/settings_choices.h"
 
 namespace options {
 namespace {
@@ -85,7 +86,7 @@ void ApplyValues(const OptionValues& values, const OpenedPages& opened, CAppStat
     app.*font.name = values.fonts[font.target].name;
     app.*font.size = values.fonts[font.target].size;
   }
-  if (opened[kGeneral] && values.ViewModeSave == 0) app.InitView = values.InitView;
+  if (opened[kGeneral] && values.ViewModeSave == core::kOff) app.InitView = values.InitView;
   if (opened[kNames]) app.SbjctName.clear();
 }
 

@@ -78,6 +78,8 @@ Host* SetHost(Host* newHost);
 
 // ShowMessage of a message with the OK button alone.
 void ShowNotice(std::u16string text, std::u16string title, Icon icon);
+// The second button of a question with Yes and No.
+inline constexpr int kNoButton = 1;
 // ShowMessage of a question with Yes and No; true only for Yes.
 bool AskYesNo(std::u16string text, std::u16string title, Icon icon = Icon::kQuestion,
               int defaultButton = 0);

@@ -2,14 +2,13 @@
 #include <utility>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "platform/host.h"
 #include "recorder/recording.h"
 
 namespace recorder {
 namespace {
 
-constexpr int kOpensRecorder = 1;  // a value of StartupMode
-constexpr size_t kHalfHoursOffered = 48;
 // Of the editor, whose first row is the mark. Kept on purpose: 11:30, where a find opens at noon.
 constexpr size_t kRowOfEmptyField = 24;
 
@@ -60,7 +59,7 @@ std::vector<std::u16string> CRecorder::RowsOf(InlineEdit which) const {
     case InlineEdit::kTime:
       rows.emplace_back(kCurrentTimeMark);
       rows.insert(rows.end(), app_.HalfHourTable.begin(),
-                  app_.HalfHourTable.begin() + kHalfHoursOffered);
+                  app_.HalfHourTable.begin() + core::kHalfHoursOffered);
       break;
     case InlineEdit::kPlace:
       return app_.PlaceHistory.Entries();
@@ -151,12 +150,12 @@ void CRecorder::OnBtnNow() {
 }
 
 void CRecorder::ReadStartChoice() {
-  opensAtStart = app_.StartupMode == kOpensRecorder;
-  formerStartupMode_ = opensAtStart ? 0 : app_.StartupMode;
+  opensAtStart = app_.StartupMode == core::kStartRecorder;
+  formerStartupMode_ = opensAtStart ? core::kStartBrowsing : app_.StartupMode;
 }
 
 void CRecorder::StoreStartChoice() {
-  app_.StartupMode = opensAtStart ? kOpensRecorder : formerStartupMode_;
+  app_.StartupMode = opensAtStart ? core::kStartRecorder : formerStartupMode_;
 }
 
 }  // namespace recorder

@@ -99,8 +99,8 @@ bool SetLogAside(std::u16string_view path) {
                         u"データファイルが置換されたと思われます。\n"
                         u"記録を '" +
                         aside + u"' に移し、データファイルをそのまま開きますか。";
-  constexpr int kNoButton = 1;
-  if (!platform::AskYesNo(question, u"データファイル確認", platform::Icon::kWarning, kNoButton) ||
+  if (!platform::AskYesNo(question, u"データファイル確認", platform::Icon::kWarning,
+                          platform::kNoButton) ||
       platform::files().Exists(aside) || !platform::files().Rename(log, aside)) {
     return false;
   }

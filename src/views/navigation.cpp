@@ -6,6 +6,7 @@
 
 #include "core/calendar_value.h"
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "views/command_table.h"
@@ -82,7 +83,7 @@ void GoToToday(core::CAppState& app) {
 }
 
 int RowsPerPage(const core::CAppState& app) {
-  return std::max(1, app.SeqViewRng != 0 ? app.SeqViewRng : app.ListRowsPerScreen);
+  return std::max(1, app.SeqViewRng != core::kFitsScreen ? app.SeqViewRng : app.ListRowsPerScreen);
 }
 
 int LastPage(const core::CAppState& app) {

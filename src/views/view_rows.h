@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/app_state.h"
+#include "core/settings_choices.h"
 #include "store/action.h"
 
 namespace views {
@@ -17,12 +18,12 @@ inline constexpr std::u16string_view kFillErrorTitle = u"ERROR";
 
 // Whether an Action shows on every day that it touches, and not only on the one it starts on.
 inline bool SpansDays(const core::CAppState& app) {
-  return app.DayVwMltDayMode == 2;
+  return app.DayVwMltDayMode == core::kSpanningDayMode;
 }
 
 // Whether the week and the month are read again after everything, and not only where that is told.
 inline bool StaysCurrent(const core::CAppState& app) {
-  return app.ViewAutoUpdate == 1;
+  return app.ViewAutoUpdate == core::kOn;
 }
 
 // How a row's number leads to its Action's position in the index.

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "exchange/find_layout.h"
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
@@ -26,7 +27,6 @@ using platform::qt::FixedFont;
 using platform::qt::FromQt;
 using platform::qt::ToQt;
 
-constexpr int kPickByLists = 2;         // a value of ItmSelMode
 constexpr int kLongestFindText = 2000;  // the longest column that is looked into
 constexpr int kLongestTime = 8;
 
@@ -83,7 +83,7 @@ void CFindDlg::MakeText() {
           [this](const QString& text) { find_.fields.text = FromQt(text); });
   AddField(kIdTextField, FindEditor::kNone);
   connect(fields_[kIdTextField], &QAbstractButton::clicked, this, &CFindDlg::OnTextField);
-  const bool byLists = app_.ItmSelMode == kPickByLists;
+  const bool byLists = app_.ItmSelMode == core::kPickByLists;
   text_->setHidden(byLists);
   fields_[kIdTextField]->setHidden(!byLists);
 }
@@ -183,7 +183,7 @@ void CFindDlg::AddField(int id, FindEditor which) {
   controls_[id] = fields_[id] = field;
   if (which == FindEditor::kNone) return;
   connect(field, &QAbstractButton::clicked, this, [this, which] {
-    const bool byWheels = app_.ItmSelMode == kPickByLists && !IsDate(which);
+    const bool byWheels = app_.ItmSelMode == core::kPickByLists && !IsDate(which);
     byWheels ? OnTimeField(which) : OpenEditor(which);
   });
 }

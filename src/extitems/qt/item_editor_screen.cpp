@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "filedialog/qt/file_select_screen.h"
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
@@ -24,7 +25,6 @@ using platform::qt::FixedFont;
 using platform::qt::FromQt;
 using platform::qt::ToQt;
 
-constexpr int kPickByLists = 2;  // a value of ItmSelMode
 constexpr int kNoon = 12;
 
 // The text of an edit as it is: unlike its plain text, with no character exchanged.
@@ -53,7 +53,7 @@ Qt::InputMethodHints LineHints(ItemType type) {
 CItemEditorDlg::CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u16string_view text)
     : ModalScreen(over),
       editor_(text),
-      byLists_(app.ItmSelMode == kPickByLists),
+      byLists_(app.ItmSelMode == core::kPickByLists),
       rows_(new QVBoxLayout(this)),
       line_(new QLineEdit(this)),
       time_(new QLineEdit(this)),

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "core/settings_choices.h"
 #include "platform/host.h"
 #include "platform/metrics.h"
 #include "platform/qt/finger_scroll.h"
@@ -66,17 +67,22 @@ OptionPage::OptionPage(Page page, COptions& options, const PageCommands& command
 void OptionPage::MakeGeneral() {
   OptionValues& values = options_.values;
   AddChoice("StartupMode", u"起動画面:", values.StartupMode,
-            {{u"閲覧画面", 0}, {u"レコーダー画面", 1}, {u"新規作成画面", 2}});
-  AddCheck("ViewModeSave", u"終了時の表示形式を保存する", values.ViewModeSave, 1, 0);
+            {{u"閲覧画面", core::kStartBrowsing},
+             {u"レコーダー画面", core::kStartRecorder},
+             {u"新規作成画面", core::kStartNewAction}});
+  AddCheck("ViewModeSave", u"終了時の表示形式を保存する", values.ViewModeSave);
   QComboBox* view = AddChoice("InitView", u"初期表示形式:", values.InitView,
                               {{u"1日表示", core::kViewDay},
                                {u"1週間表示", core::kViewWeek},
                                {u"1ヶ月表示", core::kViewMonth},
                                {u"一覧表示", core::kViewList},
                                {u"マップ表示", core::kViewMap}});
-  AddCheck("OkBtnVwMode", u"(ok)ボタンを表示する", values.OkBtnVwMode, 2, 1);
-  AddCheck("ActTxtMode", u"アクションテキストを使用する", values.ActTxtMode, 2, 1);
-  AddCheck("ItmSelMode", u"リストビューにて項目値を選択", values.ItmSelMode, 2, 1);
+  AddCheck("OkBtnVwMode", u"(ok)ボタンを表示する", values.OkBtnVwMode, core::kOkButtonShown,
+           core::kOkButtonHidden);
+  AddCheck("ActTxtMode", u"アクションテキストを使用する", values.ActTxtMode, core::kActionTextOn,
+           core::kActionTextOff);
+  AddCheck("ItmSelMode", u"リストビューにて項目値を選択", values.ItmSelMode, core::kPickByLists,
+           core::kPickInPlace);
   auto* save = form_->parentWidget()->findChild<QCheckBox*>(QStringLiteral("ViewModeSave"));
   view->setDisabled(save->isChecked());
   connect(save, &QCheckBox::toggled, view, &QWidget::setDisabled);
@@ -106,11 +112,15 @@ void OptionPage::MakeDisplay() {
           [font](int row) { font().size = row > 0 ? row + kSmallestSize - 1 : -1; });
   ShowFont(0);
   AddChoice("SeqViewRng", u"一覧表示時の表示個数:", options_.values.SeqViewRng,
-            {{u"一画面", 0}, {u"10", 10}, {u"15", 15}, {u"20", 20}, {u"25", 25}, {u"30", 30}});
+            {{u"一画面", core::kFitsScreen},
+             {u"10", 10},
+             {u"15", 15},
+             {u"20", 20},
+             {u"25", 25},
+             {u"30", 30}});
   AddCheck("MonViewTapOpeMode", u"1ヶ月表示にて日付タップ時1日表示",
-           options_.values.MonViewTapOpeMode, 2, 1);
-  AddCheck("ViewAutoUpdate", u"1週間・1ヶ月表示を常に最新にする", options_.values.ViewAutoUpdate, 1,
-           0);
+           options_.values.MonViewTapOpeMode, core::kMonthTapOpensDay, core::kMonthTapSelects);
+  AddCheck("ViewAutoUpdate", u"1週間・1ヶ月表示を常に最新にする", options_.values.ViewAutoUpdate);
 }
 
 // What the device has not is shown as the system's own, and stays as it is unless it is changed.
@@ -124,18 +134,19 @@ void OptionPage::ShowFont(int target) {
 void OptionPage::MakeEditing() {
   OptionValues& values = options_.values;
   AddChoice("TimeInitForNewMode", u"新規作成時の時刻初期値:", values.TimeInitForNewMode,
-            {{u"現在時刻", 1}, {u"30分単位", 2}, {u"終日", 3}});
-  AddCheck("TimeInitForFollowMode", u"後続作成時、現在時刻を設定", values.TimeInitForFollowMode, 1,
-           2);
+            {{u"現在時刻", core::kNewAtClock},
+             {u"30分単位", core::kNewAtHalfHour},
+             {u"終日", core::kNewAllDay}});
+  AddCheck("TimeInitForFollowMode", u"後続作成時、現在時刻を設定", values.TimeInitForFollowMode,
+           core::kFollowToNow, core::kFollowToHalfHour);
   AddText("PlaceSepaStr", u"レコーダーの移動区切り文字:", values.PlaceSepaStr);
-  AddCheck("NoMemPlaceSepaStr", u"移動区切り含む値は履歴に残さない", values.NoMemPlaceSepaStr, 1,
-           0);
-  AddCheck("EditOpeCont", u"作成/変更画面にて操作を継続して行う", values.EditOpeCont, 1, 0);
+  AddCheck("NoMemPlaceSepaStr", u"移動区切り含む値は履歴に残さない", values.NoMemPlaceSepaStr);
+  AddCheck("EditOpeCont", u"作成/変更画面にて操作を継続して行う", values.EditOpeCont);
 }
 
 void OptionPage::MakeFind() {
   AddCheck("DispListAfterFind", u"検索終了後、一覧形式にて表示する",
-           options_.values.DispListAfterFind, 1, 0);
+           options_.values.DispListAfterFind);
 }
 
 void OptionPage::MakeNames() {

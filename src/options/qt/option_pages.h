@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/settings_choices.h"
 #include "options/options.h"
 #include "platform/qt/choice_box.h"
 
@@ -43,7 +44,8 @@ class OptionPage : public QScrollArea {
   void MakeData(const PageCommands& commands);
 
   // Object names are those of the settings.
-  void AddCheck(const char* name, std::u16string_view text, int& value, int on, int off);
+  void AddCheck(const char* name, std::u16string_view text, int& value, int on = core::kOn,
+                int off = core::kOff);
   QComboBox* AddChoice(const char* name, std::u16string_view label, int& value,
                        std::initializer_list<Choice> choices);
   void AddRow(const QString& text, QWidget* field);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/settings_choices.h"
 #include "edit/qt/edit_action_screen.h"
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
@@ -41,8 +42,6 @@ enum MenuId {
   kKeyRecord = 40002,
   kMenuExit = 40102
 };
-
-constexpr int kPickByLists = 2;  // a value of ItmSelMode
 
 }  // namespace
 
@@ -217,7 +216,7 @@ void CRecorderDlg::OnPosted(int) {
 }
 
 void CRecorderDlg::OnTimeField() {
-  if (app_.ItmSelMode != kPickByLists) return OpenEditor(InlineEdit::kTime);
+  if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(InlineEdit::kTime);
   if (recorder_.ValidateInlineEdit() == 0) {
     pickers::TimeSelectParams params;
     params.title = u"時刻の選択";
@@ -238,7 +237,7 @@ void CRecorderDlg::OnTimeField() {
 }
 
 void CRecorderDlg::OnValueField(InlineEdit which) {
-  if (app_.ItmSelMode != kPickByLists) return OpenEditor(which);
+  if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(which);
   if (recorder_.ValidateInlineEdit() == 0) {
     const std::u16string& name = which == InlineEdit::kPlace       ? app_.PlaceName
                                  : which == InlineEdit::kCategory1 ? app_.Cate1Name

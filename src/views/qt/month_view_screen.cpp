@@ -1,6 +1,7 @@
 // Painting the month, its list, and what days and rows answer.
 #include "views/qt/month_view_screen.h"
 
+#include "core/settings_choices.h"
 #include "platform/qt/qt_text.h"
 #include "views/navigation.h"
 
@@ -11,8 +12,6 @@ using platform::Scaled;
 
 constexpr int kMonthListId = 1072;
 constexpr int kFirstWeekdayId = 1063;
-constexpr int kShowsDayOnTap = 2;
-constexpr int kToolBarShown = 2;
 constexpr QColor kWeekdayBackground(0xE0, 0xE0, 0xE0);
 constexpr QColor kDayColor(0x64, 0x64, 0x64);
 
@@ -96,7 +95,7 @@ void MonthViewScreen::SetShown(bool shown) {
 void MonthViewScreen::Place(const Rect& content) {
   const QWidget* window = canvas_->parentWidget();
   layout_ = LayoutMonth(content, IsPortrait(window->width(), window->height()),
-                        app_.ToolBarVwMode == kToolBarShown);
+                        app_.ToolBarVwMode == core::kToolBarShown);
   canvas_->setGeometry(ToQt(layout_.grid));
   list_->setGeometry(ToQt(layout_.list));
   for (int column = 0; column < kMonthColumns; ++column) {
@@ -151,7 +150,7 @@ void MonthViewScreen::GoToPressedDay() {
 void MonthViewScreen::OnTapped(QPoint press, QPoint release) {
   pressedCell_ = CellAt(press);
   if (pressedCell_ < 0 || pressedCell_ != CellAt(release)) return;
-  emit Commanded(app_.MonViewTapOpeMode == kShowsDayOnTap ? kMonthShowDay : kMonthOpen);
+  emit Commanded(app_.MonViewTapOpeMode == core::kMonthTapOpensDay ? kMonthShowDay : kMonthOpen);
 }
 
 void MonthViewScreen::OnHeld(QPoint press) {
