@@ -1,7 +1,6 @@
 // The globals that stand beside the application object, and its start values.
 #include "core/app_state.h"
 
-#include "core/date_time.h"
 #include "core/settings.h"
 
 namespace core {
@@ -17,12 +16,24 @@ CAppState::CAppState() {
   SetDefaults(*this);
 }
 
+Day CurrentDay() {
+  return {CurYear, CurMonth, CurDay};
+}
+
+void SetCurrentDay(const Day& day) {
+  CurYear = day.year;
+  CurMonth = day.month;
+  CurDay = day.day;
+}
+
 int SetCurDate(std::u16string_view text) {
-  return ParseDate(text, CurYear, CurMonth, CurDay) == 0 ? 0 : -1;
+  const std::optional<Day> day = ReadDay(text);
+  if (day) SetCurrentDay(*day);
+  return day ? 0 : -1;
 }
 
 std::u16string CurDate() {
-  return FormatDate(CurYear, CurMonth, CurDay);
+  return DayText(CurrentDay());
 }
 
 }  // namespace core

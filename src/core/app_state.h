@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/day.h"
 #include "core/history.h"
 #include "core/text_list.h"
 
@@ -107,16 +108,19 @@ class CAppState {
 
 extern CAppState* g_App;
 
-// The current date of the views; -1 in all three after a calendar read of an invalid value.
+// The current date of the views. Code that takes it as a whole calls CurrentDay.
 extern int CurYear;
 extern int CurMonth;
 extern int CurDay;
 extern int DaySeqVwLineNum;  // a setting that is read and written back, nothing else
 extern int MenuBarHeight;    // the bottom menu bar
 
-// Sets the current date from a date text: 0, or -1 and no change if it does not parse.
+// A step by months keeps the day's number, so it may be a day that doesn't exist.
+Day CurrentDay();
+void SetCurrentDay(const Day& day);
+// The same from a date text: 0, or -1 and no change if it doesn't parse.
 int SetCurDate(std::u16string_view text);
-// The current date as yyyy/mm/dd.
+// As yyyy/mm/dd.
 std::u16string CurDate();
 
 }  // namespace core

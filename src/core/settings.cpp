@@ -137,10 +137,7 @@ int InitApp(CAppState& app) {
   if (app.DataFile.empty()) app.DataFile = JoinModulePath(kDefaultDataFile);
   app.ActIds.Clear();
   app.ActStarts.Clear();
-  const platform::LocalTime now = platform::host().Now();
-  CurYear = now.year;
-  CurMonth = now.month;
-  CurDay = now.day;
+  SetCurrentDay(DayOf(platform::host().Now()));
   return 0;
 }
 
