@@ -84,7 +84,7 @@ bool CEditAction::IsChecked(int commandId) const {
   return app_.StartupMode == core::kStartNewAction;
 }
 
-bool CEditAction::Open(int openMode, const std::optional<position::Position>& position) {
+bool CEditAction::Open(OpenMode openMode, const std::optional<position::Position>& position) {
   formerStartupMode_ =
       app_.StartupMode == core::kStartNewAction ? core::kStartBrowsing : app_.StartupMode;
   if (openMode == kOpenNew) {

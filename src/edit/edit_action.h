@@ -15,7 +15,8 @@
 
 namespace edit {
 
-// How a caller asks for the screen.
+// How a caller asks for the screen. All but kOpenNew take the Action at app.SelIndex, or that of
+// app.SelActId where SelIndex is no position.
 enum OpenMode { kOpenNew = 1, kOpenChange = 2, kOpenReference = 4, kOpenFollow = 5 };
 
 enum class WorkingMode { kCreate = 1, kChange = 2 };
@@ -131,10 +132,9 @@ class CEditAction {
   // The most that its line takes.
   size_t LongestPickerText() const;
 
-  // Fills the state for an OpenMode. A new Action begins with `position`, if there is one. Modes 2,
-  // 4 and 5 take the Action at app.SelIndex, or that of app.SelActId where SelIndex is no position.
-  // False, after a message, if it cannot be read: there is nothing to show.
-  bool Open(int openMode, const std::optional<position::Position>& position = {});
+  // Fills the state. A new Action begins with `position`, if there is one. False, after a message,
+  // if the Action can't be read: there is nothing to show.
+  bool Open(OpenMode openMode, const std::optional<position::Position>& position = {});
 
   // Runs a command of a control, the tool bar or the menu. An open picker is applied first; the
   // command is abandoned if that fails.
@@ -207,7 +207,7 @@ class CEditAction {
   void SelectDate(std::u16string_view date);
 
   // edit_walk.cpp
-  bool OpenSelected(int openMode);
+  bool OpenSelected(OpenMode openMode);
   void OnBtnPrev();
   void OnBtnNext();
   void WalkTo(int index, const ReadSite& site);

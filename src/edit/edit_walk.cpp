@@ -21,7 +21,7 @@ struct CEditAction::ReadSite {
   bool decimalFetchCode = false;  // kept on purpose: a delete has "rc=" and a decimal
 };
 
-bool CEditAction::OpenSelected(int openMode) {
+bool CEditAction::OpenSelected(OpenMode openMode) {
   const bool isListed = app_.SelIndex >= 0 && app_.SelIndex < app_.IndexCount;
   const std::u16string id = isListed ? IdAt(app_.SelIndex) : app_.SelActId;
   store::Action action;

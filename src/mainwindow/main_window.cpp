@@ -434,7 +434,7 @@ void CMainWnd::OpenRow(int row) {
   RunEditScreen(views::SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
 }
 
-void CMainWnd::FxEditSelected(int openMode) {
+void CMainWnd::FxEditSelected(edit::OpenMode openMode) {
   if (View().IsHeldOnly()) return views::TellToHold(u"変更不可");
   if (views::SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(openMode);
 }
@@ -446,7 +446,7 @@ void CMainWnd::FxEditDelete() {
   }
 }
 
-void CMainWnd::FxEditTapItem(int openMode) {
+void CMainWnd::FxEditTapItem(edit::OpenMode openMode) {
   if (views::SelectAction(app_, View().TapItem())) RunEditScreen(openMode);
 }
 
@@ -516,7 +516,8 @@ void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   Refresh();
 }
 
-void CMainWnd::RunEditScreen(int openMode, const std::optional<position::Position>& position) {
+void CMainWnd::RunEditScreen(edit::OpenMode openMode,
+                             const std::optional<position::Position>& position) {
   edit::CEditActionDlg screen(this, app_, openMode, position);
   screen.RunModal();
   ShowChange(screen.HasAdded() ? views::Change::kAdded : views::Change::kEdited);

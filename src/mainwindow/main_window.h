@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "core/app_state.h"
+#include "edit/edit_action.h"
 #include "exchange/exchange.h"
 #include "mainwindow/command_menus.h"
 #include "mainwindow/tool_bar.h"
@@ -62,9 +63,9 @@ class CMainWnd : public QWidget {
 
   void ShowView(int view);
   void OpenRow(int row);
-  void FxEditSelected(int openMode);
+  void FxEditSelected(edit::OpenMode openMode);
   void FxEditDelete();
-  void FxEditTapItem(int openMode);
+  void FxEditTapItem(edit::OpenMode openMode);
   void FxDeleteTapItem();
   void FxFindClear();
   void ToggleSpanningMode();
@@ -75,7 +76,8 @@ class CMainWnd : public QWidget {
   void RunExchange(exchange::ExchangeKind kind);
   void FxMapLink();
   void OpenMapAtPress();
-  void RunEditScreen(int openMode, const std::optional<position::Position>& position = {});
+  void RunEditScreen(edit::OpenMode openMode,
+                     const std::optional<position::Position>& position = {});
 
   core::CAppState& app_;
   views::MapPane map_;

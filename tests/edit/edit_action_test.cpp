@@ -12,7 +12,7 @@ using platform::Answer;
 class EditAction : public edit_test::EditTest {
  protected:
   // Opens the screen on a position of the index.
-  CEditAction OpenAt(int index, int mode = kOpenChange) {
+  CEditAction OpenAt(int index, OpenMode mode = kOpenChange) {
     app.SelIndex = index;
     CEditAction screen(app);
     EXPECT_TRUE(screen.Open(mode));
@@ -138,7 +138,8 @@ TEST_F(EditAction, AsksBeforeChangesAreLost) {
   const std::string ofNew = "作成確認|アクションの内容が入力されています。作成しますか。";
   const struct {
     const char* why;
-    int mode, command;
+    OpenMode mode;
+    int command;
     Answer answer;
     std::string question;
     bool written, abandoned;

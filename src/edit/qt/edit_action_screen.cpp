@@ -56,7 +56,7 @@ QString TypedText(const QPlainTextEdit& edit) {
 
 }  // namespace
 
-CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, int openMode,
+CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, OpenMode openMode,
                                const std::optional<position::Position>& position)
     : ModalScreen(over),
       app_(app),

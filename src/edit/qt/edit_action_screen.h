@@ -23,9 +23,8 @@ namespace edit {
 
 class CEditActionDlg : public platform::qt::ModalScreen {
  public:
-  // `openMode` is an OpenMode; modes 2, 4 and 5 open the Action of app.SelIndex or app.SelActId. A
-  // new Action begins with `position`, if there is one.
-  CEditActionDlg(QWidget* over, core::CAppState& app, int openMode,
+  // A new Action begins with `position`, if there is one.
+  CEditActionDlg(QWidget* over, core::CAppState& app, OpenMode openMode,
                  const std::optional<position::Position>& position = {});
 
   // kResultOk if the views have to be filled anew; kResultCancel if nothing was changed, or the
@@ -64,7 +63,7 @@ class CEditActionDlg : public platform::qt::ModalScreen {
 
   core::CAppState& app_;
   CEditAction edit_;
-  int openMode_;
+  OpenMode openMode_;
   std::optional<position::Position> position_;
   Picker shownPicker_ = Picker::kNone;
   std::map<int, QAbstractButton*> buttons_;  // of the title row and the tool bar, by id
