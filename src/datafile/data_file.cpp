@@ -1,5 +1,3 @@
-// What was written before a failure stays: the steps of a creation and of an upgrade are not one
-// transaction. An upgrade writes the new version last, so that a broken one is begun anew.
 #include "datafile/data_file.h"
 
 #include <cstdint>
@@ -24,18 +22,9 @@ using platform::Icon;
 using platform::ShowNotice;
 using Text = std::u16string;
 
-constexpr std::u16string_view kFormatWithRcdrPosition = u"3.1.2010.0430";
-constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
-
 Text Decimal(int value) {
   const std::string digits = std::to_string(value);
   return Text(digits.begin(), digits.end());
-}
-
-Text NowText() {
-  const platform::LocalTime now = platform::host().Now();
-  return core::FormatDate(now.year, now.month, now.day) + u' ' +
-         core::FormatTime(now.hour, now.minute, now.second);
 }
 
 // Whatever the working folder holds, a path without a root leads nowhere.
@@ -265,70 +254,6 @@ int ResolveMissingDataFile(core::CAppState&, std::u16string_view path, std::u16s
   const Text question = u"データファイル '" + Text(path) + u"' が見つかりません。初期化しますか。";
   if (!AskYesNo(question, u"データファイル初期化確認")) return -2;
   return CreateAndName(path, newPath) ? -4 : -1;
-}
-
-int UpgradeDataFile(core::CAppState& app) {
-  static constexpr std::u16string_view kTitle = u"バージョン更新確認";
-  Text version;
-  if (store::Failed(store::dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) return -2;
-  if (version >= kFormatVersion) {  // kept on purpose: a later one is taken as it is
-    store::dbSession().Session->TakeCharge();
-    return 0;
-  }
-  if (!AskYesNo(u"データファイルのフォーマットが最新ではありません。\n"
-                u"処理を継続するためにはフォーマットを更新する必要があります。\n"
-                u"フォーマットを更新しますか。",
-                Text(kTitle) + u"(1/2)", Icon::kQuestion, platform::kNoButton)) {
-    return -1;
-  }
-  // Kept on purpose: a closing quotation mark without an opening one.
-  if (!AskYesNo(u"更新の前にデータファイル\n" + app.DataFile +
-                    u"\"をバックアップされることを推奨します。\n"
-                    u"フォーマットの更新を開始してもよろしいですか。",
-                Text(kTitle) + u"(2/2)", Icon::kQuestion, platform::kNoButton)) {
-    return -1;
-  }
-  if (ApplyFormatUpgrade(app, version) != 0) return -3;
-  ShowNotice(u"データファイルのフォーマットを " + Text(kFormatVersion) + u" に更新しました。",
-             u"更新完了", Icon::kInformation);
-  return -4;
-}
-
-int ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
-  const platform::WaitCursor waiting;
-  const store::CDbSession& session = store::dbSession();
-  if (oldVersion < kFormatWithRcdrPosition) {
-    if (store::Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return -8;
-    if (store::Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return -9;
-  }
-  if (oldVersion < kFormatWithExtItems && store::Failed(store::AlterUserData())) return -10;
-  // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
-  session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
-  session.SysInfoTable->SetText(u"UpdateTime", NowText());
-  session.SysInfoTable->SetText(u"DBFmtVer", kFormatVersion);
-  return 0;
-}
-
-int WriteSystemInfo() {
-  struct Row {
-    std::u16string_view key;
-    Text value;
-    int failure;
-  };
-  const Row rows[] = {{u"ProgName", Text(core::kProgramName), -101},
-                      {u"ProgVer", Text(core::kProgramVersion), -102},
-                      {u"DBFmtVer", Text(kFormatVersion), -103},
-                      {u"CreateTime", NowText(), -104}};
-  for (const Row& row : rows) {
-    const store::HRESULT result = store::dbSession().SysInfoTable->SetText(row.key, row.value);
-    if (!store::Failed(result)) continue;
-    ShowNotice(
-        store::WithReason(
-            u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")", result),
-        u"システム情報設定エラー", Icon::kStop);
-    return row.failure;
-  }
-  return 0;
 }
 
 int ChangeDataFile(core::CAppState& app, std::u16string_view path) {
