@@ -22,8 +22,6 @@
 namespace app {
 namespace {
 
-constexpr int kLastResultThatEnds = -100;  // of OpenDataFile
-
 std::string ProgramFolder() {
   const std::string program = *platform::ToHostPath(platform::host().ProgramPath());
   return std::filesystem::path(program).parent_path().string();
@@ -45,7 +43,7 @@ void ShowWindow(QWidget& window, const core::CAppState& app, const platform::Scr
 std::unique_ptr<mainwindow::CMainWnd> InitInstance(core::CAppState& app, platform::qt::QtHost& host,
                                                    const platform::ScreenPlan& plan) {
   if (core::InitApp(app) != 0) return nullptr;
-  if (datafile::OpenDataFile(app) <= kLastResultThatEnds) return nullptr;
+  if (datafile::EndsProcess(datafile::OpenDataFile(app))) return nullptr;
   auto window = std::make_unique<mainwindow::CMainWnd>(app);
   host.SetMainWindow(window.get());
   ShowWindow(*window, app, plan);

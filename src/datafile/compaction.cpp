@@ -71,76 +71,77 @@ Text BackupName(std::u16string_view fileName) {
   return Text(fileName.substr(0, kept)) + u'.' + Text(kBackup);
 }
 
-int CompactDataFile(std::u16string_view path) {
+CompactResult CompactDataFile(std::u16string_view path) {
   if (!files().Exists(path)) {
     ShowNotice(u"指定のデータファイルは存在しません。\nファイル名を見直してください。",
                u"ファイル名エラー", Icon::kStop);
-    return -101;
+    return kNoSuchFile;
   }
   // A link stays one: what it leads to is compacted, in the folder where that lies.
   const Text file = files().FollowLink(path).value_or(u"");
   Text folder, name;
   if (core::SplitPath(file, folder, name) != 0) {
     ShowNotice(u"指定されたデータファイル名が不正です。", u"ファイル名不正", Icon::kStop);
-    return -102;
+    return kNoFileName;
   }
   const std::unique_ptr<store::FileLock> lock = store::FileLock::Take(*platform::ToHostPath(file));
   if (!lock || store::HasForeignLog(file)) {
     store::NoteTrouble(lock ? store::Trouble::kForeignLog : store::Trouble::kInUse);
     TellFailed();
-    return -108;
+    return kCompactFailed;
   }
   const Text backup = folder + u'\\' + BackupName(name);
   if (!Agrees(u"データファイル\"" + file + u"\"を圧縮してもよろしいですか？\n" +
                   u"圧縮後、元のファイルは\"" + backup + u"\"にリネームされます。",
               u"データファイル圧縮確認")) {
-    return -104;
+    return kCompactRefused;
   }
   if (files().Exists(backup)) {
     if (!Agrees(u"元のデータファイルのリネーム後と同名のファイル\"" + backup +
                     u"\"が存在します。\n" +
                     u"このデータファイル削除後、データファイルの圧縮を実行しますか？",
                 u"同名ファイル存在")) {
-      return -105;
+      return kBackupKept;
     }
     store::Engine::Remove(backup);  // kept on purpose: gone even where the copy fails
   }
   const Text copy = FreeTemporaryPath(folder);
   if (copy.empty()) {
     TellFailedPreparation();
-    return -107;
+    return kNoTemporaryName;
   }
   bool done = false;
   {
     const platform::WaitCursor waiting;
     done = !store::Failed(store::Engine::Compact(file, copy)) && ChangePlaces(file, backup, copy);
   }
-  if (done) return 0;
+  if (done) return kCompacted;
   store::Engine::Remove(copy);
   TellFailed();
-  return -108;
+  return kCompactFailed;
 }
 
-int OnBtnCompact(core::CAppState& app, std::u16string_view path) {
+CompactCommandResult OnBtnCompact(core::CAppState& app, std::u16string_view path) {
   if (path != app.DataFile &&
       !Agrees(u"指定のデータファイル名と現在のデータファイル名が異なりますがよろしいですか？",
               u"データファイル名確認")) {
-    return -102;
+    return kOtherNameRefused;
   }
   recorder::CloseRecorderSession(app);
   store::NoteTrouble(store::Trouble::kUnknown);
-  const int compacted = CompactDataFile(path);
-  const int reopened = store::Failed(store::ConnectDataFile(app.DataFile)) ? -102
-                       : store::ReloadActionIndex(app) != 0                ? -103
-                                                                           : 0;
-  if (reopened != 0) {
+  const CompactResult compacted = CompactDataFile(path);
+  const CompactCommandResult reopened = store::Failed(store::ConnectDataFile(app.DataFile))
+                                            ? kNotReopened
+                                        : store::ReloadActionIndex(app) != 0 ? kReopenedUnread
+                                                                             : kCommandDone;
+  if (reopened != kCommandDone) {
     ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
     return reopened;
   }
-  if (compacted == 0) {
+  if (compacted == kCompacted) {
     ShowNotice(u"データファイルの圧縮が正常に終了しました。", u"圧縮完了", Icon::kInformation);
   }
-  return 0;
+  return kCommandDone;
 }
 
 }  // namespace datafile

@@ -10,20 +10,33 @@
 
 namespace datafile {
 
+enum CompactCommandResult {
+  kCommandDone = 0,  // it ran to its end, also where the user said no on the way
+  kOtherNameRefused = -102,
+  kNotReopened = -102,    // the data file could not be opened again
+  kReopenedUnread = -103  // its index could not be read
+};
 // The command of the data page, for the path in its field: closes the open file, compacts the one
-// at `path`, which may be another, and opens app.DataFile again. 0 when it ran to its end, also
-// when the user said no on the way; -102 the user said no to another name, or the data file could
-// not be opened again; -103 its index could not be read.
-int OnBtnCompact(core::CAppState& app, std::u16string_view path);
+// at `path`, which may be another, and opens app.DataFile again.
+CompactCommandResult OnBtnCompact(core::CAppState& app, std::u16string_view path);
 
-// Runs with no data file open. 0, or after its message: -101 no such file; -102 no name; -104 and
-// -105 the user said no; -107 no temporary name was free; -108 another program of ours has the
-// file, a foreign log lies beside it, or the copy could not be made or take its place: the file
-// stands as it was.
-int CompactDataFile(std::u16string_view path);
+// But for kCompacted, a message has said so, and the file stands as it was.
+enum CompactResult {
+  kCompacted = 0,
+  kNoSuchFile = -101,
+  kNoFileName = -102,
+  kCompactRefused = -104,
+  kBackupKept = -105,  // the user wants the older backup
+  kNoTemporaryName = -107,
+  // Another program of ours has the file, a foreign log lies beside it, or the copy could not be
+  // made or take its place.
+  kCompactFailed = -108
+};
+// Runs with no data file open.
+CompactResult CompactDataFile(std::u16string_view path);
 
-// The name of the backup: `fileName` with ".bak" for its last extension, or with ".bak" behind it
-// where it has none or is a backup itself.
+// The name of the backup: `fileName` with ".bak" for its last extension, or with ".bak" added where
+// it has none or is a backup itself.
 std::u16string BackupName(std::u16string_view fileName);
 
 }  // namespace datafile

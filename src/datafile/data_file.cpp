@@ -3,9 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "core/date_time.h"
 #include "core/paths.h"
-#include "core/version.h"
+#include "core/text.h"
 #include "datafile/displaced_file.h"
 #include "platform/files.h"
 #include "platform/host.h"
@@ -22,11 +21,6 @@ using platform::Icon;
 using platform::ShowNotice;
 using Text = std::u16string;
 
-Text Decimal(int value) {
-  const std::string digits = std::to_string(value);
-  return Text(digits.begin(), digits.end());
-}
-
 // Whatever the working folder holds, a path without a root leads nowhere.
 bool IsRooted(std::u16string_view path) {
   return path.empty() || path.starts_with(u'\\');
@@ -42,72 +36,70 @@ void TellReadError() {
   ShowNotice(u"データファイル読込み中にエラーが発生しました。", u"エラー", Icon::kStop);
 }
 
-// The file cannot be opened at start-up. -200.
-int TellNotOpened(const Text& path) {
+OpenResult TellNotOpened(const Text& path) {
   ShowNotice(store::WithReason(u"データファイル '" + path + u"' を開けません。") +
                  u"\nプログラムを終了します。",
              u"起動時エラー", Icon::kStop);
-  return -200;
+  return kNotOpened;
 }
 
-// No file is open any more, and the program is about to end. -10.
-int TellLost() {
+// No file is open any more, and the program is about to end.
+ChangeResult TellLost() {
   ShowNotice(store::WithReason(u"データファイル読込み中にエラーが発生しました。"), u"エラー",
              Icon::kStop);
-  return -10;
+  return kConnectionLost;
 }
 
-// The connected file is none of ours, or damaged, or cannot be read for the moment. -110.
-int TellForeign() {
+// The connected file is none of ours, or damaged, or cannot be read for the moment.
+OpenResult TellForeign() {
   const bool isHindered = store::LastTrouble() == store::Trouble::kBusy ||
                           store::LastTrouble() == store::Trouble::kReadOnly;
   const Text text = u"データファイルの内容が不正です。\nプログラムを終了します。";
   ShowNotice(isHindered ? store::WithReason(text) : text, u"データファイル不正", Icon::kStop);
   store::DisconnectDataFile();
-  return -110;
+  return kFormatRefused;
 }
 
-// The connected file's format, brought up to date if the user agrees. 0, -2 if it was upgraded, or
-// -110 after the message.
-int CheckFormat(core::CAppState& app) {
+// The connected file's format, brought up to date if the user agrees. A refusal was told.
+OpenResult CheckFormat(core::CAppState& app) {
   switch (UpgradeDataFile(app)) {
-    case 0:
-      return 0;
-    case -4:
-      return -2;
-    case -1:
+    case kCurrent:
+      return kOpened;
+    case kUpgraded:
+      return kOpenedUpgraded;
+    case kUpgradeRefused:
       ShowNotice(u"フォーマットの更新が中止されました。\nプログラムを終了します。", u"更新中止",
                  Icon::kInformation);
       break;
-    case -2:
+    case kNotOurs:
       return TellForeign();
-    default:
+    case kUpgradeFailed:
       ShowNotice(u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。",
                  u"フォーマット更新失敗", Icon::kStop);
   }
   store::DisconnectDataFile();
-  return -110;
+  return kFormatRefused;
 }
 
-int ConnectChecked(core::CAppState& app) {
+OpenResult ConnectChecked(core::CAppState& app) {
   return store::Failed(store::ConnectDataFile(app.DataFile)) ? TellNotOpened(app.DataFile)
                                                              : CheckFormat(app);
 }
 
-// The file is missing: 0 or -1 with a connected file, or the answer that ends start-up.
-int TakeMissingFile(core::CAppState& app) {
+// The file is missing: another one is connected, or start-up ends.
+OpenResult TakeMissingFile(core::CAppState& app) {
   Text newPath;
-  const int resolved = ResolveMissingDataFile(app, app.DataFile, newPath);
-  if (resolved == -1) {  // kept on purpose: whatever failed, the number is 0
+  const ResolveResult resolved = ResolveMissingDataFile(app, app.DataFile, newPath);
+  if (resolved == kResolveFailed) {  // kept on purpose: whatever failed, the number is 0
     ShowNotice(
         store::WithReason(u"データファイルの初期化に失敗しました。(0)\nプログラムを終了します。"),
         u"データファイル初期化失敗", Icon::kStop);
   }
-  if (resolved != -4) return -101;
+  if (resolved != kReady) return kNoneTaken;
   app.DataFile = newPath;
-  if (store::dbSession().Session) return -1;  // a new one, made just now
-  const int connected = ConnectChecked(app);
-  return connected == 0 ? -1 : connected;
+  if (store::dbSession().Session) return kOpenedOther;  // a new one, made just now
+  const OpenResult connected = ConnectChecked(app);
+  return connected == kOpened ? kOpenedOther : connected;
 }
 
 bool CreateAndName(std::u16string_view path, Text& newPath) {
@@ -117,26 +109,26 @@ bool CreateAndName(std::u16string_view path, Text& newPath) {
 }
 
 // The folder is missing: the file of the same name beside the program, if the user agrees.
-int ResolveBesideProgram(const Text& folder, const Text& name, Text& newPath) {
+ResolveResult ResolveBesideProgram(const Text& folder, const Text& name, Text& newPath) {
   static constexpr char16_t kTitle[] = u"データファイル初期化確認";
   const Text missing = u"データファイルを格納したフォルダ '" + folder + u"' が見つかりません。\n";
   const Text beside = core::JoinModulePath(name);
   if (platform::files().Exists(beside)) {
     const Text question =
         missing + u"アプリケーションフォルダ下のデータファイル '" + beside + u"' に変更しますか。";
-    if (!AskYesNo(question, kTitle)) return -3;
+    if (!AskYesNo(question, kTitle)) return kOtherRefused;
     newPath = beside;
-    return -4;
+    return kReady;
   }
   const Text question = missing + u"アプリケーションフォルダ下にデータファイルを作成しますか。";
-  if (!AskYesNo(question, kTitle)) return -2;
-  return CreateAndName(beside, newPath) ? -4 : -1;
+  if (!AskYesNo(question, kTitle)) return kNewRefused;
+  return CreateAndName(beside, newPath) ? kReady : kResolveFailed;
 }
 
-void TellUnchanged(int upgraded) {
-  if (upgraded == -1) {
+void TellUnchanged(UpgradeResult upgraded) {
+  if (upgraded == kUpgradeRefused) {
     ShowNotice(u"フォーマットの更新が中止されました。", u"更新中止", Icon::kInformation);
-  } else if (upgraded == -2) {
+  } else if (upgraded == kNotOurs) {
     ShowNotice(u"データファイルの内容が不正です。\nデータファイルの変更を中止します。",
                u"データファイル不正", Icon::kStop);
   } else {
@@ -146,21 +138,21 @@ void TellUnchanged(int upgraded) {
   }
 }
 
-int ChangeToExisting(core::CAppState& app, std::u16string_view path) {
+ChangeResult ChangeToExisting(core::CAppState& app, std::u16string_view path) {
   const platform::Message question{u"指定されたデータファイルに変更します。",
                                    u"データファイル変更確認", Icon::kQuestion,
                                    platform::Buttons::kOkCancel};
-  if (platform::host().ShowMessage(question) != platform::Answer::kOk) return -1;
+  if (platform::host().ShowMessage(question) != platform::Answer::kOk) return kNotChanged;
   recorder::CloseRecorderSession(app);
   if (store::Failed(store::ConnectDataFile(path))) return TellLost();
-  const int upgraded = UpgradeDataFile(app);
-  if (upgraded == 0 || upgraded == -4) {
+  const UpgradeResult upgraded = UpgradeDataFile(app);
+  if (upgraded == kCurrent || upgraded == kUpgraded) {
     app.DataFile = path;
-    return 0;
+    return kChanged;
   }
   TellUnchanged(upgraded);
   recorder::CloseRecorderSession(app);
-  return store::Failed(store::ConnectDataFile(app.DataFile)) ? TellLost() : 0;
+  return store::Failed(store::ConnectDataFile(app.DataFile)) ? TellLost() : kChanged;
 }
 
 // Asks for what a file that does not exist yet needs. False if it is not to be made.
@@ -183,19 +175,19 @@ bool AgreeToCreate(std::u16string_view path) {
   return true;
 }
 
-int ChangeToNew(core::CAppState& app, std::u16string_view path) {
-  if (!AgreeToCreate(path)) return -1;
+ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
+  if (!AgreeToCreate(path)) return kNotChanged;
   recorder::CloseRecorderSession(app);
   const int created = CreateDataFile(path);
   if (created < 0) {
-    ShowNotice(store::WithReason(u"データファイルの初期化に失敗しました。(" + Decimal(created) +
-                                     u")\nプログラムを終了します。",
+    ShowNotice(store::WithReason(u"データファイルの初期化に失敗しました。(" +
+                                     core::ZeroPadded(created, 1) + u")\nプログラムを終了します。",
                                  created),
                u"データファイル初期化失敗", Icon::kStop);
-    return -10;
+    return kConnectionLost;
   }
   app.DataFile = path;
-  return 0;
+  return kChanged;
 }
 
 }  // namespace
@@ -223,12 +215,12 @@ store::HRESULT CreateDataFile(std::u16string_view path) {
   return store::ConnectDataFile(path);
 }
 
-int OpenDataFile(core::CAppState& app) {
+OpenResult OpenDataFile(core::CAppState& app) {
   store::DisconnectDataFile();
   store::dbSession().SettleDisplaced = SettleDisplaced;
   const bool exists = IsRooted(app.DataFile) && platform::files().Exists(app.DataFile);
-  const int result = exists ? ConnectChecked(app) : TakeMissingFile(app);
-  if (result < -99) return result;
+  const OpenResult result = exists ? ConnectChecked(app) : TakeMissingFile(app);
+  if (EndsProcess(result)) return result;
   switch (store::LoadActionIndex(app)) {
     case 0:
       return result;
@@ -236,34 +228,35 @@ int OpenDataFile(core::CAppState& app) {
       return TellForeign();
     default:
       TellReadError();
-      return -2;
+      return kIndexUnread;
   }
 }
 
-int ResolveMissingDataFile(core::CAppState&, std::u16string_view path, std::u16string& newPath) {
+ResolveResult ResolveMissingDataFile(core::CAppState&, std::u16string_view path,
+                                     std::u16string& newPath) {
   Text folder, name;
   if (core::SplitPath(path, folder, name) != 0) {
     ShowNotice(u"指定されているデータファイル名'" + Text(path) + u"'が不正です。",
                u"データファイル名不正", Icon::kStop);
-    return -1;
+    return kResolveFailed;
   }
   if ((FolderAttributes(folder) & platform::kAttributeDirectory) == 0) {
     return ResolveBesideProgram(folder, name, newPath);
   }
   platform::host().BringForward();
   const Text question = u"データファイル '" + Text(path) + u"' が見つかりません。初期化しますか。";
-  if (!AskYesNo(question, u"データファイル初期化確認")) return -2;
-  return CreateAndName(path, newPath) ? -4 : -1;
+  if (!AskYesNo(question, u"データファイル初期化確認")) return kNewRefused;
+  return CreateAndName(path, newPath) ? kReady : kResolveFailed;
 }
 
-int ChangeDataFile(core::CAppState& app, std::u16string_view path) {
+ChangeResult ChangeDataFile(core::CAppState& app, std::u16string_view path) {
   const bool exists = platform::files().Exists(path);
-  const int changed = exists ? ChangeToExisting(app, path) : ChangeToNew(app, path);
-  if (changed != 0) return changed;
+  const ChangeResult changed = exists ? ChangeToExisting(app, path) : ChangeToNew(app, path);
+  if (changed != kChanged) return changed;
   store::ReloadActionIndex(app);
   app.RcdrLoaded = false;
   app.SelActId.clear();
-  return 0;
+  return kChanged;
 }
 
 }  // namespace datafile

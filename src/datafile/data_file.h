@@ -19,19 +19,58 @@ inline constexpr std::u16string_view kFormatVersion = u"3.2.2010.0623";
 // number of WriteSystemInfo or InitRecorderValues.
 store::HRESULT CreateDataFile(std::u16string_view path);
 
-// Start-up. 0; -1 a new or another file was taken; -2 the file was upgraded, or an index row could
-// not be read; -101, -110 and -200 end the process.
-int OpenDataFile(core::CAppState& app);
-// -4 a file stands ready at `newPath`; -3 or -2 the user said no; -1 failure.
-int ResolveMissingDataFile(core::CAppState& app, std::u16string_view path, std::u16string& newPath);
-// 0 current; -4 upgraded; -1 the user said no; -2 not a file of ours; -3 the upgrade failed.
-int UpgradeDataFile(core::CAppState& app);
-// 0, or -8, -9, -10 for the step that failed.
-int ApplyFormatUpgrade(core::CAppState& app, std::u16string_view oldVersion);
+// Start-up.
+enum OpenResult {
+  kOpened = 0,
+  kOpenedOther = -1,  // a new file, or one that was found elsewhere
+  kOpenedUpgraded = -2,
+  kIndexUnread = -2,  // open, but a row of the index could not be read
+  // No file is open, the user knows why, and the process ends.
+  kNoneTaken = -101,
+  kFormatRefused = -110,  // none of ours, damaged, or not brought up to date
+  kNotOpened = -200
+};
+constexpr bool EndsProcess(OpenResult result) {
+  return result <= kNoneTaken;
+}
+OpenResult OpenDataFile(core::CAppState& app);
+
+enum ResolveResult {
+  kReady = -4,  // a file stands ready at `newPath`
+  kOtherRefused = -3,
+  kNewRefused = -2,
+  kResolveFailed = -1
+};
+ResolveResult ResolveMissingDataFile(core::CAppState& app, std::u16string_view path,
+                                     std::u16string& newPath);
+
+enum UpgradeResult {
+  kCurrent = 0,
+  kUpgradeRefused = -1,
+  kNotOurs = -2,
+  kUpgradeFailed = -3,
+  kUpgraded = -4
+};
+UpgradeResult UpgradeDataFile(core::CAppState& app);
+
+// The step of an upgrade that failed.
+enum UpgradeStep {
+  kEveryStep = 0,  // none did
+  kLatitudeStep = -8,
+  kLongitudeStep = -9,
+  kColumnsStep = -10
+};
+UpgradeStep ApplyFormatUpgrade(core::CAppState& app, std::u16string_view oldVersion);
+
 // 0, or -101 to -104 for the row that failed, after its message.
 int WriteSystemInfo();
-// Closes the open file and takes another one. 0 changed, or back on the old file; -1 the user said
-// no or the name is bad; -10 no file is open now: the caller closes the program.
-int ChangeDataFile(core::CAppState& app, std::u16string_view path);
+
+enum ChangeResult {
+  kChanged = 0,          // or back on the old file
+  kNotChanged = -1,      // the user said no, or the name is bad
+  kConnectionLost = -10  // no file is open now: the caller closes the program
+};
+// Closes the open file and takes another one.
+ChangeResult ChangeDataFile(core::CAppState& app, std::u16string_view path);
 
 }  // namespace datafile

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/date_time.h"
+#include "core/text.h"
 #include "core/version.h"
 #include "datafile/data_file.h"
 #include "platform/host.h"
@@ -21,11 +22,6 @@ using Text = std::u16string;
 constexpr std::u16string_view kFormatWithRcdrPosition = u"3.1.2010.0430";
 constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
 
-Text Decimal(int value) {
-  const std::string digits = std::to_string(value);
-  return Text(digits.begin(), digits.end());
-}
-
 Text NowText() {
   const platform::LocalTime now = platform::host().Now();
   return core::FormatDate(now.year, now.month, now.day) + u' ' +
@@ -34,46 +30,48 @@ Text NowText() {
 
 }  // namespace
 
-int UpgradeDataFile(core::CAppState& app) {
+UpgradeResult UpgradeDataFile(core::CAppState& app) {
   static constexpr std::u16string_view kTitle = u"バージョン更新確認";
   Text version;
-  if (store::Failed(store::dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) return -2;
+  if (store::Failed(store::dbSession().SysInfoTable->GetText(u"DBFmtVer", version)))
+    return kNotOurs;
   if (version >= kFormatVersion) {  // kept on purpose: a later one is taken as it is
     store::dbSession().Session->TakeCharge();
-    return 0;
+    return kCurrent;
   }
   if (!AskYesNo(u"データファイルのフォーマットが最新ではありません。\n"
                 u"処理を継続するためにはフォーマットを更新する必要があります。\n"
                 u"フォーマットを更新しますか。",
                 Text(kTitle) + u"(1/2)", Icon::kQuestion, platform::kNoButton)) {
-    return -1;
+    return kUpgradeRefused;
   }
   // Kept on purpose: a closing quotation mark without an opening one.
   if (!AskYesNo(u"更新の前にデータファイル\n" + app.DataFile +
                     u"\"をバックアップされることを推奨します。\n"
                     u"フォーマットの更新を開始してもよろしいですか。",
                 Text(kTitle) + u"(2/2)", Icon::kQuestion, platform::kNoButton)) {
-    return -1;
+    return kUpgradeRefused;
   }
-  if (ApplyFormatUpgrade(app, version) != 0) return -3;
+  if (ApplyFormatUpgrade(app, version) != kEveryStep) return kUpgradeFailed;
   ShowNotice(u"データファイルのフォーマットを " + Text(kFormatVersion) + u" に更新しました。",
              u"更新完了", Icon::kInformation);
-  return -4;
+  return kUpgraded;
 }
 
-int ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
+UpgradeStep ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
   const platform::WaitCursor waiting;
   const store::CDbSession& session = store::dbSession();
   if (oldVersion < kFormatWithRcdrPosition) {
-    if (store::Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return -8;
-    if (store::Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return -9;
+    if (store::Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return kLatitudeStep;
+    if (store::Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return kLongitudeStep;
   }
-  if (oldVersion < kFormatWithExtItems && store::Failed(store::AlterUserData())) return -10;
+  if (oldVersion < kFormatWithExtItems && store::Failed(store::AlterUserData()))
+    return kColumnsStep;
   // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
   session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
   session.SysInfoTable->SetText(u"UpdateTime", NowText());
   session.SysInfoTable->SetText(u"DBFmtVer", kFormatVersion);
-  return 0;
+  return kEveryStep;
 }
 
 int WriteSystemInfo() {
@@ -89,10 +87,10 @@ int WriteSystemInfo() {
   for (const Row& row : rows) {
     const store::HRESULT result = store::dbSession().SysInfoTable->SetText(row.key, row.value);
     if (!store::Failed(result)) continue;
-    ShowNotice(
-        store::WithReason(
-            u"DBへのシステム情報設定にてエラーが発生しました。(" + Decimal(result) + u")", result),
-        u"システム情報設定エラー", Icon::kStop);
+    ShowNotice(store::WithReason(u"DBへのシステム情報設定にてエラーが発生しました。(" +
+                                     core::ZeroPadded(result, 1) + u")",
+                                 result),
+               u"システム情報設定エラー", Icon::kStop);
     return row.failure;
   }
   return 0;

@@ -69,8 +69,8 @@ bool GoOnWith(core::CAppState& app, const Text& path) {
 // The file that took the place, if it is one of ours; else on with the one that was open.
 void TakeNewFile(core::CAppState& app, const Text& kept) {
   const bool opened = !store::Failed(store::MoveToDataFile(app.DataFile));
-  const int upgraded = opened ? UpgradeDataFile(app) : -1;
-  if (upgraded == 0 || upgraded == -4) {
+  const UpgradeResult upgraded = opened ? UpgradeDataFile(app) : kNotOurs;
+  if (upgraded == kCurrent || upgraded == kUpgraded) {
     store::NoteTrouble(store::Trouble::kExchanged);
   } else {
     if (opened) store::NoteTrouble(store::Trouble::kUnknown);

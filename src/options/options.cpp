@@ -19,8 +19,6 @@ namespace {
 
 using Text = std::u16string;
 
-constexpr int kConnectionLost = -10;
-
 void TellBadName(const Text& why) {
   platform::ShowNotice(u"指定されているデータファイル名が不正です。\n" + why,
                        u"データファイル名不正", platform::Icon::kStop);
@@ -88,8 +86,9 @@ int COptions::OnOk() {
   ApplyValues(values, opened_, app_);
   if (!opened_[kData] || values.DataFile == app_.DataFile) return kSheetApplied;
   DataFileChanged = true;
-  return datafile::ChangeDataFile(app_, values.DataFile) == kConnectionLost ? kNoDataFile
-                                                                            : kSheetApplied;
+  return datafile::ChangeDataFile(app_, values.DataFile) == datafile::kConnectionLost
+             ? kNoDataFile
+             : kSheetApplied;
 }
 
 bool COptions::OnBtnCompact() {
