@@ -41,10 +41,7 @@ static_assert(std::is_sorted(std::begin(kFunctions), std::end(kFunctions),
                              [](const auto& a, const auto& b) { return a.name < b.name; }));
 
 int LocalTime(ActionTextContext& context) {
-  const platform::LocalTime now = platform::host().Now();
-  const std::u16string text = core::FormatDate(now.year, now.month, now.day) + u' ' +
-                              core::FormatTime(now.hour, now.minute, now.second);
-  const auto kept = context.run.texts.Keep(text);
+  const auto kept = context.run.texts.Keep(core::MomentOf(platform::host().Now()));
   if (!kept) return kTooMuchText;
   context.stack.Push(ActionValue::String(*kept));
   return 0;

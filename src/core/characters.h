@@ -21,6 +21,12 @@ constexpr bool IsLetterOrDigit(char16_t c) {
   return IsLetter(c) || IsDigit(c);
 }
 
+// Capital letters as small ones.
+template <typename Char>
+constexpr Char FoldAscii(Char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<Char>(c - 'A' + 'a') : c;
+}
+
 // The name of an extended item: a letter, then these.
 constexpr bool IsItemNameCharacter(char16_t c) {
   return IsLetterOrDigit(c) || c == u'_';

@@ -188,6 +188,18 @@ std::u16string FormatHourMinute(int hour, int minute) {
   return ZeroPadded(hour, 2) + u':' + ZeroPadded(minute, 2);
 }
 
+std::u16string DateOf(const platform::LocalTime& moment) {
+  return FormatDate(moment.year, moment.month, moment.day);
+}
+
+std::u16string ShortTimeOf(const platform::LocalTime& moment) {
+  return FormatHourMinute(moment.hour, moment.minute);
+}
+
+std::u16string MomentOf(const platform::LocalTime& moment) {
+  return DateOf(moment) + u' ' + FormatTime(moment.hour, moment.minute, moment.second);
+}
+
 std::u16string_view MomentText::MonthDay() const {
   return date.size() < kShortLength ? date : date.substr(date.size() - kShortLength);
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/host.h"
+
 namespace core {
 
 inline constexpr std::u16string_view kAllDayMark = u"<終日>";
@@ -16,6 +18,11 @@ inline constexpr std::u16string_view kEndOfDay = u"24:00:00";
 std::u16string FormatDate(int year, int month, int day);
 std::u16string FormatTime(int hour, int minute, int second);
 std::u16string FormatHourMinute(int hour, int minute);
+
+// The host's clock as text.
+std::u16string DateOf(const platform::LocalTime& moment);       // yyyy/mm/dd
+std::u16string ShortTimeOf(const platform::LocalTime& moment);  // hh:mm
+std::u16string MomentOf(const platform::LocalTime& moment);     // yyyy/mm/dd hh:mm:ss
 
 // The parts of a stored moment, "yyyy/mm/dd hh:mm:ss", as views into it; a text that is too short
 // leaves what it lacks empty.

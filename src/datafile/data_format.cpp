@@ -22,12 +22,6 @@ using Text = std::u16string;
 constexpr std::u16string_view kFormatWithRcdrPosition = u"3.1.2010.0430";
 constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
 
-Text NowText() {
-  const platform::LocalTime now = platform::host().Now();
-  return core::FormatDate(now.year, now.month, now.day) + u' ' +
-         core::FormatTime(now.hour, now.minute, now.second);
-}
-
 }  // namespace
 
 UpgradeResult UpgradeDataFile(core::CAppState& app) {
@@ -69,7 +63,7 @@ UpgradeStep ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion)
     return kColumnsStep;
   // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
   session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
-  session.SysInfoTable->SetText(u"UpdateTime", NowText());
+  session.SysInfoTable->SetText(u"UpdateTime", core::MomentOf(platform::host().Now()));
   session.SysInfoTable->SetText(u"DBFmtVer", kFormatVersion);
   return kEveryStep;
 }
@@ -83,7 +77,7 @@ int WriteSystemInfo() {
   const Row rows[] = {{u"ProgName", Text(core::kProgramName), -101},
                       {u"ProgVer", Text(core::kProgramVersion), -102},
                       {u"DBFmtVer", Text(kFormatVersion), -103},
-                      {u"CreateTime", NowText(), -104}};
+                      {u"CreateTime", core::MomentOf(platform::host().Now()), -104}};
   for (const Row& row : rows) {
     const store::HRESULT result = store::dbSession().SysInfoTable->SetText(row.key, row.value);
     if (!store::Failed(result)) continue;

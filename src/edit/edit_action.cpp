@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "actiontext/action_text.h"
+#include "core/date_time.h"
 #include "core/settings_choices.h"
 #include "edit/initial_times.h"
 #include "platform/host.h"
@@ -89,9 +90,8 @@ bool CEditAction::Open(OpenMode openMode, const std::optional<position::Position
       app_.StartupMode == core::kStartNewAction ? core::kStartBrowsing : app_.StartupMode;
   if (openMode == kOpenNew) {
     const platform::LocalTime now = platform::host().Now();
-    StartNew(app_.CurView == core::kViewList
-                 ? DateOf(now)
-                 : ExistingDate(core::CurYear, core::CurMonth, core::CurDay, now));
+    StartNew(app_.CurView == core::kViewList ? core::DateOf(now)
+                                             : ExistingDate(core::CurrentDay(), now));
     if (position) PutAt(*position);
   } else if (!OpenSelected(openMode)) {
     return false;
@@ -149,7 +149,7 @@ void CEditAction::StartBlank(const StartEnd& times) {
 
 void CEditAction::FxEditNew() {
   if (!AskSave()) return;
-  StartNew(ExistingDate(core::CurYear, core::CurMonth, core::CurDay, platform::host().Now()));
+  StartNew(ExistingDate(core::CurrentDay(), platform::host().Now()));
 }
 
 void CEditAction::FxEditReference() {

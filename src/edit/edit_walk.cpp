@@ -45,7 +45,7 @@ void CEditAction::OnBtnNext() {
   if (app_.SelIndex < app_.IndexCount - 1) {
     WalkTo(app_.SelIndex + 1, {u"OnBtnNext"});
   } else {
-    StartNew(DateOf(platform::host().Now()));
+    StartNew(core::DateOf(platform::host().Now()));
   }
 }
 

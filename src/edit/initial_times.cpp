@@ -1,6 +1,5 @@
 #include "edit/initial_times.h"
 
-#include "core/calendar_value.h"
 #include "core/date_time.h"
 #include "core/settings_choices.h"
 
@@ -13,7 +12,7 @@ std::u16string InitialTime(bool today, int timeInitForNewMode, const platform::L
   if (timeInitForNewMode == core::kNewAtHalfHour) {
     return core::FormatHourMinute(now.hour, now.minute < 30 ? 0 : 30);
   }
-  return ShortTimeOf(now);
+  return core::ShortTimeOf(now);
 }
 
 // The end moves up to the half hour at or after the clock.
@@ -32,15 +31,15 @@ void EndAtNextHalfHour(StartEnd& times, const platform::LocalTime& now) {
 
 StartEnd TimesOfNew(std::u16string_view date, int timeInitForNewMode,
                     const platform::LocalTime& now) {
-  return AtOneMoment(date, InitialTime(date == DateOf(now), timeInitForNewMode, now));
+  return AtOneMoment(date, InitialTime(date == core::DateOf(now), timeInitForNewMode, now));
 }
 
 StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
                        const platform::LocalTime& now) {
   if (former.AllDay()) return AtOneMoment(NextDay(former.endDate), core::kAllDayMark);
   StartEnd times = AtOneMoment(former.endDate, former.endTime);
-  if (times.endDate != DateOf(now)) return times;
-  const std::u16string clock = ShortTimeOf(now);
+  if (times.endDate != core::DateOf(now)) return times;
+  const std::u16string clock = core::ShortTimeOf(now);
   if (timeInitForFollowMode == core::kFollowToNow) {
     if (times.staTime <= clock) times.endTime = clock;
   } else if (times.staTime.substr(0, 2) <= clock.substr(0, 2)) {
@@ -53,19 +52,14 @@ StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
 }
 
 std::u16string NextDay(std::u16string_view date) {
-  int year = 0, month = 0, day = 0;
-  if (core::ParseDate(date, year, month, day) != 0) return std::u16string(date);
-  const core::CalendarParts next = core::AddDays(year, month, day, 1);
-  if (next.year < 0) return std::u16string(date);
-  return core::FormatDate(next.year, next.month, next.day);
+  const std::optional<core::Day> day = core::ReadDay(date);
+  const std::optional<core::Day> next = day ? core::DaysLater(*day, 1) : std::nullopt;
+  return next ? core::DayText(*next) : std::u16string(date);
 }
 
-std::u16string ExistingDate(int year, int month, int day, const platform::LocalTime& now) {
-  for (; day >= 1; day--) {
-    const std::u16string date = core::FormatDate(year, month, day);
-    if (core::ParseDate(date, year, month, day) == 0) return date;
-  }
-  return DateOf(now);
+std::u16string ExistingDate(const core::Day& day, const platform::LocalTime& now) {
+  const std::u16string date = core::DayText(core::WithinMonth(day));
+  return core::ReadDay(date) ? date : core::DateOf(now);
 }
 
 }  // namespace edit

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "core/day.h"
 #include "edit/start_end.h"
 #include "platform/host.h"
 
@@ -18,11 +19,11 @@ StartEnd TimesOfNew(std::u16string_view date, int timeInitForNewMode,
 StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
                        const platform::LocalTime& now);
 
-// The day behind `date`; `date` itself if it is no date.
+// The day after `date`; `date` itself if it is no date.
 std::u16string NextDay(std::u16string_view date);
 
 // `date`, or the last day of its month if the day lies beyond it, or today if there is no such
 // month.
-std::u16string ExistingDate(int year, int month, int day, const platform::LocalTime& now);
+std::u16string ExistingDate(const core::Day& day, const platform::LocalTime& now);
 
 }  // namespace edit

@@ -58,13 +58,13 @@ void SetEndTime(StartEnd& times, std::u16string_view time) {
 }
 
 void SetStartToNow(StartEnd& times, const platform::LocalTime& now) {
-  if (!times.AllDay()) times.staTime = ShortTimeOf(now);
-  SetStartDate(times, DateOf(now));
+  if (!times.AllDay()) times.staTime = core::ShortTimeOf(now);
+  SetStartDate(times, core::DateOf(now));
 }
 
 void SetEndToNow(StartEnd& times, const platform::LocalTime& now) {
-  if (!times.AllDay()) times.endTime = ShortTimeOf(now);
-  SetEndDate(times, DateOf(now));
+  if (!times.AllDay()) times.endTime = core::ShortTimeOf(now);
+  SetEndDate(times, core::DateOf(now));
 }
 
 StartEnd FromStored(std::u16string_view staDateTime, std::u16string_view endDateTime) {
@@ -83,14 +83,6 @@ std::u16string StoredStart(const StartEnd& times) {
 std::u16string StoredEnd(const StartEnd& times) {
   return times.endDate + u' ' +
          (times.AllDay() ? std::u16string(core::kEndOfDay) : times.endTime + u":00");
-}
-
-std::u16string DateOf(const platform::LocalTime& moment) {
-  return core::FormatDate(moment.year, moment.month, moment.day);
-}
-
-std::u16string ShortTimeOf(const platform::LocalTime& moment) {
-  return core::FormatHourMinute(moment.hour, moment.minute);
 }
 
 }  // namespace edit

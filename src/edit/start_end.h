@@ -38,7 +38,4 @@ StartEnd FromStored(std::u16string_view staDateTime, std::u16string_view endDate
 std::u16string StoredStart(const StartEnd& times);
 std::u16string StoredEnd(const StartEnd& times);
 
-std::u16string DateOf(const platform::LocalTime& moment);
-std::u16string ShortTimeOf(const platform::LocalTime& moment);
-
 }  // namespace edit

@@ -170,8 +170,7 @@ void CFind::TakeTime(FindEditor which, int hour, int minute) {
 void CFind::TakeToday(std::u16string& date) {
   if (editor == FindEditor::kStartTime) DropEditor();
   if (!ApplyEditor()) return;
-  const platform::LocalTime now = platform::host().Now();
-  date = core::FormatDate(now.year, now.month, now.day);
+  date = core::DateOf(platform::host().Now());
 }
 
 void CFind::OnBtnStartToday() {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/app_state.h"
+#include "core/characters.h"
 #include "core/paths.h"
 #include "platform/device_paths.h"
 #include "platform/files.h"
@@ -23,10 +24,6 @@ constexpr std::u16string_view kRoot = u"\\";
 constexpr std::u16string_view kEveryName = u"*.*";
 constexpr size_t kMaxPatterns = 10;
 
-char16_t Folded(char16_t c) {
-  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
-}
-
 bool IsHidden(std::u16string_view name) {
   return name.starts_with(u'.');
 }
@@ -34,8 +31,9 @@ bool IsHidden(std::u16string_view name) {
 // Hidden names last; without the case of ASCII letters, unless nothing else tells two names apart.
 bool StandsBefore(const std::u16string& a, const std::u16string& b) {
   if (IsHidden(a) != IsHidden(b)) return IsHidden(b);
-  if (std::ranges::lexicographical_compare(a, b, {}, Folded, Folded)) return true;
-  return !std::ranges::lexicographical_compare(b, a, {}, Folded, Folded) && a < b;
+  constexpr auto kFold = core::FoldAscii<char16_t>;
+  if (std::ranges::lexicographical_compare(a, b, {}, kFold, kFold)) return true;
+  return !std::ranges::lexicographical_compare(b, a, {}, kFold, kFold) && a < b;
 }
 
 bool IsFolderAt(std::u16string_view path) {
@@ -76,7 +74,7 @@ bool MatchesPattern(std::u16string_view name, std::u16string_view pattern) {
       star = in++;
       resume = at;
     } else if (in < pattern.size() &&
-               (pattern[in] == u'?' || Folded(pattern[in]) == Folded(name[at]))) {
+               (pattern[in] == u'?' || core::FoldAscii(pattern[in]) == core::FoldAscii(name[at]))) {
       ++in;
       ++at;
     } else if (star != std::u16string_view::npos) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/date_time.h"
 #include "core/paths.h"
 #include "core/settings.h"
 #include "core/text.h"
@@ -111,11 +112,11 @@ Text COptions::DataFolder() const {
 
 void KeepListPage(core::CAppState& app, int formerRange) {
   if (app.SeqViewRng == formerRange) return;
-  const Text start = SelectedStart(app).value_or(u"");
+  const Text moment = SelectedStart(app).value_or(u"");
   app.ListPage = 0;
-  if (start.empty()) return;
-  const int page = store::FindActionIndexByPosition(
-      app, start.substr(0, 10), start.size() > 11 ? start.substr(11) : u"", app.SeqViewRng);
+  if (moment.empty()) return;
+  const core::MomentText start = core::SplitMoment(moment);
+  const int page = store::FindActionIndexByPosition(app, start.date, start.time, app.SeqViewRng);
   if (page > 0) app.ListPage = page;
 }
 

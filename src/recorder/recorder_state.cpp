@@ -115,8 +115,7 @@ int SaveRecorderValues(const CAppState& app) {
 }
 
 void CaptureRecorderFields(CAppState& app, const RecorderFields& fields) {
-  const platform::LocalTime now = platform::host().Now();
-  app.RcdrDate = core::FormatDate(now.year, now.month, now.day);
+  app.RcdrDate = core::DateOf(platform::host().Now());
   app.RcdrTime = fields.time;
   app.RcdrLatitude = fields.latitude;
   app.RcdrLongitude = fields.longitude;

@@ -96,8 +96,7 @@ std::optional<Moment> CRecorder::TakeMoment() const {
     Tell(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正", Icon::kWarning);
     return {};
   }
-  return Moment{core::FormatDate(now.year, now.month, now.day),
-                core::FormatTime(hour, minute, second)};
+  return Moment{core::DateOf(now), core::FormatTime(hour, minute, second)};
 }
 
 // Leaves `running` none, after a message, if the Action has been deleted meanwhile: the recording

@@ -145,8 +145,7 @@ void CRecorder::OnBtnNow() {
   } else if (ValidateInlineEdit() != 0) {
     return;
   }
-  const platform::LocalTime now = platform::host().Now();
-  fields.time = core::FormatHourMinute(now.hour, now.minute);
+  fields.time = core::ShortTimeOf(platform::host().Now());
 }
 
 void CRecorder::ReadStartChoice() {

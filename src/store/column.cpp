@@ -7,6 +7,8 @@
 #include <charconv>
 #include <limits>
 
+#include "core/characters.h"
+
 namespace store {
 namespace {
 
@@ -21,11 +23,6 @@ constexpr TypeName kTypeNames[] = {
     {"datetime", ColumnType::kTimestamp},
 };
 
-template <typename Char>
-Char Lower(Char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<Char>(c - 'A' + 'a') : c;
-}
-
 bool IsBlank(char16_t c) {
   return c == u' ' || (c >= u'\t' && c <= u'\r');
 }
@@ -36,7 +33,7 @@ Column ReadDeclaration(std::u16string name, std::string_view declaration) {
   Column column{std::move(name), ColumnType::kBytes, 0};
   const size_t paren = declaration.find('(');
   std::string word(declaration.substr(0, paren));
-  std::transform(word.begin(), word.end(), word.begin(), Lower<char>);
+  std::transform(word.begin(), word.end(), word.begin(), core::FoldAscii<char>);
   word.erase(word.find_last_not_of(' ') + 1);
   for (const TypeName& known : kTypeNames) {
     if (known.name == word) column.type = known.type;
@@ -49,8 +46,9 @@ Column ReadDeclaration(std::u16string name, std::string_view declaration) {
 }
 
 bool SameName(std::u16string_view a, std::u16string_view b) {
-  return a == b || std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                              [](char16_t x, char16_t y) { return Lower(x) == Lower(y); });
+  return a == b || std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t x, char16_t y) {
+           return core::FoldAscii(x) == core::FoldAscii(y);
+         });
 }
 
 std::u16string FloatText(double value) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/characters.h"
 #include "platform/utf.h"
 
 namespace store {
@@ -12,9 +13,8 @@ namespace {
 constexpr char kBlanks[] = " \t\r\n";
 
 bool SameLetters(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char x, char y) { return lower(x) == lower(y); });
+                    [](char x, char y) { return core::FoldAscii(x) == core::FoldAscii(y); });
 }
 
 std::string_view WithoutLeadingBlanks(std::string_view text) {

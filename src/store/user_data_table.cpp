@@ -8,6 +8,7 @@
 
 #include "core/action_id.h"
 #include "core/date_time.h"
+#include "core/day.h"
 #include "platform/host.h"
 #include "store/schema.h"
 
@@ -18,9 +19,7 @@ constexpr size_t kDateTimeLength = 19;
 constexpr int kMaxIdDraws = 50;
 
 void Stamp(Action& action) {
-  const platform::LocalTime now = platform::host().Now();
-  action[kLastUpdate] = core::FormatDate(now.year, now.month, now.day) + u' ' +
-                        core::FormatTime(now.hour, now.minute, now.second);
+  action[kLastUpdate] = core::MomentOf(platform::host().Now());
 }
 
 using ActionFields = std::array<Field, kActionColumnCount>;
@@ -142,9 +141,9 @@ int CheckActionTimes(const Action& action) {
   if (action[kEndDateTime]->size() != kDateTimeLength) return -110;
   const core::MomentText start = core::SplitMoment(*action[kStaDateTime]);
   const core::MomentText end = core::SplitMoment(*action[kEndDateTime]);
-  int year, month, day, hour, minute, second;
-  if (core::ParseDate(start.date, year, month, day) != 0) return -101;
-  if (core::ParseDate(end.date, year, month, day) != 0) return -102;
+  int hour, minute, second;
+  if (!core::ReadDay(start.date)) return -101;
+  if (!core::ReadDay(end.date)) return -102;
   if (core::ParseEndTime(end.time) == -10) return -103;
   if (core::ParseTime(start.time, hour, minute, second) != 0) return -104;
   if (end.time == core::kEndOfDay && start.time != u"00:00:00") return -105;

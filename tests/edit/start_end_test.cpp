@@ -124,9 +124,9 @@ TEST(StartEnd, NowIsAMomentOrADay) {
 }
 
 TEST(ExistingDate, IsTakenFromADateThatMayNotExist) {
-  EXPECT_EQ(ExistingDate(2010, 2, 31, At(0, 0)), u"2010/02/28");
-  EXPECT_EQ(ExistingDate(2012, 2, 31, At(0, 0)), u"2012/02/29");
-  EXPECT_EQ(ExistingDate(-1, -1, -1, At(0, 0)), u"2010/06/23");
+  EXPECT_EQ(ExistingDate({2010, 2, 31}, At(0, 0)), u"2010/02/28");
+  EXPECT_EQ(ExistingDate({2012, 2, 31}, At(0, 0)), u"2012/02/29");
+  EXPECT_EQ(ExistingDate({-1, -1, -1}, At(0, 0)), u"2010/06/23");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "core/settings.h"
 #include "filedialog/qt/file_select_screen.h"
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
@@ -106,7 +107,7 @@ int OptionsSheet::RunModal() {
 void OptionsSheet::Browse() {
   filedialog::CFileSelectDlg dialog(
       this, {filedialog::kSelectToSave, u"保存先", u"data (*.sdf)|*.sdf|All (*.*)|*.*",
-             options_.DataFolder(), u"user.sdf"});
+             options_.DataFolder(), std::u16string(core::kDefaultDataFile)});
   dialog.RunModal();
   if (!dialog.ResultPath()) return;
   options_.values.DataFile = *dialog.ResultPath();
