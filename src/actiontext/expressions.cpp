@@ -5,13 +5,13 @@
 #include "actiontext/number_text.h"
 #include "actiontext/reductions.h"
 #include "core/characters.h"
+#include "core/quoted_text.h"
 #include "core/text.h"
 
 namespace actiontext {
 namespace {
 
 constexpr int kBadForm = -10011;
-constexpr int kMaxHexDigits = 4;
 
 // The states of a factor.
 enum FactState {
@@ -19,7 +19,6 @@ enum FactState {
   kNumber = 201,
   kQuoted = 301,
   kEscape = 311,
-  kHex = 321,
   kPlus = 401,
   kMinus = 501,
   kName = 601,
@@ -109,10 +108,6 @@ int EvalNumber(ActionTextContext& context, std::u16string_view text, size_t& cur
   return -kNumber;
 }
 
-bool IsEscapeLetter(char16_t c) {
-  return std::u16string_view(u"nrt\\\"'").find(c) != std::u16string_view::npos;
-}
-
 // Pushes what stands between the quotation marks.
 int PushString(ActionTextContext& context, std::u16string_view written, bool escaped) {
   if (escaped) {
@@ -127,43 +122,24 @@ int PushString(ActionTextContext& context, std::u16string_view written, bool esc
 // From the opening quotation mark on.
 int EvalString(ActionTextContext& context, std::u16string_view text, size_t& cursor) {
   const size_t begin = ++cursor;
-  FactState state = kQuoted;
-  bool escaped = false;
-  int hexDigits = 0;
-  for (; cursor < text.size(); ++cursor) {
-    const char16_t c = text[cursor];
-    switch (state) {
-      case kEscape:
-        if (c == u'x') {
-          hexDigits = 0;
-          state = kHex;
-        } else if (IsEscapeLetter(c)) {
-          state = kQuoted;
-        } else {
-          return kBadForm;
-        }
-        break;
-      case kHex:
-        if (core::IsLetterOrDigit(c)) {
-          if (++hexDigits == kMaxHexDigits) state = kQuoted;
-          break;
-        }
-        state = kQuoted;
-        [[fallthrough]];  // another character is read again
-      default:
-        if (c == u'"') {
-          const std::u16string_view written = text.substr(begin, cursor - begin);
-          ++cursor;
-          return PushString(context, written, escaped);
-        }
-        if (c < u' ') return -kQuoted;
-        if (c == u'\\') {
-          escaped = true;
-          state = kEscape;
-        }
+  const auto isAllowed = [](char16_t c) { return c >= u' '; };
+  const core::QuotedScan scan = core::ScanQuoted(text, cursor, isAllowed);
+  switch (scan.end) {
+    case core::QuotedEnd::kClosed: {
+      const std::u16string_view written = text.substr(begin, cursor - begin);
+      ++cursor;
+      return PushString(context, written, scan.escaped);
     }
+    case core::QuotedEnd::kBadCharacter:
+    case core::QuotedEnd::kInText:
+      return -kQuoted;
+    case core::QuotedEnd::kInEscape:
+      return -kEscape;
+    case core::QuotedEnd::kBadEscape:
+    case core::QuotedEnd::kInHex:
+      break;
   }
-  return state == kHex ? kBadForm : -state;
+  return kBadForm;
 }
 
 // Kept on purpose: a sign is content whatever becomes of its factor, and a minus changes the fields

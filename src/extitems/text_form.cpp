@@ -1,8 +1,9 @@
-// The reader is two state machines: one over the fields of items, one over a quoted value. The
-// number of a state, negated, is the code of a fault in it.
+// The reader is a state machine over the fields of items. The number of a state, negated, is the
+// code of a fault in it; those of a quoted value are numbered too.
 #include "extitems/text_form.h"
 
 #include "core/characters.h"
+#include "core/quoted_text.h"
 #include "core/text.h"
 #include "extitems/checks.h"
 
@@ -27,58 +28,29 @@ enum ValueState { kBeforeQuote = 600, kQuoted = 610, kEscape = 620, kHex = 630 }
 
 constexpr int kValueRead = 10100;
 constexpr int kValueRefused = -1;
-constexpr int kMaxHexDigits = 4;
-
-bool IsEscapeLetter(char16_t c) {
-  return std::u16string_view(u"\\\"'tnr").find(c) != std::u16string_view::npos;
-}
-
 // The cursor ends on the closing quotation mark, on the character that was refused, or at the end
 // of the text. kValueRead, a negative state, or the state in which the text ended.
 int ScanQuotedValue(std::u16string_view text, size_t& cursor, std::u16string_view& value) {
-  int state = kBeforeQuote;
-  size_t begin = 0;
-  int hexDigits = 0;
-  for (; cursor < text.size(); ++cursor) {
-    const char16_t c = text[cursor];
-    switch (state) {
-      case kBeforeQuote:
-        if (core::IsBlank(c)) break;
-        if (c != u'"') return -state;
-        begin = cursor + 1;
-        state = kQuoted;
-        break;
-      case kHex:
-        if (core::IsLetterOrDigit(c)) {
-          if (++hexDigits == kMaxHexDigits) state = kQuoted;
-          break;
-        }
-        state = kQuoted;
-        [[fallthrough]];  // another character is read again
-      case kQuoted:
-        if (c == u'"') {
-          value = text.substr(begin, cursor - begin);
-          return kValueRead;
-        }
-        if (c == u'\\') {
-          state = kEscape;
-        } else if (!core::IsValueCharacter(c)) {
-          return -state;
-        }
-        break;
-      case kEscape:
-        if (c == u'x') {
-          hexDigits = 0;
-          state = kHex;
-        } else if (IsEscapeLetter(c)) {
-          state = kQuoted;
-        } else {
-          return -state;
-        }
-        break;
-    }
+  while (cursor < text.size() && core::IsBlank(text[cursor])) ++cursor;
+  if (cursor == text.size()) return kBeforeQuote;
+  if (text[cursor] != u'"') return -kBeforeQuote;
+  const size_t begin = ++cursor;
+  switch (core::ScanQuoted(text, cursor, core::IsValueCharacter).end) {
+    case core::QuotedEnd::kClosed:
+      value = text.substr(begin, cursor - begin);
+      return kValueRead;
+    case core::QuotedEnd::kBadCharacter:
+      return -kQuoted;
+    case core::QuotedEnd::kBadEscape:
+      return -kEscape;
+    case core::QuotedEnd::kInText:
+      return kQuoted;
+    case core::QuotedEnd::kInEscape:
+      return kEscape;
+    case core::QuotedEnd::kInHex:
+      break;
   }
-  return state;
+  return kHex;
 }
 
 // The text up to the next ":", without the blanks round it. Kept on purpose: at the end of the text
