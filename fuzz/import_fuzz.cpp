@@ -2,6 +2,7 @@
 // times and ids that a row may have. What is good in the third form comes back from a line of it,
 // in UTF-8 to the character.
 #include "core/action_id.h"
+#include "core/text.h"
 #include "exchange/action_lines.h"
 #include "exchange/import_reader.h"
 #include "input.h"
@@ -18,7 +19,7 @@ store::Action RowOf(const exchange::ImportRecord& record) {
   row[store::kStaDateTime] = record.StaDateTime;
   row[store::kEndDateTime] = record.EndDateTime;
   if (record.Latitude != exchange::kNoPosition) {
-    row[store::kLatitude] = store::FloatText(record.Latitude);
+    row[store::kLatitude] = core::FloatText(record.Latitude);
   }
   row[store::kPlace] = record.Place;
   row[store::kMemo] = record.Memo;

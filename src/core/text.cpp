@@ -2,7 +2,9 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <limits>
 
 #include "core/characters.h"
 
@@ -105,6 +107,14 @@ std::u16string NarrowForms(std::u16string_view text) {
     if (c == kMinus) c = u'-';
   }
   return out;
+}
+
+std::u16string FloatText(double value) {
+  // A sign, the digits of the largest double, a point and six decimals.
+  std::array<char, std::numeric_limits<double>::max_exponent10 + 10> text;
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6);
+  return std::u16string(text.data(), end.ptr);
 }
 
 std::u16string Hex(int32_t number) {

@@ -22,6 +22,9 @@ int32_t ToInt32(std::u16string_view text);
 // The decimal digits of a number, at least `width` of them, filled up with zeros.
 std::u16string ZeroPadded(int value, int width);
 
+// Six decimals and a point, whatever the user's locale: numbers of a column, degrees of a position.
+std::u16string FloatText(double value);
+
 // A number as its 32 bits in lower-case hexadecimal.
 std::u16string Hex(int32_t number);
 

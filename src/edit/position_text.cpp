@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/text.h"
 #include "position/coordinate.h"
 
 namespace edit {
@@ -15,16 +16,14 @@ PositionText OfDegrees(double degrees) {
   PositionText text{position::FormatCoordinate(degrees), {}};
   double shown = 0.0;
   if (position::ParseCoordinate(text.shown, shown) == 0) {
-    text.stored = position::DecimalDegrees(std::copysign(shown, degrees));
+    text.stored = core::FloatText(std::copysign(shown, degrees));
   }
   return text;
 }
 
 std::optional<std::u16string> StoredPosition(std::u16string_view shown, const PositionText& kept) {
   if (shown == kept.shown) return kept.stored;
-  double degrees = 0.0;
-  if (position::ParseCoordinate(shown, degrees) != 0) return {};
-  return position::DecimalDegrees(degrees);
+  return position::DecimalDegrees(shown);
 }
 
 }  // namespace edit

@@ -53,7 +53,7 @@ int TellNotRead(int result, int lineNumber, int detail) {
 
 std::optional<std::u16string> PositionText(double degrees) {
   if (degrees == kNoPosition) return {};
-  return store::FloatText(degrees);
+  return core::FloatText(degrees);
 }
 
 store::Action ToAction(ImportRecord&& record) {

@@ -61,11 +61,10 @@ std::u16string FormatCoordinate(double value) {
   return platform::ToUtf16(text);
 }
 
-std::u16string DecimalDegrees(double value) {
-  // A sign, the digits of the largest double, a point and six decimals.
-  char text[std::numeric_limits<double>::max_exponent10 + 10];
-  const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6).ptr;
-  return platform::ToUtf16({text, end});
+std::optional<std::u16string> DecimalDegrees(std::u16string_view coordinate) {
+  double degrees = 0.0;
+  if (ParseCoordinate(coordinate, degrees) != 0) return {};
+  return core::FloatText(degrees);
 }
 
 std::optional<double> ReadDecimalDegrees(std::u16string_view text) {

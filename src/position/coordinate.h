@@ -26,9 +26,10 @@ struct CoordinateParts {
 // no number reads as 0; degrees beyond 32 bits wrap.
 std::u16string FormatCoordinate(double value);
 
-// Degrees as decimal text, the same in every locale.
-std::u16string DecimalDegrees(double value);
-// Reads them back; none for a text that is empty or no finite number.
+// What the store holds for a screen form: core::FloatText of its degrees; none for a text that
+// isn't one.
+std::optional<std::u16string> DecimalDegrees(std::u16string_view coordinate);
+// Reads that back as a number; none for a text that is empty or no finite number.
 std::optional<double> ReadDecimalDegrees(std::u16string_view text);
 
 // The parts of the screen form in integers, what is left over truncated.

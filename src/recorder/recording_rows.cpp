@@ -5,7 +5,6 @@
 
 #include "core/date_time.h"
 #include "position/coordinate.h"
-#include "store/column.h"
 #include "store/read_action.h"
 #include "store/session.h"
 
@@ -34,12 +33,6 @@ Moment EndOf(const Action& action) {
   return Split(TextOf(action, store::kEndDateTime));
 }
 
-std::optional<std::u16string> DegreesOf(std::u16string_view field) {
-  double degrees = 0.0;
-  if (position::ParseCoordinate(field, degrees) != 0) return {};
-  return store::FloatText(degrees);
-}
-
 }  // namespace
 
 Moment StartOf(const Action& action) {
@@ -49,8 +42,8 @@ Moment StartOf(const Action& action) {
 Action NewAction(const Moment& start, const RecorderFields& fields) {
   Action action;
   action[store::kStaDateTime] = action[store::kEndDateTime] = Join(start);
-  action[store::kLatitude] = DegreesOf(fields.latitude);
-  action[store::kLongitude] = DegreesOf(fields.longitude);
+  action[store::kLatitude] = position::DecimalDegrees(fields.latitude);
+  action[store::kLongitude] = position::DecimalDegrees(fields.longitude);
   action[store::kSubject] = u"";
   action[store::kPlace] = fields.place;
   action[store::kCategory1] = fields.category1;

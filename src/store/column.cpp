@@ -3,9 +3,7 @@
 #include "store/column.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <limits>
 
 #include "core/characters.h"
 
@@ -49,14 +47,6 @@ bool SameName(std::u16string_view a, std::u16string_view b) {
   return a == b || std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t x, char16_t y) {
            return core::FoldAscii(x) == core::FoldAscii(y);
          });
-}
-
-std::u16string FloatText(double value) {
-  // A sign, the digits of the largest double, a point and six decimals.
-  std::array<char, std::numeric_limits<double>::max_exponent10 + 10> text;
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 6);
-  return std::u16string(text.data(), end.ptr);
 }
 
 std::optional<double> ParseFloat(std::u16string_view text) {

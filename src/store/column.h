@@ -29,8 +29,6 @@ Column ReadDeclaration(std::u16string name, std::string_view declaration);
 // By ASCII letters, without regard to case.
 bool SameName(std::u16string_view a, std::u16string_view b);
 
-// Six decimals and a point, whatever the user's locale.
-std::u16string FloatText(double value);
 // The decimal number at the beginning of `text`, after blanks; none if there is no number, or one
 // that a double cannot hold.
 std::optional<double> ParseFloat(std::u16string_view text);

@@ -64,7 +64,7 @@ void Statement::Read(int column, std::optional<std::u16string>& text) const {
       text.reset();
       break;
     case SQLITE_FLOAT:
-      text = FloatText(sqlite3_column_double(prepared_, column));
+      text = core::FloatText(sqlite3_column_double(prepared_, column));
       break;
     default: {
       const auto bytes = reinterpret_cast<const char*>(sqlite3_column_text(prepared_, column));
