@@ -2,6 +2,7 @@
 #include "core/app_state.h"
 
 #include "core/settings.h"
+#include "core/settings_choices.h"
 
 namespace core {
 
@@ -34,6 +35,12 @@ int SetCurDate(std::u16string_view text) {
 
 std::u16string CurDate() {
   return DayText(CurrentDay());
+}
+
+void RememberPlace(CAppState& app, std::u16string_view place) {
+  const std::u16string& separator = app.PlaceSepaStr;
+  const bool isMovement = separator.empty() || place.find(separator) != place.npos;
+  if (app.NoMemPlaceSepaStr == kOff || !isMovement) app.PlaceHistory.Add(place);
 }
 
 }  // namespace core

@@ -123,4 +123,9 @@ int SetCurDate(std::u16string_view text);
 // As yyyy/mm/dd.
 std::u16string CurDate();
 
+// A place that its user chose or typed goes into the history. With NoMemPlaceSepaStr on, movements
+// stay out: places that hold the separator; with an empty separator all do (kept on purpose). Any
+// number but kOff is on.
+void RememberPlace(CAppState& app, std::u16string_view place);
+
 }  // namespace core

@@ -151,16 +151,15 @@ bool CEditAction::ReadTime(Picker which, StartEnd& times) const {
   return true;
 }
 
-// With the recorder's movements kept out of the history, a place that holds the separator is one of
-// them; with an empty separator every place is.
 void CEditAction::ApplyValue(Picker which) {
   const PickerEntry& entry = EntryOf(which);
   std::u16string& field = fields.*entry.text;
   ChangeField(field, pickerText, kLongestText);
-  const bool isMovement =
-      which == Picker::kPlace &&
-      (app_.PlaceSepaStr.empty() || field.find(app_.PlaceSepaStr) != std::u16string::npos);
-  if (app_.NoMemPlaceSepaStr != 1 || !isMovement) (app_.*entry.history).Add(field);
+  if (which == Picker::kPlace) {
+    core::RememberPlace(app_, field);
+  } else {
+    (app_.*entry.history).Add(field);
+  }
 }
 
 // A text that comes back as the picker got it leaves the memo with the line breaks that it has.

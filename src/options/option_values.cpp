@@ -1,4 +1,5 @@
 #include "options/option_values.h"
+
 #include "core/settings_choices.h"
 
 namespace options {

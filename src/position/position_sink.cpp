@@ -38,9 +38,4 @@ std::optional<platform::GPS_POSITION> PositionSink::LastReading() const {
   return reading_;
 }
 
-std::u16string PositionSink::DeviceName() const {
-  const std::scoped_lock lock(mutex_);
-  return deviceName_;
-}
-
 }  // namespace position

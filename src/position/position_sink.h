@@ -28,7 +28,6 @@ class PositionSink {
   void Expect(platform::WindowId window, uint16_t command);
   // The last reading; none while the first one is waited for.
   std::optional<platform::GPS_POSITION> LastReading() const;
-  std::u16string DeviceName() const;
 
  private:
   mutable std::mutex mutex_;  // of all below
@@ -36,7 +35,7 @@ class PositionSink {
   uint16_t command_ = 0;
   bool pending_ = true;
   platform::GPS_POSITION reading_;
-  std::u16string deviceName_;  // at most 64 characters
+  std::u16string deviceName_;  // as the last device state said, at most 64 characters
 
   std::atomic<int>& inProgress_;
 };

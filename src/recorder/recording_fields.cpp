@@ -82,10 +82,7 @@ int CRecorder::EditorRow() const {
   return nearest;
 }
 
-// With the movements kept out of the history, a place that holds the separator is one of them; with
-// an empty separator every place is (kept on purpose).
 void CRecorder::TakeValue(InlineEdit which, std::u16string_view text) {
-  const std::u16string& separator = app_.PlaceSepaStr;
   switch (which) {
     case InlineEdit::kNone:
       break;
@@ -93,10 +90,7 @@ void CRecorder::TakeValue(InlineEdit which, std::u16string_view text) {
       fields.time = text;
       break;
     case InlineEdit::kPlace:
-      if (app_.NoMemPlaceSepaStr == 0 ||
-          (!separator.empty() && text.find(separator) == text.npos)) {
-        app_.PlaceHistory.Add(text);
-      }
+      core::RememberPlace(app_, text);
       fields.place = text;
       break;
     case InlineEdit::kCategory1:

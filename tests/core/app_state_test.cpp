@@ -25,6 +25,31 @@ TEST(HistoryList, MovesToTheFrontAndDropsTheLast) {
   EXPECT_EQ(list.Entries(), (Entries{longText.substr(5), u"2", u"1"})) << "a part of the last";
 }
 
+TEST(PlaceHistory, MayKeepMovementsOut) {
+  const testing_support::FakeHost host;
+  CAppState app;
+  const struct {
+    const char* why;
+    int setting;
+    std::u16string separator, place;
+    bool remembered;
+  } rows[] = {
+      {"a place", 1, u"→", u"会社", true},
+      {"a movement", 1, u"→", u"会社→自宅", false},
+      {"a movement, where they are wanted", 0, u"→", u"会社→自宅", true},
+      {"a number that no option writes", 2, u"→", u"会社→自宅", false},
+      {"with an empty separator every place is a movement", 1, u"", u"駅", false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    app.PlaceHistory.Clear();
+    app.NoMemPlaceSepaStr = row.setting;
+    app.PlaceSepaStr = row.separator;
+    RememberPlace(app, row.place);
+    EXPECT_EQ(!app.PlaceHistory.Entries().empty(), row.remembered);
+  }
+}
+
 TEST(ActionId, HoldsTheClockAndTheDraw) {
   testing_support::FakeHost host;
   host.now = {2010, 1, 2, 3, 4, 5};

