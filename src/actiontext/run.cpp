@@ -27,6 +27,12 @@ constexpr SystemItem kSystemItems[] = {
 };
 static_assert(std::is_sorted(std::begin(kSystemItems), std::end(kSystemItems),
                              [](const auto& a, const auto& b) { return a.name < b.name; }));
+// Every column but the extended items, which have names of their own.
+static_assert(std::size(kSystemItems) + 1 == store::kActionColumnCount &&
+              std::all_of(std::begin(kSystemItems), std::end(kSystemItems), [](const auto& item) {
+                return item.name.starts_with(u"SI") &&
+                       item.name.substr(2) == store::TitleOf(item.column);
+              }));
 
 // The one entry with this name of a table sorted by name, or nullptr.
 template <typename Table>

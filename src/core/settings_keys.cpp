@@ -134,6 +134,14 @@ constexpr Key kKeys[] = {
     {u"WindowMaximized", Added{&App::WindowMaximized}},
 };
 
+static_assert([] {
+  for (const Key& key : kKeys) {
+    const auto isSame = [&key](const Key& other) { return other.name == key.name; };
+    if (std::count_if(std::begin(kKeys), std::end(kKeys), isSame) != 1) return false;
+  }
+  return true;
+}());
+
 // The older form of TimeInitForNewMode: read, but not written any more.
 constexpr Key kOldKey = {u"SetNowForCreate", Digits{&App::SetNowForCreate}};
 

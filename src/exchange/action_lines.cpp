@@ -1,7 +1,7 @@
 #include "exchange/action_lines.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 
 #include "core/date_time.h"
 #include "core/encoding.h"
@@ -13,9 +13,6 @@ namespace {
 using core::Encoding;
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::u16string_view kVer3Header =
-    u"ActId\tLastUpdate\tStaDateTime\tEndDateTime\tLatitude\tLongitude\tSubject\tPlace\tCategory1\t"
-    u"Category2\tMemo\tExtItems";
 // The only character of which the code page makes one that means something in an escape form.
 constexpr char16_t kYen = 0xA5;
 
@@ -77,17 +74,25 @@ std::u16string Ver3Line(const store::Action& action) {
   return line.Take();
 }
 
+std::u16string Ver3Header() {
+  Line line;
+  for (int i = 0; i < store::kActionColumnCount; ++i) {
+    line.Add(TitleOf(static_cast<store::ActionColumn>(i)));
+  }
+  return line.Take();
+}
+
 // In the order of the versions.
 constexpr struct {
   std::u16string (*toLine)(const store::Action&);
-  std::ptrdiff_t fields;
   Encoding encoding;
-} kForms[] = {{Ver1Line, 8, Encoding::kCodePage},
-              {Ver2Line, 9, Encoding::kCodePage},
-              {Ver3Line, 12, Encoding::kCodePage},
-              {Ver3Line, 12, Encoding::kUtf8}};
+} kForms[] = {{Ver1Line, Encoding::kCodePage},
+              {Ver2Line, Encoding::kCodePage},
+              {Ver3Line, Encoding::kCodePage},
+              {Ver3Line, Encoding::kUtf8}};
+static_assert(std::size(kForms) == std::size(kFieldCounts));
 
-bool StaysOneLine(std::u16string_view line, std::ptrdiff_t fields) {
+bool StaysOneLine(std::u16string_view line, int fields) {
   const auto breaks = [](char16_t c) { return c == u'\t' || c == u'\r' || c == u'\n'; };
   return std::count_if(line.begin(), line.end(), breaks) == fields - 1;
 }
@@ -112,7 +117,7 @@ store::Action GivenBack(store::Action action) {
 
 std::string HeaderBytes(int version) {
   if (version < kVer3) return {};
-  std::u16string header(kVer3Header);
+  std::u16string header = Ver3Header();
   if (version == kVer3Utf8) header.insert(0, 1, core::kByteOrderMark);
   std::string bytes;
   core::Encode(header, kForms[version - kVer1].encoding, bytes);
@@ -125,7 +130,7 @@ bool LineBytes(const store::Action& action, int version, std::string& bytes) {
   const bool hasAll = core::Encode(line, form.encoding, bytes);
   if (!hasAll) core::Encode(form.toLine(GivenBack(action)), form.encoding, bytes);
   bytes += kLineEnd;
-  return hasAll && StaysOneLine(line, form.fields);
+  return hasAll && StaysOneLine(line, kFieldCounts[version - kVer1]);
 }
 
 }  // namespace exchange

@@ -20,6 +20,9 @@ enum FormatVer {
   kVer3Utf8 = 4  // the same behind a byte order mark, in UTF-8; the others are in the code page
 };
 
+// Fields of a line, in the order of the versions.
+inline constexpr int kFieldCounts[] = {8, 9, store::kActionColumnCount, store::kActionColumnCount};
+
 // What stands before the first Action's line; empty for the first two versions.
 std::string HeaderBytes(int version);
 

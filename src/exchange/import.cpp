@@ -57,6 +57,7 @@ std::optional<std::u16string> PositionText(double degrees) {
 }
 
 store::Action ToAction(ImportRecord&& record) {
+  static_assert(store::kExtItems + 1 == store::kActionColumnCount, "a column for each field");
   store::Action action;
   action[store::kActId] = std::move(record.ActId);
   action[store::kStaDateTime] = std::move(record.StaDateTime);

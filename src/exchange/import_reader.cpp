@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 
 #include "core/action_id.h"
@@ -27,8 +28,6 @@ struct Version {
   size_t minimumSlot;  // that a line must reach
 };
 
-constexpr Version kVersions[] = {{1, 8, 6}, {0, 8, 6}, {0, 11, 4}};
-
 using Slots = std::array<std::u16string_view, store::kActionColumnCount>;
 
 // Slots of the first two versions; those of the third are the table's columns.
@@ -43,6 +42,18 @@ enum ShortSlot {
   kSlotCategory2,
   kSlotMemo
 };
+
+// In the order of the versions.
+constexpr Version kVersions[] = {{kSlotStartDate, kSlotMemo, kSlotCategory1},
+                                 {kSlotId, kSlotMemo, kSlotCategory1},
+                                 {store::kActId, store::kActionColumnCount - 1, store::kLatitude}};
+static_assert([] {
+  for (size_t i = 0; i < std::size(kVersions); ++i) {
+    const size_t fields = kVersions[i].lastSlot - kVersions[i].firstSlot + 1;
+    if (fields != static_cast<size_t>(kFieldCounts[i])) return false;
+  }
+  return true;
+}());
 
 // The last slot that the line reaches; one behind the version's last if there is more of it.
 size_t Split(std::u16string_view line, const Version& version, Slots& slots) {
@@ -87,6 +98,7 @@ double ReadPosition(std::u16string_view field) {
 }
 
 ImportRecord TakeVer3(const Slots& slots) {
+  static_assert(store::kExtItems + 1 == store::kActionColumnCount, "a field for each column");
   ImportRecord record;
   record.ActId = slots[store::kActId];
   record.StaDateTime = slots[store::kStaDateTime];

@@ -30,6 +30,15 @@ inline constexpr std::array<std::u16string_view, kActionColumnCount> kActionColu
     u"f_fltLatitude",  u"f_fltLongitude", u"f_nvcSubject",     u"f_nvcPlace",
     u"f_nvcCategory1", u"f_nvcCategory2", u"f_nvcMemo",        u"f_nvcExtItems"};
 
+static_assert(!kActionColumns.back().empty(), "a name for each column");
+
+// A column's name without the letters of its type, as the exchange files and the action texts know
+// it: "ActId".
+constexpr std::u16string_view TitleOf(ActionColumn column) {
+  const std::u16string_view name = kActionColumns[column];
+  return name.substr(name.find_first_of(u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"));
+}
+
 using Action = std::array<std::optional<std::u16string>, kActionColumnCount>;
 
 // A column's text, empty where it is NULL.

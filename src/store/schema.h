@@ -6,6 +6,8 @@
 #include <array>
 #include <string_view>
 
+#include "store/action.h"
+
 namespace store {
 
 inline constexpr std::u16string_view kUserDataTable = u"t_UserData";
@@ -46,6 +48,22 @@ inline constexpr std::array<TableStatements, 5> kTableStatements = {{
     {u"DROP TABLE t_RcdrData", u"CREATE TABLE t_RcdrData (f_i4SNo int, f_nchActId NCHAR(18))",
      u"CREATE INDEX i_RcdrData on t_RcdrData (f_i4SNo ASC)"},
 }};
+
+// Whether a statement declares these columns, in this order and no others. No declaration holds a
+// comma.
+template <size_t kCount>
+constexpr bool Declares(std::u16string_view create,
+                        const std::array<std::u16string_view, kCount>& columns) {
+  create.remove_prefix(create.find(u'(') + 1);
+  for (size_t i = 0; i < kCount; ++i) {
+    if (!create.starts_with(columns[i]) || create[columns[i].size()] != u' ') return false;
+    const size_t comma = create.find(u',');
+    if (comma == create.npos) return i + 1 == kCount;
+    create.remove_prefix(create.find_first_not_of(u' ', comma + 1));
+  }
+  return false;
+}
+static_assert(Declares(kTableStatements[0].create, kActionColumns));
 
 // What a t_UserData of an older format lacks, in this order.
 inline constexpr std::array<std::u16string_view, 2> kAlterStatements = {
