@@ -1,5 +1,5 @@
 // The action text: an Action's memo as a template. Plain text is copied; code between two "#" is
-// evaluated over the Action, and its last value stands in its place. docs/action-text.md tells what
+// evaluated over the Action, and its last value stands in its place. docs/action-text.md says what
 // a user can write.
 #pragma once
 
@@ -14,7 +14,7 @@ namespace actiontext {
 // an Action, the raw memo into kMemo, and show the result in the memo's place.
 //
 // There is no failure and no result code: a stretch that can't be evaluated inserts nothing, the
-// text behind it is shown, and the Action is never changed. LocalTime and Rand ask the host, so a
+// text after it is shown, and the Action is never changed. LocalTime and Rand ask the host, so a
 // second run may give another text. Interface thread only.
 std::u16string ParseActionText(const store::Action& action);
 

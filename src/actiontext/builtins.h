@@ -12,7 +12,7 @@ namespace actiontext {
 int IsFunc(std::u16string_view name);
 
 // Calls a function with the topmost `count` items, which are taken off before any is looked at. 0
-// with the result pushed, or a negative code; then nothing is pushed, but for IndexOf of an empty
+// with the result pushed, or a negative code; then nothing is pushed, except by IndexOf of an empty
 // text. kTooMuchText is such a code.
 int CallBuiltin(ActionTextContext& context, int number, size_t count);
 

@@ -36,7 +36,7 @@ bool TakeWord(std::u16string_view word, std::u16string_view text, size_t& cursor
   return true;
 }
 
-// Kept on purpose: only an int tells true from false. A float is false, and anything else, a string
+// Kept on purpose: only an int is true or false. A float is false, and anything else, a string
 // or a name that is not looked up here, leaves the verdict as it was.
 int Verdict(ValueStack& stack, int former) {
   ActionValue condition;

@@ -3,9 +3,9 @@
 //
 // Cursor and codes as in expressions.h; of the statement:
 //   -101    no "if"; the cursor has not moved
-//   -201    no "(" behind "if"
+//   -201    no "(" after "if"
 //   -211    a bad condition; -2111 if the text ended before it
-//   -221    no ")" behind the condition
+//   -221    no ")" after the condition
 //   -231    the block failed
 // and of the blocks:
 //   -101    no "{"; nested too deep; the text ended in a block that was passed over

@@ -34,7 +34,7 @@ std::optional<std::u16string_view> TextArena::Join(std::u16string_view left,
   return latest_;
 }
 
-// Room for `length` characters behind top_. A new room doubles what there is, and has as much again
+// Room for `length` characters after top_. A new room doubles what there is, and has as much again
 // to spare for what may be added to the text.
 void TextArena::MakeRoom(size_t length) {
   if (length <= room_) return;

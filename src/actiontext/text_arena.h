@@ -40,7 +40,7 @@ class TextArena {
 
   char16_t firstRoom_[kFirstRoom];
   char16_t* top_ = firstRoom_;
-  size_t room_ = kFirstRoom;  // characters left behind top_
+  size_t room_ = kFirstRoom;  // characters left after top_
   size_t made_ = kFirstRoom;  // characters in all rooms
   size_t left_ = kMaxTextWork;
   std::u16string_view latest_;

@@ -49,7 +49,7 @@ constexpr bool IsValueCharacter(char16_t c) {
   return (c >= 0x20 && c <= 0x7E) || (c >= 0x300 && c <= 0x1F73) || IsWideItemCharacter(c);
 }
 
-// Kept on purpose: the range begins behind hiragana and nearly all katakana, so that a name in
+// Kept on purpose: the range begins after hiragana and nearly all katakana, so that a name in
 // kanji is one and a name in kana is none.
 constexpr bool IsIdentifierStart(char16_t c) {
   return IsLetter(c) || c == u'_' || c >= 0x30FE;

@@ -31,7 +31,7 @@ struct Clock {
   int second;  // 0 where the text leaves it out
 };
 
-// The numbers of h:m or h:m:s, whatever their size. What stands behind the second ":" is the
+// The numbers of h:m or h:m:s, whatever their size. What stands after the second ":" is the
 // second, a third ":" included, which then is no digit.
 std::optional<Clock> ReadClock(std::u16string_view text) {
   const size_t colon = text.find(u':');

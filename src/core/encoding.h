@@ -15,7 +15,7 @@ enum class Encoding {
   kUtf8       // see platform/utf.h
 };
 
-// Stands before the text of a file to tell that it's UTF-8.
+// Stands before the text of a file as the sign of UTF-8.
 inline constexpr char16_t kByteOrderMark = 0xFEFF;
 
 // In place of `text`. False if any of the bytes mean nothing, of which the text then holds what the
@@ -24,7 +24,7 @@ bool Decode(std::string_view bytes, Encoding encoding, std::u16string& text);
 // In place of `bytes`. False if any character was replaced, because the encoding lacks it.
 bool Encode(std::u16string_view text, Encoding encoding, std::string& bytes);
 
-// How many of the bytes, from the first on, can be decoded before the bytes behind them are known.
+// How many of the bytes, from the first on, can be decoded before the bytes after them are known.
 size_t WholeLength(std::string_view bytes, Encoding encoding);
 
 // Reads an open file to its end, a block at a time. UTF-8 if it begins with a byte order mark, or

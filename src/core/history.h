@@ -13,12 +13,11 @@ class HistoryList {
   explicit HistoryList(size_t capacity) : capacity_(capacity) {}
 
   const std::vector<std::u16string>& Entries() const { return entries_; }
-  size_t Capacity() const { return capacity_; }
 
   // Moves an equal text (exact, case counts) to the front, or inserts `text` there; a full list
   // drops its last entry. An empty text does nothing.
   void Add(std::u16string_view text);
-  // Puts `text` at a position, which is at most one behind the last entry; dropped beyond the
+  // Puts `text` at a position, which is at most one past the last entry; dropped beyond the
   // capacity.
   void Set(size_t position, std::u16string_view text);
   void Clear() { entries_.clear(); }

@@ -1,4 +1,4 @@
-// Reading and writing files of lines, in the system code page unless a reader is told otherwise.
+// Reading and writing files of lines, in the system code page unless a reader is asked for another.
 #pragma once
 
 #include <cstddef>
@@ -56,7 +56,7 @@ class LineReader {
   bool refused_ = false;  // the line so far, by ReadStrictly
   std::u16string piece_;  // of a line, decoded
   std::optional<FieldLimit> limit_;
-  size_t separators_ = 0;  // of the line so far, and the units behind the last of them
+  size_t separators_ = 0;  // of the line so far, and the units after the last of them
   size_t fieldUnits_ = 0;
 };
 

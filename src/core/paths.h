@@ -29,7 +29,7 @@ bool IsStorablePath(std::u16string_view path);
 // either part has more than kMaxPath characters. The outputs are written on success only.
 int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& name);
 
-// What stands behind the last "."; empty if there is no point or it is the last character.
+// What stands after the last "."; empty if there is no point or it is the last character.
 std::u16string FileExtension(std::u16string_view fileName);
 
 // Makes a folder and its parents. 0 if it exists or its making was tried (the result of the making

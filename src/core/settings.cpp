@@ -46,7 +46,7 @@ void SetWords(HistoryList& list, std::initializer_list<std::u16string_view> word
   for (const std::u16string_view word : words) list.Set(list.Entries().size(), word);
 }
 
-// A mode that the file lacks is told by the older key: half hours for 0, otherwise the clock.
+// A mode that the file lacks comes from the older key: half hours for 0, otherwise the clock.
 void RepairTimeMode(int& mode, int setNowForCreate) {
   if (mode == kNewNotChosen) mode = setNowForCreate == 0 ? kNewAtHalfHour : kNewAtClock;
 }

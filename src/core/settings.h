@@ -23,7 +23,7 @@ void SetDefaultLists(CAppState& app);
 // skipped.
 int ReadSettings(CAppState& app, std::u16string_view path);
 // 0; -1 if the file cannot be created, or stands there read-only; -2 if the first line cannot be
-// written. A write that fails behind it is not told. Whenever writing fails, the file that stood
+// written. A write that fails after it goes unreported. Whenever writing fails, the file that stood
 // there stays as it was.
 int WriteSettings(const CAppState& app, std::u16string_view path);
 // A data file at this path would be found again by what WriteSettings writes.

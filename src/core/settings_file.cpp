@@ -66,7 +66,7 @@ class SectionReader {
   size_t position_ = 0;
 };
 
-// The lines behind the first.
+// The lines after the first.
 bool WriteLines(const CAppState& app, platform::File& file) {
   const auto write = [&file](std::u16string_view line) { return WriteTextLine(file, line) == 0; };
   const bool keysWritten =
@@ -129,7 +129,7 @@ int WriteSettings(const CAppState& app, std::u16string_view path) {
   const bool inPlace = written == 0 && platform::files().Rename(newPath, path);
   if (!inPlace) platform::files().Remove(newPath);
   if (written == -2) return -2;
-  // Kept on purpose: a write that fails behind the first line is not told.
+  // Kept on purpose: a write that fails after the first line goes unreported.
   return inPlace || written == -3 ? 0 : -1;
 }
 

@@ -152,7 +152,7 @@ struct Overloaded : Cases... {
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-// Digits behind an optional sign; a number beyond 32 bits gives the nearest that they hold, so that
+// Digits after an optional sign; a number beyond 32 bits gives the nearest that they hold, so that
 // no row of digits turns into a negative setting.
 int NearestInt32(std::u16string_view text) {
   constexpr int64_t kBeyond = int64_t{1} << 32;

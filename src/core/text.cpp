@@ -13,7 +13,7 @@ namespace {
 
 constexpr struct {
   char16_t character;
-  char16_t letter;  // behind the backslash
+  char16_t letter;  // after the backslash
 } kEscapes[] = {
     {u'\\', u'\\'}, {u'"', u'"'}, {u'\'', u'\''}, {u'\t', u't'}, {u'\n', u'n'}, {u'\r', u'r'},
 };
@@ -148,7 +148,7 @@ std::u16string UnescapeText(std::u16string_view text) {
         }
         break;
       case State::kEscape:
-        // Kept on purpose: a letter that is none of these is dropped, and the one behind it is
+        // Kept on purpose: a letter that is none of these is dropped, and the one after it is
         // taken as an escape letter too.
         if (c == u'x') {
           state = State::kHex;

@@ -43,10 +43,10 @@ std::u16string UnescapeText(std::u16string_view text);
 
 enum class SearchMode { kUpperBound = 0, kLowerBound = 1 };
 
-// The one binary search of the program. `compare(i)` tells how the key stands to element i: below 0
-// if the key is smaller, 0 if equal, above 0 if greater. kLowerBound answers the first index whose
-// element is not below the key, kUpperBound the first index whose element is above it; both answer
-// `count` if there is none, and 0 on an empty table.
+// The one binary search of the program. `compare(i)` says how the key compares to element i: below
+// 0 if the key is smaller, 0 if equal, above 0 if greater. kLowerBound answers the first index
+// whose element is not below the key, kUpperBound the first index whose element is above it; both
+// answer `count` if there is none, and 0 on an empty table.
 template <typename Compare>
 size_t SortedSearch(size_t count, SearchMode mode, Compare compare) {
   size_t low = 0;

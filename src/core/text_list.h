@@ -28,7 +28,7 @@ class TextList {
     characters_.append(text);
   }
 
-  // Moves what stands there and behind it up by one.
+  // Moves what stands there and after it up by one.
   void InsertAt(size_t index, std::u16string_view text) {
     Append(text);
     std::rotate(spans_.begin() + static_cast<ptrdiff_t>(index), spans_.end() - 1, spans_.end());

@@ -60,7 +60,7 @@ OpenResult TellForeign() {
   return kFormatRefused;
 }
 
-// The connected file's format, brought up to date if the user agrees. A refusal was told.
+// The connected file's format, brought up to date if the user agrees. A refusal has been reported.
 OpenResult CheckFormat(core::CAppState& app) {
   switch (UpgradeDataFile(app)) {
     case kCurrent:

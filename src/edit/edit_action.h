@@ -43,7 +43,7 @@ inline constexpr size_t kLongestText = 500;
 inline constexpr size_t kLongestMemo = 2000;
 
 // Result codes of the screen.
-inline constexpr int kEndChanged = 1;  // the main window's views have to be filled anew
+inline constexpr int kEndChanged = 1;  // the main window's views have to be filled again
 inline constexpr int kEndUnchanged = 2;
 
 // Ids of the controls and commands.
@@ -113,7 +113,7 @@ class CEditAction {
   platform::WindowId window = 0;  // the screen's, for posted commands
   bool dirty = false;
   std::optional<int> ended;   // the result code, once the screen is to end
-  bool closeProgram = false;  // and the main window is to be closed behind it
+  bool closeProgram = false;  // and the main window is to be closed after it
   bool added = false;         // a row was written that was not there before
 
   // The memo as it is shown: with the action text on, what its template gives over the fields.

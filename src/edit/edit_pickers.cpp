@@ -56,7 +56,7 @@ std::vector<std::u16string> CEditAction::PickerRows() const {
   return rows;
 }
 
-// Of times the last one that is not behind the text, so that the list opens where it belongs.
+// Of times the last one that is not later than the text, so that the list opens where it belongs.
 int CEditAction::PickerRow() const {
   const bool isTime = EntryOf(picker).kind == PickerKind::kTime;
   const std::vector<std::u16string> rows = PickerRows();

@@ -1,4 +1,4 @@
-// Loading an Action: when the screen opens, with previous and next, and behind a delete.
+// Loading an Action: when the screen opens, with previous and next, and after a delete.
 #include <algorithm>
 
 #include "core/date_time.h"
@@ -77,7 +77,7 @@ void CEditAction::FxEditDelete() {
   }
 }
 
-// True if the row is there no more. One that something else had deleted is told, and goes from the
+// True if the row is gone. One that something else had deleted is reported, and goes from the
 // index like any other.
 bool CEditAction::DeleteRow() {
   store::HRESULT result = store::E_POINTER;

@@ -41,7 +41,7 @@ bool CEditAction::Write() {
   loadedDate_ = fields.times.staDate;
   app_.SelActId = *action[store::kActId];
   SelectDate(loadedDate_);
-  // The reload has dropped a find and sorted anew: previous and next count from where the Action
+  // The reload has dropped a find and sorted again: previous and next count from where the Action
   // stands now.
   if (workingMode == WorkingMode::kChange) {
     const int index = store::FindActionPosition(app_, app_.SelActId);
@@ -59,7 +59,7 @@ bool CEditAction::WriteRow(store::Action& action) {
   if (store::CUserDataTable* table = store::dbSession().UserTable.get()) {
     const platform::WaitCursor wait;
     result = create ? table->Insert(action) : table->Update(*action[store::kActId], action);
-    // Any code but 0 tells of a row that was not there to be changed.
+    // Any code but 0 means a row that was not there to be changed.
     if (result == store::S_OK) store::ReloadActionIndex(app_);
   }
   if (result == store::S_OK) {

@@ -45,7 +45,7 @@ StartEnd TimesOfFollow(const StartEnd& former, int timeInitForFollowMode,
   } else if (times.staTime.substr(0, 2) <= clock.substr(0, 2)) {
     const StartEnd unmoved = times;
     EndAtNextHalfHour(times, now);
-    // A start later in this very hour can lie behind that half hour.
+    // A start later in this very hour can lie after that half hour.
     if (StoredEnd(times) < StoredStart(times)) times = unmoved;
   }
   return times;

@@ -17,7 +17,7 @@ enum FormatVer {
   kVer1 = 1,  // no id: start date, start time hh:mm, end date, end time, place, categories, memo
   kVer2 = 2,  // the id first, times hh:mm:ss
   kVer3 = 3,  // a header line; all twelve columns in the table's order, the memo escaped and quoted
-  kVer3Utf8 = 4  // the same behind a byte order mark, in UTF-8; the others are in the code page
+  kVer3Utf8 = 4  // the same after a byte order mark, in UTF-8; the others are in the code page
 };
 
 // Fields of a line, in the order of the versions.

@@ -65,7 +65,7 @@ int Export(const core::CAppState& app, std::u16string_view path, int version, in
   unkept = 0;
   int result = file->Write(HeaderBytes(version)) ? 0 : kFailed;
   if (result == 0) result = WriteActions(app, *file, version, unkept, progress);
-  // A disk that fails late must not be told as success.
+  // A disk that fails late must not be reported as success.
   if (result >= 0 && !file->Sync()) result = kFailed;
   return result < 0 ? TellWriteFailed(path, result) : result;
 }

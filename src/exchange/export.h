@@ -23,7 +23,7 @@ int ExportVer3(const core::CAppState& app, std::u16string_view path, int& unkept
 int ExportVer3Utf8(const core::CAppState& app, std::u16string_view path, int& unkept,
                    const Progress& progress);
 
-// Runs the writer of a FormatVer and tells how it ended. The writer's result.
+// Runs the writer of a FormatVer and reports how it ended. The writer's result.
 int RunExport(const core::CAppState& app, std::u16string_view path, int version,
               const Progress& progress = {});
 

@@ -27,7 +27,7 @@ std::u16string Compared(std::u16string_view comparison, const std::u16string& da
   return u"(" + std::u16string(comparison) + u" '" + date + u' ' + std::u16string(time) + u"')";
 }
 
-// The parts that are joined by "and", each behind the blanks that it has always had.
+// The parts that are joined by "and", each after the blanks that it has always had.
 void AppendPart(std::u16string& condition, const std::u16string& part) {
   condition += condition.empty() ? u" " : u" and ";
   condition += part;

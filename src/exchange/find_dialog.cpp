@@ -34,8 +34,8 @@ bool ReadTime(std::u16string_view typed, std::u16string& time) {
   return true;
 }
 
-// The bounds of the find step. The end's minute counts as a whole: no time of it sorts behind
-// ":60". Kept on purpose: an empty time gives ":60" too, which sorts behind every time of the date.
+// The bounds of the find step. The end's minute counts as a whole: no time of it sorts after
+// ":60". Kept on purpose: an empty time gives ":60" too, which sorts after every time of the date.
 FindSpan SpanOf(const CFind::Fields& fields) {
   const bool allDay = fields.endTime == core::kAllDayMark;
   const std::u16string start = allDay ? u"00:00" : fields.staTime;
@@ -70,7 +70,7 @@ std::vector<std::u16string> CFind::EditorRows() const {
   return rows;
 }
 
-// Of the times the last one that is not behind the field's, so that the list opens where it
+// Of the times the last one that is not later than the field's, so that the list opens where it
 // belongs; noon for an empty field.
 int CFind::EditorRow() const {
   const std::vector<std::u16string> rows = EditorRows();

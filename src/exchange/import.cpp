@@ -94,7 +94,7 @@ class Replacer {
   static constexpr std::array kTexts = {store::kSubject,   store::kPlace, store::kCategory1,
                                         store::kCategory2, store::kMemo,  store::kExtItems};
 
-  // The columns that are empty in the file, and behind them the id, which every row has.
+  // The columns that are empty in the file, and after them the id, which every row has.
   size_t ChooseEmpty(const store::Action& action) {
     size_t count = 0;
     for (const store::ActionColumn column : kTexts) {

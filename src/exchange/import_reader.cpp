@@ -1,5 +1,5 @@
 // A line is split into slots, which are numbered alike for all versions: a file without ids begins
-// at slot 1. What stands behind the last slot of its version is dropped.
+// at slot 1. What stands after the last slot of its version is dropped.
 #include "exchange/import_reader.h"
 
 #include <algorithm>
@@ -55,7 +55,7 @@ static_assert([] {
   return true;
 }());
 
-// The last slot that the line reaches; one behind the version's last if there is more of it.
+// The last slot that the line reaches; one past the version's last if there is more of it.
 size_t Split(std::u16string_view line, const Version& version, Slots& slots) {
   slots.fill({});
   for (size_t slot = version.firstSlot;; ++slot) {
@@ -92,7 +92,7 @@ std::u16string ReadMemo(std::u16string_view field) {
   return core::UnescapeText(field);
 }
 
-// Kept on purpose: what is no number is no position, and nobody is told.
+// Kept on purpose: what is no number is no position, without a word.
 double ReadPosition(std::u16string_view field) {
   return store::ParseFloat(field).value_or(kNoPosition);
 }

@@ -37,7 +37,7 @@ inline constexpr int kCannotRead = -12;
 inline constexpr int kBadBytes = -14;
 
 // Reads a file of a FormatVer up to its first empty line. 0; or one of the above, and `list` holds
-// nothing. `lineNumber` counts from 1, behind the header line, 0 for a file that can't be opened.
+// nothing. `lineNumber` counts from 1, after the header line, 0 for a file that can't be opened.
 // `detail` is the number of the last column that a line reaches, counted from 0 with the id's
 // (kTooFewColumns), the code of CheckActionTimes (kBadTimes) or of CheckActId (kBadActId),
 // otherwise the result. kBadBytes is a line with a NUL or with bytes that mean nothing in the

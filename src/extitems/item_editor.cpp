@@ -42,7 +42,7 @@ void TellRefused(int code, size_t position) {
              u"値不正", Icon::kWarning);
 }
 
-// Reading stops at such a character: the item is lost with it, and all items behind it.
+// Reading stops at such a character: the item is lost with it, and all items after it.
 bool AgreesToLoss(const ExtItem& item) {
   const auto isLost = [](char16_t c) { return c >= u' ' && !core::IsValueCharacter(c); };
   const auto lost = std::ranges::find_if(*item.value, isLost);
@@ -54,7 +54,7 @@ bool AgreesToLoss(const ExtItem& item) {
                             u"値確認", Icon::kWarning, platform::kNoButton);
 }
 
-// Cut at the first blank; the second part is empty without a blank, or with nothing behind it, and
+// Cut at the first blank; the second part is empty without a blank, or with nothing after it, and
 // the first one is then all of it.
 std::pair<Text, Text> Split(const Text& text) {
   const size_t blank = text.find(u' ');

@@ -15,7 +15,7 @@ inline constexpr size_t kLongestExtItems = 2000;  // of the text form, in 16-bit
 class CItemEditor {
  public:
   // What the controls hold. The screen keeps it up to date while its user types; of the value's
-  // three texts the type tells which are shown.
+  // three texts the type says which are shown.
   struct Fields {
     std::u16string name;
     ItemType type = kInt;

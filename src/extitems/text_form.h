@@ -7,7 +7,7 @@
 //
 // Values are written as EscapeText gives them, whatever they hold, but read only with characters of
 // the value class: a text with a character from a gap (an emoji, "é") does not read back, nor does
-// anything behind it.
+// anything after it.
 #pragma once
 
 #include <cstddef>
@@ -18,10 +18,10 @@
 
 namespace extitems {
 
-// A fault in a field answers the number of its state, negative (-100 before a name to -320 behind a
+// A fault in a field answers the number of its state, negative (-100 before a name to -320 after a
 // type), as does a text that ends inside a field. Two more:
-inline constexpr int kBadValueEnd = -10100;        // no ":" behind a value
-inline constexpr int kMissingLastColon = -100001;  // the text ends in or behind a value
+inline constexpr int kBadValueEnd = -10100;        // no ":" after a value
+inline constexpr int kMissingLastColon = -100001;  // the text ends in or after a value
 
 // An item as it stands in a text that outlives it.
 struct ExtItemView {

@@ -36,7 +36,7 @@ void TellReadError(int line, store::HRESULT result) {
                        u"debug", platform::Icon::kNone);
 }
 
-// The start of the selected Action; none if it is gone, or cannot be read, which is told.
+// The start of the selected Action; none if it is gone, or cannot be read, which is reported.
 std::optional<Text> SelectedStart(const core::CAppState& app) {
   static constexpr std::array<std::u16string_view, 1> kColumns = {u"f_nchStaDateTime"};
   store::CUserDataTable& table = *store::dbSession().UserTable;

@@ -43,7 +43,7 @@ class COptions {
   OpenedPages opened_{};
 };
 
-// Sets ListPage anew if the page size is no longer `formerRange`: to the page of the selected
+// Sets ListPage again if the page size is no longer `formerRange`: to the page of the selected
 // Action, or the newest one.
 void KeepListPage(core::CAppState& app, int formerRange);
 

@@ -34,7 +34,7 @@ constexpr std::u16string_view kBestFits =
     u"ÐDÑNÒOÓOÔOÕOÖOØOÙUÚUÛUÜUÝYÞTßsàaáaâaãaäaåaæaçcèeéeêeëeìiíiîiïiðdñnòoóoôoõoöoøoùuúuûuüuýyþt"
     u"ÿyゔヴ";
 
-// Letters of the code page that may stand as two characters, each behind its base.
+// Letters of the code page that may stand as two characters, each after its base.
 constexpr struct {
   char16_t mark;
   std::u16string_view letters;
@@ -109,7 +109,7 @@ Codes MakeCodes() {
   return codes;
 }
 
-// What stands at the even positions of `pairs` gives what stands behind it; NUL if it isn't there.
+// What stands at the even positions of `pairs` gives what stands after it; NUL if it isn't there.
 char16_t LookUp(std::u16string_view pairs, char16_t character) {
   for (size_t i = 0; i < pairs.size(); i += 2) {
     if (pairs[i] == character) return pairs[i + 1];

@@ -17,10 +17,10 @@ std::u16string DecodeCodePage(std::string_view bytes);
 bool DecodeCodePage(std::string_view bytes, std::u16string& text);
 
 // How many of the bytes, from the first on, don't end in the first half of a pair: those can be
-// decoded before the bytes behind them are known.
+// decoded before the bytes after them are known.
 size_t WholeLength(std::string_view bytes);
 
-// A letter and a combining mark behind it give their composed letter where the table has it. Best
+// A letter and a combining mark after it give their composed letter where the table has it. Best
 // fits of the table included (é gives e). A character that the table lacks gives one "?", a
 // surrogate pair counts as one character, half a pair too.
 std::string EncodeCodePage(std::u16string_view text);

@@ -28,7 +28,7 @@ inline bool IsAsciiRun(const char16_t* units) {
   return ((words[0] | words[1]) & 0xFF80FF80FF80FF80u) == 0;
 }
 
-// Copies full runs as long as the text is ASCII and moves both cursors behind them.
+// Copies full runs as long as the text is ASCII and moves both cursors after them.
 template <typename From, typename To>
 void CopyAsciiRuns(const From*& from, const From* end, To*& to) {
   while (static_cast<size_t>(end - from) >= kAsciiRun && IsAsciiRun(from)) {

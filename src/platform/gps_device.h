@@ -1,4 +1,4 @@
-// The positioning receiver of the machine, as a driver shows it: an event tells that a record is
+// The positioning receiver of the machine, as a driver shows it: an event says that a record is
 // new, and the record is then asked for. main sets the one driver of the process, a test its own.
 #pragma once
 
@@ -31,7 +31,7 @@ class GpsDevice {
  public:
   virtual ~GpsDevice() = default;
 
-  // Waits without a time limit for the next event and takes it: it is told once.
+  // Waits without a time limit for the next event and takes it: it comes once.
   virtual GpsEvent WaitForEvent() = 0;
   virtual void SetStopEvent() = 0;
   // Both answer 0, or -1 where there is no such record; that of a position counts as long as it is

@@ -1,6 +1,6 @@
 // What the program asks of the machine it runs on, apart from its files: messages, the clock,
 // chance, the wait cursor, the browser. main sets the one Host of the process; a test sets its own
-// for a scope. Interface thread only, but for PostCommand.
+// for a scope. Interface thread only, except for PostCommand.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Nothing here remembers a path: every call asks the disk anew.
+// Nothing here remembers a path: every call asks the disk again.
 #include "platform/posix_files.h"
 
 #include <dirent.h>
@@ -95,7 +95,7 @@ void SyncFolderOf(std::string_view hostPath) {
 
 enum class EntryKind { kFile, kFolder, kOther };
 
-// Most file systems tell the kind along with the name; a link has to be followed.
+// Most file systems give the kind along with the name; a link has to be followed.
 EntryKind KindOf(DIR* folder, const dirent& entry) {
   if (entry.d_type == DT_DIR) return EntryKind::kFolder;
   if (entry.d_type == DT_REG) return EntryKind::kFile;

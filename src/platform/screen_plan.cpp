@@ -15,7 +15,7 @@ constexpr int kHandheldMillimetres = 100;  // no desktop's screen has so short a
 constexpr int kTrustedMillimetres = 30;    // shorter ones are made up
 constexpr double kUprightPhone = 1.7;      // height by width
 
-// A window system that does not know the millimetres tells none, or those of 96 dots per inch.
+// A window system that does not know the millimetres gives none, or those of 96 dots per inch.
 bool KnowsMillimetres(const ScreenSize& screen) {
   const double at96 = screen.width * 25.4 / 96.0;
   return std::min(screen.millimetresWide, screen.millimetresHigh) >= kTrustedMillimetres &&

@@ -14,7 +14,7 @@ void AppendUtf8(std::u16string_view text, std::string& out);
 bool AppendUtf16(std::string_view bytes, std::u16string& out);
 
 // How many of the bytes, from the first on, don't end in the beginning of a character: those can be
-// read before the bytes behind them are known.
+// read before the bytes after them are known.
 size_t WholeUtf8Length(std::string_view bytes);
 
 inline std::string ToUtf8(std::u16string_view text) {

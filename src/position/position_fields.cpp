@@ -33,7 +33,7 @@ void PositionFields::Request(platform::WindowId window) {
                        u"位置情報取得", Icon::kWarning);
 }
 
-// Without a reading, somebody has asked anew since it arrived, and is told of the next one.
+// Without a reading, somebody has asked again since it arrived, and gets the next one.
 std::optional<Position> PositionFields::OnArrived() {
   const std::optional<platform::GPS_POSITION> reading = LastReading();
   if (reading) last_ = {reading->dblLatitude, reading->dblLongitude};

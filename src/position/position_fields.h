@@ -12,7 +12,7 @@
 
 namespace position {
 
-// The command that tells a screen of the reading that it has asked for.
+// The command by which a screen learns of the reading that it asked for.
 inline constexpr uint16_t kPositionArrived = 33103;
 // What both fields show while it is awaited.
 inline constexpr std::u16string_view kAcquiring = u"取得中";

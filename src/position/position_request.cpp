@@ -16,7 +16,8 @@ std::unique_ptr<GpsMonitor> monitor;
 
 }  // namespace
 
-// The former thread ends before the sink expects anew: its reading must not answer this request.
+// The former thread ends before the sink expects the next reading: its reading must not answer this
+// request.
 int StartPositionRequest(platform::WindowId window, uint16_t command) {
   if (inProgress.exchange(1) != 0) return 0;
   if (monitor != nullptr) monitor->Close();

@@ -16,7 +16,7 @@ inline constexpr int kNotOpened = -105;
 
 // Asks for a reading; as the first one arrives, `command` is posted to `window`, which may be gone
 // by then. 0, or kNotOpened where the receiver cannot be opened: the next request tries again.
-// While a request is under way another one answers 0 and changes nothing: its window is told
+// While a request is under way another one answers 0 and changes nothing: its window hears
 // nothing.
 int StartPositionRequest(platform::WindowId window, uint16_t command);
 

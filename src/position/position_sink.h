@@ -19,7 +19,7 @@ class PositionSink {
   explicit PositionSink(std::atomic<int>& inProgress) : inProgress_(inProgress) {}
   virtual ~PositionSink() = default;
 
-  // A reading. The first one behind a request clears the in-progress flag and posts the command of
+  // A reading. The first one after a request clears the in-progress flag and posts the command of
   // the request to its window; later ones are only kept.
   virtual void OnPosition(platform::GPS_POSITION position);
   virtual void OnDeviceState(platform::GPS_DEVICE device);

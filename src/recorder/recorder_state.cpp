@@ -139,7 +139,7 @@ void CloseRecorderSession(CAppState& app) {
   app.RcdrHistory.Clear();
   app.ActIds.Clear();
   app.ActStarts.Clear();
-  app.IndexCount = 0;  // no position may reach behind the emptied lists
+  app.IndexCount = 0;  // no position may point past the emptied lists
   store::DisconnectDataFile();
 }
 

@@ -67,7 +67,7 @@ class CRecorder {
   void OnBtnClear();
   void FxBtnDelete();
   void SetActList();
-  // Also when the screen has been laid out anew.
+  // Also when the screen has been laid out again.
   void SelectLastLine();
   // The selected Action is to be changed. True: SelActId and SelIndex name it, and the screen opens
   // it and calls AfterChange.
@@ -87,7 +87,7 @@ class CRecorder {
   // Freezes the clock's time in the field; drops an open time editor.
   void OnBtnNow();
   // The row of RowsOf at which the open editor's list stands: its text's, of times the last one
-  // that is not behind it; -1 for none.
+  // that is not later than it; -1 for none.
   int EditorRow() const;
   // What a picker brought for a field: a text of the history, or a time or the mark.
   void TakeValue(InlineEdit which, std::u16string_view text);

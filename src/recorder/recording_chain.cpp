@@ -27,7 +27,7 @@ std::u16string_view NewestOf(const core::TextList& history) {
   return history.At(history.Count() - 1);
 }
 
-// A failure is told, and the operation goes on.
+// A failure is reported, and the operation goes on.
 void UpdateRow(std::u16string_view id, Action& action) {
   const store::HRESULT result = store::dbSession().UserTable->Update(id, action);
   if (!store::Failed(result)) return;
@@ -178,7 +178,7 @@ std::optional<CRecorder::Ending> CRecorder::DeleteSelected() {
 void CRecorder::SetActList() {
   lines = {};
   if (!FillLines()) return;
-  // Also where the loaded count was larger than the rows behind it.
+  // Also where the loaded count was larger than the number of rows.
   if (app_.RcdrHistNum != static_cast<int32_t>(app_.RcdrHistory.Count())) {
     const store::HRESULT counted = WriteHistNum();
     if (store::Failed(counted)) {
@@ -195,7 +195,7 @@ void CRecorder::SelectLastLine() {
 }
 
 // Drops from the history what others have deleted. The data file's rows are not renumbered, so a
-// newest entry that comes to stand behind the count is lost with the next start (kept on purpose).
+// newest entry that comes to stand past the count is lost with the next start (kept on purpose).
 bool CRecorder::FillLines() {
   size_t entry = 0;
   while (entry < app_.RcdrHistory.Count()) {
@@ -213,7 +213,7 @@ bool CRecorder::FillLines() {
   return true;
 }
 
-// A running Action that has been deleted is running no more.
+// A running Action that has been deleted no longer runs.
 bool CRecorder::CheckRunning() {
   if (app_.RcdrPreActId.empty()) return true;
   Action action;

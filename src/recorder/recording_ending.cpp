@@ -46,7 +46,7 @@ std::optional<CRecorder::Ending> CRecorder::WritePreActId() {
   return KeyFault(kPreActIdKey, core::Hex(result));
 }
 
-// Kept on purpose: the wording, and that some tell the code in hexadecimal and the list in decimal.
+// Kept on purpose: the wording, and that some give the code in hexadecimal and the list in decimal.
 std::u16string CRecorder::CountFault(std::u16string_view code) {
   return store::WithReason(u"レコーダーの設定値書込みに時にエラー発生。(" + std::u16string(code) +
                            u")");

@@ -33,10 +33,10 @@ void TakeEndBack(store::Action& action);
 // nothing to cut.
 bool TakeMovementBack(store::Action& action, std::u16string_view separator);
 
-// "<date> <label>::<place>::<category 1>::<category 2>"; "...::" behind the place of a running one.
+// "<date> <label>::<place>::<category 1>::<category 2>"; "...::" after the place of a running one.
 std::u16string ListLine(const store::Action& action, bool isRunning);
 
-// The names and numbers by which the messages tell what could not be read.
+// The names and numbers by which the messages say what could not be read.
 struct ReadSite {
   std::u16string_view selectName;
   int selectLine;
@@ -46,7 +46,7 @@ struct ReadSite {
 
 enum class Found { kYes, kNo, kFailed };
 
-// Reads one Action. A failure is told to the user.
+// Reads one Action. A failure is reported to the user.
 Found ReadRow(std::u16string_view id, const ReadSite& site, store::Action& action);
 
 // A message of the recorder. What was written is on the disk before it shows, however long its user

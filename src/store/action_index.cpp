@@ -1,4 +1,4 @@
-// The index is made anew after every change, but only what has changed is read from the file.
+// The index is rebuilt after every change, but only what has changed is read from the file.
 #include "store/action_index.h"
 
 #include <optional>

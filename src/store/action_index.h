@@ -28,7 +28,7 @@ int FindActionIndexLower(const core::CAppState& app, std::u16string_view date,
 int FindActionIndexByPosition(const core::CAppState& app, std::u16string_view date,
                               std::u16string_view time, int pageSize);
 
-// Exact position of an id, -1 if the index has it not; -101 empty index, -103 select failed,
+// Exact position of an id, -1 if it isn't in the index; -101 empty index, -103 select failed,
 // -104 no such row, -105 read failed.
 int FindActionPosition(const core::CAppState& app, std::u16string_view actId);
 

@@ -22,7 +22,7 @@ constexpr int kLockWaitMs = 2000;
 // The file itself, and what an open engine keeps beside it.
 constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
 
-// `systemError` is the one of the last call that failed, so it tells of those failures alone.
+// `systemError` is the one of the last call that failed, so it is about those failures alone.
 Trouble TroubleOf(int extendedCode, int systemError) {
   const int code = extendedCode & 0xFF;
   const bool isSystems = code == SQLITE_IOERR || code == SQLITE_CANTOPEN;

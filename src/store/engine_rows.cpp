@@ -14,7 +14,7 @@ namespace store {
 namespace {
 
 // The statements of tables. Tables and columns are named by the program, never by its user. Made
-// anew for every row, so without a text of its own for every name.
+// again for every row, so without a text of its own for every name.
 void AppendSeek(std::string& sql, std::u16string_view table, const Field& key) {
   sql += " from ";
   platform::AppendUtf8(table, sql);
@@ -141,7 +141,7 @@ HRESULT Engine::ChangeColumn(const ColumnChange& change) {
 }
 
 // The length stands in the table's create statement and nowhere else, so it is changed there: no
-// row is touched, however many there are. The raised version makes every connection read anew.
+// row is touched, however many there are. The raised version makes every connection read again.
 HRESULT Engine::ReplaceDeclaration(const ColumnChange& change) {
   const auto created = ReadValue(
       "select sql from sqlite_schema where type='table' and name=? collate nocase", {change.table});
@@ -182,7 +182,7 @@ const Engine::Columns& Engine::ColumnsOf(std::u16string_view table) {
   return known->second;
 }
 
-// Fields mostly come in the order of the columns, so each is looked for behind the one before it.
+// Fields mostly come in the order of the columns, so each is looked for after the one before it.
 HRESULT Engine::Bind(Statement& statement, const Columns& columns, std::span<const Field> fields) {
   int parameter = 0;
   size_t next = 0;

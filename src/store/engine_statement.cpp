@@ -100,7 +100,7 @@ RowSet::~RowSet() {
   --engine_.openRowSets_;
 }
 
-// The first row is read at once: a select that cannot run tells it here and not at its first row,
+// The first row is read at once: a select that cannot run fails here and not at its first row,
 // and Count counts under the same view of the data.
 HRESULT RowSet::Run() {
   for (size_t i = 0; i < literals_.size(); ++i) {

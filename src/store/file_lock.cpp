@@ -31,7 +31,7 @@ std::unique_ptr<FileLock> FileLock::Take(const std::string& hostPath) {
   range.l_type = F_WRLCK;
   int descriptor = open(hostPath.c_str(), O_RDWR | kFlags);
   if (descriptor < 0) {
-    range.l_type = F_RDLCK;  // whoever may only read hinders nobody who may do no more
+    range.l_type = F_RDLCK;  // whoever may only read gets in the way of no other reader
     descriptor = open(hostPath.c_str(), O_RDONLY | kFlags);
   }
   std::unique_ptr<FileLock> lock(new FileLock(descriptor));

@@ -1,4 +1,4 @@
-// Reading one Action of the open data file by its id, and the text that tells of a fault.
+// Reading one Action of the open data file by its id, and the text that reports a fault.
 #pragma once
 
 #include <string>

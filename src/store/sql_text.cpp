@@ -1,4 +1,5 @@
-// The program sends few kinds of statement, all written by itself; this reads those and no more.
+// The program sends few kinds of statement, all written by itself; this reads those and nothing
+// else.
 #include "store/sql_text.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ std::string_view TakeWord(std::string_view& text) {
   return word;
 }
 
-// Does a column's definition begin at `position`, behind "(" or ","?
+// Does a column's definition begin at `position`, after "(" or ","?
 bool BeginsDefinition(std::string_view createSql, size_t position) {
   const size_t before = createSql.substr(0, position).find_last_not_of(kBlanks);
   return before != std::string_view::npos && (createSql[before] == '(' || createSql[before] == ',');

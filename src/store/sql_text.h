@@ -26,7 +26,7 @@ struct ColumnChange {
 
 std::optional<ColumnChange> ReadColumnChange(std::string_view sql);
 
-// A table's create statement with another declaration in place of `oldDeclaration` behind
+// A table's create statement with another declaration in place of `oldDeclaration` after
 // `column`. None if the statement does not declare the column so.
 std::optional<std::string> WithDeclaration(std::string_view createSql, std::string_view column,
                                            std::string_view oldDeclaration,

@@ -1,5 +1,5 @@
 // Why the store last failed, in words for the user: what the codes of messages cannot tell. Noted
-// where a failure is met, asked for where it is told. Interface thread only.
+// where a failure is met, asked for where it is reported. Interface thread only.
 #pragma once
 
 #include <string>
@@ -30,7 +30,7 @@ bool IsDisplacement(Trouble trouble);
 
 // A line in plain words on what was noted last; empty for kUnknown.
 std::u16string_view TroubleText();
-// `text`, and behind it that line if `result` is E_FAIL.
+// `text`, and after it that line if `result` is E_FAIL.
 std::u16string WithReason(std::u16string text, HRESULT result = E_FAIL);
 
 }  // namespace store

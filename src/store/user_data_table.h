@@ -35,7 +35,7 @@ class CUserDataTable : public CRowsetTable {
 
   // At most 50 draws; none if all of them are taken.
   std::optional<std::u16string> MakeUniqueActId();
-  // For many ids in a row, of which a second has but a hundred. They are of `moment`, which begins
+  // For many ids in a row: a second has only a hundred. They are of `moment`, which begins
   // at the clock; a draw that is taken moves it back by a second. The seconds to come are left to
   // the Actions that their user makes then.
   std::optional<std::u16string> MakeUniqueActId(platform::LocalTime& moment);
@@ -47,7 +47,7 @@ class CUserDataTable : public CRowsetTable {
 
 // 0, or the code of the first test that fails:
 // -107, -108 start, end absent; -109, -110 their length is not 19; -101, -102 their date is no
-// date; -103, -104 the end's, the start's time is no time; -105 "24:00:00" behind a start other
+// date; -103, -104 the end's, the start's time is no time; -105 "24:00:00" with a start other
 // than 00:00:00; -106 the end lies before the start.
 int CheckActionTimes(const Action& action);
 
