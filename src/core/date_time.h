@@ -13,6 +13,7 @@
 namespace core {
 
 inline constexpr std::u16string_view kAllDayMark = u"<終日>";
+inline constexpr std::u16string_view kStartOfDay = u"00:00:00";
 inline constexpr std::u16string_view kEndOfDay = u"24:00:00";
 
 std::u16string FormatDate(int year, int month, int day);

@@ -221,7 +221,7 @@ void CEditAction::RunActionText() {
 void CEditAction::End(int result) {
   if (changed_) {
     app_.ListPage =
-        store::FindActionIndexByPosition(app_, core::CurDate(), u"24:00:00", app_.SeqViewRng);
+        store::FindActionIndexByPosition(app_, core::CurDate(), core::kEndOfDay, app_.SeqViewRng);
   }
   ended = result;
 }

@@ -77,7 +77,8 @@ StartEnd FromStored(std::u16string_view staDateTime, std::u16string_view endDate
 }
 
 std::u16string StoredStart(const StartEnd& times) {
-  return times.staDate + u' ' + (times.AllDay() ? u"00:00:00" : times.staTime + u":00");
+  return times.staDate + u' ' +
+         (times.AllDay() ? std::u16string(core::kStartOfDay) : times.staTime + u":00");
 }
 
 std::u16string StoredEnd(const StartEnd& times) {

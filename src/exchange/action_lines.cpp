@@ -16,8 +16,6 @@ constexpr std::string_view kLineEnd = "\r\n";
 // The only character of which the code page makes one that means something in an escape form.
 constexpr char16_t kYen = 0xA5;
 
-constexpr size_t kDateLength = 10;
-constexpr size_t kTimeBegin = 11;
 constexpr size_t kShortTime = 5;
 constexpr size_t kLongTime = 8;
 
@@ -29,9 +27,10 @@ class Line {
     begun_ = true;
     text_ += field;
   }
-  void AddDateAndTime(std::u16string_view moment, size_t timeLength) {
-    Add(moment.substr(0, kDateLength));
-    Add(moment.substr(std::min(kTimeBegin, moment.size()), timeLength));
+  void AddDateAndTime(std::u16string_view text, size_t timeLength) {
+    const core::MomentText moment = core::SplitMoment(text);
+    Add(moment.date);
+    Add(moment.time.substr(0, timeLength));
   }
   std::u16string Take() { return std::move(text_); }
 

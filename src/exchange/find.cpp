@@ -40,10 +40,10 @@ std::u16string_view OrElse(const std::u16string& time, std::u16string_view other
 // Kept on purpose: all day finds only what ends at the end of a day, and typed times from 00:00 to
 // 24:00 mean all day, too.
 void AppendSpan(std::u16string& condition, const FindSpan& span) {
-  const bool allDay = span.staTime == u"00:00:00" && span.endTime == core::kEndOfDay;
+  const bool allDay = span.staTime == core::kStartOfDay && span.endTime == core::kEndOfDay;
   if (!span.staDate.empty()) {
-    AppendPart(condition,
-               Compared(u"f_nchStaDateTime >=", span.staDate, OrElse(span.staTime, u"00:00:00")));
+    AppendPart(condition, Compared(u"f_nchStaDateTime >=", span.staDate,
+                                   OrElse(span.staTime, core::kStartOfDay)));
   }
   if (!span.endDate.empty()) {
     AppendPart(condition, Compared(u"f_nchEndDateTime <", span.endDate,

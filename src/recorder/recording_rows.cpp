@@ -14,8 +14,6 @@ namespace {
 using store::Action;
 using store::TextOf;
 
-constexpr std::u16string_view kStartOfDay = u"00:00:00";
-
 Moment Split(std::u16string_view dateTime) {
   const core::MomentText moment = core::SplitMoment(dateTime);
   return {std::u16string(moment.date), std::u16string(moment.time)};
@@ -26,7 +24,7 @@ std::u16string Join(const Moment& moment) {
 }
 
 bool IsAllDay(const Moment& start, const Moment& end) {
-  return start.time == kStartOfDay && end.time == core::kEndOfDay;
+  return start.time == core::kStartOfDay && end.time == core::kEndOfDay;
 }
 
 Moment EndOf(const Action& action) {

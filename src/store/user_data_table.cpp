@@ -146,7 +146,7 @@ int CheckActionTimes(const Action& action) {
   if (!core::ReadDay(end.date)) return -102;
   if (core::ParseEndTime(end.time) == -10) return -103;
   if (core::ParseTime(start.time, hour, minute, second) != 0) return -104;
-  if (end.time == core::kEndOfDay && start.time != u"00:00:00") return -105;
+  if (end.time == core::kEndOfDay && start.time != core::kStartOfDay) return -105;
   return core::CompareDateTime(end.date, end.time, start.date, start.time) < 0 ? -106 : 0;
 }
 
