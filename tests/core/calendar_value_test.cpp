@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "core/date_time.h"
+#include "core/day.h"
 
 namespace {
 
@@ -68,8 +69,16 @@ TEST(CalendarValue, RefusesWhatDoesNotComeBack) {
     EXPECT_EQ(CompareCalendarDays(row.value, Value(2010, 1, 1)), 0);
     EXPECT_NE((row.value + Days(1)).status, 0);
   }
-  EXPECT_EQ(WeekdayOf(2010, 2, 29), -1);
-  EXPECT_EQ(WeekdayOf(2012, 2, 29), 4);
+  EXPECT_EQ(WeekdayOf({2010, 2, 29}), -1);
+  EXPECT_EQ(WeekdayOf({2012, 2, 29}), 4);
+}
+
+TEST(Day, MayBeOneThatTheCalendarLacks) {
+  const Day lacking{2010, 2, 31};
+  EXPECT_EQ(WithinMonth(lacking), (Day{2010, 2, 28}));
+  EXPECT_EQ(DaysLater(lacking, 1), std::nullopt);
+  EXPECT_EQ(DaysLater(WithinMonth(lacking), 1), (Day{2010, 3, 1}));
+  EXPECT_EQ(DaysLater({9999, 12, 31}, 1), std::nullopt);
 }
 
 // On both sides of day 0, where the fraction turns over, and at the end of the years, where the
