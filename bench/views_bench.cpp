@@ -14,7 +14,7 @@
 #include "platform/utf.h"
 #include "store/action_index.h"
 #include "store/session.h"
-#include "views/command_table.h"
+#include "views/commands.h"
 #include "views/day_view.h"
 #include "views/list_view.h"
 #include "views/map_view.h"

@@ -11,13 +11,13 @@
 #include "core/settings_choices.h"
 #include "datafile/data_file.h"
 #include "edit/qt/edit_action_screen.h"
+#include "mainwindow/command_table.h"
 #include "mainwindow/main_window.h"
 #include "platform/device_paths.h"
 #include "platform/qt/end_signals.h"
 #include "platform/qt/single_instance.h"
 #include "position/position_request.h"
 #include "recorder/recorder_state.h"
-#include "views/command_table.h"
 
 namespace app {
 namespace {
@@ -52,7 +52,7 @@ std::unique_ptr<mainwindow::CMainWnd> InitInstance(core::CAppState& app, platfor
 
 void RunFirstScreen(core::CAppState& app, mainwindow::CMainWnd& window) {
   const int mode = app.StartupMode;  // which the screen may change
-  if (mode == core::kStartRecorder) window.OnCommand(views::kRecorder);
+  if (mode == core::kStartRecorder) window.OnCommand(mainwindow::kRecorder);
   if (mode != core::kStartNewAction) return;
   edit::CEditActionDlg firstScreen(&window, app, edit::kOpenNew);
   if (firstScreen.RunModal() == platform::qt::kResultOk) window.ShowChange(views::Change::kAdded);

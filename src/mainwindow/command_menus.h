@@ -1,4 +1,4 @@
-// The menus of the right soft key and of tap and hold, made of the command table, and the keys of
+// The menus of the right soft key and of tap and hold, made from the command table, and the keys of
 // the commands.
 #pragma once
 
@@ -8,7 +8,7 @@
 #include <map>
 
 #include "core/app_state.h"
-#include "views/command_table.h"
+#include "mainwindow/command_table.h"
 
 namespace mainwindow {
 
@@ -31,14 +31,13 @@ class CommandMenus : public QObject {
   void HoldMenuClosed();
 
  private:
-  void AddMenu(QMenu& top, views::Menu menu, const QString& text);
-  void AddCommand(const views::CommandRow& row, QWidget& keyBearer);
-  void AddHoldMenu(const views::HoldMenu& row, QWidget& keyBearer);
+  QMenu* MakeHoldMenu(QWidget& keyBearer);
+  void AddCommand(const CommandRow& row, QWidget& keyBearer);
   void EndHold();
 
-  std::map<views::Menu, QMenu*> menus_;
-  std::map<int, QAction*> actions_;
-  bool holdEnds_ = false;  // a menu of tap and hold has closed, which has not been told yet
+  std::map<unsigned, QMenu*> menus_;
+  std::map<const CommandRow*, QAction*> actions_;
+  bool holdEnds_ = false;  // a menu of tap and hold has closed, which is still to be announced
 };
 
 }  // namespace mainwindow

@@ -1,4 +1,4 @@
-// The main window: children, commands, and what is shown anew after each of them.
+// The main window: its children, its keys, and what it shows again after a change.
 #include "mainwindow/main_window.h"
 
 #include <QAbstractButton>
@@ -12,6 +12,7 @@
 #include "edit/qt/edit_action_screen.h"
 #include "exchange/qt/exchange_screen.h"
 #include "exchange/qt/find_screen.h"
+#include "mainwindow/command_table.h"
 #include "options/qt/about_screen.h"
 #include "options/qt/options_sheet_screen.h"
 #include "platform/host.h"
@@ -31,9 +32,6 @@
 #include "views/selection.h"
 
 namespace mainwindow {
-
-using enum views::Command;
-
 namespace {
 
 using platform::Scaled;
@@ -55,7 +53,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
   setWindowTitle(platform::qt::ToQt(core::kProgramName));
   resize(Scaled(240), Scaled(320));
   setMinimumSize(Scaled(240), Scaled(200));
-  softKeys_->LeftKey().setText(platform::qt::ToQt(views::FindCommand(kSoftKeyNew)->text));
+  softKeys_->LeftKey().setText(platform::qt::ToQt(FindCommand(kSoftKeyNew)->text));
   softKeys_->LeftKey().setObjectName(QString::number(kSoftKeyNew));
   // A tap on a key leaves the focus in the list.
   for (QPushButton* key : softKeys_->findChildren<QPushButton*>()) {
@@ -114,10 +112,10 @@ void CMainWnd::ConnectChildren() {
   connect(popups_, &views::DatePopups::DateChosen, this, &CMainWnd::OnDateChosen);
   connect(popups_, &views::DatePopups::PageChosen, this, &CMainWnd::OnPageChosen);
   connect(list_, &views::ActionList::RowTapped, this, &CMainWnd::OpenRow);
-  connect(list_, &views::ActionList::NewTapped, this, [this] { RunEditScreen(edit::kOpenNew); });
+  connect(list_, &views::ActionList::NewTapped, this, &CMainWnd::New);
   connect(list_, &views::ActionList::Held, this,
           [this](QPoint globalPoint, const QRect& globalRow) {
-            platform::qt::OpenMenuAt(menus_->At(views::Menu::kEdit), globalPoint, globalRow);
+            platform::qt::OpenMenuAt(menus_->At(views::kEditMenu), globalPoint, globalRow);
           });
   connect(list_, &views::ActionList::ColumnDragged, this,
           [this](int column, int width) { View().OnColumnDragged(column, width); });
@@ -149,7 +147,7 @@ void CMainWnd::WatchKeys() {
 void CMainWnd::Relayout() {
   // What is not shown must be hidden, or the Tab key walks through it.
   caption_->setVisible(app_.OkBtnVwMode == core::kOkButtonShown);
-  toolBar_->setVisible(app_.ToolBarVwMode == core::kToolBarShown);
+  toolBar_->setVisible(views::ShowsToolBar(app_));
   const views::WindowLayout layout =
       views::LayoutWindow(width(), height(), !toolBar_->isHidden(), !caption_->isHidden());
   caption_->setGeometry(ToQt(layout.caption));
@@ -193,7 +191,7 @@ void CMainWnd::keyPressEvent(QKeyEvent* event) {
 
 void CMainWnd::ShowState() {
   menus_->ShowState(app_);
-  toolBar_->ShowState(views::ViewOnShow(app_.CurView));
+  toolBar_->ShowState(app_);
 }
 
 void CMainWnd::ShowFind() {
@@ -229,149 +227,10 @@ void CMainWnd::ShowChange(views::Change change) {
 }
 
 void CMainWnd::OnCommand(int id) {
-  if (!views::IsLive(id, views::ViewOnShow(app_.CurView))) return;
-  if (id == kDateLabel) return OnDateLabel();
-  if (id != kQuitKey) popups_->Close();
-  switch (id) {
-    case kShellOk:
-    case kQuitKey:
-    case kQuit:
-      close();
-      break;
-    case kSoftKeyNew:
-    case kToolNew:
-    case kNew:
-      RunEditScreen(edit::kOpenNew);
-      break;
-    case kChange:
-      FxEditSelected(edit::kOpenChange);
-      break;
-    case kReference:
-      FxEditSelected(edit::kOpenReference);
-      break;
-    case kFollow:
-      FxEditSelected(edit::kOpenFollow);
-      break;
-    case kToolDelete:
-    case kDelete:
-      FxEditDelete();
-      break;
-    case kMapNew:
-      RunEditScreen(edit::kOpenNew, View().PressedPosition());
-      break;
-    case kBoxChange:
-    case kMarkerChange:
-      FxEditTapItem(edit::kOpenChange);
-      break;
-    case kBoxReference:
-    case kMarkerReference:
-      FxEditTapItem(edit::kOpenReference);
-      break;
-    case kBoxFollow:
-    case kMarkerFollow:
-      FxEditTapItem(edit::kOpenFollow);
-      break;
-    case kBoxDelete:
-    case kMarkerDelete:
-      FxDeleteTapItem();
-      break;
-    case kMove:
-      View().MoveToSelected();
-      break;
-    case kMapLink:
-      FxMapLink();
-      break;
-    case kMapPointLink:
-      OpenMapAtPress();
-      break;
-    case kMonthOpen:
-      View().GoToPressedDay();
-      ShowMovedDate();
-      break;
-    case kMonthShowDay:
-    case kWeekShowDay:
-      View().GoToPressedDay();
-      ShowView(core::kViewDay);
-      break;
-    case kShowDay:
-    case kShowWeek:
-    case kShowMonth:
-    case kShowList:
-    case kShowMap:
-      ShowView(views::ViewOfCommand(id));
-      break;
-    case kSpanningMode:
-      ToggleSpanningMode();
-      break;
-    case kToolBarMode:
-      ToggleToolBar();
-      break;
-    case kRecorder:
-      RunRecorder();
-      break;
-    case kExport:
-      RunExchange(exchange::ExchangeKind::kExport);
-      break;
-    case kImport:
-      RunExchange(exchange::ExchangeKind::kImport);
-      break;
-    case kFind:
-    case kToolFind:
-      RunFind();
-      break;
-    case kOptions:
-      FxToolOption();
-      break;
-    case kAbout:
-      options::AboutDlg(this, app_).RunModal();
-      break;
-    case kFindClear:
-      FxFindClear();
-      break;
-    default:
-      OnHeaderStep(id);
-      break;
-  }
-}
-
-void CMainWnd::OnHeaderStep(int id) {
-  switch (id) {
-    case kMenuToday:
-    case kToday:
-      views::GoToToday(app_);
-      break;
-    case kBigStepBack:
-      views::TakeStep(app_, views::Step::kBigBack);
-      break;
-    case kStepBack:
-      views::TakeStep(app_, views::Step::kBack);
-      break;
-    case kStepForward:
-      views::TakeStep(app_, views::Step::kForward);
-      break;
-    case kBigStepForward:
-      views::TakeStep(app_, views::Step::kBigForward);
-      break;
-    case kSunday:
-    case kMonday:
-    case kTuesday:
-    case kWednesday:
-    case kThursday:
-    case kFriday:
-    case kSaturday:
-      views::GoToWeekday(id - kSunday + 1);
-      break;
-    default:
-      return;
-  }
-  ShowMovedDate();
-}
-
-void CMainWnd::OnDateLabel() {
-  const bool byKey = header_->DateLabel().hasFocus();
-  popups_->Toggle(app_);
-  Refresh();
-  if (byKey) popups_->TakeFocus();
+  const CommandRow* row = FindCommand(id);
+  if (row == nullptr || !IsLive(*row, views::ViewOnShow(app_.CurView))) return;
+  if (!row->keepsPopups) popups_->Close();
+  row->run(*this);
 }
 
 void CMainWnd::OnDateChosen(QDate date) {
@@ -419,39 +278,38 @@ bool CMainWnd::OnKeyReleased(QKeyCombination key) {
   }
 }
 
-void CMainWnd::ShowView(int view) {
-  View().SetShown(false);
-  app_.CurView = view;
-  header_->SetView(views::ViewOnShow(view));
-  ShowState();
-  View().SetShown(true);
-  Relayout();  // only now do the view's controls know their sizes
-  View().Enter();
-  Refresh();
-}
-
 void CMainWnd::OpenRow(int row) {
   RunEditScreen(views::SelectRow(app_, View().Rows(), row) ? edit::kOpenChange : edit::kOpenNew);
 }
 
-void CMainWnd::FxEditSelected(edit::OpenMode openMode) {
+void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
+  exchange::CExchangeDlg(this, app_, kind).RunModal();
+  if (kind == exchange::ExchangeKind::kImport) return ShowChange(views::Change::kAdded);
+  Refresh();
+}
+
+void CMainWnd::New() {
+  RunEditScreen(edit::kOpenNew);
+}
+
+void CMainWnd::NewAtPress() {
+  RunEditScreen(edit::kOpenNew, View().PressedPosition());
+}
+
+void CMainWnd::RunEditScreen(edit::OpenMode mode,
+                             const std::optional<position::Position>& position) {
+  edit::CEditActionDlg screen(this, app_, mode, position);
+  screen.RunModal();
+  ShowChange(screen.HasAdded() ? views::Change::kAdded : views::Change::kEdited);
+}
+
+void CMainWnd::FxEditSelected(edit::OpenMode mode) {
   if (View().IsHeldOnly()) return views::TellToHold(u"変更不可");
-  if (views::SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(openMode);
+  if (views::SelectRowToChange(app_, View().Rows(), View().SelectedRow())) RunEditScreen(mode);
 }
 
-void CMainWnd::FxEditDelete() {
-  if (View().IsHeldOnly()) return views::TellToHold(u"削除不可");
-  if (views::FxEditDelete(app_, View().Rows(), View().SelectedRows())) {
-    ShowChange(views::Change::kDeleted);
-  }
-}
-
-void CMainWnd::FxEditTapItem(edit::OpenMode openMode) {
-  if (views::SelectAction(app_, View().TapItem())) RunEditScreen(openMode);
-}
-
-void CMainWnd::FxDeleteTapItem() {
-  if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(views::Change::kDeleted);
+void CMainWnd::FxEditTapItem(edit::OpenMode mode) {
+  if (views::SelectAction(app_, View().TapItem())) RunEditScreen(mode);
 }
 
 void CMainWnd::FxMapLink() {
@@ -464,12 +322,62 @@ void CMainWnd::OpenMapAtPress() {
   if (at) platform::host().OpenLink(position::MapLink(at->latitude, at->longitude));
 }
 
-void CMainWnd::FxFindClear() {
-  {
-    const platform::WaitCursor waiting;
-    store::ReloadActionIndex(app_);
+void CMainWnd::MoveMap() {
+  View().MoveToSelected();
+}
+
+void CMainWnd::FxEditDelete() {
+  if (View().IsHeldOnly()) return views::TellToHold(u"削除不可");
+  if (views::FxEditDelete(app_, View().Rows(), View().SelectedRows())) {
+    ShowChange(views::Change::kDeleted);
   }
-  ShowChange(views::Change::kFindEnded);
+}
+
+void CMainWnd::FxDeleteTapItem() {
+  if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(views::Change::kDeleted);
+}
+
+void CMainWnd::ShowView(int view) {
+  View().SetShown(false);
+  app_.CurView = view;
+  header_->SetView(views::ViewOnShow(view));
+  ShowState();
+  View().SetShown(true);
+  Relayout();  // only now do the view's controls know their sizes
+  View().Enter();
+  Refresh();
+}
+
+void CMainWnd::GoToPressedDay() {
+  View().GoToPressedDay();
+  ShowMovedDate();
+}
+
+void CMainWnd::ShowPressedDay() {
+  View().GoToPressedDay();
+  ShowView(core::kViewDay);
+}
+
+void CMainWnd::GoToToday() {
+  views::GoToToday(app_);
+  ShowMovedDate();
+}
+
+void CMainWnd::GoToWeekday(int weekday) {
+  views::GoToWeekday(weekday);
+  ShowMovedDate();
+}
+
+void CMainWnd::TakeStep(views::Step step) {
+  views::TakeStep(app_, step);
+  ShowMovedDate();
+}
+
+void CMainWnd::OnDateLabel() {
+  const bool byKey = header_->DateLabel().hasFocus();
+  popups_->Toggle(app_);
+  Refresh();
+  if (byKey) popups_->TakeFocus();
 }
 
 void CMainWnd::ToggleSpanningMode() {
@@ -479,22 +387,10 @@ void CMainWnd::ToggleSpanningMode() {
 }
 
 void CMainWnd::ToggleToolBar() {
-  app_.ToolBarVwMode =
-      app_.ToolBarVwMode == core::kToolBarShown ? core::kToolBarHidden : core::kToolBarShown;
+  app_.ToolBarVwMode = views::ShowsToolBar(app_) ? core::kToolBarHidden : core::kToolBarShown;
   ShowState();
   Relayout();
   Refresh();
-}
-
-// What the options change may show everywhere: the shell's button, fonts, names, the rows.
-void CMainWnd::FxToolOption() {
-  const int formerRange = app_.SeqViewRng;
-  options::OptionsSheet sheet(this, app_, options::kGeneral);
-  if (sheet.RunModal() == options::kNoDataFile) return;
-  if (sheet.DataFileChanged()) ForgetWhatWasRead();
-  options::KeepListPage(app_, formerRange);
-  Relayout();
-  ShowChange(views::Change::kEdited);
 }
 
 void CMainWnd::RunRecorder() {
@@ -510,17 +406,27 @@ void CMainWnd::RunFind() {
   ShowChange(views::Change::kFindEnded);
 }
 
-void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
-  exchange::CExchangeDlg(this, app_, kind).RunModal();
-  if (kind == exchange::ExchangeKind::kImport) return ShowChange(views::Change::kAdded);
-  Refresh();
+void CMainWnd::FxFindClear() {
+  {
+    const platform::WaitCursor waiting;
+    store::ReloadActionIndex(app_);
+  }
+  ShowChange(views::Change::kFindEnded);
 }
 
-void CMainWnd::RunEditScreen(edit::OpenMode openMode,
-                             const std::optional<position::Position>& position) {
-  edit::CEditActionDlg screen(this, app_, openMode, position);
-  screen.RunModal();
-  ShowChange(screen.HasAdded() ? views::Change::kAdded : views::Change::kEdited);
+// What the options change may show everywhere: the shell's button, fonts, names, the rows.
+void CMainWnd::FxToolOption() {
+  const int formerRange = app_.SeqViewRng;
+  options::OptionsSheet sheet(this, app_, options::kGeneral);
+  if (sheet.RunModal() == options::kNoDataFile) return;
+  if (sheet.DataFileChanged()) ForgetWhatWasRead();
+  options::KeepListPage(app_, formerRange);
+  Relayout();
+  ShowChange(views::Change::kEdited);
+}
+
+void CMainWnd::ShowAbout() {
+  options::AboutDlg(this, app_).RunModal();
 }
 
 }  // namespace mainwindow

@@ -1,5 +1,5 @@
 // The program's one window: it owns the header row, the list, the menus, the toolbar and the views,
-// routes every command, and shows the view anew after whatever has changed.
+// routes every command, and shows the view again after a change.
 #pragma once
 
 #include <QPushButton>
@@ -12,8 +12,10 @@
 #include "edit/edit_action.h"
 #include "exchange/exchange.h"
 #include "mainwindow/command_menus.h"
+#include "mainwindow/command_table.h"
 #include "mainwindow/tool_bar.h"
 #include "platform/qt/device_shell.h"
+#include "views/navigation.h"
 #include "views/qt/action_list.h"
 #include "views/qt/date_popups.h"
 #include "views/qt/header_row.h"
@@ -29,7 +31,7 @@ class CMainWnd : public QWidget {
   // the window is shown.
   explicit CMainWnd(core::CAppState& app);
 
-  // Does what the control or menu item of that number does (command_table.h).
+  // Runs the command of that number, if the table has it and it is live in the view on show.
   void OnCommand(int id);
   // Shows what has been done to the diary.
   void ShowChange(views::Change change);
@@ -55,29 +57,39 @@ class CMainWnd : public QWidget {
   void ShowMovedDate();
   void ForgetWhatWasRead();
 
-  void OnHeaderStep(int id);
-  void OnDateLabel();
   void OnDateChosen(QDate date);
   void OnPageChosen(int page);
   bool OnKeyReleased(QKeyCombination key);
-
-  void ShowView(int view);
   void OpenRow(int row);
-  void FxEditSelected(edit::OpenMode openMode);
-  void FxEditDelete();
-  void FxEditTapItem(edit::OpenMode openMode);
-  void FxDeleteTapItem();
-  void FxFindClear();
-  void ToggleSpanningMode();
-  void ToggleToolBar();
-  void FxToolOption();
-  void RunRecorder();
-  void RunFind();
+
+  // The handlers of the command table.
   void RunExchange(exchange::ExchangeKind kind);
+  void New();
+  void NewAtPress();
+  void FxEditSelected(edit::OpenMode mode);
+  void FxEditTapItem(edit::OpenMode mode);
   void FxMapLink();
   void OpenMapAtPress();
-  void RunEditScreen(edit::OpenMode openMode,
-                     const std::optional<position::Position>& position = {});
+  void MoveMap();
+  void FxEditDelete();
+  void FxDeleteTapItem();
+  void ShowView(int view);
+  void GoToPressedDay();
+  void ShowPressedDay();
+  void GoToToday();
+  void GoToWeekday(int weekday);
+  void TakeStep(views::Step step);
+  void OnDateLabel();
+  void ToggleSpanningMode();
+  void ToggleToolBar();
+  void RunRecorder();
+  void RunFind();
+  void FxFindClear();
+  void FxToolOption();
+  void ShowAbout();
+  friend std::span<const CommandRow> Commands();
+
+  void RunEditScreen(edit::OpenMode mode, const std::optional<position::Position>& position = {});
 
   core::CAppState& app_;
   views::MapPane map_;

@@ -1,14 +1,12 @@
 // The toolbar's buttons in a row.
 #include "mainwindow/tool_bar.h"
 
-#include "mainwindow/command_icons.h"
+#include "mainwindow/command_table.h"
+#include "mainwindow/tool_items.h"
 #include "platform/qt/qt_text.h"
-#include "views/command_table.h"
+#include "views/navigation.h"
 
 namespace mainwindow {
-
-using enum views::Command;
-
 namespace {
 
 using platform::Scaled;
@@ -18,40 +16,35 @@ constexpr int kButtonSize = 24;  // for a finger round a picture of 16
 constexpr int kIconSize = 16;
 constexpr int kSeparatorWidth = 8;
 
-bool IsView(int id) {
-  return id >= views::CommandOfView(core::kViewDay) && id <= views::CommandOfView(core::kViewMap);
-}
-
 }  // namespace
 
 ToolBar::ToolBar(QWidget* parent) : QWidget(parent) {
   setObjectName(QString::number(kToolBarId));
   int x = 0;
-  for (const int id : views::kToolBarCommands) {
-    if (id != 0) AddButton(id, x);
-    x += Scaled(id == 0 ? kSeparatorWidth : kButtonSize);
+  for (const ToolItem& item : ToolItems()) {
+    if (item.id != 0) AddButton(*FindCommand(item.id), item.icon, x);
+    x += Scaled(item.id == 0 ? kSeparatorWidth : kButtonSize);
   }
 }
 
-void ToolBar::AddButton(int id, int x) {
+void ToolBar::AddButton(const CommandRow& row, const QIcon& icon, int x) {
   auto* button = new QToolButton(this);
-  button->setObjectName(QString::number(id));
-  button->setToolTip(platform::qt::ToQt(views::FindCommand(id)->text));
+  button->setObjectName(QString::number(row.id));
+  button->setToolTip(platform::qt::ToQt(row.text));
   button->setAccessibleName(button->toolTip());
-  button->setIcon(CommandIcon(id));
+  button->setIcon(icon);
   button->setIconSize(QSize(Scaled(kIconSize), Scaled(kIconSize)));
   button->setAutoRaise(true);
-  button->setCheckable(IsView(id));
+  button->setCheckable(row.isChecked != nullptr);
   button->setGeometry(x, 0, Scaled(kButtonSize), Scaled(kButtonSize));
-  connect(button, &QToolButton::clicked, this, [this, id] { emit Pressed(id); });
-  buttons_.push_back(button);
+  connect(button, &QToolButton::clicked, this, [this, id = row.id] { emit Pressed(id); });
+  buttons_.emplace_back(&row, button);
 }
 
-void ToolBar::ShowState(core::View view) {
-  for (QToolButton* button : buttons_) {
-    const int id = button->objectName().toInt();
-    button->setEnabled(views::IsLive(id, view));
-    button->setChecked(id == views::CommandOfView(view));
+void ToolBar::ShowState(const core::CAppState& app) {
+  for (const auto& [row, button] : buttons_) {
+    button->setEnabled(IsLive(*row, views::ViewOnShow(app.CurView)));
+    if (row->isChecked != nullptr) button->setChecked(row->isChecked(app));
   }
 }
 

@@ -3,9 +3,11 @@
 
 #include <QToolButton>
 #include <QWidget>
+#include <utility>
 #include <vector>
 
 #include "core/app_state.h"
+#include "mainwindow/command_table.h"
 
 namespace mainwindow {
 
@@ -16,15 +18,15 @@ class ToolBar : public QWidget {
   explicit ToolBar(QWidget* parent);
 
   // Greys what is not live in the view on show, and marks the view itself.
-  void ShowState(core::View view);
+  void ShowState(const core::CAppState& app);
 
  signals:
   void Pressed(int id);
 
  private:
-  void AddButton(int id, int x);
+  void AddButton(const CommandRow& row, const QIcon& icon, int x);
 
-  std::vector<QToolButton*> buttons_;
+  std::vector<std::pair<const CommandRow*, QToolButton*>> buttons_;
 };
 
 }  // namespace mainwindow

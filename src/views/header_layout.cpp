@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "platform/metrics.h"
-#include "views/command_table.h"
+#include "views/commands.h"
 
 namespace views {
 namespace {

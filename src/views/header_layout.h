@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/app_state.h"
+#include "core/settings_choices.h"
 
 namespace views {
 
@@ -50,6 +51,10 @@ struct MapLayout {
 };
 
 MapLayout LayoutMap(const Rect& content, bool portrait);
+
+inline bool ShowsToolBar(const core::CAppState& app) {
+  return app.ToolBarVwMode == core::kToolBarShown;
+}
 
 inline bool IsPortrait(int width, int height) {
   return height > width;

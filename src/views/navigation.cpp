@@ -9,7 +9,6 @@
 #include "core/settings_choices.h"
 #include "platform/host.h"
 #include "store/action_index.h"
-#include "views/command_table.h"
 
 namespace views {
 namespace {
@@ -46,6 +45,11 @@ void StepPages(core::CAppState& app, Step step) {
 }
 
 }  // namespace
+
+core::View ViewOnShow(int curView) {
+  const bool isView = curView >= core::kViewDay && curView <= core::kViewMap;
+  return isView ? static_cast<core::View>(curView) : core::kViewDay;
+}
 
 void SetDate(const core::CalendarParts& date) {
   if (date.day < 1) return;

@@ -7,6 +7,10 @@
 
 namespace views {
 
+// The view that `curView` shows: a number that is no view shows the day. The number itself stays as
+// it is, because it goes back into the settings.
+core::View ViewOnShow(int curView);
+
 // A date that does not exist is not taken.
 void SetDate(const core::CalendarParts& date);
 // Real calendar arithmetic from the current date, or from the last day of its month where that

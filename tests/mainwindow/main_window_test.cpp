@@ -19,6 +19,18 @@ using namespace views;
 
 using platform::qt::ModalScreen;
 
+enum : int {
+  kChange = 32782,
+  kFollow = 32784,
+  kDelete = 32785,
+  kMove = 32787,
+  kSpanningMode = 32797,
+  kToolBarMode = 32798,
+  kFindClear = 32803,
+  kWeekShowDay = 32852,
+  kMapPointLink = 33880,
+};
+
 class MainWindow : public Diary, protected testing_support::ScreenDriver {
  protected:
   MainWindow() {

@@ -4,7 +4,6 @@
 
 #include "core/app_state.h"
 #include "support/fake_host.h"
-#include "views/command_table.h"
 
 namespace views {
 namespace {
@@ -103,15 +102,9 @@ TEST_F(Navigation, ArrowsInTheDayViewMoveSideways) {
   EXPECT_EQ(u"2010/06/22", core::CurDate());
 }
 
-TEST(CommandTable, AViewThatIsNotThereShowsTheDay) {
+TEST_F(Navigation, AViewThatIsNotThereShowsTheDay) {
   EXPECT_EQ(core::kViewList, ViewOnShow(core::kViewList));
   for (const int curView : {0, 9, -1}) EXPECT_EQ(core::kViewDay, ViewOnShow(curView)) << curView;
-}
-
-TEST(CommandTable, TheMapAloneMoves) {
-  EXPECT_FALSE(IsLive(32787, core::kViewList));
-  EXPECT_TRUE(IsLive(32787, core::kViewMap));
-  for (const int id : kToolBarCommands) EXPECT_TRUE(id == 0 || FindCommand(id) != nullptr) << id;
 }
 
 }  // namespace

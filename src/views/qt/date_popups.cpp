@@ -2,7 +2,6 @@
 #include "views/qt/date_popups.h"
 
 #include "platform/qt/qt_text.h"
-#include "views/command_table.h"
 #include "views/navigation.h"
 
 namespace views {

@@ -4,7 +4,7 @@
 #include <QPainter>
 
 #include "platform/qt/qt_text.h"
-#include "views/command_table.h"
+#include "views/commands.h"
 
 namespace views {
 namespace {

@@ -127,7 +127,7 @@ void MapViewScreen::OnTapped(QPoint press) {
 
 void MapViewScreen::OnHeld(QPoint press) {
   tapItem_ = controls_.map.HitTest({press.x(), press.y()});
-  emit MenuWanted(Menu::kMap, canvas_->mapToGlobal(press));
+  emit MenuWanted(kMapMenu, canvas_->mapToGlobal(press));
 }
 
 void MapViewScreen::Paint(QPainter& painter) const {

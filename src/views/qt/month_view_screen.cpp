@@ -84,7 +84,7 @@ void MonthViewScreen::ConnectList() {
   connect(list_, &ActionList::RowTapped, this, &ViewScreen::RowTapped);
   connect(list_, &ActionList::NewTapped, this, [this] { emit Commanded(kNew); });
   connect(list_, &ActionList::Held, this,
-          [this](QPoint at, const QRect& row) { emit MenuWanted(Menu::kEdit, at, row); });
+          [this](QPoint at, const QRect& row) { emit MenuWanted(kEditMenu, at, row); });
 }
 
 void MonthViewScreen::SetShown(bool shown) {
@@ -94,8 +94,7 @@ void MonthViewScreen::SetShown(bool shown) {
 
 void MonthViewScreen::Place(const Rect& content) {
   const QWidget* window = canvas_->parentWidget();
-  layout_ = LayoutMonth(content, IsPortrait(window->width(), window->height()),
-                        app_.ToolBarVwMode == core::kToolBarShown);
+  layout_ = LayoutMonth(content, IsPortrait(window->width(), window->height()), ShowsToolBar(app_));
   canvas_->setGeometry(ToQt(layout_.grid));
   list_->setGeometry(ToQt(layout_.list));
   for (int column = 0; column < kMonthColumns; ++column) {
@@ -155,7 +154,7 @@ void MonthViewScreen::OnTapped(QPoint press, QPoint release) {
 
 void MonthViewScreen::OnHeld(QPoint press) {
   pressedCell_ = CellAt(press);
-  if (pressedCell_ >= 0) emit MenuWanted(Menu::kMonthDay, canvas_->mapToGlobal(press));
+  if (pressedCell_ >= 0) emit MenuWanted(kMonthDayMenu, canvas_->mapToGlobal(press));
 }
 
 void MonthViewScreen::Paint(QPainter& painter) const {

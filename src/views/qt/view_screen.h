@@ -10,7 +10,7 @@
 
 #include "core/app_state.h"
 #include "position/coordinate.h"
-#include "views/command_table.h"
+#include "views/commands.h"
 #include "views/header_layout.h"
 #include "views/map_pane.h"
 #include "views/qt/action_list.h"

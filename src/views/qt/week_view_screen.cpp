@@ -106,7 +106,7 @@ void WeekViewScreen::OnHeld(QPoint press) {
     HoldBox(box, press);
   } else if (band >= 0) {
     GoToBand(band);
-    emit MenuWanted(Menu::kWeekDay, canvas_->mapToGlobal(press));
+    emit MenuWanted(kWeekDayMenu, canvas_->mapToGlobal(press));
   }
 }
 
@@ -116,7 +116,7 @@ void WeekViewScreen::HoldBox(int box, QPoint at) {
   core::CalendarToParts(item.start, day);
   tapItem_ = item.id;
   SetDate(day);
-  emit MenuWanted(Menu::kWeekBox, canvas_->mapToGlobal(at));
+  emit MenuWanted(kWeekBoxMenu, canvas_->mapToGlobal(at));
 }
 
 void WeekViewScreen::OnMenuKey() {

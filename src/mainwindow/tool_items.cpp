@@ -1,15 +1,12 @@
 // The pictures: a pen, a grid of 16 by 16, a function for each.
-#include "mainwindow/command_icons.h"
+#include "mainwindow/tool_items.h"
 
 #include <QPainterPath>
 
+#include "mainwindow/command_table.h"
 #include "platform/qt/drawn_icon.h"
-#include "views/command_table.h"
 
 namespace mainwindow {
-
-using enum views::Command;
-
 namespace {
 
 struct Colors {
@@ -97,9 +94,16 @@ constexpr QRgb kRed = 0xFFC83030;
 constexpr QRgb kGreen = 0xFF208040;
 
 constexpr Picture kPictures[] = {
-    {kShowDay, kBlue, DrawDay},   {kShowWeek, kBlue, DrawWeek},    {kShowMonth, kBlue, DrawMonth},
-    {kShowList, kBlue, DrawList}, {kShowMap, kRed, DrawMap},       {kMenuToday, kRed, DrawToday},
-    {kToolNew, kGreen, DrawNew},  {kToolDelete, kRed, DrawDelete}, {kToolFind, kBlue, DrawFind},
+    {kShowDay, kBlue, DrawDay},
+    {kShowWeek, kBlue, DrawWeek},
+    {kShowMonth, kBlue, DrawMonth},
+    {kShowList, kBlue, DrawList},
+    {kShowMap, kRed, DrawMap},
+    {kMenuToday, kRed, DrawToday},
+    {0, 0, nullptr},
+    {kToolNew, kGreen, DrawNew},
+    {kToolDelete, kRed, DrawDelete},
+    {kToolFind, kBlue, DrawFind},
 };
 
 QIcon IconOf(const Picture& picture) {
@@ -115,11 +119,12 @@ QIcon IconOf(const Picture& picture) {
 
 }  // namespace
 
-QIcon CommandIcon(int id) {
+std::vector<ToolItem> ToolItems() {
+  std::vector<ToolItem> items;
   for (const Picture& picture : kPictures) {
-    if (picture.id == id) return IconOf(picture);
+    items.push_back({picture.id, picture.draw == nullptr ? QIcon() : IconOf(picture)});
   }
-  return {};
+  return items;
 }
 
 }  // namespace mainwindow
