@@ -3,14 +3,11 @@
 
 #include <vector>
 
+#include "platform/rect.h"
+
 namespace edit {
 
-struct Rect {
-  int x = 0;
-  int y = 0;
-  int width = 0;
-  int height = 0;
-};
+using platform::Rect;
 
 // Ids of the labels in front of the fields.
 enum LabelId {

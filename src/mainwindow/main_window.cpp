@@ -12,6 +12,7 @@
 #include "mainwindow/command_table.h"
 #include "platform/qt/menu_place.h"
 #include "platform/qt/modal_screen.h"
+#include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 #include "touch/qt/key_tap.h"
 #include "views/navigation.h"
@@ -26,6 +27,7 @@ namespace mainwindow {
 namespace {
 
 using platform::Scaled;
+using platform::qt::ToQt;
 
 constexpr int kActionListId = 1071;
 
@@ -41,10 +43,10 @@ CMainWnd::CMainWnd(core::CAppState& app)
       menus_(new CommandMenus(softKeys_->Menu(), *softKeys_)),
       popups_(new views::DatePopups(this, *header_)) {
   app_.CurView = app_.InitView;
-  setWindowTitle(platform::qt::ToQt(core::kProgramName));
+  setWindowTitle(ToQt(core::kProgramName));
   resize(Scaled(240), Scaled(320));
   setMinimumSize(Scaled(240), Scaled(200));
-  softKeys_->LeftKey().setText(platform::qt::ToQt(FindCommand(kSoftKeyNew)->text));
+  softKeys_->LeftKey().setText(ToQt(FindCommand(kSoftKeyNew)->text));
   softKeys_->LeftKey().setObjectName(QString::number(kSoftKeyNew));
   // A tap on a key leaves the focus in the list.
   for (QPushButton* key : softKeys_->findChildren<QPushButton*>()) {
@@ -187,7 +189,7 @@ void CMainWnd::ShowState() {
 
 void CMainWnd::ShowFind() {
   const bool lasts = app_.FindWhere.has_value();
-  const QString name = platform::qt::ToQt(core::kProgramName);
+  const QString name = ToQt(core::kProgramName);
   setWindowTitle(lasts ? name + QStringLiteral(" - 検索中") : name);
   header_->MarkFind(lasts);
 }

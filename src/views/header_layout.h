@@ -6,16 +6,11 @@
 
 #include "core/app_state.h"
 #include "core/settings_choices.h"
+#include "platform/rect.h"
 
 namespace views {
 
-struct Rect {
-  int x = 0;
-  int y = 0;
-  int width = 0;
-  int height = 0;
-  bool operator==(const Rect&) const = default;
-};
+using platform::Rect;
 
 inline constexpr int kHeaderButtons = 12;
 

@@ -27,10 +27,6 @@ int XOf(const WeekGrid& grid, const core::CalendarValue& moment) {
   return grid.strip.width + static_cast<int>(SecondsSinceMidnight(moment) * room / kSecondsPerDay);
 }
 
-bool Contains(const Rect& rect, int x, int y) {
-  return x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
-}
-
 bool IsShown(const WeekItem& item) {
   return item.dup > 0 && item.row >= 0 && item.row < kWeekDays;
 }
@@ -120,7 +116,7 @@ int BandAt(const WeekGrid& grid, int y) {
 int BoxAt(const WeekGrid& grid, const std::vector<WeekItem>& items, int x, int y) {
   if (BandAt(grid, y) < 0) return -1;
   for (size_t k = items.size(); k > 0; --k) {
-    if (Contains(BoxRect(grid, items[k - 1]), x, y)) return static_cast<int>(k) - 1;
+    if (BoxRect(grid, items[k - 1]).Contains(x, y)) return static_cast<int>(k) - 1;
   }
   return -1;
 }

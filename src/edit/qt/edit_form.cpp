@@ -7,6 +7,7 @@
 #include "edit/edit_layout.h"
 #include "platform/metrics.h"
 #include "platform/qt/elided_label.h"
+#include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 
 namespace edit {
@@ -17,10 +18,6 @@ using platform::qt::FixedFont;
 using platform::qt::ToQt;
 
 constexpr int kSmallestDigits = 9;  // below that of a text, where it would blot
-
-QRect ToQRect(const Rect& rect) {
-  return QRect(rect.x, rect.y, rect.width, rect.height);
-}
 
 }  // namespace
 
@@ -112,7 +109,7 @@ void EditForm::LayOut(QWidget* before) {
   const EditLayout layout = LayOutFields(orientation, width() - bar, height, LabelWidth());
   for (const PlacedControl& placed : layout.controls) {
     QWidget* control = controls_[placed.id];
-    control->setGeometry(ToQRect(placed.rect));
+    control->setGeometry(ToQt(placed.rect));
     if (control->focusPolicy() == Qt::NoFocus) continue;
     QWidget::setTabOrder(before, control);
     before = control;
@@ -123,7 +120,7 @@ void EditForm::LayOut(QWidget* before) {
     separators_.back()->setBackgroundRole(QPalette::Mid);
   }
   for (size_t i = 0; i < separators_.size(); i++) {
-    separators_[i]->setGeometry(ToQRect(layout.separators[i]));
+    separators_[i]->setGeometry(ToQt(layout.separators[i]));
     separators_[i]->show();
   }
 }

@@ -3,6 +3,7 @@
 
 #include <QPainter>
 
+#include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 #include "views/commands.h"
 
@@ -10,6 +11,7 @@ namespace views {
 namespace {
 
 using platform::Scaled;
+using platform::qt::ToQt;
 
 constexpr QRgb kSundayText = 0xFFFF0000;
 constexpr QRgb kSaturdayText = 0xFF0000FF;
@@ -110,7 +112,7 @@ void HeaderRow::SetView(core::View view) {
 }
 
 void HeaderRow::SetTitle(std::u16string_view title) {
-  dateLabel_->setText(platform::qt::ToQt(title));
+  dateLabel_->setText(ToQt(title));
 }
 
 void HeaderRow::MarkFind(bool lasts) {

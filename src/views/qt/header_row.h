@@ -12,10 +12,6 @@
 
 namespace views {
 
-inline QRect ToQt(const Rect& rect) {
-  return {rect.x, rect.y, rect.width, rect.height};
-}
-
 // A flat button in colours of its own.
 class HeaderButton : public QAbstractButton {
  public:

@@ -9,6 +9,7 @@ namespace views {
 namespace {
 
 using platform::Scaled;
+using platform::qt::ToQt;
 
 constexpr int kMonthListId = 1072;
 constexpr int kFirstWeekdayId = 1063;

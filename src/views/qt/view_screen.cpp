@@ -8,7 +8,7 @@ void ViewScreen::SetShown(bool shown) {
 }
 
 void ViewScreen::Place(const Rect& content) {
-  controls_.list.setGeometry(ToQt(content));
+  controls_.list.setGeometry(platform::qt::ToQt(content));
 }
 
 int ViewScreen::SelectedRow() const {

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "core/app_state.h"
+#include "platform/qt/qt_rect.h"
 #include "position/coordinate.h"
 #include "views/commands.h"
 #include "views/header_layout.h"

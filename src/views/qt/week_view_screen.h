@@ -12,7 +12,7 @@ class WeekViewScreen : public ViewScreen {
   WeekViewScreen(core::CAppState& app, SharedControls controls);
 
   void SetShown(bool shown) override { canvas_->setVisible(shown); }
-  void Place(const Rect& content) override { canvas_->setGeometry(ToQt(content)); }
+  void Place(const Rect& content) override { canvas_->setGeometry(platform::qt::ToQt(content)); }
   void Enter() override { Read(); }
   void Refill() override;
   void OnDateMoved() override { Read(); }
