@@ -29,8 +29,8 @@ std::string ProgramFolder() {
 
 void ShowWindow(QWidget& window, const core::CAppState& app, const platform::ScreenPlan& plan) {
   if (plan.fillsScreen) {
-    // No frame takes from a hand-held screen, but a shell's own panel may. The geometry serves
-    // where no window manager is there to maximize.
+    // A frame would take room from a hand-held screen; a shell's own panel may. The geometry is for
+    // a screen without a window manager, where nothing maximizes.
     window.setWindowFlag(Qt::FramelessWindowHint);
     window.setGeometry(window.screen()->availableGeometry());
     window.showMaximized();

@@ -8,11 +8,11 @@
 
 namespace app {
 
-// Answers the process's exit code: 0 also for a second start, which the first has been told of;
-// EXIT_FAILURE where start-up ends it, which has told why by then.
+// Answers the process's exit code: 0 also for a second start, which brings the first one forward;
+// EXIT_FAILURE if start-up failed, after a message that says why.
 int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan);
 
-// Writes the settings, the one place that does, and then gives up what the run has held. A failed
+// Writes the settings, the one place that does, and then releases what the run has held. A failed
 // write is shown and stops nothing.
 void ShutdownApp(core::CAppState& app);
 

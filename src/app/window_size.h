@@ -10,11 +10,11 @@
 
 namespace app {
 
-// Gives the window the kept size, or the one of `plan` where none is kept; never a larger one than
-// its screen. Shows it, maximized if it was.
+// Gives the window the kept size, or the one of `plan` if none is kept; never a larger one than its
+// screen. Shows it, maximized if it was.
 void ShowAtKeptSize(QWidget& window, const core::CAppState& app, const platform::ScreenPlan& plan);
 
-// Keeps the window's size; of a maximized one that to which it would go back.
+// Keeps the window's size; of a maximized one the size that it would go back to.
 void KeepSize(const QWidget& window, core::CAppState& app, const platform::ScreenPlan& plan);
 
 }  // namespace app

@@ -1,5 +1,5 @@
 // Every command of the main window in one table: the number that a control or menu item sends, and
-// all that the menus, the tool bar and the window need to know of it.
+// all that the menus, the toolbar and the window need to know of it.
 #pragma once
 
 #include <span>

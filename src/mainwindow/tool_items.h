@@ -1,4 +1,4 @@
-// The tool bar's commands and their pictures, which are drawn in lines so that they are sharp at
+// The toolbar's commands and their pictures, which are drawn in lines so that they are sharp at
 // any scale.
 #pragma once
 

@@ -10,7 +10,7 @@ namespace views {
 namespace {
 
 // The positions of the Actions that start on the current date. The day before at 24:00:00 sorts
-// behind all of that day and ahead of all of this one. A day that its month lacks has no day before
+// after all of that day and before all of this one. A day that its month lacks has no day before
 // it, and no Actions.
 void SpanTheDay(const core::CAppState& app, ViewRows& rows) {
   const core::CalendarParts before = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -1);

@@ -8,8 +8,7 @@
 
 namespace views {
 
-// "page/pages - Actions", with the number of all Actions in brackets behind it while a find is
-// active.
+// "page/pages - Actions", then the number of all Actions in brackets while a find is active.
 std::u16string ListTitle(const core::CAppState& app);
 
 ViewRows SetDataListView(const core::CAppState& app);

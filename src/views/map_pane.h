@@ -82,7 +82,7 @@ class MapPane {
 
   int width_ = 0;
   int height_ = 0;
-  int prevX_ = 0;  // the pointer's last place
+  int prevX_ = 0;  // where the pointer was last
   int prevY_ = 0;
 };
 

@@ -19,8 +19,8 @@ struct MonthLayout {
   int columnWidth = 0;  // at least 1
 };
 
-// In the room that the view has in the window. In landscape the list lies beside the grid, and the
-// rows of the grid are as high as they find room.
+// Within the part of the window that the view has. In landscape the list lies beside the grid,
+// whose rows are as high as the room allows.
 MonthLayout LayoutMonth(const Rect& content, bool portrait, bool showsToolBar);
 
 // Within the grid. The last weekday reaches to the grid's edge.

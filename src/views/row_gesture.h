@@ -26,7 +26,7 @@ class RowGesture {
   void Press(int row, bool closedPopup);
   // The press has become a tap and hold.
   void Hold() { rowTap_ = false; }
-  // `visible` are the rows that show whole.
+  // `visible`: the rows that are wholly in sight.
   Drag Move(int row, RowRange visible);
   Tap Release(int row);
 

@@ -11,7 +11,7 @@ namespace views {
 
 inline constexpr std::u16string_view kNothingSelected = u"有効なアクションが選択されていません。";
 
-// Tells that an Action has no position.
+// The message that an Action has no position.
 void ShowNoPosition();
 
 // Hands the Action of a row to the edit screen (SelActId, SelIndex); false and no change if the row
@@ -25,11 +25,11 @@ bool SelectRowToChange(core::CAppState& app, const ViewRows& rows, int row);
 // Opens the map page at the Action's position; a message if there is no Action or no position.
 void OnEditDispMap(core::CAppState& app, const ViewRows& rows, int row);
 
-// Hands an Action to the edit screen by its id. SelIndex becomes negative if the index has it no
-// more. False and no change for an empty id.
+// Hands an Action to the edit screen by its id. SelIndex becomes negative if the index no longer
+// has it. False and no change for an empty id.
 bool SelectAction(core::CAppState& app, std::u16string_view id);
 
-// Tells, under the title of a refused command, that the view's Actions take a tap and hold.
+// The message, under the title of a refused command, that the view's Actions take a tap and hold.
 void TellToHold(std::u16string_view title);
 
 // Asks, then deletes the Actions of the rows and rebuilds the index, which also ends a find. False

@@ -21,7 +21,8 @@ inline bool SpansDays(const core::CAppState& app) {
   return app.DayVwMltDayMode == core::kSpanningDayMode;
 }
 
-// Whether the week and the month are read again after everything, and not only where that is told.
+// Whether the week and the month are read again after every change, or only after those that the
+// window names.
 inline bool StaysCurrent(const core::CAppState& app) {
   return app.ViewAutoUpdate == core::kOn;
 }
@@ -37,11 +38,11 @@ struct ViewRows {
   RowOrder order = RowOrder::kByStart;
   std::vector<std::vector<std::u16string>> cells;  // of the Actions' rows, column by column
   std::vector<std::u16string> RowActIds;           // of the same rows
-  int newRowColumn = 0;                            // in which kNewRowText stands behind them
+  int newRowColumn = 0;                            // of kNewRowText, which follows them
   int FirstRowIndex = 0;
   int LastRowIndex = -1;
   int selectedRow = 0;  // row to select, focus and show; one that is no row: none
-  // A read failed and its message was shown: the rows end here, without kNewRowText behind them.
+  // A read failed and its message was shown: the rows end here, and kNewRowText does not follow.
   bool abandoned = false;
 };
 

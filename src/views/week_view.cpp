@@ -18,7 +18,7 @@ using core::CalendarValue;
 
 constexpr int kReadFailed = -100;
 constexpr double kSecondsPerDay = 86400;
-// The pieces of an Action that lasts for years stop some weeks behind the grid, where nobody sees
+// The pieces of an Action that lasts for years stop some weeks after the grid, where nobody sees
 // them.
 constexpr int kMostRows = 4 * kWeekDays;
 
@@ -70,12 +70,12 @@ void AddPieces(const store::Action& action, int position, const CalendarValue& l
   }
 }
 
-// Half a second makes good what the fraction of a day has lost.
+// Half a second makes up for what the fraction of a day has lost.
 int RowOf(const WeekItem& item, const CalendarValue& first) {
   return static_cast<int>(item.start.dt - first.dt + 0.5 / kSecondsPerDay);
 }
 
-// The first lane that none of `taken` holds; an equal lane may stand there twice.
+// The first lane that is not in `taken`, which may name one twice.
 int FirstFreeLane(std::vector<int>& taken) {
   std::ranges::sort(taken);
   int lane = 0;

@@ -1,4 +1,4 @@
-// The shared list: rows, columns, and the road from mouse and keys to the row gesture.
+// The shared list: rows, columns, and how mouse and keys become the row gesture.
 #include "views/qt/action_list.h"
 
 #include <QContextMenuEvent>
@@ -122,7 +122,7 @@ void ActionList::FillWidth() {
   filling_ = former;
 }
 
-// Also where the bar beside the rows comes or goes.
+// Also as the scroll bar comes or goes.
 void ActionList::resizeEvent(QResizeEvent* event) {
   QTreeWidget::resizeEvent(event);
   FillWidth();
@@ -140,7 +140,7 @@ void ActionList::FitColumns(std::span<const int> widths) {
   }
 }
 
-// The row comes to the middle of the list if it lies below it.
+// A row below the middle of the list comes to the middle.
 void ActionList::ShowSelected(int row) {
   horizontalScrollBar()->setValue(0);
   if (row < 0 || row >= topLevelItemCount()) return;
@@ -239,7 +239,7 @@ void ActionList::contextMenuEvent(QContextMenuEvent* event) {
   emit Held(row.center(), row);
 }
 
-// The base class would give the focus to the first row where a fill has left it with none.
+// The base class would give the focus to the first row after a fill that left it with none.
 void ActionList::focusInEvent(QFocusEvent* event) {
   QAbstractScrollArea::focusInEvent(event);
   viewport()->update();

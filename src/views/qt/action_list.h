@@ -20,18 +20,18 @@ class ActionList : public QTreeWidget {
  public:
   ActionList(QWidget* parent, int id);
 
-  // Asked at a press before anything else: closes an open popup and tells whether there was one.
+  // Asked at a press before anything else: closes an open popup and answers whether there was one.
   void SetPopupCloser(std::function<bool()> closer) { closePopups_ = std::move(closer); }
 
   // Empties the list and gives it a view's font and columns, which begin with `widths`. The last
-  // one takes as well what the others leave of the list, so that a row is as wide as the list.
+  // one also takes what the others leave of the list, so that a row is as wide as the list.
   void SetColumns(const QFont& font, const QStringList& headers, std::span<const int> widths);
   // A column of numbers, until SetColumns is called again.
   void AlignRight(int column);
-  // Shows the rows, behind them the one of kNewRowText, and selects what the fill says. The first
-  // columns take the widths of `widths`; one that is not above 0 is fitted to its texts.
+  // Shows the rows, then the one of kNewRowText, and selects what the fill says. The first columns
+  // take the widths of `widths`; one that is not above 0 is fitted to its texts.
   void ShowRows(const ViewRows& rows, std::span<const int> widths = {});
-  // The last column becomes as wide as its texts, that of kNewRowText included.
+  // The last column becomes as wide as its texts, kNewRowText included.
   void FitLastColumn();
 
   // -1 if no row has the focus.
@@ -44,7 +44,7 @@ class ActionList : public QTreeWidget {
  signals:
   void RowTapped(int row);
   void NewTapped();
-  // Where on the screen, and what the row takes of it.
+  // Where on the screen, and the part of it that the row takes.
   void Held(QPoint globalPoint, QRect globalRow);
   void ColumnDragged(int column, int width);
 
@@ -70,8 +70,8 @@ class ActionList : public QTreeWidget {
 
   std::function<bool()> closePopups_;
   RowGesture gesture_;
-  bool filling_ = false;  // widths change by our own hand
-  int lastWidth_ = 0;     // the least of the last column
+  bool filling_ = false;  // the program sets the widths, not its user
+  int lastWidth_ = 0;     // the least width of the last column
 };
 
 }  // namespace views

@@ -20,7 +20,7 @@ PageBox::PageBox(QWidget* parent) : ChoiceBox(parent) {
 
 void PageBox::hidePopup() {
   ChoiceBox::hidePopup();
-  emit ListGone();
+  emit ListClosed();
 }
 
 DatePopups::DatePopups(QWidget* window, HeaderRow& header)
@@ -34,8 +34,8 @@ DatePopups::DatePopups(QWidget* window, HeaderRow& header)
   pages_->hide();
   connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &DatePopups::DateChosen);
   connect(pages_, &QComboBox::activated, this, &DatePopups::PageChosen);
-  // Behind the choice, and behind a press elsewhere that comes to the list as well.
-  connect(pages_, &PageBox::ListGone, this, &DatePopups::Close, Qt::QueuedConnection);
+  // After the choice, and after a press elsewhere, which the list of Actions gets as well.
+  connect(pages_, &PageBox::ListClosed, this, &DatePopups::Close, Qt::QueuedConnection);
 }
 
 void DatePopups::Toggle(const core::CAppState& app) {

@@ -12,7 +12,7 @@
 
 namespace views {
 
-// A combo box that tells when its list has gone, by a choice or without one.
+// A combo box that reports when its list has closed, by a choice or without one.
 class PageBox : public platform::qt::ChoiceBox {
   Q_OBJECT
 
@@ -21,7 +21,7 @@ class PageBox : public platform::qt::ChoiceBox {
   void hidePopup() override;
 
  signals:
-  void ListGone();
+  void ListClosed();
 };
 
 class DatePopups : public QObject {
@@ -33,7 +33,7 @@ class DatePopups : public QObject {
 
   // Opens the one that belongs to the view on show, or closes it.
   void Toggle(const core::CAppState& app);
-  // Tells whether one was open.
+  // Whether one was open.
   bool Close();
   // For a user at the keyboard: the focus goes into an open calendar.
   void TakeFocus();

@@ -70,7 +70,7 @@ void HeaderButton::paintEvent(QPaintEvent*) {
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
   painter.setPen(QColor(isDown() ? colors_.pressedText : colors_.text));
   painter.setFont(platform::qt::FittedFont(font(), text(), width() - 2));
-  // The ink in the middle: of a bracket or a point the glyph is for the most part blank.
+  // The ink goes in the middle: most of the glyph of a bracket or a point is blank.
   const QRect ink = painter.fontMetrics().tightBoundingRect(text());
   const int x = (width() - ink.width()) / 2 - ink.left();
   painter.drawText(QRect(x, 0, x + kEndless, height()), Qt::AlignVCenter | Qt::TextSingleLine,

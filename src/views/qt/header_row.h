@@ -1,5 +1,5 @@
 // The row at the top of the main window: the date label, the seven weekdays, the five steps. It
-// shows what it is told and answers with the number of the pressed control.
+// shows what the window sets, and reports the number of a pressed control.
 #pragma once
 
 #include <QAbstractButton>
@@ -40,7 +40,7 @@ class HeaderRow : public QWidget {
 
   void SetView(core::View view);
   void SetTitle(std::u16string_view title);
-  // A find lasts: the views do not show all Actions.
+  // While a find lasts the views do not show all Actions.
   void MarkFind(bool lasts);
   // Marks the current date's weekday, 1 Sunday .. 7 Saturday; any other number marks none.
   void MarkWeekday(int weekday);

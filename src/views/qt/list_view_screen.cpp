@@ -11,7 +11,7 @@ namespace views {
 
 void ListViewScreen::SetColumns() {
   const std::array<int, 2> widths = {2 * controls_.list.width(), platform::Scaled(100)};
-  // Always there: it must not take a row away after the page has been counted.
+  // Always there: a bar that came later would take a row that the page has counted.
   controls_.list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   controls_.list.SetColumns(platform::qt::SettingFont(app_.LstVwGrdFntName, app_.LstVwGrdFntSize),
                             {QStringLiteral("アクション"), {}}, widths);

@@ -25,7 +25,7 @@ bool IsPortraitWindow(const QWidget& widget) {
 
 }  // namespace
 
-// Who points at a marker reads its place.
+// A marker under the pointer shows its place.
 bool MapCanvas::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return ViewCanvas::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);

@@ -32,7 +32,7 @@ QColor BackgroundOf(CellKind kind) {
   return Qt::white;
 }
 
-// What a cell fills between the lines, and where its texts lie in that.
+// The part of a cell between its lines, and in it the room for its texts.
 QRect FieldOf(const QRect& cell) {
   return cell.adjusted(Scaled(1), Scaled(1), 0, 0);
 }
@@ -125,8 +125,8 @@ void MonthViewScreen::OnDateMoved() {
   if (month_.year != core::CurYear || month_.month != core::CurMonth) Count();
 }
 
-// Kept on purpose: only the edit screen and an import fill the list anew. Its rows find their
-// Actions by their ids, so that one which has gone is told and no other one is hit.
+// Kept on purpose: only the edit screen and an import fill the list again. Its rows find their
+// Actions by their ids: for one that has gone there is a message, and no other is hit.
 void MonthViewScreen::OnChange(Change change) {
   Count();
   if (change == Change::kAdded || change == Change::kEdited || StaysCurrent(app_)) {
@@ -160,7 +160,8 @@ void MonthViewScreen::OnHeld(QPoint press) {
 
 void MonthViewScreen::Paint(QPainter& painter) const {
   for (int cell = 0; cell < kMonthCells; ++cell) PaintField(painter, cell);
-  PaintLines(painter);  // over the fields, which reach into them where a unit is no whole pixels
+  PaintLines(
+      painter);  // over the fields, which reach into them if a unit is no whole number of pixels
   // A digit half as wide as the font is high leaves the count a place, and two fit any cell.
   const QFont dayFont =
       platform::qt::CondensedFont(platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18)),

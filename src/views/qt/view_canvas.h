@@ -1,5 +1,5 @@
 // The surface of a view that paints itself. The map's pane follows the pointer on every such
-// surface: what is dragged in the week or the month has moved the map.
+// surface: a drag in the week or the month moves the map as well.
 #pragma once
 
 #include "touch/qt/canvas.h"

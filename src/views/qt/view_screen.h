@@ -29,7 +29,7 @@ struct SharedControls {
   MapPane& map;
 };
 
-// What has been done to the diary, for views that read only a part of what they show anew. An
+// What has been done to the diary, for views that read only a part of what they show again. An
 // import counts as added Actions, the options as an edit.
 enum class Change { kAdded, kEdited, kDeleted, kRecorded, kFindEnded };
 
@@ -43,7 +43,7 @@ class ViewScreen : public QObject {
   virtual void SetShown(bool shown);
   // Lays them out in the room between the header and the toolbar.
   virtual void Place(const Rect& content);
-  // The view has come on show; Refill follows.
+  // The view has been switched to; Refill follows.
   virtual void Enter() {}
   // Shows the current date or page, with the title.
   virtual void Refill() = 0;
@@ -51,7 +51,7 @@ class ViewScreen : public QObject {
   virtual void OnDateMoved() {}
   // Shows what has been done.
   virtual void OnChange(Change) { Refill(); }
-  // What was read before counts no more: the data file is another one, or holds new Actions.
+  // What was read before no longer holds: the data file is another one, or has new Actions.
   virtual void Forget() {}
 
   // The row that a command of the edit menu means, -1 for none.
@@ -81,7 +81,7 @@ class ViewScreen : public QObject {
  signals:
   // A tap that means a command.
   void Commanded(int id);
-  // A tap and hold that opens a menu there, beside the row that was held, if it was one.
+  // A tap and hold that opens a menu there, beside the row that was held, if one was.
   void MenuWanted(views::Menu menu, QPoint globalPoint, QRect globalRow = {});
   // A tap on a row, or on one that is no Action's.
   void RowTapped(int row);

@@ -32,7 +32,7 @@ WeekViewScreen::WeekViewScreen(core::CAppState& app, SharedControls controls)
   connect(canvas_, &ViewCanvas::MenuKeyPressed, this, &WeekViewScreen::OnMenuKey);
 }
 
-// The box of the keys stays with its Action, on its day where that has several.
+// The box of the keys stays with its Action, and with its day if the Action has several.
 void WeekViewScreen::Read() {
   WeekItem former;
   if (keyBox_ >= 0) former = week_.WeekItems[static_cast<size_t>(keyBox_)];
