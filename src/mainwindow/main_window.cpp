@@ -226,9 +226,9 @@ void CMainWnd::OnCommand(int id) {
   row->run(*this);
 }
 
-void CMainWnd::OnDateChosen(QDate date) {
+void CMainWnd::OnDateChosen(const core::Day& day) {
   popups_->Close();
-  views::SetDate({date.year(), date.month(), date.day()});
+  core::SetCurrentDay(day);
   // Kept on purpose: neither the boxes of the week nor the counts of the month follow.
   if (!views::StaysCurrent(app_)) return Refresh();
   ShowMovedDate();

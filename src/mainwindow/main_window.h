@@ -57,7 +57,7 @@ class CMainWnd : public QWidget {
   void ShowMovedDate();
   void ForgetWhatWasRead();
 
-  void OnDateChosen(QDate date);
+  void OnDateChosen(const core::Day& day);
   void OnPageChosen(int page);
   bool OnKeyReleased(QKeyCombination key);
   void OpenRow(int row);

@@ -1,7 +1,6 @@
 // The two fills of the day view.
 #include "views/day_view.h"
 
-#include "core/calendar_value.h"
 #include "core/date_time.h"
 #include "store/action_index.h"
 #include "store/session.h"
@@ -9,37 +8,27 @@
 namespace views {
 namespace {
 
-// The positions of the Actions that start on the current date. The day before at 24:00:00 sorts
-// after all of that day and before all of this one. A day that its month lacks has no day before
-// it, and no Actions.
+// The positions of the Actions that start on the current date. A day that its month lacks has no
+// day before it, and no Actions.
 void SpanTheDay(const core::CAppState& app, ViewRows& rows) {
-  const core::CalendarParts before = core::AddDays(core::CurYear, core::CurMonth, core::CurDay, -1);
-  if (app.IndexCount < 1 || before.year < 0) return;
-  rows.FirstRowIndex =
-      store::FindActionIndexLower(app, core::FormatDate(before.year, before.month, before.day),
-                                  core::kEndOfDay, store::LowerMode::kAtOrAfter);
-  rows.LastRowIndex = store::FindActionIndexLower(app, core::CurDate(), core::kEndOfDay,
-                                                  store::LowerMode::kAtOrAfter) -
-                      1;
+  const std::optional<core::Day> before = core::DaysLater(core::CurrentDay(), -1);
+  if (app.IndexCount < 1 || !before) return;
+  rows.FirstRowIndex = FirstPositionAfter(app, before);
+  rows.LastRowIndex = FirstPositionAfter(app, core::CurrentDay()) - 1;
 }
 
 // Either part is a clock time on `day` and a date elsewhere; an Action to the end of a day shows
 // its dates.
-std::u16string SpanningTimeText(const core::MomentText& start, const core::MomentText& end,
-                                std::u16string_view day) {
+std::u16string SpanningTimeText(const store::Action& action, std::u16string_view day) {
+  const core::MomentText start = StartOf(action);
+  const core::MomentText end = EndOf(action);
   const bool dates = end.IsEndOfDay();
-  std::u16string text(!dates && start.date == day ? start.HourMinute() : start.MonthDay());
-  text += u'-';
-  text += !dates && end.date == day ? end.HourMinute() : end.MonthDay();
-  return text;
+  return TimeSpanText(start, dates || start.date != day, end, dates || end.date != day);
 }
 
-std::u16string SingleTimeText(const core::MomentText& start, const core::MomentText& end) {
-  const bool dates = end.IsEndOfDay();
-  std::u16string text(dates ? start.MonthDay() : start.HourMinute());
-  text += u'-';
-  text += dates ? end.MonthDay() : end.HourMinute();
-  return text;
+std::u16string SingleTimeText(const store::Action& action) {
+  const core::MomentText end = EndOf(action);
+  return TimeSpanText(StartOf(action), end.IsEndOfDay(), end, end.IsEndOfDay());
 }
 
 void AddRow(const core::CAppState& app, const store::Action& action, std::u16string timeText,
@@ -71,10 +60,7 @@ void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
       ShowReadError(caller, u"GetNextRS", 2, result);
       return;
     }
-    AddRow(app, action,
-           SpanningTimeText(core::SplitMoment(TextOf(action, store::kStaDateTime)),
-                            core::SplitMoment(TextOf(action, store::kEndDateTime)), day),
-           rows);
+    AddRow(app, action, SpanningTimeText(action, day), rows);
     addRow(action, rows.cells.back());
   }
 }
@@ -94,10 +80,7 @@ ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
                                     u"CMainWnd:SetDataDayViewForSingle", action);
     rows.abandoned = read == RowRead::kFailed;
     if (read != RowRead::kRead) break;
-    AddRow(app, action,
-           SingleTimeText(core::SplitMoment(TextOf(action, store::kStaDateTime)),
-                          core::SplitMoment(TextOf(action, store::kEndDateTime))),
-           rows);
+    AddRow(app, action, SingleTimeText(action), rows);
   }
   return rows;
 }

@@ -13,14 +13,12 @@ std::u16string TimeText(const core::CAppState& app, const core::MomentText& star
                         const core::MomentText& end) {
   if (end.IsEndOfDay()) return u"-" + std::u16string(end.MonthDay()) + u" ";
   const bool showsEndDate = SpansDays(app) && start.date != end.date;
-  std::u16string text = u" " + std::u16string(start.HourMinute()) + u"-";
-  text += showsEndDate ? end.MonthDay() : end.HourMinute();
-  return text + u" ";
+  return u" " + TimeSpanText(start, false, end, showsEndDate) + u" ";
 }
 
 std::u16string RowText(const core::CAppState& app, const store::Action& action) {
-  const core::MomentText start = core::SplitMoment(TextOf(action, store::kStaDateTime));
-  const core::MomentText end = core::SplitMoment(TextOf(action, store::kEndDateTime));
+  const core::MomentText start = StartOf(action);
+  const core::MomentText end = EndOf(action);
   std::u16string text(start.date);
   text += TimeText(app, start, end);
   text += TextOf(action, store::kPlace);

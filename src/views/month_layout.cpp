@@ -60,12 +60,10 @@ int CellAt(const MonthLayout& layout, int x, int y) {
   return column < kMonthColumns && row < kMonthRows ? row * kMonthColumns + column : -1;
 }
 
-CellKind KindOfCell(const MonthData& month, int cell, const platform::LocalTime& today) {
-  const MonthCell& day = month.MonthCells[static_cast<size_t>(cell)];
-  if (!month.Holds(day)) return CellKind::kOutside;
-  if (today.year == core::CurYear && today.month == core::CurMonth && today.day == day.day) {
-    return CellKind::kToday;
-  }
+CellKind KindOfCell(const MonthData& month, int cell, const core::Day& today) {
+  const MonthCell& shown = month.MonthCells[static_cast<size_t>(cell)];
+  if (!month.Holds(shown)) return CellKind::kOutside;
+  if (today == core::Day{core::CurYear, core::CurMonth, shown.day->day}) return CellKind::kToday;
   const int column = cell % kMonthColumns;
   if (column == 0) return CellKind::kSunday;
   return column == kMonthColumns - 1 ? CellKind::kSaturday : CellKind::kWorkday;
@@ -73,8 +71,8 @@ CellKind KindOfCell(const MonthData& month, int cell, const platform::LocalTime&
 
 int CellOfCurDay(const MonthData& month) {
   for (int cell = 0; cell < kMonthCells; ++cell) {
-    const MonthCell& day = month.MonthCells[static_cast<size_t>(cell)];
-    if (month.Holds(day) && day.day == core::CurDay) return cell;
+    const MonthCell& shown = month.MonthCells[static_cast<size_t>(cell)];
+    if (month.Holds(shown) && shown.day->day == core::CurDay) return cell;
   }
   return -1;
 }

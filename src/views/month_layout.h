@@ -2,7 +2,6 @@
 // of platform::Scaled.
 #pragma once
 
-#include "platform/host.h"
 #include "views/header_layout.h"
 #include "views/month_view.h"
 
@@ -31,7 +30,7 @@ int CellAt(const MonthLayout& layout, int x, int y);
 
 enum class CellKind { kOutside, kWorkday, kSaturday, kSunday, kToday };
 // Today is known by the current year and month, which need not be those that were counted.
-CellKind KindOfCell(const MonthData& month, int cell, const platform::LocalTime& today);
+CellKind KindOfCell(const MonthData& month, int cell, const core::Day& today);
 // The cell of the current day, or -1 if the month has no such day.
 int CellOfCurDay(const MonthData& month);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "core/app_state.h"
@@ -12,12 +13,9 @@ namespace views {
 
 inline constexpr int kMonthCells = 42;  // row by row, Sunday first
 
-// A day that does not exist has parts of -1.
 struct MonthCell {
-  int year = -1;
-  int month = -1;
-  int day = -1;
-  int count = 0;  // of the Actions that start on the day
+  std::optional<core::Day> day;  // none beyond the calendar's ends
+  int count = 0;                 // of the Actions that start on the day
 };
 
 struct MonthData {
@@ -26,7 +24,7 @@ struct MonthData {
   int year = -1;       // the month that was counted
   int month = -1;
 
-  bool Holds(const MonthCell& cell) const { return cell.day > 0 && cell.month == month; }
+  bool Holds(const MonthCell& cell) const { return cell.day && cell.day->month == month; }
 };
 
 // Counts through the Action index, so that a find narrows it. The cells open with at least one day

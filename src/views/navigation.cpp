@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "core/calendar_value.h"
 #include "core/date_time.h"
 #include "core/settings_choices.h"
 #include "platform/host.h"
@@ -51,20 +50,16 @@ core::View ViewOnShow(int curView) {
   return isView ? static_cast<core::View>(curView) : core::kViewDay;
 }
 
-void SetDate(const core::CalendarParts& date) {
-  if (date.day < 1) return;
-  core::CurYear = date.year;
-  core::CurMonth = date.month;
-  core::CurDay = date.day;
+void GoToDay(const std::optional<core::Day>& day) {
+  if (day) core::SetCurrentDay(*day);
 }
 
-core::CalendarParts DaysFromCurDate(int days) {
-  const int lastDay = core::DaysInMonth(core::CurYear, core::CurMonth);
-  return core::AddDays(core::CurYear, core::CurMonth, std::min(core::CurDay, lastDay), days);
+std::optional<core::Day> DaysFromCurDate(int days) {
+  return core::DaysLater(core::WithinMonth(core::CurrentDay()), days);
 }
 
 void MoveDate(int days) {
-  SetDate(DaysFromCurDate(days));
+  GoToDay(DaysFromCurDate(days));
 }
 
 void MoveMonth(int months) {
@@ -75,14 +70,11 @@ void MoveMonth(int months) {
 }
 
 void GoToWeekday(int weekday) {
-  MoveDate(weekday - DaysFromCurDate(0).weekday);
+  MoveDate(weekday - core::WeekdayOf(core::WithinMonth(core::CurrentDay())));
 }
 
 void GoToToday(core::CAppState& app) {
-  const platform::LocalTime now = platform::host().Now();
-  core::CurYear = now.year;
-  core::CurMonth = now.month;
-  core::CurDay = now.day;
+  core::SetCurrentDay(core::DayOf(platform::host().Now()));
   if (ViewOnShow(app.CurView) == core::kViewList) GoToPageOfCurDate(app);
 }
 

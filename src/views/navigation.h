@@ -2,8 +2,9 @@
 // do. The functions only move; the window shows the new place.
 #pragma once
 
+#include <optional>
+
 #include "core/app_state.h"
-#include "core/calendar_value.h"
 
 namespace views {
 
@@ -11,11 +12,11 @@ namespace views {
 // it is, because it goes back into the settings.
 core::View ViewOnShow(int curView);
 
-// A date that does not exist is not taken.
-void SetDate(const core::CalendarParts& date);
-// Real calendar arithmetic from the current date, or from the last day of its month where that
-// lacks the day. All parts are -1 beyond the last year of the calendar.
-core::CalendarParts DaysFromCurDate(int days);
+// Without a day the current date stays.
+void GoToDay(const std::optional<core::Day>& day);
+// Counted from the current date, or from the last day of its month if that lacks the day. None
+// beyond the calendar's ends.
+std::optional<core::Day> DaysFromCurDate(int days);
 void MoveDate(int days);
 // The day number stays as it is, also where the new month is shorter. A step back that would lead
 // before 1900 is not taken.

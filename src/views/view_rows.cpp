@@ -1,10 +1,28 @@
-// What the fills of the views share: the read of one Action.
+// What the fills of the views share.
 #include "views/view_rows.h"
 
+#include <algorithm>
+
 #include "platform/host.h"
+#include "store/action_index.h"
 #include "store/read_action.h"
 
 namespace views {
+
+// The end of a day, 24:00:00, sorts after all of that day and before all of the next.
+int FirstPositionAfter(const core::CAppState& app, const std::optional<core::Day>& day) {
+  if (!day) return 0;
+  return std::max(0, store::FindActionIndexLower(app, core::DayText(*day), core::kEndOfDay,
+                                                 store::LowerMode::kAtOrAfter));
+}
+
+std::u16string TimeSpanText(const core::MomentText& start, bool startAsDate,
+                            const core::MomentText& end, bool endAsDate) {
+  std::u16string text(startAsDate ? start.MonthDay() : start.HourMinute());
+  text += u'-';
+  text += endAsDate ? end.MonthDay() : end.HourMinute();
+  return text;
+}
 
 void ShowReadError(std::u16string_view caller, std::u16string_view step, int line, int result,
                    std::u16string_view title) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/app_state.h"
+#include "core/date_time.h"
 #include "core/settings_choices.h"
 #include "store/action.h"
 
@@ -45,6 +46,19 @@ struct ViewRows {
   // A read failed and its message was shown: the rows end here, and kNewRowText does not follow.
   bool abandoned = false;
 };
+
+// The position of the first Action that starts after a day; 0 if there are no Actions, or no day.
+int FirstPositionAfter(const core::CAppState& app, const std::optional<core::Day>& day);
+
+inline core::MomentText StartOf(const store::Action& action) {
+  return core::SplitMoment(TextOf(action, store::kStaDateTime));
+}
+inline core::MomentText EndOf(const store::Action& action) {
+  return core::SplitMoment(TextOf(action, store::kEndDateTime));
+}
+// "hh:mm-hh:mm", with mm/dd in place of a time that is to show its date.
+std::u16string TimeSpanText(const core::MomentText& start, bool startAsDate,
+                            const core::MomentText& end, bool endAsDate);
 
 // Reads the Action of an id. `caller` names the fill or the command in the message of a failed
 // read.

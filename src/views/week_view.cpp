@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "core/date_time.h"
-#include "store/action_index.h"
 #include "views/navigation.h"
 #include "views/view_rows.h"
 
@@ -13,8 +12,8 @@ namespace {
 
 using core::CalendarGreater;
 using core::CalendarLess;
-using core::CalendarParts;
 using core::CalendarValue;
+using core::Day;
 
 constexpr int kReadFailed = -100;
 constexpr double kSecondsPerDay = 86400;
@@ -22,20 +21,10 @@ constexpr double kSecondsPerDay = 86400;
 // them.
 constexpr int kMostRows = 4 * kWeekDays;
 
-CalendarValue Midnight(const CalendarParts& day) {
+CalendarValue ValueOf(const Day& day, int hour, int minute, int second) {
   CalendarValue value;
-  core::MakeCalendarValue(value, day.year, day.month, day.day, 0, 0, 0);
+  core::MakeCalendarValue(value, day.year, day.month, day.day, hour, minute, second);
   return value;
-}
-
-CalendarValue LastSecond(const CalendarParts& day) {
-  CalendarValue value;
-  core::MakeCalendarValue(value, day.year, day.month, day.day, 23, 59, 59);
-  return value;
-}
-
-CalendarParts DayBehind(const CalendarParts& day, int days) {
-  return core::AddDays(day.year, day.month, day.day, days);
 }
 
 // Any sign may stand between the date and the time.
@@ -108,30 +97,26 @@ void PlaceInBand(const std::vector<WeekItem*>& band, WeekItem& item) {
 
 }  // namespace
 
-CalendarParts FirstDayOfWeek() {
-  return DaysFromCurDate(-kDaysBeforeCurDate);
+Day FirstDayOfWeek() {
+  return DaysFromCurDate(-kDaysBeforeCurDate).value_or(Day{});
 }
 
 void ReadWeek(const core::CAppState& app, WeekData& week) {
-  const CalendarValue date = Midnight(DaysFromCurDate(0));
-  if (date.status == 0 && week.WeekCacheDate.status == 0 && date.dt == week.WeekCacheDate.dt) {
-    return;
-  }
-  const CalendarParts first = FirstDayOfWeek();
+  const std::optional<Day> date = DaysFromCurDate(0);
+  if (date && date == week.WeekCacheDate) return;
+  const Day first = FirstDayOfWeek();
   if (DbReadWeekData(app, first, week) > 0) CalcWeekRepetition(first, week);
   week.WeekCacheDate = date;
 }
 
-int DbReadWeekData(const core::CAppState& app, const CalendarParts& first, WeekData& week) {
+int DbReadWeekData(const core::CAppState& app, const Day& first, WeekData& week) {
   week.WeekItems.clear();
-  if (app.IndexCount < 1 || first.year < 0) return 0;
-  const CalendarParts before = DayBehind(first, -1);
-  const CalendarParts behind = DayBehind(first, kWeekDays);
-  const std::u16string end = core::FormatDate(behind.year, behind.month, behind.day);
-  const CalendarValue lastEnd = LastSecond(DayBehind(first, kMostRows - 1));
-  const int from =
-      store::FindActionIndexLower(app, core::FormatDate(before.year, before.month, before.day),
-                                  core::kEndOfDay, store::LowerMode::kAtOrAfter);
+  const std::optional<Day> after = core::DaysLater(first, kWeekDays);
+  if (app.IndexCount < 1 || !after) return 0;
+  const std::u16string end = core::DayText(*after);
+  const CalendarValue lastEnd =
+      ValueOf(core::DaysLater(first, kMostRows - 1).value_or(Day{}), 23, 59, 59);
+  const int from = FirstPositionAfter(app, core::DaysLater(first, -1));
   int position = from;
   for (; position < app.IndexCount; ++position) {
     store::Action action;
@@ -139,15 +124,15 @@ int DbReadWeekData(const core::CAppState& app, const CalendarParts& first, WeekD
                                     u"CMainWnd::DbReadWeekData", action);
     if (read == RowRead::kFailed) return kReadFailed;
     if (read == RowRead::kGone) break;
-    if (core::SplitMoment(TextOf(action, store::kStaDateTime)).date >= end) break;
+    if (StartOf(action).date >= end) break;
     AddPieces(action, position, lastEnd, week);
   }
   return position - from;
 }
 
-void CalcWeekRepetition(const CalendarParts& first, WeekData& week) {
+void CalcWeekRepetition(const Day& first, WeekData& week) {
   week.WeekRowMax.fill(0);
-  const CalendarValue firstDay = Midnight(first);
+  const CalendarValue firstDay = ValueOf(first, 0, 0, 0);
   std::array<std::vector<WeekItem*>, kMostRows> bands;
   for (WeekItem& item : week.WeekItems) {
     item.row = RowOf(item, firstDay);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,12 @@ struct WeekItem {
 struct WeekData {
   std::vector<WeekItem> WeekItems;          // by the start of their Actions
   std::array<int, kWeekDays> WeekRowMax{};  // the largest dup of each band
-  core::CalendarValue WeekCacheDate{0, 1};  // the date they were read for, invalid for none
+  std::optional<core::Day> WeekCacheDate;   // the date they were read for
 };
 
 // The first day of the grid. Round a day that its month lacks it's the grid of the month's last.
-core::CalendarParts FirstDayOfWeek();
+// A day that doesn't exist if that lies before the calendar.
+core::Day FirstDayOfWeek();
 
 // Reads the boxes round the current date, unless they are already those of that date. Kept on
 // purpose: a change of an Action does not show before the date moves.
@@ -40,9 +42,9 @@ void ReadWeek(const core::CAppState& app, WeekData& week);
 
 // Fills WeekItems with the Actions that start on the seven days from `first` on. Answers their
 // count, or -100 after the message of a failed read.
-int DbReadWeekData(const core::CAppState& app, const core::CalendarParts& first, WeekData& week);
+int DbReadWeekData(const core::CAppState& app, const core::Day& first, WeekData& week);
 
 // Sets row, dup and col of every item, and WeekRowMax.
-void CalcWeekRepetition(const core::CalendarParts& first, WeekData& week);
+void CalcWeekRepetition(const core::Day& first, WeekData& week);
 
 }  // namespace views

@@ -1,8 +1,6 @@
 // The month's cells, their counts and looks, and the lines of its list.
 #include "views/month_view.h"
 
-#include "core/date_time.h"
-
 #include "views/diary.h"
 #include "views/month_layout.h"
 #include "views/selection.h"
@@ -32,10 +30,9 @@ TEST_F(Month, OpensWithADayOfTheMonthBefore) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     const MonthData month = CountMonth(app, row.year, row.month);
-    const MonthCell& first = month.MonthCells.front();
-    EXPECT_EQ(row.first, core::FormatDate(first.year, first.month, first.day));
+    EXPECT_EQ(row.first, core::DayText(month.MonthCells.front().day.value()));
   }
-  EXPECT_EQ(-1, CountMonth(app, -1, -1).MonthCells[0].day) << "there is no such month";
+  EXPECT_FALSE(CountMonth(app, -1, -1).MonthCells[0].day) << "there is no such month";
 }
 
 TEST_F(Month, CountsWhatStartsOnADay) {
@@ -62,12 +59,14 @@ TEST_F(Month, ACellLooksByItsDay) {
     CellKind kind;
   } rows[] = {{0, CellKind::kOutside}, {2, CellKind::kWorkday}, {6, CellKind::kSaturday},
               {7, CellKind::kSunday},  {24, CellKind::kToday},  {32, CellKind::kOutside}};
-  for (const auto& row : rows) EXPECT_EQ(row.kind, KindOfCell(month, row.cell, host.now));
+  for (const auto& row : rows)
+    EXPECT_EQ(row.kind, KindOfCell(month, row.cell, core::DayOf(host.now)));
   EXPECT_EQ(24, CellOfCurDay(month));
   core::CurDay = 31;
   EXPECT_EQ(-1, CellOfCurDay(month)) << "June has 30 days";
   core::CurMonth = 7;
-  EXPECT_EQ(CellKind::kWorkday, KindOfCell(month, 24, host.now)) << "the date is in July now";
+  EXPECT_EQ(CellKind::kWorkday, KindOfCell(month, 24, core::DayOf(host.now)))
+      << "the date is in July now";
 }
 
 TEST_F(Month, TheListTellsTheDaysActions) {

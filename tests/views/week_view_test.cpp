@@ -69,7 +69,7 @@ TEST_F(Week, Lanes) {
       {"a chain", {{1, 5}, {2, 6}, {3, 7}}, {{0, 3}, {1, 2}, {2, 3}}},
       {"a lane is free again", {{1, 3}, {2, 6}, {4, 5}}, {{0, 2}, {1, 2}, {0, 2}}},
   };
-  const core::CalendarParts first = FirstDayOfWeek();
+  const core::Day first = FirstDayOfWeek();
   for (const auto& c : cases) {
     SCOPED_TRACE(c.why);
     WeekData data;

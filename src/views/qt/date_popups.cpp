@@ -32,7 +32,9 @@ DatePopups::DatePopups(QWidget* window, HeaderRow& header)
   calendar_->setObjectName(QString::number(kCalendarId));
   calendar_->hide();
   pages_->hide();
-  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &DatePopups::DateChosen);
+  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, [this](const QDate& date) {
+    emit DateChosen({date.year(), date.month(), date.day()});
+  });
   connect(pages_, &QComboBox::activated, this, &DatePopups::PageChosen);
   // After the choice, and after a press elsewhere, which the list of Actions gets as well.
   connect(pages_, &PageBox::ListClosed, this, &DatePopups::Close, Qt::QueuedConnection);
@@ -66,7 +68,7 @@ QRect DatePopups::LabelRect() const {
 }
 
 void DatePopups::OpenCalendar() {
-  const core::CalendarParts day = DaysFromCurDate(0);
+  const core::Day day = core::WithinMonth(core::CurrentDay());
   calendar_->Select(QDate(day.year, day.month, day.day));
   const QPoint place(LabelRect().left(), header_.geometry().bottom() + 1);
   const QSize room(window_->width(), window_->height() - core::MenuBarHeight - place.y());

@@ -2,7 +2,6 @@
 // of pages (control 1070), which takes the label's place. At most one is open.
 #pragma once
 
-#include <QDate>
 #include <QObject>
 
 #include "core/app_state.h"
@@ -39,7 +38,7 @@ class DatePopups : public QObject {
   void TakeFocus();
 
  signals:
-  void DateChosen(QDate date);
+  void DateChosen(const core::Day& day);
   void PageChosen(int page);
 
  private:

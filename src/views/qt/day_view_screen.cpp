@@ -1,7 +1,6 @@
 // The day view's columns, title and rows on the shared list.
 #include "views/qt/day_view_screen.h"
 
-#include "core/calendar_value.h"
 #include "platform/qt/qt_text.h"
 #include "views/day_view.h"
 
@@ -29,7 +28,7 @@ void DayViewScreen::Refill() {
   SetColumns();
   controls_.list.ShowRows(rows_, Widths());
   controls_.header.SetTitle(core::CurDate());
-  controls_.header.MarkWeekday(core::WeekdayOf(core::CurYear, core::CurMonth, core::CurDay));
+  controls_.header.MarkWeekday(core::WeekdayOf(core::CurrentDay()));
 }
 
 void DayViewScreen::OnColumnDragged(int column, int width) {

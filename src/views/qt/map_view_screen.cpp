@@ -6,7 +6,6 @@
 #include <QToolTip>
 #include <cmath>
 
-#include "core/calendar_value.h"
 #include "platform/qt/qt_text.h"
 #include "views/map_view.h"
 
@@ -98,7 +97,7 @@ void MapViewScreen::Refill() {
   SetColumns();
   controls_.list.ShowRows(rows_, Widths());
   controls_.header.SetTitle(core::CurDate());
-  controls_.header.MarkWeekday(core::WeekdayOf(core::CurYear, core::CurMonth, core::CurDay));
+  controls_.header.MarkWeekday(core::WeekdayOf(core::CurrentDay()));
   canvas_->update();
 }
 

@@ -143,8 +143,7 @@ int MonthViewScreen::SelectedRow() const {
 
 void MonthViewScreen::GoToPressedDay() {
   if (pressedCell_ < 0) return;
-  const MonthCell& cell = month_.MonthCells[static_cast<size_t>(pressedCell_)];
-  SetDate({cell.year, cell.month, cell.day});
+  GoToDay(month_.MonthCells[static_cast<size_t>(pressedCell_)].day);
 }
 
 void MonthViewScreen::OnTapped(QPoint press, QPoint release) {
@@ -160,8 +159,8 @@ void MonthViewScreen::OnHeld(QPoint press) {
 
 void MonthViewScreen::Paint(QPainter& painter) const {
   for (int cell = 0; cell < kMonthCells; ++cell) PaintField(painter, cell);
-  PaintLines(
-      painter);  // over the fields, which reach into them if a unit is no whole number of pixels
+  // Over the fields, which reach into them if a unit is no whole number of pixels.
+  PaintLines(painter);
   // A digit half as wide as the font is high leaves the count a place, and two fit any cell.
   const QFont dayFont =
       platform::qt::CondensedFont(platform::qt::SettingFont(app_.MthVwGrdFntName, Scaled(18)),
@@ -184,22 +183,20 @@ void MonthViewScreen::PaintLines(QPainter& painter) const {
 }
 
 void MonthViewScreen::PaintField(QPainter& painter, int cell) const {
-  const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
-  painter.fillRect(FieldOf(ToQt(CellRect(layout_, cell))), BackgroundOf(kind));
+  painter.fillRect(FieldOf(ToQt(CellRect(layout_, cell))), BackgroundOf(KindOf(cell)));
 }
 
 void MonthViewScreen::PaintDay(QPainter& painter, int cell, const QFont& dayFont,
                                const QFont& countFont) const {
-  const MonthCell& day = month_.MonthCells[static_cast<size_t>(cell)];
-  if (day.day < 1) return;
-  const CellKind kind = KindOfCell(month_, cell, platform::host().Now());
+  const MonthCell& shown = month_.MonthCells[static_cast<size_t>(cell)];
+  if (!shown.day) return;
   const QRect inside = InsideOf(ToQt(CellRect(layout_, cell)));
-  painter.setPen(kind == CellKind::kToday ? QColor(Qt::white) : kDayColor);
+  painter.setPen(KindOf(cell) == CellKind::kToday ? QColor(Qt::white) : kDayColor);
   painter.setFont(dayFont);
   painter.drawText(inside.left(), inside.top() + painter.fontMetrics().capHeight(),
-                   QString::number(day.day));
-  if (day.count < 1) return;
-  const QString count = QString::number(day.count);
+                   QString::number(shown.day->day));
+  if (shown.count < 1) return;
+  const QString count = QString::number(shown.count);
   painter.setPen(Qt::black);
   painter.setFont(platform::qt::FittedFont(countFont, count, inside.width()));
   painter.drawText(inside.right() + 1 - painter.fontMetrics().horizontalAdvance(count),

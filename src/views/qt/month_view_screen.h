@@ -4,6 +4,7 @@
 
 #include <QLabel>
 
+#include "platform/host.h"
 #include "views/month_layout.h"
 #include "views/qt/view_canvas.h"
 #include "views/qt/view_screen.h"
@@ -30,6 +31,9 @@ class MonthViewScreen : public ViewScreen {
   void ConnectList();
   void Count();
   void ShowCount();
+  CellKind KindOf(int cell) const {
+    return KindOfCell(month_, cell, core::DayOf(platform::host().Now()));
+  }
   int CellAt(QPoint point) const { return views::CellAt(layout_, point.x(), point.y()); }
   void OnTapped(QPoint press, QPoint release);
   void OnHeld(QPoint press);

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "core/date_time.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/text_lines.h"
 #include "views/navigation.h"
@@ -67,8 +66,8 @@ bool WeekViewScreen::TakesKey(QKeyCombination key) {
 
 void WeekViewScreen::Refill() {
   first_ = FirstDayOfWeek();
-  controls_.header.SetTitle(core::FormatDate(first_.year, first_.month, first_.day));
-  controls_.header.MarkWeekday(core::WeekdayOf(core::CurYear, core::CurMonth, core::CurDay));
+  controls_.header.SetTitle(core::DayText(first_));
+  controls_.header.MarkWeekday(core::WeekdayOf(core::CurrentDay()));
   canvas_->update();
 }
 
@@ -82,7 +81,7 @@ int WeekViewScreen::BoxAt(QPoint point) const {
 }
 
 void WeekViewScreen::GoToBand(int band) {
-  SetDate(core::AddDays(first_.year, first_.month, first_.day, band));
+  GoToDay(core::DaysLater(first_, band));
 }
 
 void WeekViewScreen::OnTapped(QPoint press, QPoint release) {
@@ -112,10 +111,10 @@ void WeekViewScreen::OnHeld(QPoint press) {
 
 void WeekViewScreen::HoldBox(int box, QPoint at) {
   const WeekItem& item = week_.WeekItems[static_cast<size_t>(box)];
-  core::CalendarParts day;
-  core::CalendarToParts(item.start, day);
+  core::CalendarParts start;
+  core::CalendarToParts(item.start, start);
   tapItem_ = item.id;
-  SetDate(day);
+  GoToDay(core::Day{start.year, start.month, start.day});
   emit MenuWanted(kWeekBoxMenu, canvas_->mapToGlobal(at));
 }
 
@@ -142,8 +141,8 @@ void WeekViewScreen::PaintBands(QPainter& painter, const WeekGrid& grid) const {
   for (int band = 0; band < kWeekDays; ++band) {
     const QRect label = ToQt(DayLabelRect(grid, band));
     painter.drawLine(0, label.bottom(), grid.width, label.bottom());
-    const int day = core::AddDays(first_.year, first_.month, first_.day, band).day;
-    if (day > 0) painter.drawText(label, Qt::AlignCenter, QString::number(day));
+    const std::optional<core::Day> day = core::DaysLater(first_, band);
+    if (day) painter.drawText(label, Qt::AlignCenter, QString::number(day->day));
   }
 }
 

@@ -17,7 +17,7 @@ class WeekViewScreen : public ViewScreen {
   void Refill() override;
   void OnDateMoved() override { Read(); }
   void OnChange(Change change) override;
-  void Forget() override { week_.WeekCacheDate = {0, 1}; }
+  void Forget() override { week_.WeekCacheDate.reset(); }
   bool IsHeldOnly() const override { return true; }
   std::u16string TapItem() const override { return tapItem_; }
   bool TakesKey(QKeyCombination key) override;
@@ -39,7 +39,7 @@ class WeekViewScreen : public ViewScreen {
 
   ViewCanvas* canvas_;
   WeekData week_;
-  core::CalendarParts first_;  // the first day on show
+  core::Day first_;  // the first day on show
   std::u16string tapItem_;
   int keyBox_ = -1;  // the box among the items that the keys have reached, -1 for none
 };
