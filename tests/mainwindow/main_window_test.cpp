@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <memory>
 
 #include "platform/qt/qt_text.h"
@@ -27,6 +28,7 @@ enum : int {
   kSpanningMode = 32797,
   kToolBarMode = 32798,
   kFindClear = 32803,
+  kOptions = 32804,
   kWeekShowDay = 32852,
   kMapPointLink = 33880,
 };
@@ -70,6 +72,13 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
     QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier);
     QApplication::sendEvent(on, &event);
   }
+
+  // In the week's picture, a little after the hour; band 3 is the current date's.
+  QPoint WeekPoint(int band, int hour) {
+    const auto* week = Find<QWidget>("week");
+    return {20 + (week->width() - 20) * hour / 24 + 2, band * (week->height() / 7) + 5};
+  }
+  bool IsBox(QPoint at) { return Find<QWidget>("week")->grab().toImage().pixel(at) == 0xFF2040E0; }
 
   // Holds a view's picture and chooses a row of the menu, the first is 1; `drive` ends its screen.
   void HoldAndChoose(QWidget* on, QPoint at, int row, const std::function<void()>& drive) {
@@ -307,51 +316,57 @@ TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
                                                           {Qt::Key_Up, "2010/06/20"}}) {
     Press(key, week);
     Release(key, week);
-    EXPECT_EQ(QString::fromLatin1(title), Title());
+    EXPECT_EQ(QString::fromLatin1(title), Title()) << key;
   }
-  const int band = week->height() / 7;
-  const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(week, noon); }));
+  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(week, WeekPoint(3, 12)); }));
   EXPECT_EQ(u"ID2010062300000003", app.SelActId);
   EXPECT_EQ(2, app.SelIndex);
-  EXPECT_EQ(QStringLiteral("新規作成"),
-            EditTitleAfter([&] { Tap(week, noon + QPoint(0, 2 * band)); }));
+  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([&] { Tap(week, WeekPoint(5, 12)); }));
   EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a free tap goes to the day of its band";
   EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
-  Send(week, QEvent::MouseButtonPress, noon);
-  Send(week, QEvent::MouseButtonRelease, noon + QPoint(0, band));
+  Send(week, QEvent::MouseButtonPress, WeekPoint(3, 12));
+  Send(week, QEvent::MouseButtonRelease, WeekPoint(4, 12));
   EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a drag to another band is no tap";
 }
 
 TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
   main->OnCommand(kShowWeek);
   auto* week = Find<QWidget>("week");
-  const int band = week->height() / 7;
-  const QPoint noon(20 + (week->width() - 20) * 12 / 24 + 2, 3 * band + 5);
-  const auto isBox = [&](QPoint at) { return week->grab().toImage().pixel(at) == 0xFF2040E0; };
   app.TimeInitForNewMode = 3;  // the whole day
-  HoldAndChoose(week, noon + QPoint(-40, band), 1, [this] { Click("1102"); });
+  HoldAndChoose(week, WeekPoint(4, 8), 1, [this] { Click("1102"); });
   EXPECT_EQ(u"2010/06/24", core::CurDate());
   EXPECT_EQ(QStringLiteral("2010/06/21"), Title());
   EXPECT_EQ(4, app.IndexCount);
-  EXPECT_TRUE(isBox(noon)) << "on the day that was held";
+  EXPECT_TRUE(IsBox(WeekPoint(3, 12))) << "on the day that was held";
   host.answers = {platform::Answer::kYes};
   EXPECT_TRUE(FxDeleteAction(app, app.ActIds.At(3)));
   main->ShowChange(Change::kDeleted);
-  EXPECT_TRUE(isBox(noon)) << "until the date moves";
+  EXPECT_TRUE(IsBox(WeekPoint(3, 12))) << "until the date moves";
   app.ViewAutoUpdate = 1;
   main->ShowChange(Change::kDeleted);
-  EXPECT_FALSE(isBox(noon)) << "unless its user wants it current";
+  EXPECT_FALSE(IsBox(WeekPoint(3, 12))) << "unless its user wants it current";
   app.ViewAutoUpdate = 0;
   host.answers = {platform::Answer::kYes};
-  const QPoint other = noon + QPoint(4, -band);
-  EXPECT_TRUE(isBox(other));
-  HoldAndChoose(week, other, 2, [this] {
+  EXPECT_TRUE(IsBox(WeekPoint(2, 12)));
+  HoldAndChoose(week, WeekPoint(2, 12), 2, [this] {
     FxDeleteAction(app, app.SelActId);
     ModalScreen::Topmost()->EndScreen(platform::qt::kResultOk);
   });
   EXPECT_EQ(u"2010/06/23", core::CurDate());
-  EXPECT_FALSE(isBox(noon + QPoint(4, 0))) << "the week is read after what was chosen for its day";
+  EXPECT_FALSE(IsBox(WeekPoint(3, 12))) << "the week is read after what was chosen for its day";
+}
+
+TEST_F(MainWindow, AnotherDataFileTakesTheBoxesAway) {
+  main->OnCommand(kShowWeek);
+  EXPECT_TRUE(IsBox(WeekPoint(3, 12)));
+  host.answers = {platform::Answer::kYes};
+  Next([this] {
+    Click("tab5");
+    Find<QLineEdit>("DataFile")->setText(platform::qt::ToQt(folder.Path(u"another.sdf")));
+    Click("1");
+  });
+  main->OnCommand(kOptions);
+  EXPECT_FALSE(IsBox(WeekPoint(3, 12)));
 }
 
 TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
@@ -371,7 +386,7 @@ TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
                 Press(Qt::Key_Return, week);
                 Release(Qt::Key_Return, week);
               }));
-    EXPECT_EQ(id, app.SelActId);
+    EXPECT_EQ(id, app.SelActId) << key;
   }
   EXPECT_EQ(u"2010/06/23", core::CurDate()) << "the date has not moved";
   host.answers = {platform::Answer::kYes};
@@ -414,11 +429,15 @@ TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
               Tap(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center());
             }));
   EXPECT_EQ(u"ID2010062300000001", app.SelActId);
+  host.answers = {platform::Answer::kYes};
+  main->OnCommand(kDelete);
+  EXPECT_EQ(QStringLiteral("2010/06/22 - 3(3)"), Title());
+  EXPECT_EQ(2, days->topLevelItemCount()) << "the list stays until the date moves";
   Press(Qt::Key_Down, month);
   Release(Qt::Key_Down, month);
-  EXPECT_EQ(QStringLiteral("2010/06/29 - 4(4)"), Title());
+  EXPECT_EQ(QStringLiteral("2010/06/29 - 3(3)"), Title());
   Tap(month, cell(5, 0));
-  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(4)"), Title()) << "counted for the other month";
+  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(3)"), Title()) << "counted for the other month";
   app.MonViewTapOpeMode = 2;
   Tap(month, cell(1, 1));
   EXPECT_EQ(core::kViewDay, app.CurView);

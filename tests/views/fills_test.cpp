@@ -19,6 +19,7 @@ using Texts = std::vector<std::u16string>;
 
 TEST_F(Fills, AnEmptyDiaryHasNoRows) {
   for (const int mode : {1, 2}) {
+    SCOPED_TRACE(mode);
     app.DayVwMltDayMode = mode;
     const ViewRows rows = SetDataDayView(app);
     EXPECT_TRUE(rows.cells.empty());

@@ -58,6 +58,7 @@ TEST_F(Map, AZoomKeepsTheCentreAndReachesBothEnds) {
   pane.Oy -= 30;
   const position::Position centre = pane.Centre();
   for (const int step : {-1, 3, -1}) {
+    SCOPED_TRACE(step);
     for (int k = 0; k < 2000; ++k) {
       pane.Press(230, 80);
       pane.Move(230, 80 + 9);  // leaves the press, and does no more

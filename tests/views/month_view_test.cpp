@@ -60,7 +60,7 @@ TEST_F(Month, ACellLooksByItsDay) {
   } rows[] = {{0, CellKind::kOutside}, {2, CellKind::kWorkday}, {6, CellKind::kSaturday},
               {7, CellKind::kSunday},  {24, CellKind::kToday},  {32, CellKind::kOutside}};
   for (const auto& row : rows)
-    EXPECT_EQ(row.kind, KindOfCell(month, row.cell, core::DayOf(host.now)));
+    EXPECT_EQ(row.kind, KindOfCell(month, row.cell, core::DayOf(host.now))) << row.cell;
   EXPECT_EQ(24, CellOfCurDay(month));
   core::CurDay = 31;
   EXPECT_EQ(-1, CellOfCurDay(month)) << "June has 30 days";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/app_state.h"
+#include "platform/utf.h"
 #include "support/fake_host.h"
 
 namespace views {
@@ -57,6 +58,7 @@ TEST_F(Navigation, MonthStepsWrapAndStopAt1900) {
       {u"1901/06/05", -12, u"1900/06/05"},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(platform::ToUtf8(row.from));
     core::SetCurDate(row.from);
     MoveMonth(row.months);
     EXPECT_EQ(row.to, core::CurDate());
@@ -73,9 +75,9 @@ TEST_F(Navigation, WeekdaysBelongToTheWeekFromSundayOn) {
 
 TEST_F(Navigation, ListPages) {
   app.CurView = core::kViewList;
-  app.IndexCount = 25;
+  app.IndexCount = 30;
   app.SeqViewRng = 10;
-  EXPECT_EQ(2, LastPage(app));
+  EXPECT_EQ(2, LastPage(app)) << "which is full";
   TakeStep(app, Step::kBigForward);
   EXPECT_EQ(2, app.ListPage);
   EXPECT_FALSE(TakeArrow(app, Arrow::kRight)) << "there is no older page";

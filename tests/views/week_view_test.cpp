@@ -86,7 +86,7 @@ TEST_F(Week, Lanes) {
   }
 }
 
-TEST_F(Week, IsReadAnewOnlyForAnotherDate) {
+TEST_F(Week, IsReadAgainForAnotherDateAlone) {
   ReadWeek(app, week);
   EXPECT_TRUE(week.WeekItems.empty());
   const auto id = Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
