@@ -304,6 +304,10 @@ TEST(Diary, StartsWithANewActionWhereItsUserWantsThat) {
   ASSERT_TRUE(device.Shows("データファイル初期化確認"));
   device.Press("Return");
   ASSERT_TRUE(device.Shows(kWindow));
+  program.Signal(SIGTERM);
+  EXPECT_EQ(program.Wait(), 0) << "and the main window does not go on";
+  program = diary.Start();
+  ASSERT_TRUE(device.Shows(kWindow));
   device.Press("F1");
   ASSERT_TRUE(WaitUntil([&] { return diary.Actions().size() == 1; }));
   device.Press("ctrl+q");
