@@ -74,11 +74,8 @@ TEST(Expressions, BindAndConvert) {
   const Row odd[] = {
       {u"1.0 / 0;", u"'(can't 0 div.)'"},
       {u"1 / 0.0;", u"'(can't 0 div.)'"},
-      {u"1 / \"x\";", u"'(can't 0 div.)'"},
-      {u"1.0 / \"\";", u"'(can't 0 div.)'"},
       {u"\"a\" + \"\" + \"b\";", u"'ab'"},
       {u"(0 - 2147483647 - 1) / -1;", u"-2147483648"},
-      {u"-(0 - 2147483647 - 1);", u"-2147483648"},
       {u"1 == 1 == 1;", u"0", "-1 and 1"},
       {u"2 * \" 3x\";", u"6", "as far as it reads"},
       {u"\"a\" / 0;", u"'(mul/div can't in string.)'", "whatever stands right"},
@@ -114,18 +111,14 @@ TEST(Expressions, AssignAndLookUp) {
 TEST(Expressions, LeaveWhatFailed) {
   const Row rows[] = {
       {u"1 - +* 2;", u"1", "a left-over operator as operand takes three items off"},
-      {u"(+*2);", u"", "so does a mark"},
       {u"1 + (+);", u"", "and a mark on the right, behind a sign that hides its failure"},
-      {u"-+3;", u"-3"},
       {u"-3 + 1;", u"-2"},
       {u"1 +;", u"op", "no operand", -101},
       {u"1 + 2", u"op", "the 2 touches the end", -101, 5},
-      {u"1 ", u"1", "nothing but blanks", -101, 2},
       {u"1 = = 2;", u"op", "no operand", -101, 4},
       {u"1 =< 2;", u"op", "no such operator", -101, 3},
       {u"1 ! 2;", u"1", "the expression ends there", 0, 2},
       {u"1\n+ 2;", u"1", "a line break is no blank", 0, 1},
-      {u"   ", u"", "blanks alone", -101, 3},
   };
   ExpectRows(EvalExpr, rows);
 }
@@ -136,31 +129,46 @@ TEST(Factors, ReadLiterals) {
       {u".5;", u"", "no leading point", -101, 0},
       {u"1.2.3;", u"", "a second point", -10011, 3},
       {u"12", u"", "the number touches the end", -201, 2},
-      {u"ab", u"", "the name too", -601, 2},
       {u"め;", u"", "hiragana begin no name", -101, 0},
       {u"  め;", u"", "the cursor stands on what was refused", -101, 2},
-      {u"１;", u"１", "full-width digits are names"},
       {u"\"a\\tb\";", u"'a\tb'"},
       {u"\"\\n\\r\\\\\\\"\\'\";", u"'\n\r\\\"''"},
       {u"\"\\x3042b\";", u"'あb'", "four digits at most"},
       {u"\"\\x41\\n\";", u"'A\n'", "an escape ends the digits"},
       {u"\"a\tb\";", u"", "a raw tab", -301, 2},
-      {u"\"\\x4\n\";", u"", "behind digits too", -301, 4},
       {u"\"\\q\";", u"", "an unknown escape", -10011, 2},
       {u"\"a", u"", "ends in a string", -301, 2},
       {u"\"a\\", u"", "ends in an escape", -311, 3},
-      {u"\"a\\x4", u"", "ends in digits", -10011, 5},
-      {u"\"\\x0041", u"", "ends behind digits", -301, 7},
-      {u"+", u"", "ends behind a sign", -401, 1},
-      {u"-", u"", "ends behind a sign", -501, 1},
       {u"-;", u"", "hides the failure"},
-      {u"(", u"op", "ends behind a parenthesis", -701, 1},
-      {u"(1 ", u"1", "the expression in it ends the text", -701, 3},
       {u"(1;", u"1", "no closing one", -711},
-      {u"(;", u"op", "nothing in it", -701},
-      {u"$;", u"", "no factor", -101, 0},
   };
   ExpectRows(EvalFact, rows);
+}
+
+TEST(NumberText, ReadsAsTheCLocaleDoes) {
+  const struct {
+    std::u16string_view text;
+    int32_t asInt;
+    std::u16string_view asFloat;
+  } rows[] = {
+      {u"", 0, u"0"},
+      {u" \t\r\n+12.5e1x", 12, u"125"},
+      {u"--5", 0, u"0"},
+      {u"0x10", 0, u"0"},
+      {u"inf", 0, u"0"},
+      {u"1e", 1, u"1"},
+      {u"1e400", 1, u"inf"},
+      {u"-1e99999999999999999999", -1, u"-inf"},
+      {u"1e-400", 1, u"0"},
+      {u"0.0000001e316", 0, u"inf"},
+      {u"4294967295", -1, u"4.29497e+09"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(platform::ToUtf8(row.text));
+    EXPECT_EQ(ReadInt(row.text), row.asInt);
+    EXPECT_EQ(NumberText(ReadFloat(row.text), NumberText::Form::kSixDigits).View(), row.asFloat);
+  }
+  EXPECT_EQ(ReadFloat(u"0." + std::u16string(400, u'0') + u"25e400"), 0.25);
 }
 
 TEST(Functions, TakeFactorsAndAnswer) {
@@ -169,13 +177,8 @@ TEST(Functions, TakeFactorsAndAnswer) {
       {u"Length ( \"abc\" , ) ;", u"3", "blanks, and a comma behind the last", 0, 18},
       {u"Length(123);", u""},
       {u"Length(x);", u"", "an unknown name"},
-      {u"Length();", u""},
       {u"Length(\"a\", \"b\");", u"", "too many are taken off"},
       {u"Length;", u"", "a function is no name", -601, 6},
-      {u"Length", u"", "ends behind the name", -601, 6},
-      {u"Length(", u"", "ends in the arguments", -601, 7},
-      {u"Length(\"a\"", u"'a'", "ends behind an argument", -601, 10},
-      {u"Length(,);", u"", "an argument is missing", -601, 7},
       {u"length(\"a\");", u"length", "case matters", 0, 6},
       {u"Substring(\"abcdef\", 2);", u"'cdef'"},
       {u"Substring(\"abcdef\", 2, 0);", u"''"},
@@ -184,7 +187,6 @@ TEST(Functions, TakeFactorsAndAnswer) {
       {u"Substring(\"abc\", 3);", u""},
       {u"Substring(\"abc\", -1);", u""},
       {u"Substring(\"abc\", \"1\");", u"", "a position isn't converted"},
-      {u"Substring(\"abc\", 1, \"1\");", u""},
       {u"Substring(\"abc\", 1, -Length(1));", u"", "a missing argument shifts the others"},
       {u"IndexOf(\"abc\", \"z\");", u"-1"},
       {u"IndexOf(\"abc\", \"\");", u"-1"},
@@ -194,8 +196,6 @@ TEST(Functions, TakeFactorsAndAnswer) {
       {u"IndexOf(\"abc\", \"a\", -1);", u"-1", "before the beginning"},
       {u"IndexOf(\"abc\", 1);", u""},
       {u"Rand(1.5);", u""},
-      {u"Rand();", u""},
-      {u"LocalTime(1);", u""},
   };
   ExpectRows(EvalFact, rows);
   const Row sums[] = {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/utf.h"
 #include "support/fake_host.h"
 #include "support/faulty_files.h"
 #include "support/temp_folder.h"
@@ -26,6 +27,7 @@ TEST(Paths, JoinsBesideTheProgram) {
       {u"\\app\\Morvenly", longName, u"\\app\\" + longName.substr(0, 255)},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(platform::ToUtf8(row.path));
     host.programPath = row.program;
     EXPECT_EQ(JoinModulePath(row.name), row.path);
   }
@@ -46,7 +48,9 @@ TEST(Paths, TypedOnesLeadToTheSamePlaceFromAnywhere) {
       {u"c:a.sdf", Path()},
       {u"日:a.sdf", u"\\morvenly\\日:a.sdf"},
   };
-  for (const auto& [typed, path] : rows) EXPECT_EQ(RootedPath(typed), path);
+  for (const auto& [typed, path] : rows) {
+    EXPECT_EQ(RootedPath(typed), path) << platform::ToUtf8(typed);
+  }
   host.homeFolder = u"\\";
   EXPECT_EQ(RootedPath(u"~/a"), u"\\a");
   host.homeFolder = u"";
@@ -56,7 +60,7 @@ TEST(Paths, TypedOnesLeadToTheSamePlaceFromAnywhere) {
 TEST(Paths, AreStorableWhereTheSettingsGiveThemBack) {
   EXPECT_TRUE(IsStorablePath(u"\\日記 ~\\~ｱ.sdf"));
   for (const char16_t* path : {u"\\José\\a", u"\\a\\¥", u"\\か\u3099", u"\\a\nb", u"\\😀"}) {
-    EXPECT_FALSE(IsStorablePath(path));
+    EXPECT_FALSE(IsStorablePath(path)) << platform::ToUtf8(path);
   }
 }
 
@@ -73,6 +77,7 @@ TEST(Paths, SplitsAtTheLastBackslash) {
       {fits + u"a\\c", -101, u"old", u"old"},     {u"c\\a" + fits, -101, u"old", u"old"},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(platform::ToUtf8(row.path));
     std::u16string folder = u"old";
     std::u16string name = u"old";
     EXPECT_EQ(SplitPath(row.path, folder, name), row.result);
@@ -81,21 +86,7 @@ TEST(Paths, SplitsAtTheLastBackslash) {
   }
 }
 
-TEST(Paths, TellsExtensions) {
-  EXPECT_EQ(FileExtension(u"a.b.sdf"), u"sdf");
-  EXPECT_EQ(FileExtension(u"sdf"), u"");
-  EXPECT_EQ(FileExtension(u"a."), u"");
-}
-
-TEST(EnsureFolder, MakesParentsFirst) {
-  const testing_support::TempFolder folder;
-  for (const char16_t* name : {u"a\\日記\\c", u"a\\日記\\c", u"d\\e\\"}) {
-    EXPECT_EQ(EnsureFolder(folder.Path(name)), 0);
-    EXPECT_TRUE(platform::files().Exists(folder.Path(name)));
-  }
-}
-
-TEST(EnsureFolder, TellsWhyNot) {
+TEST(EnsureFolder, MakesParentsFirstOrTellsWhyNot) {
   const testing_support::TempFolder folder;
   testing_support::WriteWholeFile(folder.HostPath("file"), "");
   const std::u16string longest = u"\\" + std::u16string(258, u'a');
@@ -105,6 +96,7 @@ TEST(EnsureFolder, TellsWhyNot) {
     const char* why;
   } rows[] = {
       {u"\\", 0, "the root"},
+      {folder.Path(u"d\\日記\\"), 0, "two folders"},
       {u"a", -10, "too short"},
       {longest + u"a", -10, "260 characters"},
       {folder.Path(u"file"), -11, "a file"},
@@ -116,6 +108,7 @@ TEST(EnsureFolder, TellsWhyNot) {
     SCOPED_TRACE(row.why);
     EXPECT_EQ(EnsureFolder(row.path), row.result);
   }
+  EXPECT_TRUE(platform::files().Exists(folder.Path(u"d\\日記")));
 }
 
 TEST(EnsureFolder, DoesNotLookAtWhatMakingGave) {

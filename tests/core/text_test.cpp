@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/utf.h"
+
 namespace {
 
 using namespace core;
@@ -44,6 +46,7 @@ TEST(Text, EscapesAndReadsBack) {
       {u"\x7F\xD83D"sv, u"\x7F\xD83D"sv},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(platform::ToUtf8(row.escaped));
     EXPECT_EQ(EscapeText(row.text), row.escaped);
     EXPECT_EQ(UnescapeText(row.escaped), row.text);
   }

@@ -19,6 +19,7 @@ TEST(DevicePaths, NamesTheSameFileOnBothSides) {
       {u"\\日記\\😀.txt", "/\xE6\x97\xA5\xE8\xA8\x98/\xF0\x9F\x98\x80.txt"},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.host);
     EXPECT_EQ(ToHostPath(row.device), row.host);
     EXPECT_EQ(FromHostPath(row.host), row.device);
   }

@@ -58,10 +58,10 @@ TEST(Files, RefusesWhatIsNoFile) {
   const TempFolder folder;
   ASSERT_EQ(mkfifo(folder.HostPath("pipe").c_str(), 0600), 0);
   for (const char16_t* name : {u"", u"missing", u"missing\\file", u"pipe", u"half\xD83D"}) {
-    EXPECT_FALSE(files().OpenForReading(folder.Path(name)));
+    EXPECT_FALSE(files().OpenForReading(folder.Path(name))) << testing::PrintToString(name);
   }
   for (const char16_t* name : {u"", u"missing\\file", u"pipe", u"half\xD83D"}) {
-    EXPECT_FALSE(files().Create(folder.Path(name)));
+    EXPECT_FALSE(files().Create(folder.Path(name))) << testing::PrintToString(name);
   }
   EXPECT_FALSE(files().MakeFolder(folder.Path(u"missing\\folder")));
   EXPECT_FALSE(files().Remove(folder.Path(u""))) << "a folder is not removed";
@@ -90,7 +90,10 @@ TEST(Files, TellsAttributes) {
       {u".folder", 0x12},     {u".folder\\", 0x12}, {u"link", 0x10},
       {u".folder\\..", 0x10}, {u"broken", {}},      {u"missing", {}},
   };
-  for (const auto& row : rows) EXPECT_EQ(files().Attributes(folder.Path(row.name)), row.attributes);
+  for (const auto& row : rows) {
+    EXPECT_EQ(files().Attributes(folder.Path(row.name)), row.attributes)
+        << testing::PrintToString(row.name);
+  }
   EXPECT_EQ(files().Attributes(u"\\"), 0x10u);
 }
 

@@ -44,7 +44,7 @@ TEST(ScreenPlan, AUsersScaleNeitherShrinksNorCutsTheWindow) {
       {{720, 1440, 65, 130}, 4.0, 3.0, 240, 320},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.users);
+    SCOPED_TRACE(testing::Message() << row.screen.width << " times " << row.users);
     const platform::ScreenPlan plan = PlanScreen(row.screen, row.users);
     EXPECT_DOUBLE_EQ(plan.pixelsPerUnit, row.pixelsPerUnit);
     EXPECT_EQ(plan.unitsWide, row.unitsWide);

@@ -13,10 +13,11 @@ namespace {
 constexpr char kFix[] = R"({"class":"TPV","device":"/dev/a","mode":2,"lat":35.5,"lon":139.5})"
                         "\n";
 
-// Says the same to whoever connects, and then nothing more.
+// Says the same to whoever connects, and then nothing more; hangs up on the first ones, perhaps.
 class Speaker {
  public:
-  explicit Speaker(std::string words) : words_(std::move(words)) {
+  explicit Speaker(std::string words, int hangsUp = 0)
+      : words_(std::move(words)), hangsUp_(hangsUp) {
     EXPECT_EQ(listen(door_.handle.Get(), 5), 0);
     thread_ = std::thread([this] { Serve(); });
   }
@@ -31,12 +32,17 @@ class Speaker {
   void Serve() {
     platform::FileHandle guest;  // the last one, who is not sent away
     while (platform::FileHandle next{accept(door_.handle.Get(), nullptr, nullptr)}) {
-      send(next.Get(), words_.data(), words_.size(), MSG_NOSIGNAL);
+      if (hangsUp_-- > 0) {
+        shutdown(next.Get(), SHUT_WR);
+      } else {
+        send(next.Get(), words_.data(), words_.size(), MSG_NOSIGNAL);
+      }
       guest = std::move(next);
     }
   }
 
   const std::string words_;
+  int hangsUp_;
   testing_support::LoopbackSocket door_{SOCK_STREAM};
   std::thread thread_;
 };
@@ -95,6 +101,13 @@ TEST_F(PositionRequest, TakesNothingButAFix) {
   const Speaker endless(std::string(1000000, '{'));
   AskGpsdAt(endless.Port());
   EXPECT_EQ(position::StartPositionRequest(7, 33103), 0);
+}
+
+TEST_F(PositionRequest, ADaemonThatHangsUpIsLookedForAgain) {
+  const Speaker speaker(kFix, 1);
+  AskGpsdAt(speaker.Port());
+  EXPECT_EQ(position::StartPositionRequest(7, 33103), 0);
+  EXPECT_EQ(host.NextPost().first, platform::WindowId(7));
 }
 
 // Run under the thread sanitizer, this is where a race between the two threads shows.

@@ -153,6 +153,8 @@ TEST_F(RecordingTest, EditorsTakeOrRefuseTheirText) {
     EXPECT_EQ(recorder.inlineEdit, InlineEdit::kNone);
   }
   recorder.OpenEditor(InlineEdit::kTime);
+  recorder.editorText = u"09:40";
+  EXPECT_EQ(recorder.EditorRow(), 20) << "the half hour before it";
   recorder.editorText = u"nonsense";
   recorder.OnBtnNow();
   EXPECT_EQ(recorder.fields.time, u"10:45");
