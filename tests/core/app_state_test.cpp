@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/action_id.h"
+#include "core/text_list.h"
 #include "support/fake_host.h"
 
 namespace {
@@ -48,6 +49,24 @@ TEST(PlaceHistory, MayKeepMovementsOut) {
     RememberPlace(app, row.place);
     EXPECT_EQ(!app.PlaceHistory.Entries().empty(), row.remembered);
   }
+}
+
+TEST(TextList, KeepsTheOthersWhenOneGoesOrComes) {
+  TextList list;
+  for (const char16_t* text : {u"会社", u"", u"自宅", u"公園"}) list.Append(text);
+  list.RemoveAt(0);
+  list.RemoveAt(1);
+  list.InsertAt(2, u"学校");
+  list.InsertAt(1, u"公園");
+  list.RemoveAt(2);
+  ASSERT_EQ(list.Count(), 3u);
+  EXPECT_EQ(list.At(0), u"");
+  EXPECT_EQ(list.At(1), u"公園");
+  EXPECT_EQ(list.At(2), u"学校");
+  const TextList copy = list;
+  list.Clear();
+  EXPECT_TRUE(list.Empty());
+  EXPECT_EQ(copy.At(2), u"学校");
 }
 
 TEST(ActionId, HoldsTheClockAndTheDraw) {

@@ -132,7 +132,7 @@ TEST_F(DamagedFileTest, TwoOfOursNeverHaveOneFile) {
   if (other == 0) {
     dbSession().Session.release();  // the parent's
     bool refused = true;
-    host.answers.assign(3, Answer::kOk);
+    host.answers.assign(6, Answer::kOk);
     for (const char16_t* name : {u"user.sdf", u"hard.sdf", u"soft.sdf"}) {
       app.DataFile = folder.Path(name);
       refused = refused && OpenDataFile(app) == -200 && LastTrouble() == Trouble::kInUse &&

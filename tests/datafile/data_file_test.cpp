@@ -14,24 +14,12 @@ using namespace store;
 using namespace datafile;
 using enum platform::Answer;
 using Texts = std::vector<std::string>;
-using Replies = std::deque<testing_support::Reply>;
+using testing_support::Reply;
+using Replies = std::deque<Reply>;
 
 class DataFileTest : public StoreTest {
  protected:
   void SetUp() override { app.DataFile = path; }
-
-  // What was shown since the last call: "title|icon, buttons, default button|text" each.
-  Texts Shown() {
-    Texts shown;
-    for (const platform::Message& message : host.messages) {
-      shown.push_back(platform::ToUtf8(message.title) + "|" +
-                      "-iw?s"[static_cast<int>(message.icon)] +
-                      std::to_string(static_cast<int>(message.buttons)) +
-                      std::to_string(message.defaultButton) + "|" + platform::ToUtf8(message.text));
-    }
-    host.messages.clear();
-    return shown;
-  }
 
   Texts FilesInFolder() const {
     Texts names;
@@ -130,77 +118,78 @@ TEST_F(DataFileTest, HoldsWhatTheDocumentSays) {
 TEST_F(DataFileTest, MissingFileRoads) {
   const std::u16string gone = folder.Path(u"gone\\user.sdf");
   const std::string missing = platform::ToUtf8(path);
-  const std::string goneFolder = platform::ToUtf8(folder.Path(u"gone"));
-  const Texts create = {"データファイル初期化確認|?20|データファイル '" + missing +
-                        "' が見つかりません。初期化しますか。"};
-  const Texts badName = {
-      "データファイル名不正|s00|指定されているデータファイル名'user.sdf'が不正です。",
-      "データファイル初期化失敗|s00|データファイルの初期化に失敗しました。(0)\n"
-      "プログラムを終了します。"};
-  const std::string noFolder = "データファイル初期化確認|?20|データファイルを格納したフォルダ '" +
-                               goneFolder + "' が見つかりません。\n";
-  const Texts createBeside = {noFolder +
-                              "アプリケーションフォルダ下にデータファイルを作成しますか。"};
-  const Texts takeBeside = {noFolder + "アプリケーションフォルダ下のデータファイル '" + missing +
-                            "' に変更しますか。"};
+  const std::string create = "データファイル初期化確認|データファイル '" + missing +
+                             "' が見つかりません。初期化しますか。";
+  const std::string noFolder = "データファイル初期化確認|データファイルを格納したフォルダ '" +
+                               platform::ToUtf8(folder.Path(u"gone")) + "' が見つかりません。\n";
+  const std::string createBeside =
+      noFolder + "アプリケーションフォルダ下にデータファイルを作成しますか。";
+  const std::string takeBeside =
+      noFolder + "アプリケーションフォルダ下のデータファイル '" + missing + "' に変更しますか。";
   host.programPath = folder.Path(u"Morvenly");
   const struct {
     const char* why;
     std::u16string dataFile;
+    bool hasOneBeside;
     Replies answers;
     int result;
-    Texts shown;
   } rows[] = {
-      {"No at the question", path, {kNo}, -101, create},
-      {"a name without a backslash", u"user.sdf", {kOk, kOk}, -101, badName},
-      {"a missing folder, nothing beside the program, No", gone, {kNo}, -101, createBeside},
-      {"the same, Yes", gone, {kYes}, -1, createBeside},
-      {"a missing folder, a file beside the program, No", gone, {kNo}, -101, takeBeside},
-      {"the same, Yes: the file is connected", gone, {kYes}, -1, takeBeside},
+      {"No at the question", path, false, {{create, kNo}}, -101},
+      {"a name without a backslash",
+       u"user.sdf",
+       false,
+       {"データファイル名不正|指定されているデータファイル名'user.sdf'が不正です。",
+        "データファイル初期化失敗|データファイルの初期化に失敗しました。(0)\n"
+        "プログラムを終了します。"},
+       -101},
+      {"a missing folder, No", gone, false, {{createBeside, kNo}}, -101},
+      {"a missing folder, Yes", gone, false, {{createBeside, kYes}}, -1},
+      {"a file beside the program, No", gone, true, {{takeBeside, kNo}}, -101},
+      {"a file beside the program, Yes: it is connected", gone, true, {{takeBeside, kYes}}, -1},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
+    std::filesystem::remove(hostPath);
+    if (row.hasOneBeside) CreateFile();
+    DisconnectDataFile();
     app.DataFile = row.dataFile;
     host.answers = row.answers;
     EXPECT_EQ(OpenDataFile(app), row.result);
-    EXPECT_EQ(Shown(), row.shown);
     EXPECT_EQ(app.DataFile, row.result == -1 ? path : row.dataFile);
     EXPECT_EQ(dbSession().UserTable != nullptr, row.result == -1);
-    DisconnectDataFile();
   }
 }
 
 TEST_F(DataFileTest, FormatsAreUpgraded) {
-  const Texts questions = {
-      "バージョン更新確認(1/2)|?21|データファイルのフォーマットが最新ではありません。\n"
-      "処理を継続するためにはフォーマットを更新する必要があります。\n"
-      "フォーマットを更新しますか。",
-      "バージョン更新確認(2/2)|?21|更新の前にデータファイル\n" + platform::ToUtf8(path) +
-          "\"をバックアップされることを推奨します。\n"
-          "フォーマットの更新を開始してもよろしいですか。",
-      "更新完了|i00|データファイルのフォーマットを 3.2.2010.0623 に更新しました。"};
+  const Replies questions = {
+      {"バージョン更新確認(1/2)|データファイルのフォーマットが最新ではありません。\n"
+       "処理を継続するためにはフォーマットを更新する必要があります。\n"
+       "フォーマットを更新しますか。",
+       kYes},
+      {"バージョン更新確認(2/2)|更新の前にデータファイル\n" + platform::ToUtf8(path) +
+           "\"をバックアップされることを推奨します。\n"
+           "フォーマットの更新を開始してもよろしいですか。",
+       kYes},
+      "更新完了|データファイルのフォーマットを 3.2.2010.0623 に更新しました。"};
   const struct {
     const char* why;
     std::u16string version;
-    bool extItems, rcdrPosition;
-    int result;
+    bool extItems, rcdrPosition, upgraded;
     const char* latitude;
   } rows[] = {
-      {"the oldest: keys and columns", u"3.1.2010.0429", false, false, -2, ""},
-      {"columns alone", u"3.1.2010.0430", false, false, -2, "(none)"},
-      {"stamps alone", u"3.1.2010.0623", true, true, -2, ""},
-      {"later than ours", u"3.3.2011.0101", true, true, 0, ""},
+      {"the oldest: keys and columns", u"3.1.2010.0429", false, false, true, ""},
+      {"columns alone", u"3.1.2010.0430", false, false, true, "(none)"},
+      {"stamps alone", u"3.1.2010.0623", true, true, true, ""},
+      {"later than ours", u"3.3.2011.0101", true, true, false, ""},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     MakeOldFile(row.version, row.extItems, row.rcdrPosition);
-    const bool upgraded = row.result == -2;
-    if (upgraded) host.answers = {kYes, kYes, kOk};
-    EXPECT_EQ(OpenDataFile(app), row.result);
-    EXPECT_EQ(Shown(), upgraded ? questions : Texts{});
-    EXPECT_EQ(SysInfo(u"DBFmtVer"), upgraded ? "3.2.2010.0623" : platform::ToUtf8(row.version));
-    EXPECT_EQ(SysInfo(u"UpdProgVer"), upgraded ? "3.2.2010.1114" : "(none)");
-    EXPECT_EQ(SysInfo(u"UpdateTime"), upgraded ? "2010/06/23 10:45:30" : "(none)");
+    if (row.upgraded) host.answers = questions;
+    EXPECT_EQ(OpenDataFile(app), row.upgraded ? -2 : 0);
+    EXPECT_EQ(SysInfo(u"DBFmtVer"), row.upgraded ? "3.2.2010.0623" : platform::ToUtf8(row.version));
+    EXPECT_EQ(SysInfo(u"UpdProgVer"), row.upgraded ? "3.2.2010.1114" : "(none)");
+    EXPECT_EQ(SysInfo(u"UpdateTime"), row.upgraded ? "2010/06/23 10:45:30" : "(none)");
     EXPECT_EQ(TextValue(*dbSession().TextTable, u"RcdrLatitude"), row.latitude);
     ASSERT_EQ(app.IndexCount, 1) << "the rows stay";
     const std::u16string id(app.ActIds.At(0));
@@ -211,14 +200,14 @@ TEST_F(DataFileTest, FormatsAreUpgraded) {
     ASSERT_EQ(Users().ReadById(id, action), 0);
     EXPECT_EQ(action[kSubject]->size(), row.extItems ? 50u : 100u);
     EXPECT_EQ(action[kExtItems], u"x");
-    EXPECT_EQ(ReadAll(u"PRAGMA integrity_check", u"integrity_check"), "ok\n");
     DisconnectDataFile();
   }
+  EXPECT_EQ(host.messages[0].defaultButton, 1) << "No";
 }
 
 TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
   MakeOldFile(u"3.1.2010.0430", false, true);
-  std::filesystem::permissions(hostPath, std::filesystem::perms(0644));
+  std::filesystem::permissions(hostPath, std::filesystem::perms(0640));
   const std::string before = FileBytes();
   const char* stopped = "更新中止|フォーマットの更新が中止されました。\nプログラムを終了します。";
   for (const Replies& answers : {Replies{kNo, stopped}, Replies{kYes, kNo, stopped}}) {
@@ -226,7 +215,7 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
     EXPECT_EQ(OpenDataFile(app), -110);
     EXPECT_EQ(FileBytes(), before);
     EXPECT_EQ(FilesInFolder().size(), 1u);
-    EXPECT_EQ(std::filesystem::status(hostPath).permissions(), std::filesystem::perms(0644));
+    EXPECT_EQ(std::filesystem::status(hostPath).permissions(), std::filesystem::perms(0640));
   }
 }
 
@@ -242,7 +231,7 @@ TEST_F(DataFileTest, LookingAtAFileChangesNoByte) {
   CreateFile();
   const std::u16string id = InsertAction(u"2010/06/23 10:00:00");
   DisconnectDataFile();
-  std::filesystem::permissions(hostPath, std::filesystem::perms(0644));
+  std::filesystem::permissions(hostPath, std::filesystem::perms(0640));
   const std::string before = FileBytes();
   EXPECT_EQ(OpenDataFile(app), 0);
   Action action;
@@ -263,41 +252,45 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   InsertAction(u"2010/06/23 11:00:00");
   InsertAction(u"2010/06/23 12:00:00");
   testing_support::WriteWholeFile(folder.HostPath("bad.sdf"), "no data file");
-  ASSERT_EQ(OpenDataFile(app), 0);
-  const Texts change = {"データファイル変更確認|?10|指定されたデータファイルに変更します。"};
-  const Texts bad = {change[0],
-                     "データファイル不正|s00|データファイルの内容が不正です。\n"
-                     "データファイルの変更を中止します。"};
-  const Texts badName = {"データファイル名不正|s00|指定されているデータファイル名が不正です。"};
-  const Texts missing = {
-      "データファイル初期化確認|?20|指定されたデータファイルは存在しません。"
-      "初期化しますか。"};
-  const Texts noFolder = {"フォルダ作成確認|?20|指定されたフォルダは存在しません。作成しますか。"};
+  const Reply change = {"データファイル変更確認|指定されたデータファイルに変更します。", kOk};
+  const std::string missing =
+      "データファイル初期化確認|指定されたデータファイルは存在しません。初期化しますか。";
+  const std::string noFolder = "フォルダ作成確認|指定されたフォルダは存在しません。作成しますか。";
   const struct {
     const char* why;
     std::u16string path;
     Replies answers;
-    int result;
-    std::u16string dataFile;
-    int indexCount;
-    Texts shown;
+    int result, indexCount;
+    bool changed;
   } rows[] = {
-      {"Cancel", other, {kCancel}, -1, path, 1, change},
-      {"a bad file: back to the old one", folder.Path(u"bad.sdf"), {kOk, kOk}, 0, path, 1, bad},
-      {"an existing one", other, {kOk}, 0, other, 2, change},
-      {"a name without a backslash", u"x.sdf", {kOk}, -1, other, 2, badName},
-      {"a new one, No", folder.Path(u"x.sdf"), {kNo}, -1, other, 2, missing},
-      {"a new folder, No", fresh, {kNo}, -1, other, 2, noFolder},
-      {"a new folder, Yes", fresh, {kYes}, 0, fresh, 0, noFolder},
+      {"Cancel", other, {{change.says, kCancel}}, -1, 1, false},
+      {"a bad file: back to the old one",
+       folder.Path(u"bad.sdf"),
+       {change,
+        "データファイル不正|データファイルの内容が不正です。\nデータファイルの変更を中止します。"},
+       0,
+       1,
+       false},
+      {"an existing one", other, {change}, 0, 2, true},
+      {"a name without a backslash",
+       u"x.sdf",
+       {"データファイル名不正|指定されているデータファイル名が不正です。"},
+       -1,
+       1,
+       false},
+      {"a new one, No", folder.Path(u"x.sdf"), {{missing, kNo}}, -1, 1, false},
+      {"a new folder, No", fresh, {{noFolder, kNo}}, -1, 1, false},
+      {"a new folder, Yes", fresh, {{noFolder, kYes}}, 0, 0, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
+    app.DataFile = path;
+    ASSERT_EQ(OpenDataFile(app), 0);
     app.SelActId = u"ID2010062310453000";
     app.RcdrLoaded = true;
     host.answers = row.answers;
     EXPECT_EQ(ChangeDataFile(app, row.path), row.result);
-    EXPECT_EQ(Shown(), row.shown);
-    EXPECT_EQ(app.DataFile, row.dataFile);
+    EXPECT_EQ(app.DataFile, row.changed ? row.path : path);
     EXPECT_EQ(app.IndexCount, row.indexCount);
     EXPECT_EQ(app.SelActId.empty(), row.result == 0);
     EXPECT_EQ(app.RcdrLoaded, row.result != 0);

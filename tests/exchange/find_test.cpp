@@ -6,40 +6,6 @@
 namespace exchange {
 namespace {
 
-TEST_F(ExchangeTest, TheConditionIsWhatTheViewsAppend) {
-  struct Row {
-    const char* why;
-    FindSpan span;
-    std::u16string_view text;
-    int mask;
-    std::u16string_view condition;
-  };
-  const Row rows[] = {
-      {"dates and two targets",
-       {u"2010/04/01", u"09:00:00", u"2010/04/30", u"17:30:60"},
-       u"O'Neil",
-       1 | 8,
-       u" (f_nchStaDateTime >= '2010/04/01 09:00:00') and (f_nchEndDateTime < '2010/04/30 "
-       u"17:30:60') and ( (f_nvcPlace like '%O''Neil%') or (f_nvcMemo like '%O''Neil%') ) "},
-      {"an empty time is the day's beginning",
-       {u"2010/04/01", u"", u"2010/04/30", u""},
-       u"",
-       0,
-       u" (f_nchStaDateTime >= '2010/04/01 00:00:00') and (f_nchEndDateTime < '2010/04/30 "
-       u"24:00:00')"},
-      {"the whole day",
-       {{}, u"00:00:00", u"2010/04/30", u"24:00:00"},
-       u"",
-       2 | 4,
-       u" (f_nchEndDateTime < '2010/04/30 24:00:00') and (f_nchEndDateTime like '%24:00:00') and ( "
-       u"(f_nvcCategory1 like '%%') or (f_nvcCategory2 like '%%') ) "},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(FindCondition(row.span, row.text, row.mask), row.condition);
-  }
-}
-
 class FindDialogTest : public ExchangeTest {
  protected:
   FindDialogTest() {
@@ -73,6 +39,15 @@ TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
       {"the end's minute counts as a whole", u"", false, {}, {}, day, u"10:00", "2"},
       {"an empty end sorts behind every time", u"", false, {}, {}, day, {}, "1234"},
       {"from a time on", u"", false, day, u"12:00", {}, {}, "34"},
+      {"whole days before the end's, which ends with the day",
+       u"",
+       false,
+       {},
+       u"<終日>",
+       day,
+       u"<終日>",
+       "",
+       "該当するアクションはありません。"},
       {"the all-day mark", u"", false, day, u"<終日>", {}, u"<終日>", "1"},
   };
   for (const Row& row : rows) {
