@@ -113,21 +113,21 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
 };
 
 TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
-  EXPECT_EQ(QStringLiteral("2010/06/23"), Title());
-  EXPECT_EQ((QStringList{"10:00-11:00", "12:00-13:00", "<新規作成>"}), FirstCells());
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/23"));
+  EXPECT_EQ(FirstCells(), (QStringList{"10:00-11:00", "12:00-13:00", "<新規作成>"}));
   Press(Qt::Key_Left, list);
-  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "a key acts as it is released";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/23")) << "a key acts as it is released";
   Release(Qt::Key_Left, list);
-  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
-  EXPECT_EQ((QStringList{"09:00-10:00", "<新規作成>"}), FirstCells());
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/22"));
+  EXPECT_EQ(FirstCells(), (QStringList{"09:00-10:00", "<新規作成>"}));
   Click("1060");
-  EXPECT_EQ(QStringLiteral("2010/06/29"), Title());
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/29"));
   Click("1051");
-  EXPECT_EQ(QStringLiteral("2010/06/27"), Title()) << "the Sunday of that week";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/27")) << "the Sunday of that week";
   Click("1058");
-  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "the host's today";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/23")) << "the host's today";
   for (const int id : {1050 - 1, 1057 + 6, 4711}) main->OnCommand(id);
-  EXPECT_EQ(QStringLiteral("2010/06/23"), Title()) << "no control has these numbers";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/23")) << "no control has these numbers";
 }
 
 TEST_F(MainWindow, AHeldArrowWalksOnAndAHeldDeleteAsksOnce) {
@@ -141,40 +141,43 @@ TEST_F(MainWindow, AHeldArrowWalksOnAndAHeldDeleteAsksOnce) {
       }
     }
   }
-  EXPECT_EQ(1u, host.messages.size());
-  EXPECT_EQ(QStringLiteral("2010/06/26"), Title());
+  EXPECT_EQ(host.messages.size(), 1u);
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/26"));
 }
 
 TEST_F(MainWindow, ATapOpensWhatItMeans) {
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] { Tap(rows, RowPoint(1)); }));
-  EXPECT_EQ(2, app.SelIndex);
-  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
-  EXPECT_EQ(1, list->FocusedRow()) << "the Action is still selected after the screen";
-  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] { Tap(rows, RowPoint(2)); }));
+  EXPECT_EQ(EditTitleAfter([this] { Tap(rows, RowPoint(1)); }), QStringLiteral("変更"));
+  EXPECT_EQ(app.SelIndex, 2);
+  EXPECT_EQ(app.SelActId, u"ID2010062300000003");
+  EXPECT_EQ(list->FocusedRow(), 1) << "the Action is still selected after the screen";
+  EXPECT_EQ(EditTitleAfter([this] { Tap(rows, RowPoint(2)); }), QStringLiteral("新規作成"));
   for (const int width : {8, 120}) {
     for (int column = 0; column < 4; ++column) list->header()->resizeSection(column, width);
-    EXPECT_EQ(std::max(rows->width(), 4 * width + 100), list->header()->length());
-    EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
+    EXPECT_EQ(list->header()->length(), std::max(rows->width(), 4 * width + 100));
+    EXPECT_EQ(EditTitleAfter([this] {
                 Tap(rows, {rows->width() - 1, RowPoint(1).y()});
-              }))
+              }),
+              QStringLiteral("変更"))
         << "at the row's end, columns of " << width;
   }
-  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([this] {
+  EXPECT_EQ(EditTitleAfter([this] {
               Tap(rows, {20, rows->height() - 5});
-            }))
+            }),
+            QStringLiteral("新規作成"))
       << "below the rows";
 }
 
 TEST_F(MainWindow, EnterOpensTheRowOnceAndOnlyWhereItWasPressed) {
-  EXPECT_EQ(QString(), EditTitleAfter([this] { Release(Qt::Key_Return, list); }))
+  EXPECT_EQ(EditTitleAfter([this] { Release(Qt::Key_Return, list); }), QString())
       << "pressed on another screen";
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([this] {
+  EXPECT_EQ(EditTitleAfter([this] {
               Press(Qt::Key_Down, list);
               Release(Qt::Key_Down, list);
               Press(Qt::Key_Return, list);
               Release(Qt::Key_Return, list);
-            }));
-  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
+            }),
+            QStringLiteral("変更"));
+  EXPECT_EQ(app.SelActId, u"ID2010062300000003");
 }
 
 TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
@@ -183,33 +186,33 @@ TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
   Send(rows, QEvent::MouseMove, RowPoint(1));
   Send(rows, QEvent::MouseButtonRelease, RowPoint(1));
   main->OnCommand(kDelete);
-  EXPECT_EQ(u"これらの 2個のアクションを削除しますか？", host.messages.back().text);
-  EXPECT_EQ(QStringList{"<新規作成>"}, FirstCells());
+  EXPECT_EQ(host.messages.back().text, u"これらの 2個のアクションを削除しますか？");
+  EXPECT_EQ(FirstCells(), QStringList{"<新規作成>"});
 }
 
 TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
   auto* calendar = Find<platform::qt::MonthCalendar>("1125");
   Click("1050");
   EXPECT_TRUE(calendar->isVisible());
-  EXPECT_EQ(QDate(2010, 6, 23), calendar->Selected());
-  EXPECT_EQ(QString(), EditTitleAfter([this] { Tap(rows, RowPoint(0)); }));
+  EXPECT_EQ(calendar->Selected(), QDate(2010, 6, 23));
+  EXPECT_EQ(EditTitleAfter([this] { Tap(rows, RowPoint(0)); }), QString());
   EXPECT_FALSE(calendar->isVisible());
   Click("1050");
   emit calendar->Chosen(QDate(2010, 6, 22));
-  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/22"));
   EXPECT_FALSE(calendar->isVisible());
 }
 
 TEST_F(MainWindow, TheListViewPagesByWhatFits) {
   app.SeqViewRng = 0;
   main->OnCommand(kShowList);
-  EXPECT_EQ(QStringLiteral("1/1 - 3"), Title());
-  EXPECT_EQ(rows->height() / 24, app.ListRowsPerScreen);
+  EXPECT_EQ(Title(), QStringLiteral("1/1 - 3"));
+  EXPECT_EQ(app.ListRowsPerScreen, rows->height() / 24);
   EXPECT_FALSE(Find<QWidget>("1051")->isVisible());
-  EXPECT_EQ(QStringLiteral("2010/06/23 12:00-13:00 家:cat:memo"), FirstCells().front());
+  EXPECT_EQ(FirstCells().front(), QStringLiteral("2010/06/23 12:00-13:00 家:cat:memo"));
   main->resize(320, 240);
   main->OnCommand(kToolBarMode);
-  EXPECT_EQ(rows->height() / 24, app.ListRowsPerScreen) << "in landscape over the bar";
+  EXPECT_EQ(app.ListRowsPerScreen, rows->height() / 24) << "in landscape over the bar";
 }
 
 TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
@@ -223,24 +226,24 @@ TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
   for (const auto& row : cases) {
     SCOPED_TRACE(row.id);
     const auto* action = screen->findChild<QAction*>(QString::number(row.id));
-    EXPECT_EQ(row.enabled, action->isEnabled());
-    EXPECT_EQ(row.checked, action->isChecked());
+    EXPECT_EQ(action->isEnabled(), row.enabled);
+    EXPECT_EQ(action->isChecked(), row.checked);
     const auto* tool = screen->findChild<QToolButton*>(QString::number(row.id));
-    EXPECT_EQ(row.checked, tool != nullptr && tool->isChecked());
+    EXPECT_EQ(tool != nullptr && tool->isChecked(), row.checked);
   }
   main->OnCommand(kShowList);
   main->OnCommand(kWeekShowDay);
-  EXPECT_EQ(core::kViewList, app.CurView) << "a greyed command does nothing";
+  EXPECT_EQ(app.CurView, core::kViewList) << "a greyed command does nothing";
 }
 
 TEST_F(MainWindow, ADraggedWidthGoesToTheOrientationsSetting) {
   list->header()->resizeSection(1, 77);
   main->resize(320, 240);
   list->header()->resizeSection(0, 55);
-  EXPECT_EQ((std::array<int, 4>{-1, 77, -1, -1}), app.DayVwPrtColWdh);
-  EXPECT_EQ((std::array<int, 4>{55, -1, -1, -1}), app.DayVwLndColWdh);
+  EXPECT_EQ(app.DayVwPrtColWdh, (std::array<int, 4>{-1, 77, -1, -1}));
+  EXPECT_EQ(app.DayVwLndColWdh, (std::array<int, 4>{55, -1, -1, -1}));
   main->resize(240, 320);
-  EXPECT_EQ(77, list->columnWidth(1));
+  EXPECT_EQ(list->columnWidth(1), 77);
 }
 
 TEST_F(MainWindow, ClosingTheFrameAsksEachScreenFromTheTopDown) {
@@ -251,16 +254,16 @@ TEST_F(MainWindow, ClosingTheFrameAsksEachScreenFromTheTopDown) {
     edit->findChild<QAbstractButton*>(QStringLiteral("1107"))->click();  // the Action is changed
     QTimer::singleShot(0, main.get(), [&] { main->close(); });
     edit->findChild<QAbstractButton*>(QStringLiteral("1113"))->click();
-    EXPECT_EQ(edit, ModalScreen::Topmost()) << "the picker has gone by itself";
+    EXPECT_EQ(ModalScreen::Topmost(), edit) << "the picker has gone by itself";
     EXPECT_TRUE(host.messages.empty());
     QTimer::singleShot(0, main.get(), [&, edit] {
-      EXPECT_EQ(edit, ModalScreen::Topmost()) << "cancelled: nothing is lost";
-      EXPECT_EQ(1u, host.messages.size());
+      EXPECT_EQ(ModalScreen::Topmost(), edit) << "cancelled: nothing is lost";
+      EXPECT_EQ(host.messages.size(), 1u);
       main->close();
     });
   });
   Tap(rows, RowPoint(0));
-  EXPECT_EQ(2u, host.messages.size());
+  EXPECT_EQ(host.messages.size(), 2u);
   EXPECT_TRUE(main->isVisible());
   QCoreApplication::processEvents();
   EXPECT_FALSE(main->isVisible());
@@ -283,7 +286,7 @@ TEST_F(MainWindow, TheTabKeyVisitsWhatIsInSightFromTheTopDown) {
         if (top < formerTop) ++wraps;
         ASSERT_LT(visited, 40);
       }
-      EXPECT_EQ(1, wraps);
+      EXPECT_EQ(wraps, 1);
       EXPECT_GE(visited, bars ? 17 : 9);
     }
   }
@@ -293,22 +296,22 @@ TEST_F(MainWindow, EnterPressesTheButtonThatTheTabKeyReached) {
   Find("1050")->setFocus();
   Press(Qt::Key_Tab, main->focusWidget());
   Press(Qt::Key_Return, main->focusWidget());
-  EXPECT_EQ(QStringLiteral("2010/06/20"), Title()) << "the Sunday of that week";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/20")) << "the Sunday of that week";
 }
 
 TEST_F(MainWindow, DeleteAsksForTheSelectedRows) {
   host.answers = {platform::Answer::kYes};
   Press(Qt::Key_Delete, list);
   Release(Qt::Key_Delete, list);
-  EXPECT_EQ(u"このアクションを削除しますか？", host.messages.back().text);
-  EXPECT_EQ((QStringList{"12:00-13:00", "<新規作成>"}), FirstCells());
+  EXPECT_EQ(host.messages.back().text, u"このアクションを削除しますか？");
+  EXPECT_EQ(FirstCells(), (QStringList{"12:00-13:00", "<新規作成>"}));
 }
 
 TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
   main->OnCommand(kShowWeek);
   auto* week = Find<QWidget>("week");
   EXPECT_FALSE(list->isVisible());
-  EXPECT_EQ(QStringLiteral("2010/06/20"), Title()) << "three days before the current date";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/20")) << "three days before the current date";
   for (const auto& [key, title] :
        std::initializer_list<std::pair<int, const char*>>{{Qt::Key_Down, "2010/06/21"},
                                                           {Qt::Key_Right, "2010/06/28"},
@@ -316,17 +319,17 @@ TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
                                                           {Qt::Key_Up, "2010/06/20"}}) {
     Press(key, week);
     Release(key, week);
-    EXPECT_EQ(QString::fromLatin1(title), Title()) << key;
+    EXPECT_EQ(Title(), QString::fromLatin1(title)) << key;
   }
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] { Tap(week, WeekPoint(3, 12)); }));
-  EXPECT_EQ(u"ID2010062300000003", app.SelActId);
-  EXPECT_EQ(2, app.SelIndex);
-  EXPECT_EQ(QStringLiteral("新規作成"), EditTitleAfter([&] { Tap(week, WeekPoint(5, 12)); }));
-  EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a free tap goes to the day of its band";
-  EXPECT_EQ(QStringLiteral("2010/06/22"), Title());
+  EXPECT_EQ(EditTitleAfter([&] { Tap(week, WeekPoint(3, 12)); }), QStringLiteral("変更"));
+  EXPECT_EQ(app.SelActId, u"ID2010062300000003");
+  EXPECT_EQ(app.SelIndex, 2);
+  EXPECT_EQ(EditTitleAfter([&] { Tap(week, WeekPoint(5, 12)); }), QStringLiteral("新規作成"));
+  EXPECT_EQ(core::CurDate(), u"2010/06/25") << "a free tap goes to the day of its band";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/22"));
   Send(week, QEvent::MouseButtonPress, WeekPoint(3, 12));
   Send(week, QEvent::MouseButtonRelease, WeekPoint(4, 12));
-  EXPECT_EQ(u"2010/06/25", core::CurDate()) << "a drag to another band is no tap";
+  EXPECT_EQ(core::CurDate(), u"2010/06/25") << "a drag to another band is no tap";
 }
 
 TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
@@ -334,9 +337,9 @@ TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
   auto* week = Find<QWidget>("week");
   app.TimeInitForNewMode = 3;  // the whole day
   HoldAndChoose(week, WeekPoint(4, 8), 1, [this] { Click("1102"); });
-  EXPECT_EQ(u"2010/06/24", core::CurDate());
-  EXPECT_EQ(QStringLiteral("2010/06/21"), Title());
-  EXPECT_EQ(4, app.IndexCount);
+  EXPECT_EQ(core::CurDate(), u"2010/06/24");
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/21"));
+  EXPECT_EQ(app.IndexCount, 4);
   EXPECT_TRUE(IsBox(WeekPoint(3, 12))) << "on the day that was held";
   host.answers = {platform::Answer::kYes};
   EXPECT_TRUE(FxDeleteAction(app, app.ActIds.At(3)));
@@ -352,7 +355,7 @@ TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
     FxDeleteAction(app, app.SelActId);
     ModalScreen::Topmost()->EndScreen(platform::qt::kResultOk);
   });
-  EXPECT_EQ(u"2010/06/23", core::CurDate());
+  EXPECT_EQ(core::CurDate(), u"2010/06/23");
   EXPECT_FALSE(IsBox(WeekPoint(3, 12))) << "the week is read after what was chosen for its day";
 }
 
@@ -382,17 +385,18 @@ TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
                {Qt::Key_Down, u"ID2010062300000002"}};
   for (const auto& [key, id] : steps) {
     CtrlTap(key, week);
-    EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
+    EXPECT_EQ(EditTitleAfter([&] {
                 Press(Qt::Key_Return, week);
                 Release(Qt::Key_Return, week);
-              }));
-    EXPECT_EQ(id, app.SelActId) << key;
+              }),
+              QStringLiteral("変更"));
+    EXPECT_EQ(app.SelActId, id) << key;
   }
-  EXPECT_EQ(u"2010/06/23", core::CurDate()) << "the date has not moved";
+  EXPECT_EQ(core::CurDate(), u"2010/06/23") << "the date has not moved";
   host.answers = {platform::Answer::kYes};
   Press(Qt::Key_Delete, week);
   Release(Qt::Key_Delete, week);
-  EXPECT_EQ(2, app.IndexCount);
+  EXPECT_EQ(app.IndexCount, 2);
 }
 
 TEST_F(MainWindow, TheEditMenuPointsToTheBoxesOfTheWeek) {
@@ -418,30 +422,31 @@ TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
   auto* month = Find<QWidget>("month");
   auto* days = Find<ActionList>("1072");
   const auto cell = [](int row, int column) { return QPoint(column * 34 + 10, row * 21 + 25); };
-  EXPECT_EQ(QStringLiteral("2010/06/23 - 4(4)"), Title());
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/23 - 4(4)"));
   EXPECT_LT(2 * days->width(), days->header()->length()) << "all of a long text";
-  EXPECT_EQ(QStringLiteral("10:00-11:00 駅::cat::memo"), days->topLevelItem(0)->text(0));
+  EXPECT_EQ(days->topLevelItem(0)->text(0), QStringLiteral("10:00-11:00 駅::cat::memo"));
   Tap(month, cell(3, 2));
-  EXPECT_EQ(QStringLiteral("2010/06/22 - 4(4)"), Title());
-  EXPECT_EQ(2, days->topLevelItemCount());
-  EXPECT_EQ(days->viewport()->width(), days->header()->length()) << "a long text of another day";
-  EXPECT_EQ(QStringLiteral("変更"), EditTitleAfter([&] {
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/22 - 4(4)"));
+  EXPECT_EQ(days->topLevelItemCount(), 2);
+  EXPECT_EQ(days->header()->length(), days->viewport()->width()) << "a long text of another day";
+  EXPECT_EQ(EditTitleAfter([&] {
               Tap(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center());
-            }));
-  EXPECT_EQ(u"ID2010062300000001", app.SelActId);
+            }),
+            QStringLiteral("変更"));
+  EXPECT_EQ(app.SelActId, u"ID2010062300000001");
   host.answers = {platform::Answer::kYes};
   main->OnCommand(kDelete);
-  EXPECT_EQ(QStringLiteral("2010/06/22 - 3(3)"), Title());
-  EXPECT_EQ(2, days->topLevelItemCount()) << "the list stays until the date moves";
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/22 - 3(3)"));
+  EXPECT_EQ(days->topLevelItemCount(), 2) << "the list stays until the date moves";
   Press(Qt::Key_Down, month);
   Release(Qt::Key_Down, month);
-  EXPECT_EQ(QStringLiteral("2010/06/29 - 3(3)"), Title());
+  EXPECT_EQ(Title(), QStringLiteral("2010/06/29 - 3(3)"));
   Tap(month, cell(5, 0));
-  EXPECT_EQ(QStringLiteral("2010/07/04 - 0(3)"), Title()) << "counted for the other month";
+  EXPECT_EQ(Title(), QStringLiteral("2010/07/04 - 0(3)")) << "counted for the other month";
   app.MonViewTapOpeMode = 2;
   Tap(month, cell(1, 1));
-  EXPECT_EQ(core::kViewDay, app.CurView);
-  EXPECT_EQ(QStringLiteral("2010/07/05"), Title());
+  EXPECT_EQ(app.CurView, core::kViewDay);
+  EXPECT_EQ(Title(), QStringLiteral("2010/07/05"));
   EXPECT_FALSE(days->isVisible());
 }
 
@@ -453,7 +458,7 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
   store::dbSession().UserTable->Update(app.ActIds.At(1), action);
   main->OnCommand(kShowMap);
   auto* map = Find<QWidget>("map");
-  EXPECT_EQ((QStringList{"1", "2", ""}), FirstCells());
+  EXPECT_EQ(FirstCells(), (QStringList{"1", "2", ""}));
   const auto opens = [&](QPoint at) { return EditTitleAfter([&] { Tap(map, at); }); };
   const auto drag = [&](QWidget* on) {
     Send(on, QEvent::MouseButtonPress, {60, 40});
@@ -461,23 +466,23 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
     Send(on, QEvent::MouseMove, {90, 60});
     Send(on, QEvent::MouseButtonRelease, {90, 60});
   };
-  EXPECT_EQ(QStringLiteral("変更"), opens({120, 80}));
-  EXPECT_EQ(u"ID2010062300000002", app.SelActId);
-  EXPECT_EQ(QString(), EditTitleAfter([&] { drag(map); }));
-  EXPECT_EQ(QStringLiteral("変更"), opens({150, 100}));
-  EXPECT_EQ(QString(), opens({120, 80}));
+  EXPECT_EQ(opens({120, 80}), QStringLiteral("変更"));
+  EXPECT_EQ(app.SelActId, u"ID2010062300000002");
+  EXPECT_EQ(EditTitleAfter([&] { drag(map); }), QString());
+  EXPECT_EQ(opens({150, 100}), QStringLiteral("変更"));
+  EXPECT_EQ(opens({120, 80}), QString());
   main->OnCommand(kMapPointLink);
   EXPECT_TRUE(host.links.back().ends_with(u"&ll=35.200000,138.700000&z=14"));
   Send(rows, QEvent::MouseButtonPress, RowPoint(0));
   main->OnCommand(kMove);
   main->resize(320, 240);
-  EXPECT_EQ(QRect(0, 25, 240, 160), map->geometry());
-  EXPECT_EQ(QRect(240, 25, 80, 189), list->geometry());
-  EXPECT_EQ(QStringLiteral("変更"), opens({120, 80})) << "moved to, and kept in the turned window";
+  EXPECT_EQ(map->geometry(), QRect(0, 25, 240, 160));
+  EXPECT_EQ(list->geometry(), QRect(240, 25, 80, 189));
+  EXPECT_EQ(opens({120, 80}), QStringLiteral("変更")) << "moved to, and kept in the turned window";
   main->OnCommand(kShowWeek);
   drag(Find<QWidget>("week"));
   main->OnCommand(kShowMap);
-  EXPECT_EQ(QStringLiteral("変更"), opens({150, 100})) << "what is dragged elsewhere moves the map";
+  EXPECT_EQ(opens({150, 100}), QStringLiteral("変更")) << "what is dragged elsewhere moves the map";
 }
 
 }  // namespace

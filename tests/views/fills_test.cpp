@@ -24,11 +24,11 @@ TEST_F(Fills, AnEmptyDiaryHasNoRows) {
     const ViewRows rows = SetDataDayView(app);
     EXPECT_TRUE(rows.cells.empty());
     EXPECT_FALSE(rows.abandoned);
-    EXPECT_EQ(0, rows.FirstRowIndex);
-    EXPECT_EQ(-1, rows.LastRowIndex);
+    EXPECT_EQ(rows.FirstRowIndex, 0);
+    EXPECT_EQ(rows.LastRowIndex, -1);
   }
   EXPECT_TRUE(SetDataListView(app).cells.empty());
-  EXPECT_EQ(u"0/0 - 0", ListTitle(app));
+  EXPECT_EQ(ListTitle(app), u"0/0 - 0");
 }
 
 TEST_F(Fills, TheSingleDayShowsWhatStartsOnIt) {
@@ -38,11 +38,11 @@ TEST_F(Fills, TheSingleDayShowsWhatStartsOnIt) {
   Add(u"04", u"2010/06/24 00:00:00", u"2010/06/24 01:00:00");
   app.SelActId = late;
   const ViewRows rows = SetDataDayViewForSingle(app);
-  EXPECT_EQ((Texts{u"06/23-06/23", u"22:00-01:00"}), FirstCells(rows));
-  EXPECT_EQ((Texts{u"22:00-01:00", u"駅", u"cat", u"ab"}), rows.cells[1]);
-  EXPECT_EQ(1, rows.selectedRow);
-  EXPECT_EQ(1, rows.FirstRowIndex);
-  EXPECT_EQ(2, rows.LastRowIndex);
+  EXPECT_EQ(FirstCells(rows), (Texts{u"06/23-06/23", u"22:00-01:00"}));
+  EXPECT_EQ(rows.cells[1], (Texts{u"22:00-01:00", u"駅", u"cat", u"ab"}));
+  EXPECT_EQ(rows.selectedRow, 1);
+  EXPECT_EQ(rows.FirstRowIndex, 1);
+  EXPECT_EQ(rows.LastRowIndex, 2);
   core::CurDay = 31;
   EXPECT_TRUE(SetDataDayViewForSingle(app).cells.empty()) << "June has no such day";
 }
@@ -55,23 +55,23 @@ TEST_F(Fills, TheSpanningDayShowsWhatTouchesIt) {
   Add(u"05", u"2010/06/23 00:00:00", u"2010/06/23 24:00:00");
   Add(u"06", u"2010/06/24 00:00:00", u"2010/06/24 01:00:00");
   const ViewRows rows = SetDataDayViewForMulti(app);
-  EXPECT_EQ((Texts{u"06/20-06/25", u"06/22-00:00", u"06/23-06/23", u"10:00-11:00"}),
-            FirstCells(rows));
-  EXPECT_EQ(first, rows.RowActIds.front());
-  EXPECT_EQ(0, rows.FirstRowIndex);
-  EXPECT_EQ(4, rows.LastRowIndex);
+  EXPECT_EQ(FirstCells(rows),
+            (Texts{u"06/20-06/25", u"06/22-00:00", u"06/23-06/23", u"10:00-11:00"}));
+  EXPECT_EQ(rows.RowActIds.front(), first);
+  EXPECT_EQ(rows.FirstRowIndex, 0);
+  EXPECT_EQ(rows.LastRowIndex, 4);
 }
 
 TEST_F(Fills, TheFindNarrowsTheSpanningDay) {
   Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00", u"駅");
   Add(u"02", u"2010/06/23 12:00:00", u"2010/06/23 13:00:00", u"家");
   app.FindWhere = u"f_nvcPlace like '%家%'";
-  EXPECT_EQ((Texts{u"12:00-13:00"}), FirstCells(SetDataDayViewForMulti(app)));
+  EXPECT_EQ(FirstCells(SetDataDayViewForMulti(app)), (Texts{u"12:00-13:00"}));
   app.FindWhere = u"f_nvcPlace like '%海%'";
   const ViewRows none = SetDataDayViewForMulti(app);
   EXPECT_TRUE(none.cells.empty());
-  EXPECT_EQ(0, none.FirstRowIndex) << "the day's range stands all the same";
-  EXPECT_EQ(1, none.LastRowIndex);
+  EXPECT_EQ(none.FirstRowIndex, 0) << "the day's range stands all the same";
+  EXPECT_EQ(none.LastRowIndex, 1);
 }
 
 TEST_F(Fills, AVanishedRowEndsTheDayQuietly) {
@@ -80,7 +80,7 @@ TEST_F(Fills, AVanishedRowEndsTheDayQuietly) {
   Add(u"03", u"2010/06/23 14:00:00", u"2010/06/23 15:00:00");
   store::dbSession().UserTable->Delete(gone);
   const ViewRows rows = SetDataDayViewForSingle(app);
-  EXPECT_EQ((Texts{u"10:00-11:00"}), FirstCells(rows));
+  EXPECT_EQ(FirstCells(rows), (Texts{u"10:00-11:00"}));
   EXPECT_FALSE(rows.abandoned);
 }
 
@@ -100,10 +100,10 @@ TEST_F(Fills, TheListTellsAnActionInALine) {
   Add(u"01", u"2010/06/22 00:00:00", u"2010/06/22 24:00:00", u"家");
   Add(u"02", u"2010/06/22 22:00:00", u"2010/06/23 01:00:00", u"駅", u"a\nb");
   app.DayVwMltDayMode = 1;
-  EXPECT_EQ((Texts{u"2010/06/22 22:00-01:00 駅:cat:ab", u"2010/06/22-06/22 家:cat:memo"}),
-            FirstCells(SetDataListView(app)));
+  EXPECT_EQ(FirstCells(SetDataListView(app)),
+            (Texts{u"2010/06/22 22:00-01:00 駅:cat:ab", u"2010/06/22-06/22 家:cat:memo"}));
   app.DayVwMltDayMode = 2;
-  EXPECT_EQ(u"2010/06/22 22:00-06/23 駅:cat:ab", SetDataListView(app).cells.front().front());
+  EXPECT_EQ(SetDataListView(app).cells.front().front(), u"2010/06/22 22:00-06/23 駅:cat:ab");
 }
 
 TEST_F(Fills, TheListIsPagedFromTheNewest) {
@@ -113,16 +113,16 @@ TEST_F(Fills, TheListIsPagedFromTheNewest) {
   }
   app.ListPage = 2;
   ViewRows rows = SetDataListView(app);
-  EXPECT_EQ(u"3/3 - 5", ListTitle(app));
-  EXPECT_EQ(0, rows.FirstRowIndex);
-  EXPECT_EQ(1u, rows.cells.size()) << "the oldest page takes the remainder";
+  EXPECT_EQ(ListTitle(app), u"3/3 - 5");
+  EXPECT_EQ(rows.FirstRowIndex, 0);
+  EXPECT_EQ(rows.cells.size(), 1u) << "the oldest page takes the remainder";
   app.ListPage = 1;
   app.SelActId = u"ID2010062300000002";
   rows = SetDataListView(app);
-  EXPECT_EQ(2, rows.FirstRowIndex);
-  EXPECT_EQ(1, rows.selectedRow) << "the position of the Action, which is row 1 only by chance";
+  EXPECT_EQ(rows.FirstRowIndex, 2);
+  EXPECT_EQ(rows.selectedRow, 1) << "the position of the Action, which is row 1 only by chance";
   app.TotalCount = 120;
-  EXPECT_EQ(u"2/3 - 5(120)", ListTitle(app));
+  EXPECT_EQ(ListTitle(app), u"2/3 - 5(120)");
 }
 
 }  // namespace

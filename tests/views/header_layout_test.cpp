@@ -15,12 +15,12 @@ class Layouts : public testing::Test {
 
 TEST_F(Layouts, TheHeaderHangsOnTheRightEdge) {
   const HeaderLayout day = LayoutHeader(240, core::kViewDay);
-  EXPECT_EQ((Rect{72, 0, 14, 24}), day.buttons.front());
-  EXPECT_EQ((Rect{226, 0, 14, 24}), day.buttons.back());
-  EXPECT_EQ((Rect{0, 0, 70, 24}), day.dateLabel);
+  EXPECT_EQ(day.buttons.front(), (Rect{72, 0, 14, 24}));
+  EXPECT_EQ(day.buttons.back(), (Rect{226, 0, 14, 24}));
+  EXPECT_EQ(day.dateLabel, (Rect{0, 0, 70, 24}));
   const HeaderLayout list = LayoutHeader(320, core::kViewList);
-  EXPECT_EQ(320 - 70 - 2, list.dateLabel.width) << "up to the five buttons of the navigation";
-  EXPECT_EQ((Rect{72 + 3 * 14 - 1, 0, 14, 24}), WeekdayLabelRect(day, 4));
+  EXPECT_EQ(list.dateLabel.width, 320 - 70 - 2) << "up to the five buttons of the navigation";
+  EXPECT_EQ(WeekdayLabelRect(day, 4), (Rect{72 + 3 * 14 - 1, 0, 14, 24}));
 }
 
 TEST_F(Layouts, TheListTakesWhatIsLeft) {
@@ -37,9 +37,9 @@ TEST_F(Layouts, TheListTakesWhatIsLeft) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     const WindowLayout layout = LayoutWindow(row.width, row.height, row.toolBar, row.okButton);
-    EXPECT_EQ(row.list, layout.content);
-    EXPECT_EQ(row.toolBar ? 24 : 0, layout.toolBar.height);
-    EXPECT_EQ(row.height, layout.softKeys.y + layout.softKeys.height);
+    EXPECT_EQ(layout.content, row.list);
+    EXPECT_EQ(layout.toolBar.height, row.toolBar ? 24 : 0);
+    EXPECT_EQ(layout.softKeys.y + layout.softKeys.height, row.height);
   }
   EXPECT_FALSE(IsPortrait(240, 240)) << "a square counts as landscape";
 }

@@ -47,7 +47,7 @@ TEST_F(Map, TheEndOfADragLeavesThePictureAsItIs) {
       pane.Move(x, y);
       const MapPicture dragged = PictureOf(pane);
       EXPECT_FALSE(pane.Release(x, y));
-      ASSERT_EQ(dragged, PictureOf(pane)) << drag;
+      ASSERT_EQ(PictureOf(pane), dragged) << drag;
       ASSERT_LE(std::abs(pane.Ox - 120), ScaleOf(pane).GridPitch);
     }
   }
@@ -65,7 +65,7 @@ TEST_F(Map, AZoomKeepsTheCentreAndReachesBothEnds) {
       pane.Move(230, 80 + step);
       pane.Release(230, 80 + step);
     }
-    EXPECT_EQ(step < 0 ? kLargestScl : kSmallestScl, pane.Scl);
+    EXPECT_EQ(pane.Scl, step < 0 ? kLargestScl : kSmallestScl);
     EXPECT_NEAR(centre.latitude, pane.Centre().latitude, 1e-9);
     EXPECT_NEAR(centre.longitude, pane.Centre().longitude, 1e-9);
   }
@@ -75,9 +75,9 @@ TEST_F(Map, AMoveMeansWhatItsPressBegan) {
   pane.Press(226, 80);
   EXPECT_FALSE(pane.Move(226, 60)) << "leaves the press, and does no more";
   EXPECT_TRUE(pane.Move(226, 60));
-  EXPECT_EQ(150, pane.Scl) << "half of 40 up";
+  EXPECT_EQ(pane.Scl, 150) << "half of 40 up";
   EXPECT_FALSE(pane.Release(226, 50));
-  EXPECT_EQ(75, pane.Scl) << "the release goes the other way, twice as fast";
+  EXPECT_EQ(pane.Scl, 75) << "the release goes the other way, twice as fast";
   pane.Press(225, 80);
   pane.Move(229, 84);
   EXPECT_TRUE(pane.Release(229, 84)) << "4 off is still a tap";
@@ -96,19 +96,19 @@ TEST_F(Map, TheScaleIsARoundNumberOfMetres) {
     SCOPED_TRACE(row.scl);
     pane.Scl = row.scl;
     pane.mLat = row.latitude;
-    EXPECT_EQ(row.text, ScaleText(ScaleOf(pane).ScaleUnit));
-    EXPECT_EQ(row.pitch, ScaleOf(pane).GridPitch);
+    EXPECT_EQ(ScaleText(ScaleOf(pane).ScaleUnit), row.text);
+    EXPECT_EQ(ScaleOf(pane).GridPitch, row.pitch);
   }
 }
 
 TEST_F(Map, ATapHitsTheFirstOfTheMarkersUnderIt) {
   pane.MoveTo({35, 139});
   for (const double longitude : {138.0, 139.0, 139.03}) Place(35, longitude);
-  EXPECT_EQ(1, pane.HitTest({125, 85})) << "and not the third, which is as near";
-  EXPECT_EQ(2, pane.HitTest({128, 80}));
-  EXPECT_EQ(-1, pane.HitTest({114, 80}));
+  EXPECT_EQ(pane.HitTest({125, 85}), 1) << "and not the third, which is as near";
+  EXPECT_EQ(pane.HitTest({128, 80}), 2);
+  EXPECT_EQ(pane.HitTest({114, 80}), -1);
   pane.MapItems[1].valid = false;
-  EXPECT_EQ(-1, pane.HitTest({117, 80}));
+  EXPECT_EQ(pane.HitTest({117, 80}), -1);
 }
 
 TEST_F(Map, AbsurdPositionsLieFarOutside) {
@@ -117,15 +117,15 @@ TEST_F(Map, AbsurdPositionsLieFarOutside) {
   }
   pane.MoveTo({-35.68, -139.76});
   const std::vector<MapLabel> labels = PictureOf(pane).labels;
-  ASSERT_EQ(5u, labels.size()) << "the strip's two and the scale's three";
-  EXPECT_EQ((MapLabel{{0, 75}, u"-35/40/48", 0x60C060, true}), labels[3]);
-  EXPECT_EQ((MapLabel{{90, 148}, u"-139/45/36", 0x60C060, true}), labels[4]);
+  ASSERT_EQ(labels.size(), 5u) << "the strip's two and the scale's three";
+  EXPECT_EQ(labels[3], (MapLabel{{0, 75}, u"-35/40/48", 0x60C060, true}));
+  EXPECT_EQ(labels[4], (MapLabel{{90, 148}, u"-139/45/36", 0x60C060, true}));
   pane.Scl = kLargestScl;
   pane.Ox = pane.Oy = 1 << 28;
-  EXPECT_EQ(5u, PictureOf(pane).labels.size());
+  EXPECT_EQ(PictureOf(pane).labels.size(), 5u);
   pane.MoveTo({1e300, -1e300});
   pane.Zoom(-0.5);
-  EXPECT_EQ(-1, pane.HitTest({10, 10}));
+  EXPECT_EQ(pane.HitTest({10, 10}), -1);
 }
 
 }  // namespace

@@ -33,9 +33,9 @@ TEST_F(MapView, TheRowsAreThoseOfTheSpanningDayWithANumber) {
   AddAt(u'3', u"37.000000", u"-141.500000");
   const ViewRows rows = SetDataMapViewForLV(app, pane);
   using Texts = std::vector<std::u16string>;
-  EXPECT_EQ((Texts{u"2", u"12:00-06/24", u"", u"", u"ab"}), rows.cells[1]);
-  EXPECT_EQ(1, rows.newRowColumn);
-  ASSERT_EQ(3u, pane.MapItems.size());
+  EXPECT_EQ(rows.cells[1], (Texts{u"2", u"12:00-06/24", u"", u"", u"ab"}));
+  EXPECT_EQ(rows.newRowColumn, 1);
+  ASSERT_EQ(pane.MapItems.size(), 3u);
   EXPECT_FALSE(pane.MapItems[1].valid) << "half a position is none";
   EXPECT_TRUE(pane.MapItems[2].valid);
   EXPECT_DOUBLE_EQ(36, pane.mLat) << "the average of the two that have one";
@@ -48,14 +48,14 @@ TEST_F(MapView, TheReferenceIsTakenOnce) {
   }
   pane.mLat = 1;
   SetDataMapViewForLV(app, pane);
-  EXPECT_EQ(36.5626, pane.mLat) << "a sum that is no number is no reference";
+  EXPECT_EQ(pane.mLat, 36.5626) << "a sum that is no number is no reference";
   AddAt(u'4', u"40", u"20");
   app.FindWhere = u"f_nchActId = 'ID2010062300000004'";
   SetDataMapViewForLV(app, pane);
-  EXPECT_EQ(40, pane.mLat);
+  EXPECT_EQ(pane.mLat, 40);
   pane.MoveTo({50, 30});
   SetDataMapViewForLV(app, pane);
-  EXPECT_EQ(50, pane.mLat) << "a later fill leaves the map where the user has moved it";
+  EXPECT_EQ(pane.mLat, 50) << "a later fill leaves the map where the user has moved it";
 }
 
 TEST_F(MapView, TheCommandsNeedAnActionWithAPosition) {
@@ -64,8 +64,8 @@ TEST_F(MapView, TheCommandsNeedAnActionWithAPosition) {
   const ViewRows rows = SetDataMapViewForLV(app, pane);
   pane.Ox = 7;
   EXPECT_TRUE(FxMapMove(pane, std::vector{0, 1}));
-  EXPECT_EQ(120, pane.Ox);
-  EXPECT_EQ(35.6895, pane.mLat);
+  EXPECT_EQ(pane.Ox, 120);
+  EXPECT_EQ(pane.mLat, 35.6895);
   host.answers = {"位置情報なし|このアクションは位置情報が取得されていません。",
                   "移動不可|有効なアクションが選択されていません。",
                   "位置情報なし|このアクションは位置情報が取得されていません。",
@@ -76,7 +76,7 @@ TEST_F(MapView, TheCommandsNeedAnActionWithAPosition) {
   for (const int row : {0, 1, 2}) OnEditDispMap(app, rows, row);
   store::DisconnectDataFile();
   OnEditDispMap(app, rows, 0);
-  ASSERT_EQ(1u, host.links.size());
+  ASSERT_EQ(host.links.size(), 1u);
   EXPECT_TRUE(host.links[0].ends_with(u"&ll=35.689500,139.691700&z=14"));
 }
 

@@ -30,7 +30,7 @@ TEST_F(Month, OpensWithADayOfTheMonthBefore) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     const MonthData month = CountMonth(app, row.year, row.month);
-    EXPECT_EQ(row.first, core::DayText(month.MonthCells.front().day.value()));
+    EXPECT_EQ(core::DayText(month.MonthCells.front().day.value()), row.first);
   }
   EXPECT_FALSE(CountMonth(app, -1, -1).MonthCells[0].day) << "there is no such month";
 }
@@ -44,12 +44,12 @@ TEST_F(Month, CountsWhatStartsOnADay) {
   Add(u"06", u"2010/03/01 10:00:00", u"2010/03/01 11:00:00");
   core::SetCurDate(u"2010/02/03");
   const MonthData month = CountMonth(app, 2010, 2);
-  EXPECT_EQ(1, month.MonthCells[0].count) << "a day of January";
-  EXPECT_EQ(1, month.MonthCells[1].count);
-  EXPECT_EQ(2, month.MonthCells[28].count);
-  EXPECT_EQ(1, month.MonthCells[29].count) << "a day of March";
-  EXPECT_EQ(3, month.MonthTotal) << "of February alone";
-  EXPECT_EQ(u"2010/02/03 - 3(6)", MonthTitle(app, month));
+  EXPECT_EQ(month.MonthCells[0].count, 1) << "a day of January";
+  EXPECT_EQ(month.MonthCells[1].count, 1);
+  EXPECT_EQ(month.MonthCells[28].count, 2);
+  EXPECT_EQ(month.MonthCells[29].count, 1) << "a day of March";
+  EXPECT_EQ(month.MonthTotal, 3) << "of February alone";
+  EXPECT_EQ(MonthTitle(app, month), u"2010/02/03 - 3(6)");
 }
 
 TEST_F(Month, ACellLooksByItsDay) {
@@ -60,12 +60,12 @@ TEST_F(Month, ACellLooksByItsDay) {
   } rows[] = {{0, CellKind::kOutside}, {2, CellKind::kWorkday}, {6, CellKind::kSaturday},
               {7, CellKind::kSunday},  {24, CellKind::kToday},  {32, CellKind::kOutside}};
   for (const auto& row : rows)
-    EXPECT_EQ(row.kind, KindOfCell(month, row.cell, core::DayOf(host.now))) << row.cell;
-  EXPECT_EQ(24, CellOfCurDay(month));
+    EXPECT_EQ(KindOfCell(month, row.cell, core::DayOf(host.now)), row.kind) << row.cell;
+  EXPECT_EQ(CellOfCurDay(month), 24);
   core::CurDay = 31;
-  EXPECT_EQ(-1, CellOfCurDay(month)) << "June has 30 days";
+  EXPECT_EQ(CellOfCurDay(month), -1) << "June has 30 days";
   core::CurMonth = 7;
-  EXPECT_EQ(CellKind::kWorkday, KindOfCell(month, 24, core::DayOf(host.now)))
+  EXPECT_EQ(KindOfCell(month, 24, core::DayOf(host.now)), CellKind::kWorkday)
       << "the date is in July now";
 }
 
@@ -76,15 +76,15 @@ TEST_F(Month, TheListTellsTheDaysActions) {
   Add(u"04", u"2010/06/24 00:00:00", u"2010/06/24 01:00:00");
   app.SelIndex = 2;
   ViewRows rows = FillMonthList(app);
-  EXPECT_EQ((std::vector<std::u16string>{u"06/23-06/23 家::cat::12345678901234567890",
-                                         u"22:00-01:00 駅::cat::12345678901234567890..."}),
-            Lines(rows));
-  EXPECT_EQ(1, rows.selectedRow);
+  EXPECT_EQ(Lines(rows),
+            (std::vector<std::u16string>{u"06/23-06/23 家::cat::12345678901234567890",
+                                         u"22:00-01:00 駅::cat::12345678901234567890..."}));
+  EXPECT_EQ(rows.selectedRow, 1);
   EXPECT_TRUE(SelectRow(app, rows, 0));
-  EXPECT_EQ(1, app.SelIndex);
+  EXPECT_EQ(app.SelIndex, 1);
   app.DayVwMltDayMode = 2;
   rows = FillMonthList(app);
-  EXPECT_EQ(u"22:00-06/24 駅::cat::12345678901234567890...", Lines(rows)[1]);
+  EXPECT_EQ(Lines(rows)[1], u"22:00-06/24 駅::cat::12345678901234567890...");
   store::DisconnectDataFile();
   host.answers = {"MainView:SetDataDayViewForSingle Select Err (ln=1, hr=80004003)"};
   EXPECT_TRUE(FillMonthList(app).abandoned);
@@ -105,17 +105,17 @@ TEST_F(Month, CellsLieInRowsOfSeven) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.rowHeight);
     const MonthLayout layout = LayoutMonth(row.content, row.portrait, row.toolBar);
-    EXPECT_EQ(row.list, layout.list);
-    EXPECT_EQ(row.rowHeight, layout.rowHeight);
-    EXPECT_EQ(row.columnWidth, layout.columnWidth);
+    EXPECT_EQ(layout.list, row.list);
+    EXPECT_EQ(layout.rowHeight, row.rowHeight);
+    EXPECT_EQ(layout.columnWidth, row.columnWidth);
     for (const int cell : {0, 6, 7, 41}) {
       const Rect rect = CellRect(layout, cell);
-      EXPECT_EQ(cell, CellAt(layout, rect.x, rect.y));
-      EXPECT_EQ(cell, CellAt(layout, rect.x + rect.width - 1, rect.y + rect.height - 1));
+      EXPECT_EQ(CellAt(layout, rect.x, rect.y), cell);
+      EXPECT_EQ(CellAt(layout, rect.x + rect.width - 1, rect.y + rect.height - 1), cell);
     }
-    EXPECT_EQ(-1, CellAt(layout, 5, 14)) << "the weekdays";
-    EXPECT_EQ(-1, CellAt(layout, 7 * row.columnWidth, 20)) << "beside the last column";
-    EXPECT_EQ(-1, CellAt(layout, 5, 15 + 6 * row.rowHeight)) << "below the last row";
+    EXPECT_EQ(CellAt(layout, 5, 14), -1) << "the weekdays";
+    EXPECT_EQ(CellAt(layout, 7 * row.columnWidth, 20), -1) << "beside the last column";
+    EXPECT_EQ(CellAt(layout, 5, 15 + 6 * row.rowHeight), -1) << "below the last row";
   }
 }
 

@@ -29,21 +29,21 @@ TEST_F(Navigation, DateStepsFollowTheCalendar) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
-    ASSERT_EQ(0, core::SetCurDate(row.from));
+    ASSERT_EQ(core::SetCurDate(row.from), 0);
     MoveDate(row.days);
-    EXPECT_EQ(row.to, core::CurDate());
+    EXPECT_EQ(core::CurDate(), row.to);
   }
 }
 
 TEST_F(Navigation, StepsFromADayThatItsMonthLacksStartAtItsLast) {
   core::SetCurDate(u"2010/01/31");
   MoveMonth(1);
-  EXPECT_EQ(u"2010/02/31", core::CurDate()) << "the day number is kept";
+  EXPECT_EQ(core::CurDate(), u"2010/02/31") << "the day number is kept";
   GoToWeekday(1);
-  EXPECT_EQ(u"2010/02/28", core::CurDate()) << "a Sunday";
+  EXPECT_EQ(core::CurDate(), u"2010/02/28") << "a Sunday";
   core::CurDay = 31;
   MoveDate(1);
-  EXPECT_EQ(u"2010/03/01", core::CurDate());
+  EXPECT_EQ(core::CurDate(), u"2010/03/01");
 }
 
 TEST_F(Navigation, MonthStepsWrapAndStopAt1900) {
@@ -61,28 +61,28 @@ TEST_F(Navigation, MonthStepsWrapAndStopAt1900) {
     SCOPED_TRACE(platform::ToUtf8(row.from));
     core::SetCurDate(row.from);
     MoveMonth(row.months);
-    EXPECT_EQ(row.to, core::CurDate());
+    EXPECT_EQ(core::CurDate(), row.to);
   }
 }
 
 TEST_F(Navigation, WeekdaysBelongToTheWeekFromSundayOn) {
   core::SetCurDate(u"2010/06/23");  // a Wednesday
   GoToWeekday(1);
-  EXPECT_EQ(u"2010/06/20", core::CurDate());
+  EXPECT_EQ(core::CurDate(), u"2010/06/20");
   GoToWeekday(7);
-  EXPECT_EQ(u"2010/06/26", core::CurDate());
+  EXPECT_EQ(core::CurDate(), u"2010/06/26");
 }
 
 TEST_F(Navigation, ListPages) {
   app.CurView = core::kViewList;
   app.IndexCount = 30;
   app.SeqViewRng = 10;
-  EXPECT_EQ(2, LastPage(app)) << "which is full";
+  EXPECT_EQ(LastPage(app), 2) << "which is full";
   TakeStep(app, Step::kBigForward);
-  EXPECT_EQ(2, app.ListPage);
+  EXPECT_EQ(app.ListPage, 2);
   EXPECT_FALSE(TakeArrow(app, Arrow::kRight)) << "there is no older page";
   EXPECT_TRUE(TakeArrow(app, Arrow::kLeft));
-  EXPECT_EQ(1, app.ListPage);
+  EXPECT_EQ(app.ListPage, 1);
   EXPECT_FALSE(TakeArrow(app, Arrow::kDown));
   TakeStep(app, Step::kBigBack);
   EXPECT_FALSE(TakeArrow(app, Arrow::kLeft));
@@ -90,10 +90,10 @@ TEST_F(Navigation, ListPages) {
   app.SeqViewRng = 0;
   app.ListRowsPerScreen = 20;
   KeepPageInRange(app);
-  EXPECT_EQ(1, app.ListPage) << "a screen of 20 rows leaves two pages";
+  EXPECT_EQ(app.ListPage, 1) << "a screen of 20 rows leaves two pages";
   app.IndexCount = 0;
   app.ListRowsPerScreen = 1;
-  EXPECT_EQ(0, LastPage(app));
+  EXPECT_EQ(LastPage(app), 0);
 }
 
 TEST_F(Navigation, ArrowsInTheDayViewMoveSideways) {
@@ -101,12 +101,12 @@ TEST_F(Navigation, ArrowsInTheDayViewMoveSideways) {
   EXPECT_FALSE(TakeArrow(app, Arrow::kUp));
   EXPECT_FALSE(TakeArrow(app, Arrow::kDown));
   EXPECT_TRUE(TakeArrow(app, Arrow::kLeft));
-  EXPECT_EQ(u"2010/06/22", core::CurDate());
+  EXPECT_EQ(core::CurDate(), u"2010/06/22");
 }
 
 TEST_F(Navigation, AViewThatIsNotThereShowsTheDay) {
-  EXPECT_EQ(core::kViewList, ViewOnShow(core::kViewList));
-  for (const int curView : {0, 9, -1}) EXPECT_EQ(core::kViewDay, ViewOnShow(curView)) << curView;
+  EXPECT_EQ(ViewOnShow(core::kViewList), core::kViewList);
+  for (const int curView : {0, 9, -1}) EXPECT_EQ(ViewOnShow(curView), core::kViewDay) << curView;
 }
 
 }  // namespace

@@ -28,8 +28,8 @@ TEST(RowGesture, WhatAPressAndItsReleaseMean) {
     RowGesture gesture;
     gesture.Press(row.press, row.closedPopup);
     gesture.Move(row.release, kTenRows);
-    EXPECT_EQ(row.tap, gesture.Release(row.release));
-    EXPECT_EQ(Tap::kNone, gesture.Release(row.release)) << "a release without a press";
+    EXPECT_EQ(gesture.Release(row.release), row.tap);
+    EXPECT_EQ(gesture.Release(row.release), Tap::kNone) << "a release without a press";
   }
 }
 
@@ -38,16 +38,16 @@ TEST(RowGesture, AHeldRowIsNotOpened) {
   gesture.Press(3, false);
   gesture.Hold();
   EXPECT_FALSE(gesture.Move(4, kTenRows).selects);
-  EXPECT_EQ(RowGesture::Tap::kNone, gesture.Release(3));
+  EXPECT_EQ(gesture.Release(3), RowGesture::Tap::kNone);
 }
 
 TEST(RowGesture, ADragCoversTheRowsFromThePressOn) {
   RowGesture gesture;
   gesture.Press(5, false);
   EXPECT_FALSE(gesture.Move(5, kTenRows).selects) << "still on the row";
-  EXPECT_EQ((RowRange{5, 7}), gesture.Move(7, kTenRows).selection);
-  EXPECT_EQ((RowRange{5, 6}), gesture.Move(6, kTenRows).selection) << "turned back";
-  EXPECT_EQ((RowRange{3, 5}), gesture.Move(3, kTenRows).selection) << "over the pressed row";
+  EXPECT_EQ(gesture.Move(7, kTenRows).selection, (RowRange{5, 7}));
+  EXPECT_EQ(gesture.Move(6, kTenRows).selection, (RowRange{5, 6})) << "turned back";
+  EXPECT_EQ(gesture.Move(3, kTenRows).selection, (RowRange{3, 5})) << "over the pressed row";
   EXPECT_FALSE(gesture.Move(kNoRow, kTenRows).selects);
   EXPECT_FALSE(gesture.Move(8, kTenRows).selects) << "leaving the rows has ended the drag";
 }
@@ -64,7 +64,7 @@ TEST(RowGesture, TheEdgesScroll) {
   for (const auto& row : rows) {
     RowGesture gesture;
     gesture.Press(25, false);
-    EXPECT_EQ(row.scrollBy, gesture.Move(row.row, row.visible).scrollBy) << row.row;
+    EXPECT_EQ(gesture.Move(row.row, row.visible).scrollBy, row.scrollBy) << row.row;
   }
 }
 

@@ -50,10 +50,10 @@ TEST_F(Selection, ARowMeansTheActionThatItShows) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.why);
     app.SelIndex = -7;
-    EXPECT_EQ(c.position >= 0, SelectRow(app, c.rows, c.row));
-    EXPECT_EQ(c.position >= 0 ? c.position : -7, app.SelIndex);
+    EXPECT_EQ(SelectRow(app, c.rows, c.row), c.position >= 0);
+    EXPECT_EQ(app.SelIndex, c.position >= 0 ? c.position : -7);
     if (c.position >= 0) {
-      EXPECT_EQ(app.ActIds.At(static_cast<size_t>(c.position)), app.SelActId);
+      EXPECT_EQ(app.SelActId, app.ActIds.At(static_cast<size_t>(c.position)));
     }
   }
 }
@@ -65,7 +65,7 @@ TEST_F(Selection, WithoutAnActionTheCommandsSaySo) {
   EXPECT_FALSE(SelectRowToChange(app, rows, 2));
   const std::vector<int> newRow = {2};
   EXPECT_FALSE(FxEditDelete(app, rows, newRow));
-  EXPECT_EQ(platform::Icon::kWarning, host.messages[0].icon);
+  EXPECT_EQ(host.messages[0].icon, platform::Icon::kWarning);
 }
 
 TEST_F(Selection, DeleteTakesTheActionsOfTheMarkedRows) {
@@ -93,12 +93,12 @@ TEST_F(Selection, DeleteTakesTheActionsOfTheMarkedRows) {
     Fill();
     app.FindWhere = u"1 = 1";
     host.answers = {c.answer};
-    EXPECT_EQ(c.answer == Answer::kYes, FxEditDelete(app, SetDataDayViewForMulti(app), c.marked));
-    EXPECT_EQ(c.question, host.messages.back().text);
-    EXPECT_EQ(u"アクションの削除の確認", host.messages.back().title);
-    EXPECT_EQ(platform::Icon::kQuestion, host.messages.back().icon);
-    EXPECT_EQ(c.left, LeftIds());
-    EXPECT_EQ(c.answer == Answer::kNo, app.FindWhere.has_value()) << "a delete ends the find";
+    EXPECT_EQ(FxEditDelete(app, SetDataDayViewForMulti(app), c.marked), c.answer == Answer::kYes);
+    EXPECT_EQ(host.messages.back().text, c.question);
+    EXPECT_EQ(host.messages.back().title, u"アクションの削除の確認");
+    EXPECT_EQ(host.messages.back().icon, platform::Icon::kQuestion);
+    EXPECT_EQ(LeftIds(), c.left);
+    EXPECT_EQ(app.FindWhere.has_value(), c.answer == Answer::kNo) << "a delete ends the find";
   }
 }
 

@@ -40,17 +40,16 @@ TEST_F(Week, ShowsWhatStartsOnItsDaysInAPieceADay) {
   ASSERT_LT(7u, pieces.size());
   EXPECT_GT(50u, pieces.size()) << "the rest of a very long Action is not made";
   pieces.resize(8);
-  EXPECT_EQ(
-      (std::vector<std::string>{"0:00:00:00-23:59:59", "2:23:00:00-23:59:59", "3:00:00:00-01:00:00",
-                                "4:12:00:00-23:59:59", "5:00:00:00-00:00:00", "6:10:00:00-23:59:59",
-                                "7:00:00:00-23:59:59", "8:00:00:00-23:59:59"}),
-      pieces);
+  EXPECT_EQ(pieces, (std::vector<std::string>{"0:00:00:00-23:59:59", "2:23:00:00-23:59:59",
+                                              "3:00:00:00-01:00:00", "4:12:00:00-23:59:59",
+                                              "5:00:00:00-00:00:00", "6:10:00:00-23:59:59",
+                                              "7:00:00:00-23:59:59", "8:00:00:00-23:59:59"}));
   for (const size_t piece : {1u, 2u}) {
-    EXPECT_EQ(night, week.WeekItems[piece].id);
-    EXPECT_EQ(u"駅", week.WeekItems[piece].text);
-    EXPECT_EQ(2, week.WeekItems[piece].position);
+    EXPECT_EQ(week.WeekItems[piece].id, night);
+    EXPECT_EQ(week.WeekItems[piece].text, u"駅");
+    EXPECT_EQ(week.WeekItems[piece].position, 2);
   }
-  EXPECT_EQ((std::array<int, 7>{1, 0, 1, 1, 1, 1, 1}), week.WeekRowMax);
+  EXPECT_EQ(week.WeekRowMax, (std::array<int, 7>{1, 0, 1, 1, 1, 1, 1}));
 }
 
 TEST_F(Week, Lanes) {
@@ -82,7 +81,7 @@ TEST_F(Week, Lanes) {
     CalcWeekRepetition(first, data);
     std::vector<Lane> lanes;
     for (const WeekItem& item : data.WeekItems) lanes.push_back({item.col, item.dup});
-    EXPECT_EQ(c.lanes, lanes);
+    EXPECT_EQ(lanes, c.lanes);
   }
 }
 
@@ -94,20 +93,20 @@ TEST_F(Week, IsReadAgainForAnotherDateAlone) {
   EXPECT_TRUE(week.WeekItems.empty()) << "the date has not moved";
   core::SetCurDate(u"2010/06/24");
   ReadWeek(app, week);
-  EXPECT_EQ((std::vector<std::string>{"2:10:00:00-11:00:00"}), Pieces(week));
+  EXPECT_EQ(Pieces(week), (std::vector<std::string>{"2:10:00:00-11:00:00"}));
   host.answers = {platform::Answer::kYes};
   EXPECT_TRUE(FxDeleteAction(app, id));
   ReadWeek(app, week);
-  EXPECT_EQ(1u, week.WeekItems.size());
+  EXPECT_EQ(week.WeekItems.size(), 1u);
   core::CurDay = 31;  // of June
-  EXPECT_EQ(27, FirstDayOfWeek().day) << "round the month's last day";
+  EXPECT_EQ(FirstDayOfWeek().day, 27) << "round the month's last day";
 }
 
 TEST_F(Week, AFailedReadIsTold) {
   Add(u"01", u"2010/06/23 10:00:00", u"2010/06/23 11:00:00");
   store::DisconnectDataFile();
   host.answers = {"CMainWnd::DbReadWeekData Select Err (ln=1, hr=80004003)"};
-  EXPECT_EQ(-100, DbReadWeekData(app, FirstDayOfWeek(), week));
+  EXPECT_EQ(DbReadWeekData(app, FirstDayOfWeek(), week), -100);
 }
 
 TEST_F(Week, BoxesLieByTheirTimes) {
@@ -117,11 +116,11 @@ TEST_F(Week, BoxesLieByTheirTimes) {
   Add(u"04", u"2010/06/26 23:00:00", u"2010/06/27 01:00:00");
   ReadWeek(app, week);
   const WeekGrid grid = LayoutWeek(260, 286);  // 10 units an hour, and 6 units below the bands
-  EXPECT_EQ(40, grid.bandHeight);
-  EXPECT_EQ((std::array<int, 6>{60, 100, 140, 180, 220, 260}), grid.divisions);
-  EXPECT_EQ((Rect{20, 120, 120, 20}), BoxRect(grid, week.WeekItems[0]));
-  EXPECT_EQ((Rect{80, 140, 120, 20}), BoxRect(grid, week.WeekItems[1]));
-  EXPECT_EQ(2, BoxRect(grid, week.WeekItems[2]).width) << "without a length, yet to be seen";
+  EXPECT_EQ(grid.bandHeight, 40);
+  EXPECT_EQ(grid.divisions, (std::array<int, 6>{60, 100, 140, 180, 220, 260}));
+  EXPECT_EQ(BoxRect(grid, week.WeekItems[0]), (Rect{20, 120, 120, 20}));
+  EXPECT_EQ(BoxRect(grid, week.WeekItems[1]), (Rect{80, 140, 120, 20}));
+  EXPECT_EQ(BoxRect(grid, week.WeekItems[2]).width, 2) << "without a length, yet to be seen";
   const struct {
     int x, y, box, band;
     const char* why;
@@ -132,12 +131,12 @@ TEST_F(Week, BoxesLieByTheirTimes) {
   };
   for (const auto& point : points) {
     SCOPED_TRACE(point.why);
-    EXPECT_EQ(point.box, BoxAt(grid, week.WeekItems, point.x, point.y));
-    EXPECT_EQ(point.band, BandAt(grid, point.y));
+    EXPECT_EQ(BoxAt(grid, week.WeekItems, point.x, point.y), point.box);
+    EXPECT_EQ(BandAt(grid, point.y), point.band);
   }
   week.WeekItems[1].start = week.WeekItems[0].start;
   week.WeekItems[1].col = 0;
-  EXPECT_EQ(1, BoxAt(grid, week.WeekItems, 85, 130)) << "of two the later lies on top";
+  EXPECT_EQ(BoxAt(grid, week.WeekItems, 85, 130), 1) << "of two the later lies on top";
 }
 
 }  // namespace
