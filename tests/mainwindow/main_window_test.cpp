@@ -299,14 +299,6 @@ TEST_F(MainWindow, EnterPressesTheButtonThatTheTabKeyReached) {
   EXPECT_EQ(Title(), QStringLiteral("2010/06/20")) << "the Sunday of that week";
 }
 
-TEST_F(MainWindow, DeleteAsksForTheSelectedRows) {
-  host.answers = {platform::Answer::kYes};
-  Press(Qt::Key_Delete, list);
-  Release(Qt::Key_Delete, list);
-  EXPECT_EQ(host.messages.back().text, u"このアクションを削除しますか？");
-  EXPECT_EQ(FirstCells(), (QStringList{"12:00-13:00", "<新規作成>"}));
-}
-
 TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
   main->OnCommand(kShowWeek);
   auto* week = Find<QWidget>("week");
