@@ -133,7 +133,7 @@ void Tap(benchmark::State& state) {
   });
 }
 
-// The first tap behind a start.
+// The first tap after a start.
 void FirstTap(benchmark::State& state) {
   const LargeDiary diary("morvenly_recorder_bench.sdf");
   for (auto _ : state) {

@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr int kReportHandle = 3;  // where a child tells that its window is painted
+constexpr int kReportHandle = 3;  // where a child reports that its window is painted
 
 // Ends the process once the first paint of a window is through.
 class FirstPaint : public QObject {

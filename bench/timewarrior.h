@@ -19,7 +19,7 @@ class Timewarrior {
  public:
   static bool IsInstalled() { return std::system("timew --version >/dev/null 2>&1") == 0; }
 
-  // Makes its data: `count` closed intervals, thirty a day, and a running one behind them since
+  // Makes its data: `count` closed intervals, thirty a day, and a running one after them since
   // an hour ago. `withUndoLog`: and the log that their starts would have left.
   Timewarrior(const std::string& name, int count, bool withUndoLog)
       : folder_(std::filesystem::temp_directory_path() / name), running_(count) {

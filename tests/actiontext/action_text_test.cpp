@@ -58,7 +58,7 @@ TEST(ActionText, CopiesTextAndInsertsValues) {
   ExpectShown(rows);
 }
 
-TEST(ActionText, NeedsACharacterBehindACode) {
+TEST(ActionText, NeedsACharacterAfterACode) {
   const Row rows[] = {
       {u"a#1", u"a", "the number touches the end"},
       {u"a#1 ", u"a", "the operator is still expected"},
@@ -91,7 +91,7 @@ TEST(ActionText, Decides) {
        "a block is mandatory where it runs: oops is read as an expression, the brace ends it"},
       {u"a#if (0) {\"x#b", u"a", "nothing closes it"},
       {u"#if (1) {1} else oops#3", u"1", "a failed else is no failure"},
-      {u"#if (1) {1}; 2#", u" 2", "a semicolon behind a block is a failure"},
+      {u"#if (1) {1}; 2#", u" 2", "a semicolon after a block is a failure"},
       {u"#if (1) {x = 7} elsewhere#!", u"7", "four here: passing over where goes to the end"},
       {u"#if (1 {2}#!", u"2}", "no parenthesis"},
   };

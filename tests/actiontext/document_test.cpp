@@ -18,7 +18,7 @@ struct Example {
   std::string shown;
 };
 
-// The document does not tell one line end from another.
+// To the document one line end is like another.
 std::string WithPlainLineEnds(std::string text) {
   std::erase(text, '\r');
   return text;

@@ -111,7 +111,7 @@ TEST(Expressions, AssignAndLookUp) {
 TEST(Expressions, LeaveWhatFailed) {
   const Row rows[] = {
       {u"1 - +* 2;", u"1", "a left-over operator as operand takes three items off"},
-      {u"1 + (+);", u"", "and a mark on the right, behind a sign that hides its failure"},
+      {u"1 + (+);", u"", "and a mark on the right, after a sign that hides its failure"},
       {u"-3 + 1;", u"-2"},
       {u"1 +;", u"op", "no operand", -101},
       {u"1 + 2", u"op", "the 2 touches the end", -101, 5},
@@ -174,7 +174,7 @@ TEST(NumberText, ReadsAsTheCLocaleDoes) {
 TEST(Functions, TakeFactorsAndAnswer) {
   const Row rows[] = {
       {u"Length(\"abc\");", u"3"},
-      {u"Length ( \"abc\" , ) ;", u"3", "blanks, and a comma behind the last", 0, 18},
+      {u"Length ( \"abc\" , ) ;", u"3", "blanks, and a comma after the last", 0, 18},
       {u"Length(123);", u""},
       {u"Length(x);", u"", "an unknown name"},
       {u"Length(\"a\", \"b\");", u"", "too many are taken off"},

@@ -52,7 +52,7 @@ TEST(CalendarValue, RefusesWhatDoesNotComeBack) {
       {Value(2010, 11, 14, 24), "the end of a day has no calendar value"},
       {Value(2010, 2, 30), "February 30"},
       {Value(99, 12, 31), "before the first year"},
-      {Value(10000, 1, 1), "behind the last year"},
+      {Value(10000, 1, 1), "after the last year"},
       {Value(kHuge, kHuge, kHuge, kHuge, kHuge, kHuge), "no overflow"},
   };
   for (const auto& row : rows) {
@@ -106,7 +106,7 @@ TEST(CalendarValue, AddsDays) {
       {{2000, 2, 28}, 1, {2000, 2, 29, 0, 0, 0, 3}, "a leap year"},
       {{2011, 1, 1}, -1, {2010, 12, 31, 0, 0, 0, 6}, "back over the year's end"},
       {{1900, 1, 1}, -3, {1899, 12, 29, 0, 0, 0, 6}, "over day 0"},
-      {{9999, 12, 31}, 1, {}, "behind the last year"},
+      {{9999, 12, 31}, 1, {}, "after the last year"},
   };
   for (const auto& [from, days, to, why] : rows) {
     SCOPED_TRACE(why);

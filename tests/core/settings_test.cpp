@@ -176,6 +176,7 @@ TEST_F(Settings, StartsFromAFileThatIsCutAnywhere) {
 TEST_F(Settings, Reads100Megabytes) {
   constexpr size_t kSize = 100'000'000;
   for (const size_t lineLength : {kSize, size_t{1000}}) {
+    SCOPED_TRACE(lineLength);
     std::string content = "[Place]\r\n";
     content.reserve(2 * kSize);
     while (content.size() < kSize) content += std::string(lineLength, 'x') + "\r\n";
@@ -191,6 +192,7 @@ TEST_F(Settings, EndsTheStartWhenTheFileCannotBeRead) {
   testing_support::FaultyFiles faulty;
   Put("[System]\r\n");
   for (const FileCall call : {FileCall::kOpenForReading, FileCall::kRead}) {
+    SCOPED_TRACE(static_cast<int>(call));
     faulty.Fail(call);
     CAppState app;
     host.answers = {"起動時エラー|設定ファイルが読込めません。\nプログラムを終了します。"};

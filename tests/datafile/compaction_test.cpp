@@ -118,7 +118,7 @@ TEST_F(Compaction, AFailureLeavesTheFileAsItWas) {
   }
 }
 
-// Dies at a rename, or right behind it.
+// Dies at a rename, or right after it.
 class DyingFiles : public testing_support::FaultyFiles {
  public:
   int renamesUntilDeath = -1;
@@ -163,6 +163,7 @@ TEST(BackupNames, ReplaceTheLastExtensionAndNeverTheFileItself) {
   for (const auto& [name, backup] :
        {std::pair(u"user.sdf", u"user.bak"), std::pair(u"a.b.c", u"a.b.bak"),
         std::pair(u"user", u"user.bak"), std::pair(u"user.BAK", u"user.BAK.bak")}) {
+    SCOPED_TRACE(platform::ToUtf8(name));
     EXPECT_EQ(BackupName(name), backup);
   }
 }

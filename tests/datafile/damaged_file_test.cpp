@@ -63,7 +63,7 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
       {"without Actions", after(u"drop table t_UserData")},
       {"without our rows", after(u"delete from t_SysInfo")},
       {"without our tables", after(u"drop table t_SysInfo")},
-      {"zeros behind a good header", good.substr(0, 100) + std::string(8092, '\0')},
+      {"zeros after a good header", good.substr(0, 100) + std::string(8092, '\0')},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
@@ -81,6 +81,7 @@ TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
   const std::string good = SomeDataFile();
   std::mt19937 random(2);
   for (int round = 0; round < 60; ++round) {
+    SCOPED_TRACE(round);
     std::string bytes = good;
     if (round % 2 == 0) {
       bytes.resize(random() % good.size());
@@ -167,7 +168,7 @@ TEST_F(DamagedFileTest, AReaderElsewhereHindersNoWriteAndNoClosing) {
   EXPECT_EQ(FileBytes().substr(18, 2), "\1\1") << "closed in the rollback form again";
 }
 
-// The largest file that this process may write, for a scope: what is behind it fails as on a full
+// The largest file that this process may write, for a scope: what goes beyond it fails as on a full
 // disk.
 class FullDisk {
  public:

@@ -70,7 +70,7 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
       {"up to the next hour", Day(u"08:00", u"09:10"), 2, At(10, 31), Day(u"09:10", u"11:00")},
       {"up to midnight, which belongs to the next day", Day(u"23:00", u"23:40"), 2, At(23, 50),
        Span(u"23", u"23:40", u"24", u"00:00")},
-      {"a start in this hour behind its half: the end never lies before the start",
+      {"a start in this hour after its half: the end never lies before the start",
        Day(u"08:00", u"10:50"), 2, At(10, 20), Day(u"10:50", u"10:50")},
       {"all day: the next day, all day", Span(u"28", kMark, u"29", kMark), 1, At(10, 45),
        Span(u"30", kMark, u"30", kMark)},

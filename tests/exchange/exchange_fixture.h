@@ -29,7 +29,7 @@ class ExchangeTest : public testing::Test {
     EXPECT_EQ(store::ReloadActionIndex(app), 0);
   }
 
-  // Of the 23rd of June 2010; columns behind the times in their order.
+  // Of the 23rd of June 2010; its other columns are absent.
   static store::Action Of(std::u16string_view start, std::u16string_view end) {
     store::Action action;
     action[store::kStaDateTime] = u"2010/06/23 " + std::u16string(start);

@@ -118,6 +118,7 @@ TEST_F(FileTest, EveryCharacterComesBackAsItsEncodingHasIt) {
     inUtf8 += bytes;
   }
   for (const bool isUtf8 : {false, true}) {
+    SCOPED_TRACE(isUtf8);
     Put(isUtf8 ? inUtf8 : inCodePage);
     ImportList list;
     int line = 0, detail = 0;
@@ -139,6 +140,7 @@ TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
   host.answers = {file + "のオープンに失敗しました。ファイル名を見直してください。", failed};
   EXPECT_EQ(RunExport(app, path, 1), -1);
   for (const FileCall call : {FileCall::kWrite, FileCall::kSync}) {
+    SCOPED_TRACE(static_cast<int>(call));
     files.Fail(call, 1, 1);
     host.answers = {file + "の書込みに失敗(-1)しました。メモリの空き容量を確認してください。",
                     failed};
@@ -214,7 +216,7 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
       {"no ID in front", 3, head + "XX2010062300000001\tx\t" + noon + "\t" + noon + "\t\n",
        "1" + badId + "(-2)"},
       {"NUL bytes", 3, head + std::string(5000, '\0'), "1" + noMeaning},
-      {"a tab behind half of a pair", 1, good1 + "2010/06/23\t09:00" + day + "10:00\t\x81\tc1\n",
+      {"a tab after half of a pair", 1, good1 + "2010/06/23\t09:00" + day + "10:00\t\x81\tc1\n",
        "2" + noMeaning},
       {"bytes of no encoding", 1, good1 + "2010/06/23\t09:00" + day + "10:00\t\x85\x41\tc1\n",
        "2" + noMeaning},
@@ -240,7 +242,8 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   files.Fail(FileCall::kOpenForReading, 1, 1);
   EXPECT_EQ(RunImport(app, path, 3, kReadAdd), -1);
   Put(good1);
-  for (const int nth : {2, 3}) {  // as its encoding is told, and as its lines are taken
+  for (const int nth : {2, 3}) {  // as its encoding is found, and as its lines are taken
+    SCOPED_TRACE(nth);
     files.Fail(FileCall::kRead, nth, nth);
     host.answers = {"|1 行目にてエラーが発生しました。(-12)" + stopped, failed};
     EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -1);
@@ -254,6 +257,7 @@ TEST_F(FileTest, AFileThatIsNoCodePageIsReadAsUtf8) {
     lines += "2010/06/23\t09:00\t2010/06/23\t10:00\t昼食" + std::to_string(i) + "😀\t分類\r\n";
   }
   for (const std::string_view mark : {"", "\xEF\xBB\xBF"}) {
+    SCOPED_TRACE(mark.size());
     Put(std::string(mark) + lines);
     ImportList list;
     int line = 0, detail = 0;
@@ -271,7 +275,7 @@ TEST_F(FileTest, WhatTheReaderMakesOfALine) {
       "\tc\tc\t\"\t\tsurplus\tmore\r"
       "ID2010062300000001\tx\t2010/06/23 11:00:00\t2010/06/23 12:00:00\t\r"
       "ID2010062300000003\tx\t2010/06/23 12:00:00\t2010/06/23 12:00:00\t\t\t\t\t\t\tm\\n\te\r\r"
-      "bad line behind the empty one\r");
+      "bad line after the empty one\r");
   ImportList list;
   int line = 0, detail = 0;
   ASSERT_EQ(ReadImportFile(list, path, 3, line, detail), 0);

@@ -37,7 +37,7 @@ TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
       {"an empty text leaves out NULL", u"", true, {}, {}, {}, {}, "123"},
       {"nothing", u"海", true, {}, {}, {}, {}, "", "該当するアクションはありません。"},
       {"the end's minute counts as a whole", u"", false, {}, {}, day, u"10:00", "2"},
-      {"an empty end sorts behind every time", u"", false, {}, {}, day, {}, "1234"},
+      {"an empty end sorts after every time", u"", false, {}, {}, day, {}, "1234"},
       {"from a time on", u"", false, day, u"12:00", {}, {}, "34"},
       {"whole days before the end's, which ends with the day",
        u"",

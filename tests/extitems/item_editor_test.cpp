@@ -68,6 +68,7 @@ TEST_F(ItemEditor, CreatesChecksAndWarns) {
       {u"n", kString, u"caf\u00E9", "値の4文字目は、保存した後に読み戻せない文字です。"},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.told);
     CItemEditor editor(u"have:have:int:1:");
     editor.fields = {row.name, row.type, row.value, u"", u""};
     host.answers = {{row.told, row.type == kString ? Answer::kNo : Answer::kOk}};
@@ -114,6 +115,7 @@ TEST_F(ItemEditor, ChangesAndDeletes) {
 
 TEST_F(ItemEditor, ATextTooLongStays) {
   for (const size_t length : {2000u, 2001u}) {
+    SCOPED_TRACE(length);
     CItemEditor editor(u"");
     editor.fields = {u"n", kString, std::u16string(length - 14, u'x'), u"", u""};
     editor.OnBtnCreate();

@@ -50,7 +50,7 @@ TEST(ExtItemText, Reads) {
        "digits of every length; g is one, not converted"},
       {u"n:l:string:\"a\\q\":", false, u"", "an unknown escape"},
       {u"n:l:string:\"aé:c:d:int:5:", true, u"c=5",
-       "a gap ends the value; a colon behind it goes on"},
+       "a gap ends the value; a colon after it goes on"},
       {u"n:l:string:\"a", false, u"", "ends in a value"},
       {u"n:l:string:x:c:d:int:5:", true, u"c=5", "no quotation mark"},
       {u"9:l:int:1:", false, u"", "a name begins with a letter"},

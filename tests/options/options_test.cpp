@@ -82,6 +82,7 @@ TEST_F(Options, OnlyAPathThatOpensAtTheNextStartIsTaken) {
       {u"~/other.sdf", folder.Path(u"home\\other.sdf")},
   };
   for (const auto& [typed, rooted] : taken) {
+    SCOPED_TRACE(platform::ToUtf8(typed));
     sheet.values.DataFile = typed;
     EXPECT_TRUE(sheet.CheckDataFile());
     EXPECT_EQ(sheet.values.DataFile, rooted);

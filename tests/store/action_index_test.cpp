@@ -45,7 +45,7 @@ TEST_F(ActionIndexTest, ReloadSortsByStartAndKeepsTheOrderOfEqualStarts) {
   EXPECT_FALSE(app.FindWhere);
   EXPECT_EQ(app.IndexCount, 6);
   EXPECT_EQ(app.TotalCount, 6);
-  EXPECT_EQ(app.ListPage, 0) << "the page behind the last Action of the day";
+  EXPECT_EQ(app.ListPage, 0) << "the page after the last Action of the day";
   int position = 0;
   for (const std::u16string& id : {first, second, third, fourth, fifth, last}) {
     EXPECT_EQ(FindActionPosition(app, id), position++);
@@ -53,7 +53,7 @@ TEST_F(ActionIndexTest, ReloadSortsByStartAndKeepsTheOrderOfEqualStarts) {
   EXPECT_EQ(app.ActStarts.At(4), u"2010/06/23 12:00:00");
   EXPECT_EQ(FindActionPosition(app, u"ID'0000000000000099"), -104);
   const std::u16string unknown = InsertAction(u"2010/06/23 12:00:00");
-  EXPECT_EQ(FindActionPosition(app, unknown), -1) << "a row that the index hasn't";
+  EXPECT_EQ(FindActionPosition(app, unknown), -1) << "a row that isn't in the index";
 }
 
 TEST_F(ActionIndexTest, ReloadSeesEveryChangeWhoeverMadeIt) {
@@ -80,9 +80,9 @@ TEST_F(ActionIndexTest, ReloadSeesEveryChangeWhoeverMadeIt) {
       writer.Commit();
     }
     ASSERT_EQ(ReloadActionIndex(app), 0);
-    SortedStarts anew(*other);
-    ASSERT_EQ(anew.Refresh(), 0);
-    ASSERT_EQ(Lines(app.ActIds, app.ActStarts), Lines(anew.Ids(), anew.Starts()));
+    SortedStarts fresh(*other);
+    ASSERT_EQ(fresh.Refresh(), 0);
+    ASSERT_EQ(Lines(app.ActIds, app.ActStarts), Lines(fresh.Ids(), fresh.Starts()));
   }
 }
 
@@ -107,7 +107,7 @@ TEST_F(ActionIndexTest, LookupsFindTheFirstStartFromAMomentOn) {
       {"at two equal ones", u"2010/06/23", u"10:02:00", 0, 2},
       {"between", u"2010/06/24", u"00:00:00", 2, 2},
       {"at the last", u"2010/06/24", u"10:00:00", 2, 3},
-      {"behind all", u"2010/06/24", u"24:00:00", 3, 3},
+      {"after all", u"2010/06/24", u"24:00:00", 3, 3},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
@@ -128,7 +128,7 @@ TEST_F(ActionIndexTest, PagesAreCutFromTheNewestEnd) {
       {"the newest page is full", u"2010/06/24", u"24:00:00", 2, 0},
       {"the one before it", u"2010/06/22", u"", 2, 1},
       {"the oldest takes the remainder", u"2010/06/20", u"", 2, 2},
-      {"the last start of a page leads to the page behind it", u"2010/06/23", u"10:00:00", 2, 0},
+      {"the last start of a page leads to the page after it", u"2010/06/23", u"10:00:00", 2, 0},
       {"0 asks the list control", u"2010/06/22", u"", 0, 1},
       {"no date, no page", u"", u"", 2, 0},
       {"one page, and the last start itself", u"2010/06/25", u"10:00:00", 5, -1},

@@ -78,7 +78,7 @@ TEST(SqlText, LiteralsAreLifted) {
     std::vector<std::string> literals;
   } rows[] = {
       {"none", u"select * from t", "select * from t", {}},
-      {"several, and what stands behind",
+      {"several, and what follows",
        u"a like '%会社%' or b = '' order by a",
        "a like ? or b = ? order by a",
        {"%会社%", ""}},

@@ -67,7 +67,7 @@ TEST_F(UserDataTableTest, InsertRefuses) {
       {"a start on a day that does not exist", {}, u"2010/02/29 12:00:00", kOne, -101},
       {"an end of 24:00:01", {}, u"2010/06/23 00:00:00", u"2010/06/23 24:00:01", -103},
       {"a start of 24:00:00", {}, u"2010/06/23 24:00:00", u"2010/06/24 01:00:00", -104},
-      {"24:00:00 behind a start at noon", {}, kNoon, u"2010/06/23 24:00:00", -105},
+      {"24:00:00 after a start at noon", {}, kNoon, u"2010/06/23 24:00:00", -105},
       {"an end before the start", {}, kOne, kNoon, -106},
   };
   EXPECT_EQ(CheckActionTimes(MakeAction(kNoon, kNoon)), 0) << "a running Action";

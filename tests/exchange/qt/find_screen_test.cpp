@@ -56,6 +56,7 @@ TEST_F(FindScreen, WithListsThePickersOpen) {
     Click("1272");
     EXPECT_EQ(Find<QWidget>("1272")->accessibleDescription(), QStringLiteral("会社"));
     Next([&] {
+      Find("extra");  // the whole day
       Find<touch::INERT_LIST_VIEW>("hour")->List().SetTop(22);
       Click("1");
     });

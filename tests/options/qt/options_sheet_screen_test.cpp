@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QShortcut>
 
 #include "store/store_fixture.h"
 #include "support/screen_driver.h"
@@ -37,6 +38,10 @@ TEST_F(OptionsScreen, ControlsGoIntoTheSettingsOnOk) {
     Click("ViewModeSave");
     EXPECT_TRUE(Find<QComboBox>("InitView")->isEnabled());
     Choose("InitView", 3);
+    for (QShortcut* key : sheet.findChildren<QShortcut*>()) {
+      if (key->key() == QKeySequence(QStringLiteral("Ctrl+PgUp"))) emit key->activated();
+    }
+    EXPECT_TRUE(Find("tab5")->isChecked()) << "round to the last page";
     Click("1");
   });
   EXPECT_EQ(result, kSheetApplied);

@@ -73,9 +73,16 @@ TEST_F(RecorderScreen, ATapOnALineOpensItsActionAndADragDoesNot) {
     Send(lines, QEvent::MouseButtonRelease, {20, 60});
     EXPECT_EQ(app.SelIndex, -1);
     const int row = list->row(list->itemAt(20, 10));
-    QTimer::singleShot(0, &dialog, [] { platform::qt::ModalScreen::Topmost()->EndScreen(2); });
+    QTimer::singleShot(0, &dialog, [this] {
+      store::Action action;
+      Users().ReadById(app.SelActId, action);
+      action[store::kPlace] = u"changed";
+      Users().Update(app.SelActId, action);
+      platform::qt::ModalScreen::Topmost()->EndScreen(1);
+    });
     Tap(lines, {20, 10});
     EXPECT_EQ(app.SelIndex, row);
+    EXPECT_TRUE(list->item(row)->text().contains(QStringLiteral("changed")));
     Click("1152");
   });
 }
