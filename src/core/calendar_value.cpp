@@ -120,16 +120,6 @@ int CompareCalendarDays(const CalendarValue& a, const CalendarValue& b) {
   return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
-CalendarParts AddDays(int year, int month, int day, int days) {
-  CalendarValue value;
-  MakeCalendarValue(value, year, month, day, 0, 0, 0);
-  DateSpan span;
-  MakeDateSpan(span, days, 0, 0, 0);
-  CalendarParts parts;
-  CalendarToParts(value + span, parts);
-  return parts;
-}
-
 int SplitAtMidnight(std::vector<CalendarSpan>& pieces, const CalendarSpan& entry) {
   if (CalendarLess(entry.end, entry.start)) return -1;
   CalendarSpan piece = entry;
@@ -138,15 +128,11 @@ int SplitAtMidnight(std::vector<CalendarSpan>& pieces, const CalendarSpan& entry
     CalendarToParts(piece.start, day);
     MakeCalendarValue(piece.end, day.year, day.month, day.day, 23, 59, 59);
     pieces.push_back(piece);
-    day = AddDays(day.year, day.month, day.day, 1);
     MakeCalendarValue(piece.start, day.year, day.month, day.day, 0, 0, 0);
+    piece.start = piece.start + DateSpan{1.0};
   }
   pieces.push_back({piece.start, entry.end});
   return 0;
-}
-
-int WeekdayOf(int year, int month, int day) {
-  return AddDays(year, month, day, 0).weekday;
 }
 
 }  // namespace core

@@ -59,10 +59,4 @@ int SplitAtMidnight(std::vector<CalendarSpan>& pieces, const CalendarSpan& entry
 // 28 to 31, or 0 if there is no such month.
 int DaysInMonth(int year, int month);
 
-// The date that many days later, at midnight. Every part is -1 if one of the two does not exist.
-CalendarParts AddDays(int year, int month, int day, int days);
-
-// 1 Sunday .. 7 Saturday, or -1 for a date that does not exist.
-int WeekdayOf(int year, int month, int day);
-
 }  // namespace core

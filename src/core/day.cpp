@@ -6,10 +6,15 @@
 #include "core/date_time.h"
 
 namespace core {
+namespace {
 
-bool Day::Exists() const {
-  return day >= 1 && day <= DaysInMonth(year, month);
+CalendarValue Midnight(const Day& day) {
+  CalendarValue value;
+  MakeCalendarValue(value, day.year, day.month, day.day, 0, 0, 0);
+  return value;
 }
+
+}  // namespace
 
 Day DayOf(const platform::LocalTime& moment) {
   return {moment.year, moment.month, moment.day};
@@ -26,8 +31,10 @@ std::u16string DayText(const Day& day) {
 }
 
 std::optional<Day> DaysLater(const Day& day, int days) {
-  const CalendarParts parts = AddDays(day.year, day.month, day.day, days);
-  if (parts.day < 1) return {};
+  DateSpan span;
+  MakeDateSpan(span, days, 0, 0, 0);
+  CalendarParts parts;
+  if (!CalendarToParts(Midnight(day) + span, parts)) return {};
   return Day{parts.year, parts.month, parts.day};
 }
 
@@ -36,7 +43,9 @@ Day WithinMonth(const Day& day) {
 }
 
 int WeekdayOf(const Day& day) {
-  return WeekdayOf(day.year, day.month, day.day);
+  CalendarParts parts;
+  CalendarToParts(Midnight(day), parts);
+  return parts.weekday;
 }
 
 }  // namespace core

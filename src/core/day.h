@@ -16,7 +16,6 @@ struct Day {
   int month = 0;  // 1..12
   int day = 0;    // 1..31
 
-  bool Exists() const;
   auto operator<=>(const Day&) const = default;
 };
 
