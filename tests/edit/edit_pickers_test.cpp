@@ -80,13 +80,6 @@ TEST_F(EditPickers, ACommandTakesTheOpenPickerFirst) {
   EXPECT_EQ(app.Category1History.Entries().front(), u"食事");
 }
 
-TEST_F(EditPickers, MovementsMayStayOutOfThePlaces) {
-  app.NoMemPlaceSepaStr = 1;
-  Pick(kIdPlace, u"会社－＞学校");
-  EXPECT_EQ(screen.fields.place, u"会社－＞学校");
-  EXPECT_TRUE(app.PlaceHistory.Entries().empty());
-}
-
 TEST_F(EditPickers, AFieldShowsNoMoreThanIsStored) {
   app.EditOpeCont = 1;
   screen.OnCommand(kIdMemoInput);

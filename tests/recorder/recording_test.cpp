@@ -107,9 +107,6 @@ TEST_F(RecordingTest, LoadingTellsItsStep) {
     const char* number;
   } rows[] = {
       {u"delete from t_TextData where f_nvcItem = 'RcdrCategory2'", "-10"},
-      {u"delete from t_TextData where f_nvcItem = 'RcdrDateTime'", "-5"},
-      {u"delete from t_TextData where f_nvcItem = 'RcdrPreDateTime'", "-3"},
-      {u"delete from t_TextData where f_nvcItem = 'RcdrPreActId'", "-2"},
       {u"delete from t_LongData", "-1"},
   };
   Tap(9, 0, u"自宅");
@@ -158,13 +155,6 @@ TEST_F(RecordingTest, EditorsTakeOrRefuseTheirText) {
   recorder.editorText = u"nonsense";
   recorder.OnBtnNow();
   EXPECT_EQ(recorder.fields.time, u"10:45");
-}
-
-TEST_F(RecordingTest, MovementsStayOutOfThePlaceHistory) {
-  app.PlaceHistory.Clear();
-  app.NoMemPlaceSepaStr = 1;
-  recorder.TakeValue(InlineEdit::kPlace, u"会社" + app.PlaceSepaStr + u"自宅");
-  EXPECT_TRUE(app.PlaceHistory.Entries().empty());
 }
 
 TEST_F(RecordingTest, TheEditScreenOpensWhatTheIndexHolds) {
