@@ -101,14 +101,14 @@ bool CEditAction::Open(OpenMode openMode, const std::optional<position::Position
 }
 
 void CEditAction::OnCommand(int commandId) {
-  const Picker closed = picker;
-  // A position arrives once: it is offered also where an open picker's text was refused.
-  const bool goesOn = ApplyPicker() || commandId == kIdPositionArrived;
+  const Editor closed = editor;
+  // A position arrives once: it is offered also where an open editor's text was refused.
+  const bool goesOn = ApplyEditor() || commandId == kIdPositionArrived;
   if (!goesOn || !IsEnabled(commandId)) return;
   if (commandId == kIdMemoInput) {
     SwitchMemoInput(closed);
-  } else if (const Picker which = PickerOf(commandId); which != Picker::kNone) {
-    if (which != closed) OpenPicker(which);
+  } else if (const Editor which = EditorOf(commandId); which != Editor::kNone) {
+    if (which != closed) OpenEditor(which);
   } else {
     for (const Command& command : kCommands) {
       if (command.id == commandId) (this->*command.run)();

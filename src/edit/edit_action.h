@@ -21,8 +21,8 @@ enum OpenMode { kOpenNew = 1, kOpenChange = 2, kOpenReference = 4, kOpenFollow =
 
 enum class WorkingMode { kCreate = 1, kChange = 2 };
 
-// The picker that is open, in place or on a screen of its own.
-enum class Picker {
+// The editor that is open, in place or on a screen of its own.
+enum class Editor {
   kNone,
   kStartDate,
   kStartTime,
@@ -37,7 +37,7 @@ enum class Picker {
 
 enum class MemoInput { kList = 1, kEdit = 2 };
 
-// What the columns hold, in 16-bit units. A longer text is cut as its picker closes, so that its
+// What the columns hold, in 16-bit units. A longer text is cut as its editor closes, so that its
 // field shows what will be stored.
 inline constexpr size_t kLongestText = 500;
 inline constexpr size_t kLongestMemo = 2000;
@@ -106,10 +106,10 @@ class CEditAction {
   Fields fields;
   WorkingMode workingMode = WorkingMode::kCreate;
   MemoInput memoInput = MemoInput::kList;
-  Picker picker = Picker::kNone;
-  // What the open picker holds: a date for a calendar, the typed text for the others. The screen
+  Editor editor = Editor::kNone;
+  // What the open editor holds: a date for a calendar, the typed text for the others. The screen
   // keeps it up to date while its user types.
-  std::u16string pickerText;
+  std::u16string editorText;
   platform::WindowId window = 0;  // the screen's, for posted commands
   bool dirty = false;
   std::optional<int> ended;   // the result code, once the screen is to end
@@ -122,21 +122,21 @@ class CEditAction {
   std::u16string_view WriteText() const;  // of the write button and the soft key
   bool IsEnabled(int commandId) const;
   bool IsChecked(int commandId) const;  // of the two toggles
-  // The open picker is a screen of its own and not one in place: a time or a value, where
-  // ItmSelMode says so. And that screen's title.
+  // The open editor is a picker that covers the screen and not one in place: a time or a value
+  // where ItmSelMode says so. And that screen's title.
   bool PicksOnOwnScreen() const;
   std::u16string PickerTitle() const;
-  // What the list of the open picker offers, and the row it opens at (-1: none).
-  std::vector<std::u16string> PickerRows() const;
-  int PickerRow() const;
+  // What the list of the open editor offers, and the row it opens at (-1: none).
+  std::vector<std::u16string> EditorRows() const;
+  int EditorRow() const;
   // The most that its line takes.
-  size_t LongestPickerText() const;
+  size_t LongestEditorText() const;
 
   // Fills the state. A new Action begins with `position`, if there is one. False, after a message,
   // if the Action can't be read: there is nothing to show.
   bool Open(OpenMode openMode, const std::optional<position::Position>& position = {});
 
-  // Runs a command of a control, the tool bar or the menu. An open picker is applied first; the
+  // Runs a command of a control, the tool bar or the menu. An open editor is applied first; the
   // command is abandoned if that fails.
   void OnCommand(int commandId);
   // The extended items in their text form, and what their editor made of it.
@@ -145,14 +145,14 @@ class CEditAction {
   // The window is closed by its frame: as the exit command. True if the screen has ended.
   bool OnWindowClosing();
 
-  // The user is done with the open picker: its text is taken, except that the top row of the memo
-  // list opens the multi-line edit. False if the text was refused; the picker is closed all the
+  // The user is done with the open editor: its text is taken, except that the top row of the memo
+  // list opens the multi-line edit. False if the text was refused; the editor is closed all the
   // same.
-  bool ChoosePicker();
-  // Closes the open picker as every command does: its text is taken. False if it was refused.
-  bool ApplyPicker();
-  // Closes the open picker and leaves the field as it was.
-  void DropPicker();
+  bool ChooseEditor();
+  // Closes the open editor as every command does: its text is taken. False if it was refused.
+  bool ApplyEditor();
+  // Closes the open editor and leaves the field as it was.
+  void DropEditor();
 
  private:
   struct Command;
@@ -186,13 +186,13 @@ class CEditAction {
   void PutAt(const position::Position& position);
   void PutPosition(const PositionText& latitude, const PositionText& longitude);
 
-  // edit_pickers.cpp
-  Picker PickerOf(int controlId) const;
-  void OpenPicker(Picker which);
-  bool ReadTime(Picker which, StartEnd& times) const;
-  void ApplyValue(Picker which);
-  void ApplyMemo(Picker which);
-  void SwitchMemoInput(Picker closed);
+  // edit_fields.cpp
+  Editor EditorOf(int controlId) const;
+  void OpenEditor(Editor which);
+  bool ReadTime(Editor which, StartEnd& times) const;
+  void ApplyValue(Editor which);
+  void ApplyMemo(Editor which);
+  void SwitchMemoInput(Editor closed);
   void ChangeField(std::u16string& field, std::u16string_view text, size_t longest);
   void ChangeTimes(const StartEnd& times);
 

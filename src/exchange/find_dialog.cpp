@@ -114,7 +114,7 @@ int CFind::CloseFindEditor() {
     case FindEditor::kEndTime:
       return ReadEndTime();
     default:
-      return 0;  // a calendar writes when a day is tapped
+      return 0;  // of a calendar only a day that was tapped counts
   }
 }
 
@@ -149,9 +149,10 @@ bool CFind::ApplyEditor() {
   return false;
 }
 
-void CFind::TakeDate(std::u16string_view date) {
-  const FindEditor opener = std::exchange(editor, FindEditor::kNone);
-  (opener == FindEditor::kStartDate ? fields.staDate : fields.endDate) = date;
+bool CFind::ChooseEditor() {
+  if (editor == FindEditor::kStartDate) fields.staDate = editorText;
+  if (editor == FindEditor::kEndDate) fields.endDate = editorText;
+  return ApplyEditor();
 }
 
 // Kept on purpose: a start that was picked empties the end's time, a typed one leaves it.

@@ -43,6 +43,9 @@ class CFind {
   // kAllDayHour for the all-day mark.
   void PickerTime(FindEditor which, int& hour, int& minute) const;
 
+  // The user is done with the open editor: the day of a calendar is taken, a time as by
+  // ApplyEditor.
+  bool ChooseEditor();
   // Opens an editor in place. False, after a message, if the one that was open is refused.
   bool OpenEditor(FindEditor which);
   // CloseFindEditor as every command does it, with its message. False if the time was refused; the
@@ -50,8 +53,6 @@ class CFind {
   bool ApplyEditor();
   // Closes the open editor and leaves its field as it was.
   void DropEditor() { editor = FindEditor::kNone; }
-  // The day that was tapped in the calendar.
-  void TakeDate(std::u16string_view date);
   // The answer of the picker of a time field.
   void TakeTime(FindEditor which, int hour, int minute);
 

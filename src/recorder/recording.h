@@ -33,7 +33,7 @@ struct HistoryLines {
 };
 
 // Which editor is open in place of its field.
-enum class InlineEdit { kNone = 0, kTime = 2, kPlace = 5, kCategory1 = 6, kCategory2 = 7 };
+enum class InlineEditTarget { kNone = 0, kTime = 2, kPlace = 5, kCategory1 = 6, kCategory2 = 7 };
 
 class CRecorder {
  public:
@@ -45,7 +45,7 @@ class CRecorder {
   bool canStop = false;       // the stop button is enabled
   bool isRunning = false;     // what the stop button shows: it stops, or it reopens
   bool opensAtStart = false;  // the check on "起動時に開く"
-  InlineEdit inlineEdit = InlineEdit::kNone;
+  InlineEditTarget editor = InlineEditTarget::kNone;
   platform::WindowId window = 0;  // the screen's, for posted commands
   std::u16string editorText;      // what the open editor holds; the screen keeps it up to date
 
@@ -79,18 +79,20 @@ class CRecorder {
   // recording_fields.cpp
   // Closes the open editor and takes its value. 0, or -1 if the value was refused: the field stays.
   int ValidateInlineEdit();
+  // Closes the open editor and leaves its field as it was.
+  void DropEditor() { editor = InlineEditTarget::kNone; }
   // Opens the editor of a field. False if one was open whose value was refused.
-  bool OpenEditor(InlineEdit which);
-  const std::u16string& FieldText(InlineEdit which) const;
+  bool OpenEditor(InlineEditTarget which);
+  const std::u16string& FieldText(InlineEditTarget which) const;
   // What the editor or the picker of a field offers.
-  std::vector<std::u16string> RowsOf(InlineEdit which) const;
+  std::vector<std::u16string> EditorRows(InlineEditTarget which) const;
   // Freezes the clock's time in the field; drops an open time editor.
   void OnBtnNow();
-  // The row of RowsOf at which the open editor's list stands: its text's, of times the last one
+  // The row of EditorRows at which the open editor's list stands: its text's, of times the last one
   // that is not later than it; -1 for none.
   int EditorRow() const;
   // What a picker brought for a field: a text of the history, or a time or the mark.
-  void TakeValue(InlineEdit which, std::u16string_view text);
+  void TakeValue(InlineEditTarget which, std::u16string_view text);
   // The same for the time by its numbers.
   void TakeTime(int hour, int minute);
   // The time in the field; false if it holds the mark.

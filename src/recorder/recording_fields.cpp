@@ -15,8 +15,8 @@ constexpr size_t kRowOfEmptyField = 24;
 }  // namespace
 
 int CRecorder::ValidateInlineEdit() {
-  const InlineEdit closed = std::exchange(inlineEdit, InlineEdit::kNone);
-  if (closed == InlineEdit::kTime && editorText != kCurrentTimeMark) {
+  const InlineEditTarget closed = std::exchange(editor, InlineEditTarget::kNone);
+  if (closed == InlineEditTarget::kTime && editorText != kCurrentTimeMark) {
     int hour = 0, minute = 0, second = 0;
     if (core::ParseTimeEntry(editorText, hour, minute, second) != 0) {
       Tell(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
@@ -25,79 +25,79 @@ int CRecorder::ValidateInlineEdit() {
     }
     editorText = core::FormatHourMinute(hour, minute);
   }
-  if (closed != InlineEdit::kNone) TakeValue(closed, editorText);
+  if (closed != InlineEditTarget::kNone) TakeValue(closed, editorText);
   return 0;
 }
 
-bool CRecorder::OpenEditor(InlineEdit which) {
+bool CRecorder::OpenEditor(InlineEditTarget which) {
   if (ValidateInlineEdit() != 0) return false;
-  inlineEdit = which;
+  editor = which;
   editorText = FieldText(which);
-  if (which == InlineEdit::kTime && editorText.empty())
+  if (which == InlineEditTarget::kTime && editorText.empty())
     editorText = app_.HalfHourTable[kRowOfEmptyField - 1];
   return true;
 }
 
-const std::u16string& CRecorder::FieldText(InlineEdit which) const {
+const std::u16string& CRecorder::FieldText(InlineEditTarget which) const {
   switch (which) {
-    case InlineEdit::kPlace:
+    case InlineEditTarget::kPlace:
       return fields.place;
-    case InlineEdit::kCategory1:
+    case InlineEditTarget::kCategory1:
       return fields.category1;
-    case InlineEdit::kCategory2:
+    case InlineEditTarget::kCategory2:
       return fields.category2;
     default:
       return fields.time;
   }
 }
 
-std::vector<std::u16string> CRecorder::RowsOf(InlineEdit which) const {
+std::vector<std::u16string> CRecorder::EditorRows(InlineEditTarget which) const {
   std::vector<std::u16string> rows;
   switch (which) {
-    case InlineEdit::kNone:
+    case InlineEditTarget::kNone:
       break;
-    case InlineEdit::kTime:
+    case InlineEditTarget::kTime:
       rows.emplace_back(kCurrentTimeMark);
       rows.insert(rows.end(), app_.HalfHourTable.begin(),
                   app_.HalfHourTable.begin() + core::kHalfHoursOffered);
       break;
-    case InlineEdit::kPlace:
+    case InlineEditTarget::kPlace:
       return app_.PlaceHistory.Entries();
-    case InlineEdit::kCategory1:
+    case InlineEditTarget::kCategory1:
       return app_.Category1History.Entries();
-    case InlineEdit::kCategory2:
+    case InlineEditTarget::kCategory2:
       return app_.Category2History.Entries();
   }
   return rows;
 }
 
 int CRecorder::EditorRow() const {
-  const std::vector<std::u16string> rows = RowsOf(inlineEdit);
+  const std::vector<std::u16string> rows = EditorRows(editor);
   int nearest = -1;
   for (size_t i = 0; i < rows.size(); ++i) {
     if (rows[i] == editorText) return static_cast<int>(i);
-    const bool isEarlier = inlineEdit == InlineEdit::kTime && i > 0 && rows[i] < editorText;
+    const bool isEarlier = editor == InlineEditTarget::kTime && i > 0 && rows[i] < editorText;
     if (isEarlier) nearest = static_cast<int>(i);
   }
   return nearest;
 }
 
-void CRecorder::TakeValue(InlineEdit which, std::u16string_view text) {
+void CRecorder::TakeValue(InlineEditTarget which, std::u16string_view text) {
   switch (which) {
-    case InlineEdit::kNone:
+    case InlineEditTarget::kNone:
       break;
-    case InlineEdit::kTime:
+    case InlineEditTarget::kTime:
       fields.time = text;
       break;
-    case InlineEdit::kPlace:
+    case InlineEditTarget::kPlace:
       core::RememberPlace(app_, text);
       fields.place = text;
       break;
-    case InlineEdit::kCategory1:
+    case InlineEditTarget::kCategory1:
       app_.Category1History.Add(text);
       fields.category1 = text;
       break;
-    case InlineEdit::kCategory2:
+    case InlineEditTarget::kCategory2:
       app_.Category2History.Add(text);
       fields.category2 = text;
       break;
@@ -105,7 +105,7 @@ void CRecorder::TakeValue(InlineEdit which, std::u16string_view text) {
 }
 
 void CRecorder::TakeTime(int hour, int minute) {
-  TakeValue(InlineEdit::kTime, core::FormatHourMinute(hour, minute));
+  TakeValue(InlineEditTarget::kTime, core::FormatHourMinute(hour, minute));
 }
 
 bool CRecorder::FieldTime(int& hour, int& minute) const {
@@ -134,8 +134,8 @@ void CRecorder::OpenMapLink() {
 }
 
 void CRecorder::OnBtnNow() {
-  if (inlineEdit == InlineEdit::kTime) {
-    inlineEdit = InlineEdit::kNone;
+  if (editor == InlineEditTarget::kTime) {
+    DropEditor();
   } else if (ValidateInlineEdit() != 0) {
     return;
   }

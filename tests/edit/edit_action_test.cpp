@@ -27,8 +27,8 @@ class EditAction : public edit_test::EditTest {
 
   static void Pick(CEditAction& screen, int controlId, std::u16string_view text) {
     screen.OnCommand(controlId);
-    screen.pickerText = text;
-    screen.ChoosePicker();
+    screen.editorText = text;
+    screen.ChooseEditor();
   }
 };
 

@@ -24,8 +24,8 @@ class EditActionText : public edit_test::EditTest {
 
   static void Choose(CEditAction& screen, int field, std::u16string_view text) {
     screen.OnCommand(field);
-    screen.pickerText = text;
-    EXPECT_TRUE(screen.ChoosePicker());
+    screen.editorText = text;
+    EXPECT_TRUE(screen.ChooseEditor());
   }
 
   static std::string Shown(const CEditAction& screen) {
@@ -57,8 +57,8 @@ TEST_F(EditActionText, RunsAfterNothingElse) {
     screen.OnCommand(command);
     EXPECT_EQ(Shown(screen), "2010/06/23 10:45:01") << command;
   }
-  screen.ChoosePicker();
-  EXPECT_EQ(Shown(screen), "2010/06/23 10:45:06") << "a picker closes";
+  screen.ChooseEditor();
+  EXPECT_EQ(Shown(screen), "2010/06/23 10:45:06") << "a editor closes";
   host.now.second += 1;
   screen.OnCommand(kIdWrite);
   EXPECT_EQ(Shown(screen), "2010/06/23 10:45:07");
@@ -67,9 +67,9 @@ TEST_F(EditActionText, RunsAfterNothingElse) {
 TEST_F(EditActionText, TheTemplateIsWhatIsEditedAndStored) {
   CEditAction screen = OpenWithMemo(u"#SIPlace#で");
   screen.OnCommand(kIdMemo);
-  EXPECT_EQ(platform::ToUtf8(screen.pickerText), "#SIPlace#で");
-  screen.pickerText = u"#SIPlace#にて";
-  screen.ChoosePicker();
+  EXPECT_EQ(platform::ToUtf8(screen.editorText), "#SIPlace#で");
+  screen.editorText = u"#SIPlace#にて";
+  screen.ChooseEditor();
   EXPECT_TRUE(screen.dirty);
   EXPECT_EQ(Shown(screen), "レストランにて");
   screen.OnCommand(kIdWrite);

@@ -143,13 +143,13 @@ TEST_F(RecordingTest, EditorsTakeOrRefuseTheirText) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     if (row.refused) host.answers = {platform::Answer::kOk};
-    recorder.OpenEditor(InlineEdit::kTime);
+    recorder.OpenEditor(InlineEditTarget::kTime);
     recorder.editorText = row.typed;
     EXPECT_EQ(recorder.ValidateInlineEdit(), row.refused ? -1 : 0);
     EXPECT_EQ(store_test::Readable(recorder.fields.time), row.shown);
-    EXPECT_EQ(recorder.inlineEdit, InlineEdit::kNone);
+    EXPECT_EQ(recorder.editor, InlineEditTarget::kNone);
   }
-  recorder.OpenEditor(InlineEdit::kTime);
+  recorder.OpenEditor(InlineEditTarget::kTime);
   recorder.editorText = u"09:40";
   EXPECT_EQ(recorder.EditorRow(), 20) << "the half hour before it";
   recorder.editorText = u"nonsense";

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "core/date_time.h"
-#include "edit/picker_table.h"
+#include "edit/editor_table.h"
 #include "edit/qt/own_screen_pickers.h"
 #include "extitems/qt/item_editor_screen.h"
 #include "platform/metrics.h"
@@ -39,8 +39,8 @@ constexpr ToolButton kToolButtons[] = {
     {kIdToolContinue, u"連続", u"連続入力", true}, {kIdToolAtStart, u"起動", u"起動時に開く", true},
 };
 
-bool IsDate(Picker picker) {
-  return picker != Picker::kNone && EntryOf(picker).kind == PickerKind::kDate;
+bool IsDate(Editor editor) {
+  return editor != Editor::kNone && EntryOf(editor).kind == EditorKind::kDate;
 }
 
 QDate ToDate(std::u16string_view text) {
@@ -78,7 +78,7 @@ CEditActionDlg::CEditActionDlg(QWidget* over, core::CAppState& app, OpenMode ope
   MakeToolBar(*rows);
   rows->addWidget(keys_);
   MakeMenu();
-  MakePickers();
+  MakeEditors();
   connect(form_, &EditForm::Tapped, this, &CEditActionDlg::Run);
 }
 
@@ -175,7 +175,7 @@ QAction* CEditActionDlg::AddMenuItem(QMenu& menu, int id, const QString& text) {
   return action;
 }
 
-void CEditActionDlg::MakePickers() {
+void CEditActionDlg::MakeEditors() {
   calendar_->setObjectName(QStringLiteral("1126"));
   list_->setObjectName(QStringLiteral("1124"));
   memoEdit_->setObjectName(QStringLiteral("1123"));
@@ -185,12 +185,12 @@ void CEditActionDlg::MakePickers() {
   list_->hide();
   memoEdit_->hide();
   connect(calendar_, &platform::qt::MonthCalendar::Moved, this, &CEditActionDlg::TakeDate);
-  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &CEditActionDlg::ChoosePicker);
+  connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, &CEditActionDlg::ChooseEditor);
   connect(list_, &pickers::ListPicker::TextChanged, this,
-          [this](const QString& text) { edit_.pickerText = FromQt(text); });
-  connect(list_, &pickers::ListPicker::Chosen, this, &CEditActionDlg::ChoosePicker);
+          [this](const QString& text) { edit_.editorText = FromQt(text); });
+  connect(list_, &pickers::ListPicker::Chosen, this, &CEditActionDlg::ChooseEditor);
   connect(memoEdit_, &QPlainTextEdit::textChanged, this,
-          [this] { edit_.pickerText = FromQt(TypedText(*memoEdit_)); });
+          [this] { edit_.editorText = FromQt(TypedText(*memoEdit_)); });
 }
 
 void CEditActionDlg::Run(int commandId) {
@@ -208,7 +208,7 @@ void CEditActionDlg::OnPosted(int command) {
 }
 
 void CEditActionDlg::EditExtItems() {
-  const bool taken = edit_.ApplyPicker();
+  const bool taken = edit_.ApplyEditor();
   ShowState();
   if (!taken) return;
   extitems::CItemEditorDlg editor(this, app_, edit_.ExtItems());
@@ -216,30 +216,30 @@ void CEditActionDlg::EditExtItems() {
   ShowState();
 }
 
-void CEditActionDlg::ChoosePicker() {
-  edit_.ChoosePicker();
+void CEditActionDlg::ChooseEditor() {
+  edit_.ChooseEditor();
   ShowState();
 }
 
-void CEditActionDlg::ClosePicker() {
+void CEditActionDlg::TakeEditor() {
   QGuiApplication::inputMethod()->commit();
-  edit_.ApplyPicker();
+  edit_.ApplyEditor();
   ShowState();
 }
 
 void CEditActionDlg::TakeDate(const QDate& date) {
-  edit_.pickerText = core::FormatDate(date.year(), date.month(), date.day());
+  edit_.editorText = core::FormatDate(date.year(), date.month(), date.day());
 }
 
-// An open picker goes first, then the screen. What was typed into the multi-line edit is kept: too
+// An open editor goes first, then the screen. What was typed into the multi-line edit is kept: too
 // much of it would be lost.
 void CEditActionDlg::OnEscape() {
-  if (edit_.picker == Picker::kNone) {
+  if (edit_.editor == Editor::kNone) {
     Run(kIdClose);
-  } else if (edit_.picker == Picker::kMemoEdit) {
-    ChoosePicker();
+  } else if (edit_.editor == Editor::kMemoEdit) {
+    ChooseEditor();
   } else {
-    edit_.DropPicker();
+    edit_.DropEditor();
     ShowState();
   }
 }
@@ -248,8 +248,8 @@ void CEditActionDlg::OnEscape() {
 void CEditActionDlg::keyPressEvent(QKeyEvent* event) {
   auto* button = qobject_cast<QAbstractButton*>(focusWidget());
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (isEnter && edit_.picker == Picker::kMemoEdit) {
-    ChoosePicker();
+  if (isEnter && edit_.editor == Editor::kMemoEdit) {
+    ChooseEditor();
   } else if (isEnter && button != nullptr && button->hasFocus()) {
     button->click();
   } else {
@@ -257,21 +257,21 @@ void CEditActionDlg::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// A tap beside an open picker closes it.
+// A tap beside an open editor closes it.
 void CEditActionDlg::mousePressEvent(QMouseEvent*) {
-  ClosePicker();
+  TakeEditor();
 }
 
 void CEditActionDlg::resizeEvent(QResizeEvent* event) {
   ModalScreen::resizeEvent(event);
   layout()->activate();
   form_->LayOut(buttons_[kIdClose]);
-  PlacePicker();
+  PlaceEditor();
 }
 
-// Tab leaves an open picker for the field behind the one that was picked.
+// Tab leaves an open editor for the field behind the one that was picked.
 bool CEditActionDlg::focusNextPrevChild(bool forward) {
-  if (edit_.picker != Picker::kNone) ClosePicker();
+  if (edit_.editor != Editor::kNone) TakeEditor();
   return ModalScreen::focusNextPrevChild(forward);
 }
 
@@ -288,17 +288,17 @@ void CEditActionDlg::ShowState() {
     if (action->isCheckable()) action->setChecked(edit_.IsChecked(id));
   }
   form_->ShowState(edit_);
-  if (edit_.picker != shownPicker_) ShowPicker();
+  if (edit_.editor != shownEditor_) ShowEditor();
   if (edit_.ended) EndScreen(*edit_.ended);
 }
 
-void CEditActionDlg::ShowPicker() {
-  QWidget* former = PickerWidget(shownPicker_);
-  const Picker closed = std::exchange(shownPicker_, edit_.picker);
-  QWidget* opened = PickerWidget(shownPicker_);
+void CEditActionDlg::ShowEditor() {
+  QWidget* former = EditorWidget(shownEditor_);
+  const Editor closed = std::exchange(shownEditor_, edit_.editor);
+  QWidget* opened = EditorWidget(shownEditor_);
   if (opened != nullptr) {
-    FillPicker();
-    PlacePicker();
+    FillEditor();
+    PlaceEditor();
     opened->show();
     opened->raise();
     opened->setFocus();
@@ -309,36 +309,36 @@ void CEditActionDlg::ShowPicker() {
   if (hadFocus && opened == nullptr) form_->Control(EntryOf(closed).controlId)->setFocus();
 }
 
-void CEditActionDlg::FillPicker() {
-  if (IsDate(shownPicker_)) {
+void CEditActionDlg::FillEditor() {
+  if (IsDate(shownEditor_)) {
     const QSignalBlocker unmoved(calendar_);
-    calendar_->Select(ToDate(edit_.pickerText));
-  } else if (shownPicker_ == Picker::kMemoEdit) {
+    calendar_->Select(ToDate(edit_.editorText));
+  } else if (shownEditor_ == Editor::kMemoEdit) {
     const QSignalBlocker untyped(memoEdit_);
-    memoEdit_->setPlainText(ToQt(edit_.pickerText));
+    memoEdit_->setPlainText(ToQt(edit_.editorText));
     memoEdit_->moveCursor(QTextCursor::End);
   } else {
     list_->Open(
-        edit_.PickerRows(), edit_.PickerRow(), ToQt(edit_.pickerText),
-        static_cast<int>(edit_.LongestPickerText()),
-        EntryOf(shownPicker_).kind == PickerKind::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
+        edit_.EditorRows(), edit_.EditorRow(), ToQt(edit_.editorText),
+        static_cast<int>(edit_.LongestEditorText()),
+        EntryOf(shownEditor_).kind == EditorKind::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
   }
 }
 
 // The list lies over its field, the multi-line edit too, and the calendar below or above it; none
 // covers the soft keys.
-void CEditActionDlg::PlacePicker() {
-  if (shownPicker_ == Picker::kNone) return;
-  form_->ensureWidgetVisible(form_->Control(EntryOf(shownPicker_).controlId), 0, 0);
-  const QRect field = form_->PlaceOf(EntryOf(shownPicker_).controlId);
+void CEditActionDlg::PlaceEditor() {
+  if (shownEditor_ == Editor::kNone) return;
+  form_->ensureWidgetVisible(form_->Control(EntryOf(shownEditor_).controlId), 0, 0);
+  const QRect field = form_->PlaceOf(EntryOf(shownEditor_).controlId);
   const QRect area(0, 0, width(), height() - keys_->height());
-  if (IsDate(shownPicker_)) {
+  if (IsDate(shownEditor_)) {
     const QSize size = QSize(Scaled(228), Scaled(200)).boundedTo(area.size());
     const bool fitsBelow = field.bottom() + size.height() <= area.bottom();
     const int y = fitsBelow ? field.bottom() + 1 : area.bottom() + 1 - size.height();
     const int x = std::min(field.left(), area.right() + 1 - size.width());
     calendar_->setGeometry(QRect(QPoint(x, y), size));
-  } else if (shownPicker_ == Picker::kMemoEdit) {
+  } else if (shownEditor_ == Editor::kMemoEdit) {
     const int height = std::max(field.height(), std::min(Scaled(78), field.bottom() + 1));
     memoEdit_->setGeometry(field.x(), field.bottom() + 1 - height, field.width(), height);
   } else {
@@ -346,10 +346,10 @@ void CEditActionDlg::PlacePicker() {
   }
 }
 
-QWidget* CEditActionDlg::PickerWidget(Picker picker) const {
-  if (picker == Picker::kNone) return nullptr;
-  if (IsDate(picker)) return calendar_;
-  if (picker == Picker::kMemoEdit) return memoEdit_;
+QWidget* CEditActionDlg::EditorWidget(Editor editor) const {
+  if (editor == Editor::kNone) return nullptr;
+  if (IsDate(editor)) return calendar_;
+  if (editor == Editor::kMemoEdit) return memoEdit_;
   return list_;
 }
 

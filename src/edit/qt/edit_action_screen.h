@@ -46,26 +46,26 @@ class CEditActionDlg : public platform::qt::ModalScreen {
   void MakeTitleRow(QVBoxLayout& rows);
   void MakeToolBar(QVBoxLayout& rows);
   void MakeMenu();
-  void MakePickers();
+  void MakeEditors();
   void AddButton(int id, const QString& text, QBoxLayout& row, int width);
   QAction* AddMenuItem(QMenu& menu, int id, const QString& text);
 
   void Run(int commandId);
   void EditExtItems();
-  void ChoosePicker();
-  void ClosePicker();
+  void ChooseEditor();
+  void TakeEditor();
   void TakeDate(const QDate& date);
   void ShowState();
-  void ShowPicker();
-  void FillPicker();
-  void PlacePicker();
-  QWidget* PickerWidget(Picker picker) const;
+  void ShowEditor();
+  void FillEditor();
+  void PlaceEditor();
+  QWidget* EditorWidget(Editor editor) const;
 
   core::CAppState& app_;
   CEditAction edit_;
   OpenMode openMode_;
   std::optional<position::Position> position_;
-  Picker shownPicker_ = Picker::kNone;
+  Editor shownEditor_ = Editor::kNone;
   std::map<int, QAbstractButton*> buttons_;  // of the title row and the tool bar, by id
   std::map<int, QAction*> actions_;          // of the menu, by id
   QLabel* title_;

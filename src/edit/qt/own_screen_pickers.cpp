@@ -4,7 +4,7 @@
 #include <string>
 
 #include "core/date_time.h"
-#include "edit/picker_table.h"
+#include "edit/editor_table.h"
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
 #include "platform/qt/modal_screen.h"
@@ -15,11 +15,11 @@ namespace {
 // The extra button of the start stands for a whole day.
 std::optional<std::u16string> PickTime(QWidget* over, const CEditAction& edit) {
   int hour = pickers::kExtraHour, minute = 0, second = 0;
-  core::ParseTime(edit.pickerText, hour, minute, second);
+  core::ParseTime(edit.editorText, hour, minute, second);
   pickers::TimeSelectParams params;
   params.title = edit.PickerTitle();
   params.extraText = u"終日";
-  params.showExtra = edit.picker == Picker::kStartTime ? 1 : 0;
+  params.showExtra = edit.editor == Editor::kStartTime ? 1 : 0;
   params.startHour = static_cast<uint16_t>(hour);
   params.startMinute = static_cast<uint16_t>(minute);
   if (pickers::TimeSelectDlg(over, params).RunModal() != platform::qt::kResultOk) return {};
@@ -28,7 +28,7 @@ std::optional<std::u16string> PickTime(QWidget* over, const CEditAction& edit) {
 }
 
 std::optional<std::u16string> PickValue(QWidget* over, const CEditAction& edit) {
-  pickers::ValueSelectParams params{edit.PickerTitle(), edit.pickerText, edit.PickerRows()};
+  pickers::ValueSelectParams params{edit.PickerTitle(), edit.editorText, edit.EditorRows()};
   if (pickers::ValueSelectDlg(over, params).RunModal() != platform::qt::kResultOk) return {};
   return params.value;
 }
@@ -36,11 +36,11 @@ std::optional<std::u16string> PickValue(QWidget* over, const CEditAction& edit) 
 }  // namespace
 
 void PickOnOwnScreen(QWidget* over, CEditAction& edit) {
-  const bool isTime = EntryOf(edit.picker).kind == PickerKind::kTime;
+  const bool isTime = EntryOf(edit.editor).kind == EditorKind::kTime;
   const auto picked = isTime ? PickTime(over, edit) : PickValue(over, edit);
-  if (!picked) return edit.DropPicker();
-  edit.pickerText = *picked;
-  edit.ChoosePicker();
+  if (!picked) return edit.DropEditor();
+  edit.editorText = *picked;
+  edit.ChooseEditor();
 }
 
 }  // namespace edit

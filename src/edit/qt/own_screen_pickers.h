@@ -7,7 +7,7 @@
 
 namespace edit {
 
-// Runs the screen of the open picker and hands over what was chosen; without a choice the picker
+// Runs the screen of the open editor and hands over what was chosen; without a choice the editor
 // closes and leaves its field. For pickers of CEditAction::PicksOnOwnScreen.
 void PickOnOwnScreen(QWidget* over, CEditAction& edit);
 

@@ -151,7 +151,8 @@ void CFindDlg::MakeEditors() {
           [this](const QString& text) { find_.editorText = FromQt(text); });
   connect(timeEditor_, &pickers::ListPicker::Chosen, this, &CFindDlg::ApplyEditor);
   connect(calendar_, &platform::qt::MonthCalendar::Chosen, this, [this](const QDate& date) {
-    find_.TakeDate(core::FormatDate(date.year(), date.month(), date.day()));
+    find_.editorText = core::FormatDate(date.year(), date.month(), date.day());
+    find_.ChooseEditor();
     ShowState();
   });
 }

@@ -70,7 +70,7 @@ int CRecorderDlg::RunModal() {
   QTimer::singleShot(0, this, [] { store::PrepareToWrite(); });  // shown, it awaits the first tap
   const int result = ModalScreen::RunModal();
   if (!left_) {  // ended from outside, as the whole program ends: what the fields hold is kept
-    recorder_.inlineEdit = InlineEdit::kNone;
+    recorder_.DropEditor();
     recorder_.Close();
   }
   if (closesProgram_) QTimer::singleShot(0, window, &QWidget::close);
@@ -99,9 +99,9 @@ void CRecorderDlg::MakeFields() {
   AddField(kIdTime, [this] { OnTimeField(); });
   AddField(kIdLatitude, [this] { Run(&CRecorder::AskPosition); });
   AddField(kIdLongitude, [this] { Run(&CRecorder::AskPosition); });
-  AddField(kIdPlace, [this] { OnValueField(InlineEdit::kPlace); });
-  AddField(kIdCategory1, [this] { OnValueField(InlineEdit::kCategory1); });
-  AddField(kIdCategory2, [this] { OnValueField(InlineEdit::kCategory2); });
+  AddField(kIdPlace, [this] { OnValueField(InlineEditTarget::kPlace); });
+  AddField(kIdCategory1, [this] { OnValueField(InlineEditTarget::kCategory1); });
+  AddField(kIdCategory2, [this] { OnValueField(InlineEditTarget::kCategory2); });
 }
 
 void CRecorderDlg::AddField(int id, std::function<void()> onTap) {
@@ -145,7 +145,7 @@ void CRecorderDlg::MakeList() {
           [this] { recorder_.lines.selected = list_->SelectedLines(); });
   connect(list_, &HistoryListView::Tapped, this, &CRecorderDlg::OnListChange);
   connect(list_, &HistoryListView::Dragged, this, [this] {
-    if (recorder_.inlineEdit != InlineEdit::kNone) ChooseEditor();
+    if (recorder_.editor != InlineEditTarget::kNone) ChooseEditor();
   });
   connect(list_, &HistoryListView::Held, this, &CRecorderDlg::OnListHeld);
   connect(list_, &HistoryListView::ReturnLetGo, this, [this] { recorder_.TellKey(u"LB RETURN"); });
@@ -216,7 +216,7 @@ void CRecorderDlg::OnPosted(int) {
 }
 
 void CRecorderDlg::OnTimeField() {
-  if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(InlineEdit::kTime);
+  if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(InlineEditTarget::kTime);
   if (recorder_.ValidateInlineEdit() == 0) {
     pickers::TimeSelectParams params;
     params.title = u"時刻の選択";
@@ -228,7 +228,7 @@ void CRecorderDlg::OnTimeField() {
     params.startMinute = static_cast<uint16_t>(minute);
     const int result = pickers::TimeSelectDlg(this, params).RunModal();
     if (result == platform::qt::kResultOk && params.hour == pickers::kExtraHour) {
-      recorder_.TakeValue(InlineEdit::kTime, kCurrentTimeMark);
+      recorder_.TakeValue(InlineEditTarget::kTime, kCurrentTimeMark);
     } else if (result == platform::qt::kResultOk) {
       recorder_.TakeTime(params.hour, params.minute);
     }
@@ -236,14 +236,14 @@ void CRecorderDlg::OnTimeField() {
   ShowState();
 }
 
-void CRecorderDlg::OnValueField(InlineEdit which) {
+void CRecorderDlg::OnValueField(InlineEditTarget which) {
   if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(which);
   if (recorder_.ValidateInlineEdit() == 0) {
-    const std::u16string& name = which == InlineEdit::kPlace       ? app_.PlaceName
-                                 : which == InlineEdit::kCategory1 ? app_.Cate1Name
-                                                                   : app_.Cate2Name;
+    const std::u16string& name = which == InlineEditTarget::kPlace       ? app_.PlaceName
+                                 : which == InlineEditTarget::kCategory1 ? app_.Cate1Name
+                                                                         : app_.Cate2Name;
     pickers::ValueSelectParams params{name + u"の選択", recorder_.FieldText(which),
-                                      recorder_.RowsOf(which),
+                                      recorder_.EditorRows(which),
                                       static_cast<int>(edit::kLongestText)};
     if (pickers::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
       recorder_.TakeValue(which, params.value);
@@ -252,7 +252,7 @@ void CRecorderDlg::OnValueField(InlineEdit which) {
   ShowState();
 }
 
-void CRecorderDlg::OpenEditor(InlineEdit which) {
+void CRecorderDlg::OpenEditor(InlineEditTarget which) {
   recorder_.OpenEditor(which);
   ShowState();
 }
@@ -292,10 +292,10 @@ void CRecorderDlg::OnListHeld(QPoint globalPoint, const QRect& globalLine) {
 
 // An open editor goes first, then the screen.
 void CRecorderDlg::OnEscape() {
-  if (recorder_.inlineEdit == InlineEdit::kNone) {
+  if (recorder_.editor == InlineEditTarget::kNone) {
     Leave();
   } else {
-    recorder_.inlineEdit = InlineEdit::kNone;
+    recorder_.DropEditor();
     ShowState();
   }
 }
@@ -350,7 +350,7 @@ void CRecorderDlg::resizeEvent(QResizeEvent* event) {
 
 // Tab leaves an open editor and takes its value.
 bool CRecorderDlg::focusNextPrevChild(bool forward) {
-  if (recorder_.inlineEdit != InlineEdit::kNone) ChooseEditor();
+  if (recorder_.editor != InlineEditTarget::kNone) ChooseEditor();
   return ModalScreen::focusNextPrevChild(forward);
 }
 
@@ -368,7 +368,7 @@ void CRecorderDlg::ShowState() {
                                                    : QStringLiteral("再開"));
   actions_[kMenuAtStart]->setChecked(recorder_.opensAtStart);
   ShowLines();
-  if (recorder_.inlineEdit != shownEditor_) ShowEditor();
+  if (recorder_.editor != shownEditor_) ShowEditor();
 }
 
 void CRecorderDlg::ShowLines() {
@@ -378,13 +378,14 @@ void CRecorderDlg::ShowLines() {
 }
 
 void CRecorderDlg::ShowEditor() {
-  const InlineEdit former = std::exchange(shownEditor_, recorder_.inlineEdit);
+  const InlineEditTarget former = std::exchange(shownEditor_, recorder_.editor);
   pickers::ListPicker* editor = Editor(shownEditor_);
   if (editor != nullptr) {
     if (former != shownEditor_) {
-      editor->Open(recorder_.RowsOf(shownEditor_), recorder_.EditorRow(),
-                   ToQt(recorder_.editorText), static_cast<int>(edit::kLongestText),
-                   shownEditor_ == InlineEdit::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
+      editor->Open(
+          recorder_.EditorRows(shownEditor_), recorder_.EditorRow(), ToQt(recorder_.editorText),
+          static_cast<int>(edit::kLongestText),
+          shownEditor_ == InlineEditTarget::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
     }
     const QRect area(0, 0, width(), height() - keys_->height());
     editor->PlaceOver(controls_[FieldOf(shownEditor_)]->geometry(), area);
@@ -399,18 +400,18 @@ void CRecorderDlg::ShowEditor() {
   if (hadFocus && editor == nullptr) controls_[FieldOf(former)]->setFocus();
 }
 
-pickers::ListPicker* CRecorderDlg::Editor(InlineEdit which) const {
-  if (which == InlineEdit::kNone) return nullptr;
-  return which == InlineEdit::kTime ? timeEditor_ : valueEditor_;
+pickers::ListPicker* CRecorderDlg::Editor(InlineEditTarget which) const {
+  if (which == InlineEditTarget::kNone) return nullptr;
+  return which == InlineEditTarget::kTime ? timeEditor_ : valueEditor_;
 }
 
-int CRecorderDlg::FieldOf(InlineEdit which) {
+int CRecorderDlg::FieldOf(InlineEditTarget which) {
   switch (which) {
-    case InlineEdit::kPlace:
+    case InlineEditTarget::kPlace:
       return kIdPlace;
-    case InlineEdit::kCategory1:
+    case InlineEditTarget::kCategory1:
       return kIdCategory1;
-    case InlineEdit::kCategory2:
+    case InlineEditTarget::kCategory2:
       return kIdCategory2;
     default:
       return kIdTime;

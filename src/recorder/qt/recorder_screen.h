@@ -51,8 +51,8 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   // Runs one command of the logic and shows the state anew.
   void Run(void (CRecorder::*command)());
   void OnTimeField();
-  void OnValueField(InlineEdit which);
-  void OpenEditor(InlineEdit which);
+  void OnValueField(InlineEditTarget which);
+  void OpenEditor(InlineEditTarget which);
   void ChooseEditor();
   void OnListChange();
   // The close command. False if an open editor's value was refused.
@@ -62,12 +62,12 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void ShowState();
   void ShowLines();
   void ShowEditor();
-  pickers::ListPicker* Editor(InlineEdit which) const;
-  static int FieldOf(InlineEdit which);
+  pickers::ListPicker* Editor(InlineEditTarget which) const;
+  static int FieldOf(InlineEditTarget which);
 
   core::CAppState& app_;
   CRecorder recorder_;
-  InlineEdit shownEditor_ = InlineEdit::kNone;
+  InlineEditTarget shownEditor_ = InlineEditTarget::kNone;
   bool left_ = false;  // by one of its own commands
   bool closesProgram_ = false;
   std::map<int, QWidget*> controls_;  // by id

@@ -149,7 +149,7 @@ TEST_F(EditActionScreen, TypesAPlaceByKeyboardAlone) {
               EXPECT_TRUE(Find<QWidget>("1113")->hasFocus());
               Press(Qt::Key_Return);
               Press(Qt::Key_Y, QStringLiteral("駅"));
-              Press(Qt::Key_Escape);  // the picker goes, the screen stays
+              Press(Qt::Key_Escape);  // the editor goes, the screen stays
               EXPECT_EQ(Shown("1113"), "公園");
               Tap("40002");
             }),

@@ -4,7 +4,7 @@
 #include "core/date_time.h"
 #include "core/settings_choices.h"
 #include "edit/edit_action.h"
-#include "edit/picker_table.h"
+#include "edit/editor_table.h"
 #include "platform/conversion.h"
 #include "platform/host.h"
 
@@ -38,16 +38,16 @@ std::u16string_view Cut(std::u16string_view text, size_t longest) {
 
 }  // namespace
 
-std::vector<std::u16string> CEditAction::PickerRows() const {
-  const PickerEntry& entry = EntryOf(picker);
+std::vector<std::u16string> CEditAction::EditorRows() const {
+  const EditorEntry& entry = EntryOf(editor);
   std::vector<std::u16string> rows;
-  if (entry.kind == PickerKind::kTime) {
-    if (picker == Picker::kStartTime) rows.emplace_back(core::kAllDayMark);
+  if (entry.kind == EditorKind::kTime) {
+    if (editor == Editor::kStartTime) rows.emplace_back(core::kAllDayMark);
     rows.insert(rows.end(), app_.HalfHourTable.begin(),
                 app_.HalfHourTable.begin() + core::kHalfHoursOffered);
-  } else if (entry.kind == PickerKind::kValue) {
+  } else if (entry.kind == EditorKind::kValue) {
     rows = (app_.*entry.history).Entries();
-  } else if (picker == Picker::kMemoList) {
+  } else if (editor == Editor::kMemoList) {
     rows.emplace_back(kMultiLineRow);
     for (const std::u16string& memo : app_.MemoHistory.Entries()) {
       rows.push_back(core::RemoveLineBreaks(memo));
@@ -57,76 +57,76 @@ std::vector<std::u16string> CEditAction::PickerRows() const {
 }
 
 // Of times the last one that is not later than the text, so that the list opens where it belongs.
-int CEditAction::PickerRow() const {
-  const bool isTime = EntryOf(picker).kind == PickerKind::kTime;
-  const std::vector<std::u16string> rows = PickerRows();
+int CEditAction::EditorRow() const {
+  const bool isTime = EntryOf(editor).kind == EditorKind::kTime;
+  const std::vector<std::u16string> rows = EditorRows();
   int nearest = -1;
   for (size_t i = 0; i < rows.size(); i++) {
-    if (rows[i] == pickerText) return static_cast<int>(i);
-    if (isTime && rows[i] < pickerText) nearest = static_cast<int>(i);
+    if (rows[i] == editorText) return static_cast<int>(i);
+    if (isTime && rows[i] < editorText) nearest = static_cast<int>(i);
   }
   return nearest;
 }
 
-size_t CEditAction::LongestPickerText() const {
-  return picker == Picker::kMemoList ? kLongestMemo : kLongestText;
+size_t CEditAction::LongestEditorText() const {
+  return editor == Editor::kMemoList ? kLongestMemo : kLongestText;
 }
 
 bool CEditAction::PicksOnOwnScreen() const {
-  if (app_.ItmSelMode != core::kPickByLists || picker == Picker::kNone) return false;
-  const PickerKind kind = EntryOf(picker).kind;
-  return kind == PickerKind::kTime || kind == PickerKind::kValue;
+  if (app_.ItmSelMode != core::kPickByLists || editor == Editor::kNone) return false;
+  const EditorKind kind = EntryOf(editor).kind;
+  return kind == EditorKind::kTime || kind == EditorKind::kValue;
 }
 
 std::u16string CEditAction::PickerTitle() const {
-  const PickerEntry& entry = EntryOf(picker);
+  const EditorEntry& entry = EntryOf(editor);
   return entry.name != nullptr ? app_.*entry.name + u"の選択" : std::u16string(entry.title);
 }
 
-Picker CEditAction::PickerOf(int controlId) const {
-  if (controlId == kIdMemo && memoInput == MemoInput::kEdit) return Picker::kMemoEdit;
-  for (const PickerEntry& entry : kPickers) {
-    if (entry.controlId == controlId) return entry.picker;
+Editor CEditAction::EditorOf(int controlId) const {
+  if (controlId == kIdMemo && memoInput == MemoInput::kEdit) return Editor::kMemoEdit;
+  for (const EditorEntry& entry : kEditors) {
+    if (entry.controlId == controlId) return entry.editor;
   }
-  return Picker::kNone;
+  return Editor::kNone;
 }
 
-void CEditAction::OpenPicker(Picker which) {
-  const PickerEntry& entry = EntryOf(which);
-  picker = which;
-  pickerText = entry.moment != nullptr ? fields.times.*entry.moment : fields.*entry.text;
-  if (which == Picker::kMemoList) pickerText = core::RemoveLineBreaks(pickerText);
-  if (entry.kind == PickerKind::kTime && pickerText.empty()) pickerText = kTimeOfEmptyField;
+void CEditAction::OpenEditor(Editor which) {
+  const EditorEntry& entry = EntryOf(which);
+  editor = which;
+  editorText = entry.moment != nullptr ? fields.times.*entry.moment : fields.*entry.text;
+  if (which == Editor::kMemoList) editorText = core::RemoveLineBreaks(editorText);
+  if (entry.kind == EditorKind::kTime && editorText.empty()) editorText = kTimeOfEmptyField;
 }
 
-bool CEditAction::ChoosePicker() {
-  if (picker == Picker::kMemoList && pickerText == kMultiLineRow) {
-    OpenPicker(Picker::kMemoEdit);
+bool CEditAction::ChooseEditor() {
+  if (editor == Editor::kMemoList && editorText == kMultiLineRow) {
+    OpenEditor(Editor::kMemoEdit);
     return true;
   }
-  return ApplyPicker();
+  return ApplyEditor();
 }
 
-void CEditAction::DropPicker() {
-  picker = Picker::kNone;
+void CEditAction::DropEditor() {
+  editor = Editor::kNone;
 }
 
-bool CEditAction::ApplyPicker() {
-  const Picker closed = std::exchange(picker, Picker::kNone);
-  if (closed == Picker::kNone) return true;
-  const PickerEntry& entry = EntryOf(closed);
+bool CEditAction::ApplyEditor() {
+  const Editor closed = std::exchange(editor, Editor::kNone);
+  if (closed == Editor::kNone) return true;
+  const EditorEntry& entry = EntryOf(closed);
   StartEnd times = fields.times;
   switch (entry.kind) {
-    case PickerKind::kDate:
-      entry.set(times, pickerText);
+    case EditorKind::kDate:
+      entry.set(times, editorText);
       break;
-    case PickerKind::kTime:
+    case EditorKind::kTime:
       if (!ReadTime(closed, times)) return false;
       break;
-    case PickerKind::kValue:
+    case EditorKind::kValue:
       ApplyValue(closed);
       break;
-    case PickerKind::kMemo:
+    case EditorKind::kMemo:
       ApplyMemo(closed);
       break;
   }
@@ -136,13 +136,13 @@ bool CEditAction::ApplyPicker() {
 }
 
 // Kept on purpose: 24:00 is refused here, though a find takes it.
-bool CEditAction::ReadTime(Picker which, StartEnd& times) const {
-  if (which == Picker::kStartTime && pickerText == core::kAllDayMark) {
+bool CEditAction::ReadTime(Editor which, StartEnd& times) const {
+  if (which == Editor::kStartTime && editorText == core::kAllDayMark) {
     SetStartTime(times, core::kAllDayMark);
     return true;
   }
   int hour = 0, minute = 0, second = 0;
-  if (core::ParseTimeEntry(pickerText, hour, minute, second) != 0) {
+  if (core::ParseTimeEntry(editorText, hour, minute, second) != 0) {
     platform::ShowNotice(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
                          platform::Icon::kWarning);
     return false;
@@ -151,33 +151,33 @@ bool CEditAction::ReadTime(Picker which, StartEnd& times) const {
   return true;
 }
 
-void CEditAction::ApplyValue(Picker which) {
-  const PickerEntry& entry = EntryOf(which);
+void CEditAction::ApplyValue(Editor which) {
+  const EditorEntry& entry = EntryOf(which);
   std::u16string& field = fields.*entry.text;
-  ChangeField(field, pickerText, kLongestText);
-  if (which == Picker::kPlace) {
+  ChangeField(field, editorText, kLongestText);
+  if (which == Editor::kPlace) {
     core::RememberPlace(app_, field);
   } else {
     (app_.*entry.history).Add(field);
   }
 }
 
-// A text that comes back as the picker got it leaves the memo with the line breaks that it has.
-void CEditAction::ApplyMemo(Picker which) {
-  const bool isList = which == Picker::kMemoList;
-  if (isList && pickerText == kMultiLineRow) return;
-  const std::u16string typed = isList ? pickerText : WithStoredLineEnds(pickerText);
+// A text that comes back as the editor got it leaves the memo with the line breaks that it has.
+void CEditAction::ApplyMemo(Editor which) {
+  const bool isList = which == Editor::kMemoList;
+  if (isList && editorText == kMultiLineRow) return;
+  const std::u16string typed = isList ? editorText : WithStoredLineEnds(editorText);
   const std::u16string shown =
       isList ? core::RemoveLineBreaks(fields.memo) : WithStoredLineEnds(fields.memo);
   if (typed != shown) ChangeField(fields.memo, typed, kLongestMemo);
   app_.MemoHistory.Add(fields.memo);
 }
 
-void CEditAction::SwitchMemoInput(Picker closed) {
+void CEditAction::SwitchMemoInput(Editor closed) {
   const bool isList =
-      closed == Picker::kMemoEdit || (closed != Picker::kMemoList && memoInput == MemoInput::kEdit);
+      closed == Editor::kMemoEdit || (closed != Editor::kMemoList && memoInput == MemoInput::kEdit);
   memoInput = isList ? MemoInput::kList : MemoInput::kEdit;
-  if (closed == Picker::kMemoList || closed == Picker::kMemoEdit) OpenPicker(PickerOf(kIdMemo));
+  if (closed == Editor::kMemoList || closed == Editor::kMemoEdit) OpenEditor(EditorOf(kIdMemo));
 }
 
 void CEditAction::ChangeField(std::u16string& field, std::u16string_view text, size_t longest) {

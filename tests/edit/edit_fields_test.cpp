@@ -4,23 +4,23 @@
 namespace edit {
 namespace {
 
-class EditPickers : public edit_test::EditTest {
+class EditFields : public edit_test::EditTest {
  protected:
-  EditPickers() {
+  EditFields() {
     app.SelIndex = 1;
     EXPECT_TRUE(screen.Open(kOpenChange));
   }
 
   void Pick(int controlId, std::u16string_view text) {
     screen.OnCommand(controlId);
-    screen.pickerText = text;
-    screen.ChoosePicker();
+    screen.editorText = text;
+    screen.ChooseEditor();
   }
 
   CEditAction screen{app};
 };
 
-TEST_F(EditPickers, TakeATypedTime) {
+TEST_F(EditFields, TakeATypedTime) {
   const struct {
     const char* why;
     int control;
@@ -35,7 +35,7 @@ TEST_F(EditPickers, TakeATypedTime) {
     SCOPED_TRACE(row.why);
     host.answers = {"入力した時刻の値が不正です。入力値を見直してください。"};
     Pick(row.control, row.typed);
-    EXPECT_EQ(screen.picker, Picker::kNone);
+    EXPECT_EQ(screen.editor, Editor::kNone);
     EXPECT_EQ(screen.fields.times.staTime, u"12:00");
     EXPECT_EQ(screen.fields.times.endTime, u"13:00");
     EXPECT_FALSE(screen.dirty);
@@ -45,9 +45,9 @@ TEST_F(EditPickers, TakeATypedTime) {
   EXPECT_TRUE(screen.dirty);
 }
 
-TEST_F(EditPickers, ARefusedTimeStopsTheCommand) {
+TEST_F(EditFields, ARefusedTimeStopsTheCommand) {
   screen.OnCommand(kIdStartTime);
-  screen.pickerText = u"soon";
+  screen.editorText = u"soon";
   host.answers = {"入力した時刻の値が不正です。"};
   screen.OnCommand(kIdClose);
   EXPECT_FALSE(screen.ended);
@@ -55,32 +55,32 @@ TEST_F(EditPickers, ARefusedTimeStopsTheCommand) {
   EXPECT_EQ(screen.ended, 2);
 }
 
-TEST_F(EditPickers, OfferHalfHours) {
+TEST_F(EditFields, OfferHalfHours) {
   screen.OnCommand(kIdStartTime);
-  EXPECT_EQ(screen.PickerRows().size(), 49u);
-  EXPECT_EQ(screen.PickerRows().front(), u"<終日>");
-  EXPECT_EQ(screen.PickerRows()[25], u"12:00");
-  EXPECT_EQ(screen.PickerRow(), 25);
+  EXPECT_EQ(screen.EditorRows().size(), 49u);
+  EXPECT_EQ(screen.EditorRows().front(), u"<終日>");
+  EXPECT_EQ(screen.EditorRows()[25], u"12:00");
+  EXPECT_EQ(screen.EditorRow(), 25);
   screen.OnCommand(kIdEndTime);
-  EXPECT_EQ(screen.PickerRows().size(), 48u);
-  screen.pickerText = u"13:20";
-  EXPECT_EQ(screen.PickerRow(), 26);
-  screen.DropPicker();
+  EXPECT_EQ(screen.EditorRows().size(), 48u);
+  screen.editorText = u"13:20";
+  EXPECT_EQ(screen.EditorRow(), 26);
+  screen.DropEditor();
   EXPECT_FALSE(screen.dirty);
   screen.fields.times.endTime.clear();
   screen.OnCommand(kIdEndTime);
-  EXPECT_EQ(screen.pickerText, u"11:30");
+  EXPECT_EQ(screen.editorText, u"11:30");
 }
 
-TEST_F(EditPickers, ACommandTakesTheOpenPickerFirst) {
+TEST_F(EditFields, ACommandTakesTheOpenEditorFirst) {
   screen.OnCommand(kIdCategory1);
-  screen.pickerText = u"食事";
+  screen.editorText = u"食事";
   screen.OnCommand(kIdWrite);
   EXPECT_EQ(Stored(noon, store::kCategory1), "食事");
   EXPECT_EQ(app.Category1History.Entries().front(), u"食事");
 }
 
-TEST_F(EditPickers, AFieldShowsNoMoreThanIsStored) {
+TEST_F(EditFields, AFieldShowsNoMoreThanIsStored) {
   app.EditOpeCont = 1;
   screen.OnCommand(kIdMemoInput);
   const std::u16string shown(500, u'あ');
@@ -112,42 +112,42 @@ TEST_F(EditPickers, AFieldShowsNoMoreThanIsStored) {
   EXPECT_FALSE(screen.dirty) << "nothing is left of the change";
 }
 
-TEST_F(EditPickers, TheMemoListKeepsTheLineBreaksOfAnUntouchedMemo) {
+TEST_F(EditFields, TheMemoListKeepsTheLineBreaksOfAnUntouchedMemo) {
   screen.fields.memo = u"一行目\r\n二行目";
   screen.OnCommand(kIdMemo);
-  EXPECT_EQ(screen.PickerRows().front(), u"<複数行枠で入力>");
-  EXPECT_EQ(screen.pickerText, u"一行目二行目");
+  EXPECT_EQ(screen.EditorRows().front(), u"<複数行枠で入力>");
+  EXPECT_EQ(screen.editorText, u"一行目二行目");
   screen.OnCommand(kIdClose);
   EXPECT_EQ(screen.fields.memo, u"一行目\r\n二行目");
   EXPECT_FALSE(screen.dirty);
   EXPECT_EQ(app.MemoHistory.Entries().front(), u"一行目\r\n二行目");
 }
 
-TEST_F(EditPickers, TheTopRowOfTheMemoListOpensTheEdit) {
+TEST_F(EditFields, TheTopRowOfTheMemoListOpensTheEdit) {
   screen.fields.memo = u"一行目\n";
   Pick(kIdMemo, u"<複数行枠で入力>");
-  ASSERT_EQ(screen.picker, Picker::kMemoEdit);
-  EXPECT_EQ(screen.pickerText, u"一行目\n");
-  screen.ChoosePicker();
+  ASSERT_EQ(screen.editor, Editor::kMemoEdit);
+  EXPECT_EQ(screen.editorText, u"一行目\n");
+  screen.ChooseEditor();
   EXPECT_FALSE(screen.dirty) << "the form of its line ends is no change";
   screen.OnCommand(kIdMemo);
-  screen.pickerText = u"<複数行枠で入力>";
+  screen.editorText = u"<複数行枠で入力>";
   screen.OnCommand(kIdCategory1);  // the row was marked but not chosen
   EXPECT_EQ(screen.fields.memo, u"一行目\n");
 }
 
-TEST_F(EditPickers, TheMemoButtonSwitchesTheKindOrTheOpenPicker) {
+TEST_F(EditFields, TheMemoButtonSwitchesTheKindOrTheOpenEditor) {
   screen.OnCommand(kIdMemoInput);
-  EXPECT_EQ(screen.picker, Picker::kNone);
+  EXPECT_EQ(screen.editor, Editor::kNone);
   screen.OnCommand(kIdMemo);
-  EXPECT_EQ(screen.picker, Picker::kMemoEdit);
-  screen.pickerText = u"一\n二";
+  EXPECT_EQ(screen.editor, Editor::kMemoEdit);
+  screen.editorText = u"一\n二";
   screen.OnCommand(kIdMemoInput);
-  EXPECT_EQ(screen.picker, Picker::kMemoList);
-  EXPECT_EQ(screen.pickerText, u"一二");
+  EXPECT_EQ(screen.editor, Editor::kMemoList);
+  EXPECT_EQ(screen.editorText, u"一二");
   screen.OnCommand(kIdMemoInput);
-  EXPECT_EQ(screen.picker, Picker::kMemoEdit);
-  EXPECT_EQ(screen.pickerText, u"一\r\n二");
+  EXPECT_EQ(screen.editor, Editor::kMemoEdit);
+  EXPECT_EQ(screen.editorText, u"一\r\n二");
 }
 
 }  // namespace

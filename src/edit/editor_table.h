@@ -10,13 +10,13 @@
 
 namespace edit {
 
-enum class PickerKind { kDate, kTime, kValue, kMemo };
+enum class EditorKind { kDate, kTime, kValue, kMemo };
 
-struct PickerEntry {
+struct EditorEntry {
   using Setter = void (*)(StartEnd& times, std::u16string_view text);
 
-  Picker picker;
-  PickerKind kind;
+  Editor editor;
+  EditorKind kind;
   int controlId;
   // Of dates and times: the field, and how it is set.
   std::u16string StartEnd::*moment = nullptr;
@@ -32,15 +32,15 @@ struct PickerEntry {
 using Fields = CEditAction::Fields;
 using App = core::CAppState;
 
-inline constexpr PickerEntry kPickers[] = {
-    {Picker::kStartDate, PickerKind::kDate, kIdStartDate, &StartEnd::staDate, SetStartDate},
-    {Picker::kStartTime, PickerKind::kTime, kIdStartTime, &StartEnd::staTime, SetStartTime, nullptr,
+inline constexpr EditorEntry kEditors[] = {
+    {Editor::kStartDate, EditorKind::kDate, kIdStartDate, &StartEnd::staDate, SetStartDate},
+    {Editor::kStartTime, EditorKind::kTime, kIdStartTime, &StartEnd::staTime, SetStartTime, nullptr,
      nullptr, u"開始時刻"},
-    {Picker::kEndDate, PickerKind::kDate, kIdEndDate, &StartEnd::endDate, SetEndDate},
-    {Picker::kEndTime, PickerKind::kTime, kIdEndTime, &StartEnd::endTime, SetEndTime, nullptr,
+    {Editor::kEndDate, EditorKind::kDate, kIdEndDate, &StartEnd::endDate, SetEndDate},
+    {Editor::kEndTime, EditorKind::kTime, kIdEndTime, &StartEnd::endTime, SetEndTime, nullptr,
      nullptr, u"終了時刻"},
-    {Picker::kPlace,
-     PickerKind::kValue,
+    {Editor::kPlace,
+     EditorKind::kValue,
      kIdPlace,
      nullptr,
      nullptr,
@@ -48,8 +48,8 @@ inline constexpr PickerEntry kPickers[] = {
      &App::PlaceHistory,
      {},
      &App::PlaceName},
-    {Picker::kCategory1,
-     PickerKind::kValue,
+    {Editor::kCategory1,
+     EditorKind::kValue,
      kIdCategory1,
      nullptr,
      nullptr,
@@ -57,8 +57,8 @@ inline constexpr PickerEntry kPickers[] = {
      &App::Category1History,
      {},
      &App::Cate1Name},
-    {Picker::kCategory2,
-     PickerKind::kValue,
+    {Editor::kCategory2,
+     EditorKind::kValue,
      kIdCategory2,
      nullptr,
      nullptr,
@@ -66,16 +66,16 @@ inline constexpr PickerEntry kPickers[] = {
      &App::Category2History,
      {},
      &App::Cate2Name},
-    {Picker::kMemoList, PickerKind::kMemo, kIdMemo, nullptr, nullptr, &Fields::memo,
+    {Editor::kMemoList, EditorKind::kMemo, kIdMemo, nullptr, nullptr, &Fields::memo,
      &App::MemoHistory},
-    {Picker::kMemoEdit, PickerKind::kMemo, kIdMemo, nullptr, nullptr, &Fields::memo,
+    {Editor::kMemoEdit, EditorKind::kMemo, kIdMemo, nullptr, nullptr, &Fields::memo,
      &App::MemoHistory},
 };
 
-// Of any picker but kNone.
-constexpr const PickerEntry& EntryOf(Picker picker) {
-  const PickerEntry* entry = kPickers;
-  while (entry->picker != picker) ++entry;
+// Of any editor but kNone.
+constexpr const EditorEntry& EntryOf(Editor editor) {
+  const EditorEntry* entry = kEditors;
+  while (entry->editor != editor) ++entry;
   return *entry;
 }
 
