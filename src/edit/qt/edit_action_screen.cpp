@@ -2,10 +2,8 @@
 
 #include <QGuiApplication>
 #include <QInputMethod>
-#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QTextDocument>
-#include <QTimer>
 #include <QToolButton>
 #include <algorithm>
 #include <utility>
@@ -86,10 +84,7 @@ int CEditActionDlg::RunModal() {
   if (!edit_.Open(openMode_, position_)) return platform::qt::kResultCancel;
   ShowState();
   form_->Control(kIdStartDate)->setFocus();
-  QWidget* window = parentWidget();
-  const int result = ModalScreen::RunModal();
-  if (edit_.closeProgram) QTimer::singleShot(0, window, &QWidget::close);
-  return result;
+  return ModalScreen::RunModal();
 }
 
 bool CEditActionDlg::OnWindowClosing() {
@@ -244,17 +239,9 @@ void CEditActionDlg::OnEscape() {
   }
 }
 
-// Enter presses the button that has the focus, as Space does.
-void CEditActionDlg::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
-  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (isEnter && edit_.editor == Editor::kMemoEdit) {
-    ChooseEditor();
-  } else if (isEnter && button != nullptr && button->hasFocus()) {
-    button->click();
-  } else {
-    ModalScreen::keyPressEvent(event);
-  }
+// With Ctrl, as Enter alone begins a new line.
+void CEditActionDlg::OnEnter() {
+  if (edit_.editor == Editor::kMemoEdit) ChooseEditor();
 }
 
 // A tap beside an open editor closes it.
@@ -289,7 +276,9 @@ void CEditActionDlg::ShowState() {
   }
   form_->ShowState(edit_);
   if (edit_.editor != shownEditor_) ShowEditor();
-  if (edit_.ended) EndScreen(*edit_.ended);
+  if (!edit_.ended) return;
+  if (edit_.closeProgram) CloseWindowAfterwards();
+  EndScreen(*edit_.ended);
 }
 
 void CEditActionDlg::ShowEditor() {

@@ -36,8 +36,8 @@ class CEditActionDlg : public platform::qt::ModalScreen {
 
  protected:
   void OnEscape() override;
+  void OnEnter() override;
   void OnPosted(int command) override;
-  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool focusNextPrevChild(bool forward) override;

@@ -3,7 +3,6 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QInputMethod>
-#include <QKeyEvent>
 #include <QRadioButton>
 
 #include "exchange/action_lines.h"
@@ -235,18 +234,6 @@ void CExchangeDlg::OnBrowse() {
     path_->setText(ToQt(*files.ResultPath()));
   }
   path_->setFocus();
-}
-
-// Enter presses the button that has the focus, as Space does; elsewhere the close button.
-void CExchangeDlg::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QPushButton*>(focusWidget());
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
-    ModalScreen::keyPressEvent(event);
-  } else if (button != nullptr && button->hasFocus()) {
-    button->click();
-  } else {
-    OnEscape();
-  }
 }
 
 void CExchangeDlg::mousePressEvent(QMouseEvent*) {

@@ -25,7 +25,7 @@ class CExchangeDlg : public platform::qt::ModalScreen {
   int RunModal();
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
+  void OnEnter() override { OnEscape(); }
   void mousePressEvent(QMouseEvent* event) override;
 
  private:

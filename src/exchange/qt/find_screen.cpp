@@ -3,7 +3,6 @@
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QInputMethod>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -63,7 +62,7 @@ int CFindDlg::RunModal() {
   ShowState();
   controls_[text_->isHidden() ? kIdTextField : kIdText]->setFocus();
   const int result = ModalScreen::RunModal();
-  if (!left_) find_.Keep();
+  if (!HasEndedItself()) find_.Keep();
   return result;
 }
 
@@ -206,17 +205,17 @@ int CFindDlg::LabelWidth() const {
 
 void CFindDlg::OnFind() {
   QGuiApplication::inputMethod()->commit();  // what is still being composed counts
-  left_ = find_.OnFind();
+  const bool leaves = find_.OnFind();
   ShowState();
-  if (left_) EndScreen(platform::qt::kResultOk);
+  if (leaves) EndScreen(platform::qt::kResultOk);
 }
 
 bool CFindDlg::Leave() {
   QGuiApplication::inputMethod()->commit();
-  left_ = find_.OnClose();
+  const bool leaves = find_.OnClose();
   ShowState();
-  if (left_) EndScreen(platform::qt::kResultCancel);
-  return left_;
+  if (leaves) EndScreen(platform::qt::kResultCancel);
+  return leaves;
 }
 
 bool CFindDlg::OnWindowClosing() {
@@ -278,19 +277,6 @@ void CFindDlg::OnEscape() {
   } else {
     find_.DropEditor();
     ShowState();
-  }
-}
-
-// Enter presses the button that has the focus, as Space does; elsewhere the find button.
-void CFindDlg::keyPressEvent(QKeyEvent* event) {
-  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
-  if (!isEnter) {
-    ModalScreen::keyPressEvent(event);
-  } else if (button != nullptr && button->hasFocus()) {
-    button->click();
-  } else {
-    OnFind();
   }
 }
 

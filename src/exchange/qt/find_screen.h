@@ -26,7 +26,7 @@ class CFindDlg : public platform::qt::ModalScreen {
 
  protected:
   void OnEscape() override;
-  void keyPressEvent(QKeyEvent* event) override;
+  void OnEnter() override { OnFind(); }
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool focusNextPrevChild(bool forward) override;
@@ -60,7 +60,6 @@ class CFindDlg : public platform::qt::ModalScreen {
 
   core::CAppState& app_;
   CFind find_;
-  bool left_ = false;  // by one of its own commands
   FindEditor shownEditor_ = FindEditor::kNone;
   std::map<int, QWidget*> controls_;  // by id
   std::map<int, pickers::FieldButton*> fields_;

@@ -1,6 +1,5 @@
 #include "pickers/qt/picker_screen.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 #include "platform/metrics.h"
@@ -60,17 +59,6 @@ void PickerDlg::resizeEvent(QResizeEvent* event) {
 void PickerDlg::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.drawLine(0, Scaled(25), width(), Scaled(25));
-}
-
-void PickerDlg::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QPushButton*>(focusWidget());
-  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
-    ModalScreen::keyPressEvent(event);
-  } else if (button != nullptr && button->hasFocus()) {
-    button->click();
-  } else {
-    Accept();
-  }
 }
 
 }  // namespace pickers

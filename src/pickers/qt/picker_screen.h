@@ -31,7 +31,7 @@ class PickerDlg : public platform::qt::ModalScreen {
 
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
+  void OnEnter() override { Accept(); }
 
  private:
   QLabel* label_;

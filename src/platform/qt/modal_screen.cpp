@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QList>
+#include <QRadioButton>
 #include <QShortcut>
 #include <QTimer>
 #include <utility>
@@ -76,6 +77,7 @@ void ModalScreen::TakeFocus() {
 
 void ModalScreen::EndScreen(int result) {
   result_ = result;
+  hasEndedItself_ = true;
   loop_.quit();
 }
 
@@ -110,11 +112,15 @@ bool ModalScreen::eventFilter(QObject* watched, QEvent* event) {
 
 void ModalScreen::keyPressEvent(QKeyEvent* event) {
   auto* button = qobject_cast<QAbstractButton*>(parentWidget()->focusWidget());
+  const bool presses = button != nullptr && isAncestorOf(button) &&
+                       qobject_cast<QRadioButton*>(button) == nullptr;  // has been pressed already
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back) {
     OnEscape();
-  } else if (isEnter && button != nullptr && isAncestorOf(button)) {
+  } else if (isEnter && presses) {
     button->click();
+  } else if (isEnter) {
+    OnEnter();
   } else {
     QWidget::keyPressEvent(event);
   }

@@ -40,12 +40,19 @@ class ModalScreen : public QWidget {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
-  // Escape and Back act as OnEscape, Enter presses the button that has the focus, as Space does.
-  void keyPressEvent(QKeyEvent* event) override;
+  // Escape and Back act as OnEscape. Enter presses the button that has the focus, as Space does,
+  // and acts as OnEnter where none has it.
+  void keyPressEvent(QKeyEvent* event) final;
   virtual void OnEscape() { EndScreen(kResultCancel); }
+  virtual void OnEnter() {}
   // A posted command. It waits until nothing stands over the screen: no other screen, no message,
   // no menu.
   virtual void OnPosted(int) {}
+
+  // The window closes as soon as this screen has ended: its user leaves the whole program.
+  void CloseWindowAfterwards() { closesWindow_ = true; }
+  // After RunModal: EndScreen was called. False where the program has ended all its loops at once.
+  bool HasEndedItself() const { return hasEndedItself_; }
 
  private:
   void TakeFocus();
@@ -56,6 +63,7 @@ class ModalScreen : public QWidget {
   QEventLoop loop_;
   int result_ = kResultCancel;
   bool closesWindow_ = false;  // as soon as it has ended
+  bool hasEndedItself_ = false;
 };
 
 }  // namespace platform::qt

@@ -1,6 +1,5 @@
 #include "recorder/qt/recorder_screen.h"
 
-#include <QKeyEvent>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -66,14 +65,12 @@ int CRecorderDlg::RunModal() {
   recorder_.Open();
   ShowState();
   buttons_[kIdRecord]->setFocus();
-  QWidget* window = parentWidget();
   QTimer::singleShot(0, this, [] { store::PrepareToWrite(); });  // shown, it awaits the first tap
   const int result = ModalScreen::RunModal();
-  if (!left_) {  // ended from outside, as the whole program ends: what the fields hold is kept
+  if (!HasEndedItself()) {  // what the fields hold is kept
     recorder_.DropEditor();
     recorder_.Close();
   }
-  if (closesProgram_) QTimer::singleShot(0, window, &QWidget::close);
   return result;
 }
 
@@ -272,14 +269,14 @@ void CRecorderDlg::OnListChange() {
 }
 
 bool CRecorderDlg::Leave() {
-  left_ = recorder_.Close();
+  const bool leaves = recorder_.Close();
   ShowState();
-  if (left_) EndScreen(platform::qt::kResultOk);
-  return left_;
+  if (leaves) EndScreen(platform::qt::kResultOk);
+  return leaves;
 }
 
 void CRecorderDlg::OnBtnExit() {
-  closesProgram_ = Leave();
+  if (Leave()) CloseWindowAfterwards();
 }
 
 bool CRecorderDlg::OnWindowClosing() {
@@ -300,18 +297,9 @@ void CRecorderDlg::OnEscape() {
   }
 }
 
-// Enter presses the button that has the focus, as Space does; elsewhere the record button, but not
-// over the list, which has its own use for it.
-void CRecorderDlg::keyPressEvent(QKeyEvent* event) {
-  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  auto* button = qobject_cast<QAbstractButton*>(focusWidget());
-  if (isEnter && button != nullptr && button->hasFocus()) {
-    button->click();
-  } else if (isEnter && !list_->hasFocus()) {
-    buttons_[kIdRecord]->click();
-  } else if (!isEnter) {
-    ModalScreen::keyPressEvent(event);
-  }
+// Not over the list, which has its own use for it.
+void CRecorderDlg::OnEnter() {
+  if (!list_->hasFocus()) buttons_[kIdRecord]->click();
 }
 
 // A tap beside everything closes an open editor.

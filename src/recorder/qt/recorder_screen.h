@@ -29,8 +29,8 @@ class CRecorderDlg : public platform::qt::ModalScreen {
 
  protected:
   void OnEscape() override;
+  void OnEnter() override;
   void OnPosted(int command) override;
-  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool focusNextPrevChild(bool forward) override;
@@ -68,8 +68,6 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   core::CAppState& app_;
   CRecorder recorder_;
   InlineEditTarget shownEditor_ = InlineEditTarget::kNone;
-  bool left_ = false;  // by one of its own commands
-  bool closesProgram_ = false;
   std::map<int, QWidget*> controls_;  // by id
   std::map<int, pickers::FieldButton*> fields_;
   std::map<int, QPushButton*> buttons_;
