@@ -34,6 +34,24 @@ enum ControlId {
   kIdValueEditor = 1173
 };
 
+// Ids of the commands of the menu.
+enum MenuId {
+  kMenuChange = 32782,
+  kMenuDelete = 32785,
+  kMenuClose = 32900,
+  kMenuClear = 32950,
+  kMenuRecord = 32951,
+  kMenuStop = 32952,
+  kMenuBack = 32953,
+  kMenuAtStart = 32955,
+  kMenuAskPosition = 33100,
+  kMenuShowPosition = 33101,
+  kMenuClearPosition = 33102,
+  kMenuMapLink = 33104,
+  kKeyRecord = 40002,
+  kMenuExit = 40102
+};
+
 struct Placed {
   int id;
   int x, y, width, height;

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTimer>
 #include <functional>
@@ -52,6 +53,10 @@ class ScreenDriver {
   }
   void Click(const char* name) { Find(name)->click(); }
 
+  void Press(int key, const QString& text = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(window.focusWidget(), &press);
+  }
   static void Send(QWidget* to, QEvent::Type type, QPoint at) {
     const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
     QMouseEvent event(type, at, to->mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);

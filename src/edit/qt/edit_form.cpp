@@ -1,12 +1,11 @@
 #include "edit/qt/edit_form.h"
 
-#include <QPushButton>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "edit/edit_layout.h"
 #include "platform/metrics.h"
-#include "platform/qt/elided_label.h"
 #include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 
@@ -14,26 +13,26 @@ namespace edit {
 namespace {
 
 using platform::Scaled;
-using platform::qt::FixedFont;
 using platform::qt::ToQt;
 
 constexpr int kSmallestDigits = 9;  // below that of a text, where it would blot
 
 }  // namespace
 
-EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(parent) {
+EditForm::EditForm(QWidget* parent, const core::CAppState& app, std::function<void(int)> onTap)
+    : QScrollArea(parent), controls_(new QWidget), onTap_(std::move(onTap)) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::NoFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setWidget(new QWidget);
+  setWidget(controls_.Parent());
   AddLabel(kIdStartLabel, app.StaDtTmName);
   AddField(kIdStartDate, app.StaDtTmName);
   AddField(kIdStartTime, app.StaDtTmName);
-  AddButton(kIdStartNow, QStringLiteral("・"), ToQt(app.StaDtTmName));
+  AddButton(kIdStartNow, app.StaDtTmName)->setFont(platform::qt::DotFont());
   AddLabel(kIdEndLabel, app.EndDtTmName);
   AddField(kIdEndDate, app.EndDtTmName);
   AddField(kIdEndTime, app.EndDtTmName);
-  AddButton(kIdEndNow, QStringLiteral("・"), ToQt(app.EndDtTmName));
+  AddButton(kIdEndNow, app.EndDtTmName)->setFont(platform::qt::DotFont());
   AddLabel(kIdLatitudeLabel, app.LatName);
   AddField(kIdLatitude, app.LatName, kSmallestDigits);
   AddLabel(kIdLongitudeLabel, app.LonName);
@@ -46,58 +45,42 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app) : QScrollArea(pa
   AddField(kIdCategory2, app.Cate2Name);
   AddLabel(kIdMemoLabel, app.MemoName);
   AddField(kIdMemo, app.MemoName);
-  AddButton(kIdMemoInput, QString(), ToQt(app.MemoName));
+  AddButton(kIdMemoInput, app.MemoName);
 }
 
 void EditForm::AddField(int id, const std::u16string& name, int smallest) {
-  auto* field = new pickers::FieldButton(smallest, widget());
-  field->setObjectName(QString::number(id));
+  auto* field = pickers::AddField(
+      controls_, id, [this, id] { onTap_(id); }, smallest);
   field->setAccessibleName(ToQt(name));
-  connect(field, &pickers::FieldButton::clicked, this, [this, id] { emit Tapped(id); });
-  fields_[id] = field;
-  controls_[id] = field;
+  fields_.push_back(id);
 }
 
 void EditForm::AddLabel(int id, const std::u16string& name) {
-  auto* label = new platform::qt::ElidedLabel(widget());
-  label->setObjectName(QString::number(id));
-  label->setText(ToQt(name));
-  label->setFont(FixedFont(12));
-  label->setIndent(Scaled(3));
-  labels_.push_back(label);
-  controls_[id] = label;
+  labels_.push_back(controls_.AddLabel(id, name));
+  labels_.back()->setIndent(Scaled(3));
 }
 
-void EditForm::AddButton(int id, const QString& text, const QString& name) {
-  auto* button = new QPushButton(text, widget());
-  button->setObjectName(QString::number(id));
-  button->setAccessibleName(name);
-  button->setFont(id == kIdMemoInput ? FixedFont(12) : platform::qt::DotFont());
-  button->setAutoDefault(false);
-  connect(button, &QPushButton::clicked, this, [this, id] { emit Tapped(id); });
-  controls_[id] = button;
+QPushButton* EditForm::AddButton(int id, const std::u16string& name) {
+  auto* button = controls_.AddButton(id, QStringLiteral("・"), [this, id] { onTap_(id); });
+  button->setAccessibleName(ToQt(name));
+  return button;
 }
 
 void EditForm::ShowState(const CEditAction& state) {
   const CEditAction::Fields& fields = state.fields;
-  fields_[kIdStartDate]->ShowValue(ToQt(fields.times.staDate));
-  fields_[kIdStartTime]->ShowValue(ToQt(fields.times.staTime));
-  fields_[kIdEndDate]->ShowValue(ToQt(fields.times.endDate));
-  fields_[kIdEndTime]->ShowValue(ToQt(fields.times.endTime));
-  fields_[kIdLatitude]->ShowPosition(fields.latitude);
-  fields_[kIdLongitude]->ShowPosition(fields.longitude);
-  fields_[kIdPlace]->ShowValue(ToQt(fields.place));
-  fields_[kIdCategory1]->ShowValue(ToQt(fields.category1));
-  fields_[kIdCategory2]->ShowValue(ToQt(fields.category2));
-  fields_[kIdMemo]->ShowValue(ToQt(state.ShownMemo()));
-  for (const auto& [id, field] : fields_) field->setEnabled(state.IsEnabled(id));
-  static_cast<QPushButton*>(controls_[kIdMemoInput])
+  Field(kIdStartDate)->ShowValue(ToQt(fields.times.staDate));
+  Field(kIdStartTime)->ShowValue(ToQt(fields.times.staTime));
+  Field(kIdEndDate)->ShowValue(ToQt(fields.times.endDate));
+  Field(kIdEndTime)->ShowValue(ToQt(fields.times.endTime));
+  Field(kIdLatitude)->ShowPosition(fields.latitude);
+  Field(kIdLongitude)->ShowPosition(fields.longitude);
+  Field(kIdPlace)->ShowValue(ToQt(fields.place));
+  Field(kIdCategory1)->ShowValue(ToQt(fields.category1));
+  Field(kIdCategory2)->ShowValue(ToQt(fields.category2));
+  Field(kIdMemo)->ShowValue(ToQt(state.ShownMemo()));
+  for (const int id : fields_) Field(id)->setEnabled(state.IsEnabled(id));
+  controls_.At<QPushButton>(kIdMemoInput)
       ->setText(state.memoInput == MemoInput::kList ? QStringLiteral("▼") : QStringLiteral("≡"));
-}
-
-QRect EditForm::PlaceOf(int id) const {
-  const QWidget* control = Control(id);
-  return QRect(control->mapTo(parentWidget(), QPoint()), control->size());
 }
 
 void EditForm::LayOut(QWidget* before) {
@@ -108,11 +91,7 @@ void EditForm::LayOut(QWidget* before) {
   widget()->resize(width() - bar, height);
   const EditLayout layout = LayOutFields(orientation, width() - bar, height, LabelWidth());
   for (const PlacedControl& placed : layout.controls) {
-    QWidget* control = controls_[placed.id];
-    control->setGeometry(ToQt(placed.rect));
-    if (control->focusPolicy() == Qt::NoFocus) continue;
-    QWidget::setTabOrder(before, control);
-    before = control;
+    controls_.Place(placed.id, ToQt(placed.rect), before);
   }
   while (separators_.size() < layout.separators.size()) {
     separators_.push_back(new QFrame(widget()));

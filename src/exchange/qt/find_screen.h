@@ -1,35 +1,32 @@
 // The find dialog: it shows the state of CFind and hands every tap and key to it.
 #pragma once
 
-#include <QCheckBox>
-#include <QPushButton>
 #include <map>
+#include <string>
 
 #include "core/app_state.h"
 #include "exchange/find_dialog.h"
-#include "pickers/qt/field_button.h"
-#include "pickers/qt/list_picker.h"
+#include "pickers/qt/field_screen.h"
 #include "platform/qt/choice_box.h"
-#include "platform/qt/device_shell.h"
-#include "platform/qt/modal_screen.h"
-#include "platform/qt/month_calendar.h"
 
 namespace exchange {
 
-class CFindDlg : public platform::qt::ModalScreen {
+class CFindDlg : public pickers::FieldScreen {
  public:
   CFindDlg(QWidget* over, core::CAppState& app);
 
   // kResultOk after a find; the screen is closed by the user or from outside otherwise.
   int RunModal();
-  bool OnWindowClosing() override;
+  bool OnWindowClosing() override { return Leave(); }
 
  protected:
-  void OnEscape() override;
+  void LayOut() override;
+  void TakeText(const std::u16string& text) override { find_.editorText = text; }
+  void ChooseEditor() override;
+  void ApplyEditor() override;
+  void DropEditor() override;
+  void OnClose() override { Leave(); }
   void OnEnter() override { OnFind(); }
-  void mousePressEvent(QMouseEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-  bool focusNextPrevChild(bool forward) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -38,11 +35,7 @@ class CFindDlg : public platform::qt::ModalScreen {
   void MakeSpans();
   void MakeButtons();
   void MakeMenu();
-  void MakeEditors();
-  void AddLabel(int id, const std::u16string& text);
-  QCheckBox* AddCheck(int id, const std::u16string& text, bool CFind::Fields::*field);
-  void AddField(int id, FindEditor which);
-  QPushButton* AddButton(int id, const QString& text);
+  void AddCheck(int id, const std::u16string& text, bool CFind::Fields::*field);
   int LabelWidth() const;
 
   void OnFind();
@@ -51,23 +44,13 @@ class CFindDlg : public platform::qt::ModalScreen {
   void OnTextField();
   void OnTimeField(FindEditor which);
   void OpenEditor(FindEditor which);
-  void ApplyEditor();
   void ShowState();
   void ShowEditor();
-  void PlaceEditor();
-  QWidget* EditorWidget(FindEditor which) const;
-  static int FieldOf(FindEditor which);
 
   core::CAppState& app_;
   CFind find_;
-  FindEditor shownEditor_ = FindEditor::kNone;
-  std::map<int, QWidget*> controls_;  // by id
-  std::map<int, pickers::FieldButton*> fields_;
   std::map<QCheckBox*, bool CFind::Fields::*> checks_;
   platform::qt::ChoiceBox* text_;
-  pickers::ListPicker* timeEditor_;
-  platform::qt::MonthCalendar* calendar_;
-  platform::qt::SoftKeyBar* keys_;
 };
 
 }  // namespace exchange

@@ -1,6 +1,7 @@
 #include "pickers/qt/field_button.h"
 
 #include <QPainter>
+#include <utility>
 
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
@@ -100,6 +101,13 @@ void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
     painter.drawText(line, Qt::TextSingleLine, text);
     line.translate(0, lineHeight);
   }
+}
+
+FieldButton* AddField(platform::qt::Controls& controls, int id, std::function<void()> onTap,
+                      int smallest) {
+  auto* field = controls.Add(id, new FieldButton(smallest, controls.Parent()));
+  QObject::connect(field, &FieldButton::clicked, field, std::move(onTap));
+  return field;
 }
 
 }  // namespace pickers

@@ -5,7 +5,10 @@
 #include <QAbstractButton>
 #include <QString>
 #include <QTimer>
+#include <functional>
 #include <string>
+
+#include "platform/qt/controls.h"
 
 namespace pickers {
 
@@ -35,5 +38,9 @@ class FieldButton : public QAbstractButton {
   QTimer nextLook_;                          // whether the position is still awaited
   Qt::Alignment alignment_ = Qt::AlignLeft;  // of one line
 };
+
+// A field among the controls of a screen, connected to what a tap on it does.
+FieldButton* AddField(platform::qt::Controls& controls, int id, std::function<void()> onTap,
+                      int smallest = 9);
 
 }  // namespace pickers

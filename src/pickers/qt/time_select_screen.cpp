@@ -103,4 +103,9 @@ void TimeSelectDlg::TakeExtraButton() {
   EndScreen(platform::qt::kResultOk);
 }
 
+std::optional<TimeSelectParams> PickTime(QWidget* over, TimeSelectParams params) {
+  if (TimeSelectDlg(over, params).RunModal() != platform::qt::kResultOk) return {};
+  return params;
+}
+
 }  // namespace pickers

@@ -2,6 +2,7 @@
 // fourth of seven rows is the value. An extra button stands for something that is no time.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "pickers/pickers.h"
@@ -28,5 +29,8 @@ class TimeSelectDlg : public PickerDlg {
   TimeSelectParams& params_;
   std::vector<touch::INERT_LIST_VIEW*> wheels_;
 };
+
+// Runs one. None after a cancel.
+std::optional<TimeSelectParams> PickTime(QWidget* over, TimeSelectParams params);
 
 }  // namespace pickers

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 #include "platform/metrics.h"
 #include "platform/qt/one_line.h"
@@ -93,6 +94,11 @@ void ValueSelectDlg::Give(const QString& text) {
   given_ = text;
   line_->setText(text);
   line_->selectAll();
+}
+
+std::optional<std::u16string> PickValue(QWidget* over, ValueSelectParams params) {
+  if (ValueSelectDlg(over, params).RunModal() != platform::qt::kResultOk) return {};
+  return std::move(params.value);
 }
 
 }  // namespace pickers

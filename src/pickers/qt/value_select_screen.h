@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QLineEdit>
+#include <optional>
+#include <string>
 
 #include "pickers/pickers.h"
 #include "pickers/qt/picker_screen.h"
@@ -32,5 +34,8 @@ class ValueSelectDlg : public PickerDlg {
   QLineEdit* line_;
   touch::INERT_LIST_VIEW* rows_;
 };
+
+// Runs one. None after a cancel.
+std::optional<std::u16string> PickValue(QWidget* over, ValueSelectParams params);
 
 }  // namespace pickers

@@ -9,6 +9,8 @@
 
 #include "platform/metrics.h"
 
+class QPlainTextEdit;
+
 namespace platform::qt {
 
 inline QString ToQt(std::u16string_view text) {
@@ -18,6 +20,9 @@ inline QString ToQt(std::u16string_view text) {
 inline std::u16string FromQt(const QString& text) {
   return text.toStdU16String();
 }
+
+// The text of an edit as it is: unlike its plain text, with no character exchanged.
+std::u16string TypedText(const QPlainTextEdit& edit);
 
 // A font by the name and size of a setting: a size below 0 is 9 units, the system's own; an empty
 // name leaves the system's face.

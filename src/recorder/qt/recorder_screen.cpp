@@ -9,9 +9,7 @@
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
 #include "platform/metrics.h"
-#include "platform/qt/elided_label.h"
 #include "platform/qt/menu_place.h"
-#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 #include "recorder/recording_layout.h"
 #include "store/session.h"
@@ -20,36 +18,33 @@ namespace recorder {
 namespace {
 
 using platform::Scaled;
-using platform::qt::FixedFont;
-using platform::qt::FromQt;
 using platform::qt::ToQt;
 
-// Commands of the menu.
-enum MenuId {
-  kMenuChange = 32782,
-  kMenuDelete = 32785,
-  kMenuClose = 32900,
-  kMenuClear = 32950,
-  kMenuRecord = 32951,
-  kMenuStop = 32952,
-  kMenuBack = 32953,
-  kMenuAtStart = 32955,
-  kMenuAskPosition = 33100,
-  kMenuShowPosition = 33101,
-  kMenuClearPosition = 33102,
-  kMenuMapLink = 33104,
-  kKeyRecord = 40002,
-  kMenuExit = 40102
+struct ValueField {
+  InlineEditTarget target;
+  int id;
+  std::u16string core::CAppState::*name;
 };
+constexpr ValueField kValueFields[] = {
+    {InlineEditTarget::kPlace, kIdPlace, &core::CAppState::PlaceName},
+    {InlineEditTarget::kCategory1, kIdCategory1, &core::CAppState::Cate1Name},
+    {InlineEditTarget::kCategory2, kIdCategory2, &core::CAppState::Cate2Name},
+};
+
+int FieldOf(InlineEditTarget target) {
+  for (const ValueField& field : kValueFields) {
+    if (field.target == target) return field.id;
+  }
+  return kIdTime;
+}
 
 }  // namespace
 
 CRecorderDlg::CRecorderDlg(QWidget* over, core::CAppState& app)
-    : ModalScreen(over),
+    : FieldScreen(over),
       app_(app),
       recorder_(app),
-      list_(new HistoryListView(this)),
-      keys_(new platform::qt::SoftKeyBar(this)),
+      list_(controls_.Add(kIdList, new HistoryListView(this))),
       holdMenu_(new QMenu(this)) {
   recorder_.window = Address();
   MakeLabels();
@@ -57,14 +52,12 @@ CRecorderDlg::CRecorderDlg(QWidget* over, core::CAppState& app)
   MakeButtons();
   MakeList();
   MakeMenu();
-  MakeEditor(timeEditor_, kIdTimeEditor);
-  MakeEditor(valueEditor_, kIdValueEditor);
 }
 
 int CRecorderDlg::RunModal() {
   recorder_.Open();
   ShowState();
-  buttons_[kIdRecord]->setFocus();
+  Button(kIdRecord)->setFocus();
   QTimer::singleShot(0, this, [] { store::PrepareToWrite(); });  // shown, it awaits the first tap
   const int result = ModalScreen::RunModal();
   if (!HasEndedItself()) {  // what the fields hold is kept
@@ -75,88 +68,58 @@ int CRecorderDlg::RunModal() {
 }
 
 void CRecorderDlg::MakeLabels() {
-  AddLabel(kIdTitle, u"レコーダー");
-  AddLabel(kIdTimeLabel, u"時刻:");
-  AddLabel(kIdLatitudeLabel, app_.LatName + u"：");
-  AddLabel(kIdLongitudeLabel, app_.LonName + u"：");
-  AddLabel(kIdPlaceLabel, app_.PlaceName + u"：");
-  AddLabel(kIdCategory1Label, app_.Cate1Name + u"：");
-  AddLabel(kIdCategory2Label, app_.Cate2Name + u"：");
-}
-
-void CRecorderDlg::AddLabel(int id, const std::u16string& text) {
-  auto* label = new platform::qt::ElidedLabel(this);
-  label->setObjectName(QString::number(id));
-  label->setText(ToQt(text));
-  label->setFont(FixedFont(12));
-  controls_[id] = label;
+  controls_.AddLabel(kIdTitle, u"レコーダー");
+  controls_.AddLabel(kIdTimeLabel, u"時刻:");
+  controls_.AddLabel(kIdLatitudeLabel, app_.LatName + u"：");
+  controls_.AddLabel(kIdLongitudeLabel, app_.LonName + u"：");
+  controls_.AddLabel(kIdPlaceLabel, app_.PlaceName + u"：");
+  controls_.AddLabel(kIdCategory1Label, app_.Cate1Name + u"：");
+  controls_.AddLabel(kIdCategory2Label, app_.Cate2Name + u"：");
 }
 
 void CRecorderDlg::MakeFields() {
   AddField(kIdTime, [this] { OnTimeField(); });
   AddField(kIdLatitude, [this] { Run(&CRecorder::AskPosition); });
   AddField(kIdLongitude, [this] { Run(&CRecorder::AskPosition); });
-  AddField(kIdPlace, [this] { OnValueField(InlineEditTarget::kPlace); });
-  AddField(kIdCategory1, [this] { OnValueField(InlineEditTarget::kCategory1); });
-  AddField(kIdCategory2, [this] { OnValueField(InlineEditTarget::kCategory2); });
-}
-
-void CRecorderDlg::AddField(int id, std::function<void()> onTap) {
-  auto* field = new pickers::FieldButton(9, this);
-  field->setObjectName(QString::number(id));
-  field->setFont(FixedFont(12));
-  connect(field, &QAbstractButton::clicked, this, std::move(onTap));
-  controls_[id] = fields_[id] = field;
+  for (const ValueField& field : kValueFields) {
+    AddField(field.id, [this, &field] { OnValueField(field.target, app_.*field.name); });
+  }
 }
 
 void CRecorderDlg::MakeButtons() {
-  AddButton(kIdExit, QStringLiteral("終了"), nullptr);
-  AddButton(kIdClose, QStringLiteral("閉じる"), nullptr);
-  AddButton(kIdNow, QStringLiteral("・"), &CRecorder::OnBtnNow);
-  AddButton(kIdClear, QStringLiteral("クリア"), &CRecorder::OnBtnClear);
-  AddButton(kIdDelete, QStringLiteral("削除"), &CRecorder::FxBtnDelete);
-  AddButton(kIdBack, QStringLiteral("<="), &CRecorder::OnBtnBack);
-  AddButton(kIdRecord, QStringLiteral("●"), &CRecorder::OnBtnRec);
-  AddButton(kIdStop, QString(), &CRecorder::OnBtnStop);
-  buttons_[kIdNow]->setFont(platform::qt::DotFont());
-  connect(buttons_[kIdExit], &QPushButton::clicked, this, &CRecorderDlg::OnBtnExit);
-  connect(buttons_[kIdClose], &QPushButton::clicked, this, &CRecorderDlg::Leave);
-}
-
-void CRecorderDlg::AddButton(int id, const QString& text, void (CRecorder::*command)()) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::number(id));
-  button->setFont(FixedFont(12));
-  button->setAutoDefault(false);
-  if (command != nullptr) {
-    connect(button, &QPushButton::clicked, this, [this, command] { Run(command); });
-  }
-  controls_[id] = buttons_[id] = button;
+  const auto add = [this](int id, const QString& text, void (CRecorder::*command)()) {
+    return controls_.AddButton(id, text, [this, command] { Run(command); });
+  };
+  controls_.AddButton(kIdExit, QStringLiteral("終了"), [this] { OnBtnExit(); });
+  controls_.AddButton(kIdClose, QStringLiteral("閉じる"), [this] { Leave(); });
+  add(kIdNow, QStringLiteral("・"), &CRecorder::OnBtnNow)->setFont(platform::qt::DotFont());
+  add(kIdClear, QStringLiteral("クリア"), &CRecorder::OnBtnClear);
+  add(kIdDelete, QStringLiteral("削除"), &CRecorder::FxBtnDelete);
+  add(kIdBack, QStringLiteral("<="), &CRecorder::OnBtnBack);
+  add(kIdRecord, QStringLiteral("●"), &CRecorder::OnBtnRec);
+  add(kIdStop, QString(), &CRecorder::OnBtnStop);
 }
 
 void CRecorderDlg::MakeList() {
-  list_->setObjectName(QString::number(kIdList));
   list_->setFont(platform::qt::SettingFont(app_.RcdrFntName, app_.RcdrFntSize));
-  controls_[kIdList] = list_;
   connect(list_, &QListWidget::itemSelectionChanged, this,
           [this] { recorder_.lines.selected = list_->SelectedLines(); });
   connect(list_, &HistoryListView::Tapped, this, &CRecorderDlg::OnListChange);
   connect(list_, &HistoryListView::Dragged, this, [this] {
-    if (recorder_.editor != InlineEditTarget::kNone) ChooseEditor();
+    if (recorder_.editor != InlineEditTarget::kNone) ApplyEditor();
   });
-  connect(list_, &HistoryListView::Held, this, &CRecorderDlg::OnListHeld);
+  connect(list_, &HistoryListView::Held, this, [this](QPoint point, const QRect& line) {
+    platform::qt::OpenMenuAt(*holdMenu_, point, line);
+  });
   connect(list_, &HistoryListView::ReturnLetGo, this, [this] { recorder_.TellKey(u"LB RETURN"); });
   connect(list_, &HistoryListView::DeleteLetGo, this, [this] { recorder_.TellKey(u"LB DELETE"); });
 }
 
 void CRecorderDlg::MakeMenu() {
-  QPushButton& key = keys_->LeftKey();
-  key.setObjectName(QString::number(kKeyRecord));
-  key.setText(QStringLiteral("記録"));
-  connect(&key, &QPushButton::clicked, this, [this] { Run(&CRecorder::OnBtnRec); });
-  QMenu& menu = keys_->Menu();
-  const auto add = [&](int id, const char16_t* text, auto onChosen) {
-    connect(AddMenuItem(menu, id, ToQt(text)), &QAction::triggered, this, onChosen);
+  controls_.AddKey(keys_->LeftKey(), kKeyRecord, QStringLiteral("記録"),
+                   [this] { Run(&CRecorder::OnBtnRec); });
+  const auto add = [this](int id, const char16_t* text, std::function<void()> onChosen) {
+    return controls_.AddMenuItem(keys_->Menu(), id, ToQt(text), std::move(onChosen));
   };
   add(kMenuRecord, u"記録", [this] { Run(&CRecorder::OnBtnRec); });
   add(kMenuStop, u"停止", [this] { Run(&CRecorder::OnBtnStop); });
@@ -168,34 +131,20 @@ void CRecorderDlg::MakeMenu() {
   add(kMenuShowPosition, u"位置表示", [this] { Run(&CRecorder::ShowPosition); });
   add(kMenuClearPosition, u"位置クリア", [this] { Run(&CRecorder::ClearPosition); });
   add(kMenuMapLink, u"地図表示", [this] { Run(&CRecorder::OpenMapLink); });
-  add(kMenuAtStart, u"起動時に開く", [this](bool checked) { recorder_.opensAtStart = checked; });
+  add(kMenuAtStart, u"起動時に開く", [this] {
+    recorder_.opensAtStart = MenuItem(kMenuAtStart)->isChecked();
+  })->setCheckable(true);
   add(kMenuClose, u"閉じる", [this] { Leave(); });
   add(kMenuExit, u"終了", [this] { OnBtnExit(); });
-  actions_[kMenuAtStart]->setCheckable(true);
-  holdMenu_->setFont(FixedFont(12));
-  for (const int id : {kMenuChange, kMenuDelete, kMenuClear}) holdMenu_->addAction(actions_[id]);
-}
-
-QAction* CRecorderDlg::AddMenuItem(QMenu& menu, int id, const QString& text) {
-  QAction* action = menu.addAction(text);
-  action->setData(id);
-  actions_[id] = action;
-  return action;
-}
-
-void CRecorderDlg::MakeEditor(pickers::ListPicker*& editor, int id) {
-  editor = new pickers::ListPicker(this);
-  editor->setObjectName(QString::number(id));
-  connect(editor, &pickers::ListPicker::TextChanged, this,
-          [this](const QString& text) { recorder_.editorText = FromQt(text); });
-  connect(editor, &pickers::ListPicker::Chosen, this, &CRecorderDlg::ChooseEditor);
+  holdMenu_->setFont(platform::qt::FixedFont(12));
+  for (const int id : {kMenuChange, kMenuDelete, kMenuClear}) holdMenu_->addAction(MenuItem(id));
 }
 
 int CRecorderDlg::LabelWidth() const {
   int width = 0;
   for (const int id : {kIdTimeLabel, kIdLatitudeLabel, kIdLongitudeLabel, kIdPlaceLabel,
                        kIdCategory1Label, kIdCategory2Label}) {
-    width = std::max(width, controls_.at(id)->sizeHint().width());
+    width = std::max(width, controls_.At<QLabel>(id)->sizeHint().width());
   }
   return std::min(width, Scaled(90)) + Scaled(2);
 }
@@ -214,55 +163,55 @@ void CRecorderDlg::OnPosted(int) {
 
 void CRecorderDlg::OnTimeField() {
   if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(InlineEditTarget::kTime);
+  if (recorder_.ValidateInlineEdit() == 0) PickTime();
+  ShowState();
+}
+
+void CRecorderDlg::PickTime() {
+  int hour = pickers::kExtraHour, minute = 0;
+  recorder_.FieldTime(hour, minute);
+  const auto picked = pickers::PickTime(this, {.title = u"時刻の選択",
+                                               .extraText = u"現在時刻",
+                                               .showExtra = 1,
+                                               .startHour = static_cast<uint16_t>(hour),
+                                               .startMinute = static_cast<uint16_t>(minute)});
+  if (picked && picked->hour == pickers::kExtraHour) {
+    recorder_.TakeValue(InlineEditTarget::kTime, kCurrentTimeMark);
+  } else if (picked) {
+    recorder_.TakeTime(picked->hour, picked->minute);
+  }
+}
+
+void CRecorderDlg::OnValueField(InlineEditTarget target, const std::u16string& name) {
+  if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(target);
   if (recorder_.ValidateInlineEdit() == 0) {
-    pickers::TimeSelectParams params;
-    params.title = u"時刻の選択";
-    params.extraText = u"現在時刻";
-    params.showExtra = 1;
-    int hour = pickers::kExtraHour, minute = 0;
-    recorder_.FieldTime(hour, minute);
-    params.startHour = static_cast<uint16_t>(hour);
-    params.startMinute = static_cast<uint16_t>(minute);
-    const int result = pickers::TimeSelectDlg(this, params).RunModal();
-    if (result == platform::qt::kResultOk && params.hour == pickers::kExtraHour) {
-      recorder_.TakeValue(InlineEditTarget::kTime, kCurrentTimeMark);
-    } else if (result == platform::qt::kResultOk) {
-      recorder_.TakeTime(params.hour, params.minute);
-    }
+    const auto picked = pickers::PickValue(
+        this, {name + u"の選択", recorder_.FieldText(target), recorder_.EditorRows(target),
+               static_cast<int>(edit::kLongestText)});
+    if (picked) recorder_.TakeValue(target, *picked);
   }
   ShowState();
 }
 
-void CRecorderDlg::OnValueField(InlineEditTarget which) {
-  if (app_.ItmSelMode != core::kPickByLists) return OpenEditor(which);
-  if (recorder_.ValidateInlineEdit() == 0) {
-    const std::u16string& name = which == InlineEditTarget::kPlace       ? app_.PlaceName
-                                 : which == InlineEditTarget::kCategory1 ? app_.Cate1Name
-                                                                         : app_.Cate2Name;
-    pickers::ValueSelectParams params{name + u"の選択", recorder_.FieldText(which),
-                                      recorder_.EditorRows(which),
-                                      static_cast<int>(edit::kLongestText)};
-    if (pickers::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
-      recorder_.TakeValue(which, params.value);
-    }
-  }
+void CRecorderDlg::OpenEditor(InlineEditTarget target) {
+  recorder_.OpenEditor(target);
   ShowState();
 }
 
-void CRecorderDlg::OpenEditor(InlineEditTarget which) {
-  recorder_.OpenEditor(which);
-  ShowState();
-}
-
-void CRecorderDlg::ChooseEditor() {
+void CRecorderDlg::ApplyEditor() {
   recorder_.ValidateInlineEdit();
+  ShowState();
+}
+
+void CRecorderDlg::DropEditor() {
+  recorder_.DropEditor();
   ShowState();
 }
 
 void CRecorderDlg::OnListChange() {
   const bool opens = recorder_.OnListChange();
   ShowState();
-  buttons_[kIdRecord]->setFocus();
+  Button(kIdRecord)->setFocus();
   if (!opens) return;
   edit::CEditActionDlg(this, app_, edit::kOpenChange).RunModal();
   Run(&CRecorder::AfterChange);
@@ -279,46 +228,21 @@ void CRecorderDlg::OnBtnExit() {
   if (Leave()) CloseWindowAfterwards();
 }
 
-bool CRecorderDlg::OnWindowClosing() {
-  return Leave();
-}
-
-void CRecorderDlg::OnListHeld(QPoint globalPoint, const QRect& globalLine) {
-  platform::qt::OpenMenuAt(*holdMenu_, globalPoint, globalLine);
-}
-
-// An open editor goes first, then the screen.
-void CRecorderDlg::OnEscape() {
-  if (recorder_.editor == InlineEditTarget::kNone) {
-    Leave();
-  } else {
-    recorder_.DropEditor();
-    ShowState();
-  }
-}
-
 // Not over the list, which has its own use for it.
 void CRecorderDlg::OnEnter() {
-  if (!list_->hasFocus()) buttons_[kIdRecord]->click();
+  if (!list_->hasFocus()) Button(kIdRecord)->click();
 }
 
-// A tap beside everything closes an open editor.
-void CRecorderDlg::mousePressEvent(QMouseEvent*) {
-  ChooseEditor();
-  buttons_[kIdRecord]->setFocus();
+void CRecorderDlg::mousePressEvent(QMouseEvent* event) {
+  FieldScreen::mousePressEvent(event);
+  Button(kIdRecord)->setFocus();
 }
 
-void CRecorderDlg::resizeEvent(QResizeEvent* event) {
-  ModalScreen::resizeEvent(event);
-  keys_->setGeometry(0, height() - keys_->height(), width(), keys_->height());
+void CRecorderDlg::LayOut() {
   const RecorderLayout layout = LayOutRecorder(width(), height() - keys_->height(), LabelWidth());
   QWidget* before = nullptr;
   for (const Placed& placed : layout.controls) {
-    QWidget* control = controls_.at(placed.id);
-    control->setGeometry(placed.x, placed.y, placed.width, placed.height);
-    if (control->focusPolicy() == Qt::NoFocus) continue;
-    if (before != nullptr) setTabOrder(before, control);
-    before = control;
+    controls_.Place(placed.id, {placed.x, placed.y, placed.width, placed.height}, before);
   }
   keys_->FocusAfter(before);
   qDeleteAll(separators_);
@@ -331,32 +255,25 @@ void CRecorderDlg::resizeEvent(QResizeEvent* event) {
     line->lower();
     separators_.push_back(line);
   }
-  ShowEditor();
   recorder_.SelectLastLine();
   ShowLines();
 }
 
-// Tab leaves an open editor and takes its value.
-bool CRecorderDlg::focusNextPrevChild(bool forward) {
-  if (recorder_.editor != InlineEditTarget::kNone) ChooseEditor();
-  return ModalScreen::focusNextPrevChild(forward);
-}
-
 void CRecorderDlg::ShowState() {
-  fields_[kIdTime]->ShowValue(ToQt(recorder_.fields.time));
-  fields_[kIdLatitude]->ShowPosition(recorder_.fields.latitude);
-  fields_[kIdLongitude]->ShowPosition(recorder_.fields.longitude);
-  fields_[kIdPlace]->ShowValue(ToQt(recorder_.fields.place));
-  fields_[kIdCategory1]->ShowValue(ToQt(recorder_.fields.category1));
-  fields_[kIdCategory2]->ShowValue(ToQt(recorder_.fields.category2));
-  buttons_[kIdBack]->setEnabled(recorder_.canGoBack);
-  buttons_[kIdStop]->setEnabled(recorder_.canStop);
-  buttons_[kIdStop]->setText(recorder_.isRunning ? QStringLiteral("■") : QStringLiteral("◆"));
-  actions_[kMenuStop]->setText(recorder_.isRunning ? QStringLiteral("停止")
+  Field(kIdTime)->ShowValue(ToQt(recorder_.fields.time));
+  Field(kIdLatitude)->ShowPosition(recorder_.fields.latitude);
+  Field(kIdLongitude)->ShowPosition(recorder_.fields.longitude);
+  Field(kIdPlace)->ShowValue(ToQt(recorder_.fields.place));
+  Field(kIdCategory1)->ShowValue(ToQt(recorder_.fields.category1));
+  Field(kIdCategory2)->ShowValue(ToQt(recorder_.fields.category2));
+  Button(kIdBack)->setEnabled(recorder_.canGoBack);
+  Button(kIdStop)->setEnabled(recorder_.canStop);
+  Button(kIdStop)->setText(recorder_.isRunning ? QStringLiteral("■") : QStringLiteral("◆"));
+  MenuItem(kMenuStop)->setText(recorder_.isRunning ? QStringLiteral("停止")
                                                    : QStringLiteral("再開"));
-  actions_[kMenuAtStart]->setChecked(recorder_.opensAtStart);
+  MenuItem(kMenuAtStart)->setChecked(recorder_.opensAtStart);
   ShowLines();
-  if (recorder_.editor != shownEditor_) ShowEditor();
+  ShowEditor();
 }
 
 void CRecorderDlg::ShowLines() {
@@ -366,44 +283,14 @@ void CRecorderDlg::ShowLines() {
 }
 
 void CRecorderDlg::ShowEditor() {
-  const InlineEditTarget former = std::exchange(shownEditor_, recorder_.editor);
-  pickers::ListPicker* editor = Editor(shownEditor_);
-  if (editor != nullptr) {
-    if (former != shownEditor_) {
-      editor->Open(
-          recorder_.EditorRows(shownEditor_), recorder_.EditorRow(), ToQt(recorder_.editorText),
-          static_cast<int>(edit::kLongestText),
-          shownEditor_ == InlineEditTarget::kTime ? platform::qt::kTimeHints : Qt::ImhNone);
-    }
-    const QRect area(0, 0, width(), height() - keys_->height());
-    editor->PlaceOver(controls_[FieldOf(shownEditor_)]->geometry(), area);
-    editor->show();
-    editor->raise();
-    editor->setFocus();
-  }
-  pickers::ListPicker* closed = Editor(former);
-  if (closed == nullptr || closed == editor) return;
-  const bool hadFocus = closed->isAncestorOf(focusWidget());
-  closed->hide();
-  if (hadFocus && editor == nullptr) controls_[FieldOf(former)]->setFocus();
-}
-
-pickers::ListPicker* CRecorderDlg::Editor(InlineEditTarget which) const {
-  if (which == InlineEditTarget::kNone) return nullptr;
-  return which == InlineEditTarget::kTime ? timeEditor_ : valueEditor_;
-}
-
-int CRecorderDlg::FieldOf(InlineEditTarget which) {
-  switch (which) {
-    case InlineEditTarget::kPlace:
-      return kIdPlace;
-    case InlineEditTarget::kCategory1:
-      return kIdCategory1;
-    case InlineEditTarget::kCategory2:
-      return kIdCategory2;
-    default:
-      return kIdTime;
-  }
+  const InlineEditTarget target = recorder_.editor;
+  const int which = static_cast<int>(target);
+  if (which == editor_->Which()) return;
+  if (target == InlineEditTarget::kNone) return editor_->Close();
+  const bool isTime = target == InlineEditTarget::kTime;
+  editor_->OpenList({which, isTime ? kIdTimeEditor : kIdValueEditor, Field(FieldOf(target))},
+                    {recorder_.EditorRows(target), recorder_.EditorRow(), recorder_.editorText,
+                     static_cast<int>(edit::kLongestText), isTime});
 }
 
 }  // namespace recorder

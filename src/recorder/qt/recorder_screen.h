@@ -2,38 +2,35 @@
 // every tap and key to it.
 #pragma once
 
-#include <QAction>
 #include <QFrame>
-#include <QPushButton>
-#include <functional>
-#include <map>
+#include <string>
 #include <vector>
 
 #include "core/app_state.h"
-#include "pickers/qt/field_button.h"
-#include "pickers/qt/list_picker.h"
-#include "platform/qt/device_shell.h"
-#include "platform/qt/modal_screen.h"
+#include "pickers/qt/field_screen.h"
 #include "recorder/qt/history_list_view.h"
 #include "recorder/recording.h"
 
 namespace recorder {
 
-class CRecorderDlg : public platform::qt::ModalScreen {
+class CRecorderDlg : public pickers::FieldScreen {
  public:
   CRecorderDlg(QWidget* over, core::CAppState& app);
 
   // Runs until its user leaves it, by the exit command also the program's window.
   int RunModal();
-  bool OnWindowClosing() override;
+  bool OnWindowClosing() override { return Leave(); }
 
  protected:
-  void OnEscape() override;
+  void LayOut() override;
+  void TakeText(const std::u16string& text) override { recorder_.editorText = text; }
+  void ChooseEditor() override { ApplyEditor(); }
+  void ApplyEditor() override;
+  void DropEditor() override;
+  void OnClose() override { Leave(); }
   void OnEnter() override;
   void OnPosted(int command) override;
   void mousePressEvent(QMouseEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-  bool focusNextPrevChild(bool forward) override;
 
  private:
   void MakeLabels();
@@ -41,42 +38,27 @@ class CRecorderDlg : public platform::qt::ModalScreen {
   void MakeButtons();
   void MakeList();
   void MakeMenu();
-  void MakeEditor(pickers::ListPicker*& editor, int id);
-  void AddLabel(int id, const std::u16string& text);
-  void AddField(int id, std::function<void()> onTap);
-  void AddButton(int id, const QString& text, void (CRecorder::*command)());
-  QAction* AddMenuItem(QMenu& menu, int id, const QString& text);
+  QAction* MenuItem(int id) const { return controls_.At<QAction>(id); }
   int LabelWidth() const;
 
-  // Runs one command of the logic and shows the state anew.
+  // Runs one command of the logic and shows the state that it leaves.
   void Run(void (CRecorder::*command)());
   void OnTimeField();
-  void OnValueField(InlineEditTarget which);
-  void OpenEditor(InlineEditTarget which);
-  void ChooseEditor();
+  void PickTime();
+  void OnValueField(InlineEditTarget target, const std::u16string& name);
+  void OpenEditor(InlineEditTarget target);
   void OnListChange();
   // The close command. False if an open editor's value was refused.
   bool Leave();
   void OnBtnExit();
-  void OnListHeld(QPoint globalPoint, const QRect& globalLine);
   void ShowState();
   void ShowLines();
   void ShowEditor();
-  pickers::ListPicker* Editor(InlineEditTarget which) const;
-  static int FieldOf(InlineEditTarget which);
 
   core::CAppState& app_;
   CRecorder recorder_;
-  InlineEditTarget shownEditor_ = InlineEditTarget::kNone;
-  std::map<int, QWidget*> controls_;  // by id
-  std::map<int, pickers::FieldButton*> fields_;
-  std::map<int, QPushButton*> buttons_;
-  std::map<int, QAction*> actions_;
   std::vector<QFrame*> separators_;
   HistoryListView* list_;
-  pickers::ListPicker* timeEditor_;
-  pickers::ListPicker* valueEditor_;
-  platform::qt::SoftKeyBar* keys_;
   QMenu* holdMenu_;
 };
 

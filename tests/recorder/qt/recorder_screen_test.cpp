@@ -1,13 +1,12 @@
-// The recorder's screen and the pickers that it opens: state to widgets, taps to commands.
+// The recorder's screen: state to widgets, taps to commands.
 #include "recorder/qt/recorder_screen.h"
 
 #include <QTimer>
 
-#include "pickers/qt/time_select_screen.h"
-#include "pickers/qt/value_select_screen.h"
 #include "store/action_index.h"
 #include "store/store_fixture.h"
 #include "support/screen_driver.h"
+#include "touch/qt/inertial_list_view.h"
 
 namespace recorder {
 namespace {
@@ -49,8 +48,7 @@ TEST_F(RecorderScreen, FieldsOpenTheirEditorsInPlace) {
     auto* editor = Find<QWidget>("1172");
     EXPECT_TRUE(editor->isVisible());
     EXPECT_EQ(editor->findChild<QListWidget*>()->count(), 49);
-    editor->findChild<QLineEdit*>()->setText(QString());
-    emit static_cast<pickers::ListPicker*>(editor)->TextChanged(QStringLiteral("0930"));
+    Press(Qt::Key_0, QStringLiteral("0930"));
     Click("1161");  // takes the time on the way
     EXPECT_FALSE(editor->isVisible());
     EXPECT_TRUE(Find<QWidget>("1173")->isVisible());
@@ -121,43 +119,6 @@ TEST_F(RecorderScreen, WithListsTheFieldsOpenThePickers) {
               QStringLiteral("2010/06/23 01:45::会社...::::"));
     Click("1152");
   });
-}
-
-TEST_F(RecorderScreen, TheTimePickerGivesBackWhatWasChosen) {
-  pickers::TimeSelectParams time;
-  time.flags = pickers::kWithSeconds;
-  time.startHour = 1;
-  time.showExtra = 1;
-  const int seconds = Drive(pickers::TimeSelectDlg(&window, time), [&] {
-    EXPECT_EQ(Find<touch::INERT_LIST_VIEW>("hour")->List().Top(), 22);
-    Find<touch::INERT_LIST_VIEW>("second")->List().SetTop(59);
-    Click("1");
-  });
-  EXPECT_EQ(seconds, 1);
-  EXPECT_EQ(time.hour, 1);
-  EXPECT_EQ(time.second, 2);
-  EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
-  EXPECT_EQ(time.hour, 25);
-  EXPECT_EQ(Drive(pickers::TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
-}
-
-// A drag on the list of values coasts; only a tap chooses.
-TEST_F(RecorderScreen, ADragOnValuesChoosesNothing) {
-  pickers::ValueSelectParams params{{}, u"手書き", {}};
-  for (int i = 0; i < 50; i++) params.history.push_back(i == 30 ? u"手書き" : u"場所");
-  const int result = Drive(pickers::ValueSelectDlg(&window, params), [&] {
-    auto* rows = Find<touch::INERT_LIST_VIEW>("rows");
-    EXPECT_NEAR(rows->List().Top(), 26, 1) << "the value is in the middle";
-    Send(rows, QEvent::MouseButtonPress, {20, 150});
-    Send(rows, QEvent::MouseMove, {20, 100});
-    Send(rows, QEvent::MouseButtonRelease, {20, 50});
-    QObject::connect(rows, &touch::INERT_LIST_VIEW::Notified, rows, [this](int code) {
-      EXPECT_EQ(code, touch::ILN_COASTEND);
-      Click("1");
-    });
-  });
-  EXPECT_EQ(result, 1);
-  EXPECT_EQ(params.value, u"手書き");
 }
 
 }  // namespace
