@@ -27,8 +27,7 @@ void PaintFrames(benchmark::State& state, int rows, int style, int rowsAFrame) {
   QWidget window;
   window.resize(480, 640);
   touch::INERT_LIST_VIEW view(0, style, &window);
-  const QFont font = platform::qt::FixedFont(24);
-  view.SendMessage(touch::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  view.SetFont(platform::qt::FixedFont(24));
   view.List().SetHeight(-1, 53);  // twelve rows
   Fill(view.List(), rows);
   view.setGeometry(0, 0, 480, 640);

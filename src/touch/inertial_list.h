@@ -112,7 +112,9 @@ class InertList {
     std::function<void()> repaint;
     std::function<void(int code)> notifyParent;
     std::function<void()> releaseCapture;
-    std::function<int(intptr_t font)> textHeight;
+    // Takes a copy of a font, whose address this is, and answers the height of its text.
+    std::function<int(intptr_t font)> takeFont;
+    std::function<intptr_t()> font;  // the address of the window's own
   };
 
   // `screenLength` is the longer side of the screen: a drag begins at a fiftieth of it.
@@ -152,6 +154,7 @@ class InertList {
   void ChangeStyle(int clear, int set);
   uint32_t Colour(ListColour which) const { return colours_[which]; }
   void SetColour(ListColour which, uint32_t colour) { colours_[which] = colour; }
+  // The address of a font that is needed for this call only.
   void SetFont(intptr_t font);
   void CancelPress();
 
@@ -195,7 +198,6 @@ class InertList {
   ListPoint fling_;            // from where a fling is measured
   uint32_t flingTick_ = 0;
   int direction_ = 0;  // 1 the pointer goes down, -1 up
-  intptr_t font_ = 0;
   int defaultHeight_ = 1;
   int width_ = 0;
   int height_ = 0;

@@ -100,8 +100,7 @@ void InertList::ChangeStyle(int clear, int set) {
 }
 
 void InertList::SetFont(intptr_t font) {
-  font_ = font;
-  if (window_.textHeight) defaultHeight_ = window_.textHeight(font);
+  if (window_.takeFont) defaultHeight_ = window_.takeFont(font);
 }
 
 void InertList::CancelPress() {
@@ -130,7 +129,7 @@ intptr_t InertList::Send(uint32_t message, intptr_t wparam, intptr_t lparam) {
       SetFont(wparam);
       return 0;
     case WM_GETFONT:
-      return font_;
+      return window_.font ? window_.font() : 0;
     case ILM_GETTOP:
       return Top();
     case ILM_SETTOP:

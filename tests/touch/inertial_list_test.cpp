@@ -36,7 +36,13 @@ class InertListTest : public testing::Test {
   }
 
   std::vector<int> told;
-  InertList list{{{}, [this](int code) { told.push_back(code); }, {}, {}}, 0, 320};
+  InertList list{{{},
+                  [this](int code) { told.push_back(code); },
+                  {},
+                  [](intptr_t) { return 20; },
+                  [] { return intptr_t{7}; }},
+                 0,
+                 320};
 };
 
 // Writes down which rows stand where.
@@ -227,6 +233,9 @@ TEST_F(InertListTest, MessagesReachEverything) {
     uint32_t message;
     intptr_t wparam, lparam, answer;
   } rows[] = {
+      {WM_SETFONT, 5, 0, 0},
+      {WM_GETFONT, 0, 0, 7},  // a copy, not what was given
+      {ILM_GETHEIGHT, -1, 0, 20},
       {ILM_RESET, 0, 0, 0},
       {ILM_ADD, 0, Address(office), 0},
       {ILM_INSERT, 0, Address(home), 0},

@@ -51,8 +51,7 @@ TimeSelectDlg::TimeSelectDlg(QWidget* over, TimeSelectParams& params)
 touch::INERT_LIST_VIEW* TimeSelectDlg::AddWheel(const char* name, int count, int value) {
   auto* wheel = new touch::INERT_LIST_VIEW(kCentred, touch::ILS_WRAP, this);
   wheel->setObjectName(QString::fromLatin1(name));
-  const QFont font = FixedFont(24);
-  wheel->SendMessage(touch::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  wheel->SetFont(FixedFont(24));
   for (const WheelColour& colour : kColours) wheel->List().SetColour(colour.which, colour.colour);
   for (std::u16string& text : WheelRows(count)) wheel->List().Add({0, 0, std::move(text)});
   wheel->List().SetTop(WheelTop(value, count));

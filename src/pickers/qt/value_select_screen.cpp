@@ -34,7 +34,7 @@ ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
   line_->installEventFilter(this);
   rows_->setObjectName(QStringLiteral("rows"));
   rows_->setFocusPolicy(Qt::NoFocus);  // the arrow keys in the line walk it
-  rows_->SendMessage(touch::WM_SETFONT, reinterpret_cast<intptr_t>(&font), 0);
+  rows_->SetFont(font);
   touch::InertList& list = rows_->List();
   list.SetHeight(-1, 2 * list.GetHeight(-1));
   for (const std::u16string& text : params.history) list.Add({0, 0, text});

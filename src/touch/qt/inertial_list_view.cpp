@@ -74,7 +74,8 @@ INERT_LIST_VIEW::INERT_LIST_VIEW(int windowStyle, int listStyle, QWidget* parent
     : QWidget(parent),
       format_(RowTextFormat::OfStyle(windowStyle)),
       list_({[this] { update(); }, [this](int code) { emit Notified(code); },
-             [this] { pressSeen_ = false; }, [this](intptr_t font) { return TakeFont(font); }},
+             [this] { pressSeen_ = false; }, [this](intptr_t font) { return TakeFont(font); },
+             [this] { return reinterpret_cast<intptr_t>(&font()); }},
             listStyle, LongerSide(parent->window())) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusPolicy(Qt::StrongFocus);
@@ -82,6 +83,10 @@ INERT_LIST_VIEW::INERT_LIST_VIEW(int windowStyle, int listStyle, QWidget* parent
   coast_.setInterval(kTickMilliseconds);
   connect(&coast_, &QTimer::timeout, this, &INERT_LIST_VIEW::Tick);
   list_.SetHeight(-1, fontMetrics().height());
+}
+
+void INERT_LIST_VIEW::SetFont(const QFont& font) {
+  list_.SetFont(reinterpret_cast<intptr_t>(&font));
 }
 
 int INERT_LIST_VIEW::TakeFont(intptr_t font) {

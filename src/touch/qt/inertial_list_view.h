@@ -19,6 +19,8 @@ class INERT_LIST_VIEW : public QWidget {
   INERT_LIST_VIEW(int windowStyle, int listStyle, QWidget* parent);
 
   InertList& List() { return list_; }
+  // Of the rows, whose height becomes that of its text.
+  void SetFont(const QFont& font);
   // The list's interface for those who know it by its messages; a font is a const QFont*.
   intptr_t SendMessage(uint32_t message, intptr_t wparam, intptr_t lparam) {
     return list_.Send(message, wparam, lparam);
