@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QRadioButton>
+#include <utility>
 
 #include "exchange/action_lines.h"
 #include "exchange/import.h"
@@ -43,13 +44,6 @@ enum ExchangeControl {
   kIdKeyRun = 40002
 };
 
-QLabel* MakeLabel(int id, const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setObjectName(QString::number(id));
-  label->setFont(FixedFont(12));
-  return label;
-}
-
 QGroupBox* MakeGroup(int id, const QString& text, QVBoxLayout& rows) {
   auto* group = new QGroupBox(text);
   group->setObjectName(QString::number(id));
@@ -65,6 +59,7 @@ QGroupBox* MakeGroup(int id, const QString& text, QVBoxLayout& rows) {
 
 CExchangeDlg::CExchangeDlg(QWidget* over, core::CAppState& app, ExchangeKind kind)
     : ModalScreen(over),
+      controls_(this),
       exchange_(app, kind),
       path_(new QLineEdit(this)),
       versions_(new QButtonGroup(this)),
@@ -117,15 +112,14 @@ void CExchangeDlg::MakeTitleRow(QVBoxLayout& rows) {
   auto* row = new QHBoxLayout;
   row->setContentsMargins(Scaled(3), 0, 0, 0);
   rows.addLayout(row);
-  row->addWidget(MakeLabel(kIdTitle, ToQt(exchange_.Title()), this), 1);
-  QPushButton* close = AddButton(kIdClose, QStringLiteral("閉じる"), 56);
+  row->addWidget(controls_.AddLabel(kIdTitle, exchange_.Title()), 1);
+  QPushButton* close = AddButton(kIdClose, QStringLiteral("閉じる"), 56, [this] { OnEscape(); });
   row->addWidget(close);
-  connect(close, &QPushButton::clicked, this, [this] { OnEscape(); });
   setTabOrder(close, path_);
 }
 
 void CExchangeDlg::MakePathRows(QVBoxLayout& rows) {
-  rows.addWidget(MakeLabel(kIdPathLabel, QStringLiteral("対象ファイル:"), this));
+  rows.addWidget(controls_.AddLabel(kIdPathLabel, u"対象ファイル:"));
   auto* row = new QHBoxLayout;
   row->setSpacing(Scaled(1));
   rows.addLayout(row);
@@ -133,18 +127,15 @@ void CExchangeDlg::MakePathRows(QVBoxLayout& rows) {
   path_->setFont(FixedFont(12));
   path_->setFixedHeight(Scaled(26));
   row->addWidget(path_, 1);
-  QPushButton* browse = AddButton(kIdBrowse, QStringLiteral("..."), 28);
-  row->addWidget(browse);
-  connect(browse, &QPushButton::clicked, this, &CExchangeDlg::OnBrowse);
+  row->addWidget(AddButton(kIdBrowse, QStringLiteral("..."), 28, [this] { OnBrowse(); }));
 }
 
 void CExchangeDlg::MakeRunRow(QVBoxLayout& rows) {
   auto* row = new QHBoxLayout;
   rows.addLayout(row);
   row->addStretch(1);
-  QPushButton* run = AddButton(kIdRun, ToQt(exchange_.Title()), 84);
+  QPushButton* run = AddButton(kIdRun, ToQt(exchange_.Title()), 84, [this] { OnRun(); });
   row->addWidget(run);
-  connect(run, &QPushButton::clicked, this, &CExchangeDlg::OnRun);
   keys_->FocusAfter(run);
   progress_->setFont(FixedFont(12));
   QSizePolicy keepsItsPlace = progress_->sizePolicy();
@@ -156,26 +147,18 @@ void CExchangeDlg::MakeRunRow(QVBoxLayout& rows) {
 }
 
 void CExchangeDlg::MakeMenu() {
-  QPushButton& key = keys_->LeftKey();
-  key.setObjectName(QString::number(kIdKeyRun));
-  key.setText(ToQt(exchange_.Title()));
-  connect(&key, &QPushButton::clicked, this, &CExchangeDlg::OnRun);
-  QAction* clear = keys_->Menu().addAction(QStringLiteral("名称クリア"));
-  clear->setData(kIdMenuClear);
-  connect(clear, &QAction::triggered, this, [this] {
+  controls_.AddKey(keys_->LeftKey(), kIdKeyRun, ToQt(exchange_.Title()), [this] { OnRun(); });
+  QMenu& menu = keys_->Menu();
+  controls_.AddMenuItem(menu, kIdMenuClear, QStringLiteral("名称クリア"), [this] {
     path_->clear();
     path_->setFocus();
   });
-  QAction* close = keys_->Menu().addAction(QStringLiteral("閉じる"));
-  close->setData(kIdMenuClose);
-  connect(close, &QAction::triggered, this, [this] { OnEscape(); });
+  controls_.AddMenuItem(menu, kIdMenuClose, QStringLiteral("閉じる"), [this] { OnEscape(); });
 }
 
-QPushButton* CExchangeDlg::AddButton(int id, const QString& text, int units) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::number(id));
-  button->setFont(FixedFont(12));
-  button->setAutoDefault(false);
+QPushButton* CExchangeDlg::AddButton(int id, const QString& text, int units,
+                                     std::function<void()> onClick) {
+  QPushButton* button = controls_.AddButton(id, text, std::move(onClick));
   button->setFixedSize(Scaled(units), Scaled(26));
   return button;
 }

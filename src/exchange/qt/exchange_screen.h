@@ -4,14 +4,15 @@
 #include <QButtonGroup>
 #include <QElapsedTimer>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "core/app_state.h"
 #include "exchange/exchange.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/modal_screen.h"
 
@@ -33,7 +34,7 @@ class CExchangeDlg : public platform::qt::ModalScreen {
   void MakePathRows(QVBoxLayout& rows);
   void MakeRunRow(QVBoxLayout& rows);
   void MakeMenu();
-  QPushButton* AddButton(int id, const QString& text, int units);
+  QPushButton* AddButton(int id, const QString& text, int units, std::function<void()> onClick);
   void AddChoice(QGroupBox& group, QButtonGroup& choices, int id, const QString& text, int value);
 
   void OnRun();
@@ -41,6 +42,7 @@ class CExchangeDlg : public platform::qt::ModalScreen {
   void ShowProgress(int done, int total);
   void ShowState();
 
+  platform::qt::Controls controls_;
   CExchange exchange_;
   QLineEdit* path_;
   QButtonGroup* versions_;

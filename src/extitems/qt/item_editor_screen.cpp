@@ -5,7 +5,6 @@
 #include <QInputMethod>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QTextDocument>
 #include <algorithm>
 
 #include "core/date_time.h"
@@ -14,6 +13,7 @@
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 
@@ -24,13 +24,9 @@ using platform::Scaled;
 using platform::qt::FixedFont;
 using platform::qt::FromQt;
 using platform::qt::ToQt;
+using platform::qt::TypedText;
 
 constexpr int kNoon = 12;
-
-// The text of an edit as it is: unlike its plain text, with no character exchanged.
-std::u16string TypedText(const QPlainTextEdit& edit) {
-  return FromQt(edit.document()->toRawText().replace(QChar::ParagraphSeparator, u'\n'));
-}
 
 Qt::InputMethodHints LineHints(ItemType type) {
   switch (type) {
@@ -91,12 +87,10 @@ QHBoxLayout* CItemEditorDlg::AddRow(const QString& label) {
 
 QPushButton* CItemEditorDlg::AddButton(const char* name, const QString& text,
                                        std::function<void()> command) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setAutoDefault(false);
+  auto* button = platform::qt::MakeButton(QString::fromLatin1(name), text, this,
+                                          [this, run = std::move(command)] { Run(run); });
   button->setFixedHeight(Scaled(25));
   if (text == QStringLiteral("...")) button->setFixedWidth(Scaled(36));
-  connect(button, &QPushButton::clicked, this, [this, run = std::move(command)] { Run(run); });
   return button;
 }
 
@@ -258,9 +252,7 @@ void CItemEditorDlg::ShowState() {
 void CItemEditorDlg::PickName() {
   pickers::ValueSelectParams params{u"名前の選択", editor_.fields.name, {}};
   for (const ExtItem& item : editor_.Items()) params.history.push_back(item.name);
-  if (pickers::ValueSelectDlg(this, params).RunModal() == platform::qt::kResultOk) {
-    editor_.ChooseName(params.value);
-  }
+  if (const auto name = pickers::PickValue(this, std::move(params))) editor_.ChooseName(*name);
 }
 
 // A typed text that is no type leaves the type as it is.
@@ -268,22 +260,23 @@ void CItemEditorDlg::PickType() {
   const auto type = static_cast<size_t>(editor_.fields.type);
   pickers::ValueSelectParams params{u"タイプの選択", std::u16string(kTypeNames[type]), {}};
   for (const std::u16string_view name : kTypeNames) params.history.emplace_back(name);
-  if (pickers::ValueSelectDlg(this, params).RunModal() != platform::qt::kResultOk) return;
-  const ItemType chosen = ExtItemType(params.value);
+  const auto name = pickers::PickValue(this, std::move(params));
+  if (!name) return;
+  const ItemType chosen = ExtItemType(*name);
   if (chosen != kUnknownType) editor_.ChangeType(chosen);
 }
 
 void CItemEditorDlg::PickTime() {
   int hour = kNoon, minute = 0, second = 0;
   core::ParseTime(editor_.fields.time, hour, minute, second);
-  pickers::TimeSelectParams params;
-  params.flags = pickers::kWithSeconds;
-  params.title = u"時刻";
-  params.startHour = static_cast<uint16_t>(hour);
-  params.startMinute = static_cast<uint16_t>(minute);
-  params.startSecond = static_cast<uint16_t>(second);
-  if (pickers::TimeSelectDlg(this, params).RunModal() != platform::qt::kResultOk) return;
-  editor_.fields.time = core::FormatTime(params.hour, params.minute, params.second);
+  const auto picked = pickers::PickTime(this, {.flags = pickers::kWithSeconds,
+                                               .title = u"時刻",
+                                               .extraText = {},
+                                               .startHour = static_cast<uint16_t>(hour),
+                                               .startMinute = static_cast<uint16_t>(minute),
+                                               .startSecond = static_cast<uint16_t>(second)});
+  if (!picked) return;
+  editor_.fields.time = core::FormatTime(picked->hour, picked->minute, picked->second);
 }
 
 void CItemEditorDlg::PickFile() {

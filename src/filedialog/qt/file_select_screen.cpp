@@ -10,6 +10,7 @@
 
 #include "pickers/qt/value_input_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/finger_scroll.h"
 #include "platform/qt/menu_place.h"
 #include "platform/qt/qt_text.h"
@@ -70,10 +71,10 @@ CFileSelectDlg::CFileSelectDlg(QWidget* over, FileSelectParams params)
 
 CFileSelectDlg::~CFileSelectDlg() = default;
 
-QPushButton* CFileSelectDlg::AddButton(const char* name, const QString& text, int units) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setAutoDefault(false);
+QPushButton* CFileSelectDlg::AddButton(const char* name, const QString& text, int units,
+                                       std::function<void()> onClick) {
+  auto* button =
+      platform::qt::MakeButton(QString::fromLatin1(name), text, this, std::move(onClick));
   button->setFixedSize(Scaled(units), Scaled(24));
   return button;
 }
@@ -86,17 +87,13 @@ void CFileSelectDlg::MakeHeader(QVBoxLayout& rows) {
   auto* row = new QHBoxLayout;
   row->setSpacing(0);
   row->addWidget(caption, 1);
-  QPushButton* ok = AddButton("1", QStringLiteral("OK"), 40);
-  QPushButton* cancel = AddButton("1401", QStringLiteral("キャンセル"), 70);
-  row->addWidget(ok);
-  row->addWidget(cancel);
+  row->addWidget(AddButton("1", QStringLiteral("OK"), 40, [this] { Accept(); }));
+  row->addWidget(AddButton("1401", QStringLiteral("キャンセル"), 70, [this] { OnEscape(); }));
   rows.addLayout(row);
   auto* line = new QFrame(this);
   line->setFrameStyle(QFrame::HLine | QFrame::Plain);
   line->setFixedHeight(1);
   rows.addWidget(line);
-  connect(ok, &QPushButton::clicked, this, [this] { Accept(); });
-  connect(cancel, &QPushButton::clicked, this, [this] { OnEscape(); });
 }
 
 void CFileSelectDlg::MakeFolderRow(QVBoxLayout& rows) {
@@ -104,14 +101,12 @@ void CFileSelectDlg::MakeFolderRow(QVBoxLayout& rows) {
   folder_->setReadOnly(true);
   folder_->setFocusPolicy(Qt::ClickFocus);
   folder_->setFixedHeight(Scaled(24));
-  QPushButton* up = AddButton("1404", QStringLiteral("↑"), 36);
   auto* row = new QHBoxLayout;
   row->setContentsMargins(Scaled(2), 0, 0, 0);
   row->setSpacing(Scaled(2));
   row->addWidget(folder_, 1);
-  row->addWidget(up);
+  row->addWidget(AddButton("1404", QStringLiteral("↑"), 36, [this] { GoUp(); }));
   rows.addLayout(row);
-  connect(up, &QPushButton::clicked, this, [this] { GoUp(); });
 }
 
 void CFileSelectDlg::MakeList(QVBoxLayout& rows) {

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -40,7 +41,8 @@ class CFileSelectDlg : public platform::qt::ModalScreen {
   void MakeList(QVBoxLayout& rows);
   void MakeNameRows(QVBoxLayout& rows);
   void MakeMenus();
-  QPushButton* AddButton(const char* name, const QString& text, int units);
+  QPushButton* AddButton(const char* name, const QString& text, int units,
+                         std::function<void()> onClick);
 
   // Shows the folder anew; the list stays scrolled as it was if the folder is the same.
   void ShowFolder();

@@ -9,6 +9,7 @@
 #include "core/settings_choices.h"
 #include "platform/host.h"
 #include "platform/metrics.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/finger_scroll.h"
 #include "platform/qt/qt_text.h"
 
@@ -165,11 +166,8 @@ void OptionPage::MakeNames() {
 void OptionPage::MakeData(const PageCommands& commands) {
   const auto addButton = [](const char* name, const QString& text,
                             const std::function<void()>& command) {
-    auto* button = new QPushButton(text);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setAutoDefault(false);
+    auto* button = platform::qt::MakeButton(QString::fromLatin1(name), text, nullptr, command);
     button->setFixedHeight(Scaled(26));
-    connect(button, &QPushButton::clicked, button, command);
     return button;
   };
   dataFile_ = MakeText("DataFile", options_.values.DataFile);

@@ -14,7 +14,6 @@ namespace options {
 namespace {
 
 using platform::Scaled;
-using platform::qt::FixedFont;
 
 constexpr const char16_t* kTabTexts[kPageCount] = {u"全般", u"表示",         u"編集",
                                                    u"検索", u"カスタマイズ", u"データ"};
@@ -26,30 +25,20 @@ constexpr int kTabHeight = 26;
 OptionsSheet::OptionsSheet(QWidget* over, core::CAppState& app, int page)
     : ModalScreen(over),
       options_(app),
-      title_(new QLabel(QStringLiteral("オプション"), this)),
-      ok_(AddButton("1", QStringLiteral("OK"))),
-      cancel_(AddButton("2", QStringLiteral("キャンセル"))),
+      controls_(this),
+      title_(platform::qt::MakeLabel({}, u"オプション", this)),
+      ok_(controls_.AddButton(1, QStringLiteral("OK"), [this] { OnOk(); })),
+      cancel_(controls_.AddButton(2, QStringLiteral("キャンセル"), [this] { OnEscape(); })),
       pages_(new QStackedWidget(this)) {
-  title_->setFont(FixedFont(12));
-  connect(ok_, &QPushButton::clicked, this, [this] { OnOk(); });
-  connect(cancel_, &QPushButton::clicked, this, [this] { OnEscape(); });
   MakePages();
   tabs_[static_cast<size_t>(std::clamp(page, 0, kPageCount - 1))]->setChecked(true);
-}
-
-QPushButton* OptionsSheet::AddButton(const char* name, const QString& text) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setFont(FixedFont(12));
-  button->setAutoDefault(false);
-  return button;
 }
 
 void OptionsSheet::MakePages() {
   const PageCommands commands{[this] { Browse(); }, [this] { Compact(); }};
   for (int page = 0; page < kPageCount; ++page) {
-    QPushButton* tab = AddButton("tab", platform::qt::ToQt(kTabTexts[page]));
-    tab->setObjectName(QStringLiteral("tab%1").arg(page));
+    QPushButton* tab = platform::qt::MakeButton(QStringLiteral("tab%1").arg(page),
+                                                platform::qt::ToQt(kTabTexts[page]), this, [] {});
     tab->setCheckable(true);
     tab->setAutoExclusive(true);
     tabs_.push_back(tab);

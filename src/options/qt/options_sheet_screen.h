@@ -8,6 +8,7 @@
 
 #include "options/options.h"
 #include "options/qt/option_pages.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/modal_screen.h"
 
 namespace options {
@@ -26,7 +27,6 @@ class OptionsSheet : public platform::qt::ModalScreen {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QPushButton* AddButton(const char* name, const QString& text);
   void MakePages();
   void ShowPage(int page);
   void StepPage(int step);
@@ -36,6 +36,7 @@ class OptionsSheet : public platform::qt::ModalScreen {
   int PlaceTabs(int top);
 
   COptions options_;
+  platform::qt::Controls controls_;
   QLabel* title_;
   QPushButton* ok_;
   QPushButton* cancel_;

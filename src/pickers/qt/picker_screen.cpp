@@ -3,21 +3,16 @@
 #include <QPainter>
 
 #include "platform/metrics.h"
-#include "platform/qt/elided_label.h"
-#include "platform/qt/qt_text.h"
+#include "platform/qt/controls.h"
 
 namespace pickers {
 
 using platform::Scaled;
-using platform::qt::FixedFont;
-using platform::qt::ToQt;
 
 PickerDlg::PickerDlg(QWidget* over, const std::optional<std::u16string>& title)
     : ModalScreen(over),
-      label_(new platform::qt::ElidedLabel(this)),
+      label_(platform::qt::MakeLabel({}, title.value_or(u"値の選択"), this)),
       keys_(new platform::qt::SoftKeyBar(this)) {
-  label_->setText(ToQt(title.value_or(u"値の選択")));
-  label_->setFont(FixedFont(12));
   AddButton("2", QStringLiteral("キャンセル"), 70, [this] { OnEscape(); });
   AddButton("1", QStringLiteral("OK"), 40, [this] { Accept(); });
   keys_->LeftKey().setText(QStringLiteral("OK"));
@@ -27,12 +22,9 @@ PickerDlg::PickerDlg(QWidget* over, const std::optional<std::u16string>& title)
 
 QPushButton* PickerDlg::AddButton(const char* name, const QString& text, int units,
                                   std::function<void()> onClick) {
-  auto* button = new QPushButton(text, this);
-  button->setObjectName(QString::fromLatin1(name));
-  button->setFont(FixedFont(12));
-  button->setAutoDefault(false);
+  auto* button =
+      platform::qt::MakeButton(QString::fromLatin1(name), text, this, std::move(onClick));
   button->setFixedSize(Scaled(units), Scaled(24));
-  connect(button, &QPushButton::clicked, this, std::move(onClick));
   buttons_.push_back(button);
   return button;
 }
