@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev shellcheck gpsd xvfb xauth
-               matchbox-window-manager xdotool scrot)
+               matchbox-window-manager xdotool scrot cmark-gfm)
 
 # The tools of other releases find other things; those of Debian 12 are the measure.
 measured_by() {  # TOOL
@@ -13,7 +13,7 @@ measured_by() {  # TOOL
 
 check_form() {
   say "Looking at the form of the sources"
-  shellcheck --check-sourced --external-sources run.sh test.sh .ci/run tools/rooms
+  shellcheck --check-sourced --external-sources run.sh test.sh .ci/run tools/rooms tools/manual-pictures
   ! measured_by clang-format ||
     find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) \
       -exec clang-format --dry-run --Werror {} +
