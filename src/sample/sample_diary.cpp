@@ -7,6 +7,7 @@
 #include <iterator>
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -152,10 +153,11 @@ bool WriteSettings(core::CAppState& app, const std::vector<Action>& year,
 
 // The folder's path, made and without a diary; or none, and `why`.
 std::optional<std::u16string> PrepareFolder(const std::string& folder, std::string& why) {
-  const std::string absolute = std::filesystem::absolute(folder).lexically_normal().string();
+  std::error_code error;
+  const std::string absolute = std::filesystem::absolute(folder, error).lexically_normal().string();
   std::optional<std::u16string> path = platform::FromHostPath(absolute);
-  if (!path) {
-    why = "the folder has a name that is not UTF-8 or holds a backslash";
+  if (error || !path) {
+    why = "the folder needs a name, in UTF-8 and without a backslash";
     return {};
   }
   while (path->size() > 1 && path->ends_with(u'\\')) path->pop_back();
