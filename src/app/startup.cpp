@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QTimer>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -14,9 +15,11 @@
 #include "mainwindow/command_table.h"
 #include "mainwindow/main_window.h"
 #include "platform/device_paths.h"
+#include "platform/program_folder.h"
 #include "platform/qt/end_signals.h"
 #include "platform/qt/single_instance.h"
 #include "position/position_request.h"
+#include "recorder/qt/recorder_screen.h"
 #include "recorder/recorder_state.h"
 
 namespace app {
@@ -50,17 +53,46 @@ std::unique_ptr<mainwindow::CMainWnd> InitInstance(core::CAppState& app, platfor
   return window;
 }
 
-void RunFirstScreen(core::CAppState& app, mainwindow::CMainWnd& window) {
-  const int mode = app.StartupMode;  // which the screen may change
-  if (mode == core::kStartRecorder) window.OnCommand(mainwindow::kRecorder);
-  if (mode != core::kStartNewAction) return;
-  edit::CEditActionDlg firstScreen(&window, app, edit::kOpenNew);
-  if (firstScreen.RunModal() == platform::qt::kResultOk) window.ShowChange(views::Change::kAdded);
+FirstScreen BySetting(const core::CAppState& app) {
+  switch (app.StartupMode) {
+    case core::kStartRecorder:
+      return FirstScreen::kRecorder;
+    case core::kStartNewAction:
+      return FirstScreen::kNewAction;
+    default:
+      return FirstScreen::kBySetting;
+  }
+}
+
+void Open(FirstScreen screen, core::CAppState& app, mainwindow::CMainWnd& window) {
+  if (screen == FirstScreen::kRecorder) window.OnCommand(mainwindow::kRecorder);
+  if (screen != FirstScreen::kNewAction) return;
+  edit::CEditActionDlg newAction(&window, app, edit::kOpenNew);
+  if (newAction.RunModal() == platform::qt::kResultOk) window.ShowChange(views::Change::kAdded);
+}
+
+// The wish of a later start. A screen that waits to be finished isn't covered, but for the
+// recorder, which may stay open all day: a new Action stands over it.
+void OpenOnWish(FirstScreen screen, core::CAppState& app, mainwindow::CMainWnd& window) {
+  if (QApplication::activeModalWidget() != nullptr) return;
+  if (QWidget* menu = QApplication::activePopupWidget()) menu->close();
+  auto* topmost = platform::qt::ModalScreen::Topmost();
+  const bool isRecorder = dynamic_cast<recorder::CRecorderDlg*>(topmost) != nullptr;
+  if (topmost == nullptr || (isRecorder && screen == FirstScreen::kNewAction)) {
+    Open(screen, app, window);
+  }
+}
+
+void WarnIfReadOnly(const std::string& folder) {
+  if (platform::IsWritable(folder)) return;
+  platform::ShowNotice(u"このフォルダには書き込めないので、変更は保存されません。\n" +
+                           platform::FromHostPath(folder).value_or(std::u16string()),
+                       u"書込みエラー", platform::Icon::kWarning);
 }
 
 }  // namespace
 
-int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
+int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan, FirstScreen firstScreen) {
   const auto app = std::make_unique<core::CAppState>();
   core::g_App = app.get();
   // A signal ends every loop that runs, and keeps the next one from starting.
@@ -69,15 +101,24 @@ int WinMain(platform::qt::QtHost& host, const platform::ScreenPlan& plan) {
     ending = true;
     QCoreApplication::exit(0);
   });
+  std::unique_ptr<mainwindow::CMainWnd> window;
   platform::qt::SingleInstance instance(ProgramFolder());
-  if (!instance.Claim([&host] { host.BringForward(); })) return EXIT_SUCCESS;
+  const auto onLaterStart = [&](char wish) {
+    host.BringForward();
+    if (window == nullptr) return;
+    QTimer::singleShot(0, window.get(), [&app, &window, wish] {
+      OpenOnWish(static_cast<FirstScreen>(wish), *app, *window);
+    });
+  };
+  if (!instance.Claim(static_cast<char>(firstScreen), onLaterStart)) return EXIT_SUCCESS;
 
+  WarnIfReadOnly(ProgramFolder());
   host.SetWaitCursor(true);
-  std::unique_ptr<mainwindow::CMainWnd> window = InitInstance(*app, host, plan);
+  window = InitInstance(*app, host, plan);
   host.SetWaitCursor(false);
   if (window == nullptr) return EXIT_FAILURE;
 
-  RunFirstScreen(*app, *window);
+  Open(firstScreen == FirstScreen::kBySetting ? BySetting(*app) : firstScreen, *app, *window);
   const bool goesOn = !ending && window->isVisible();
   const int result = goesOn ? QApplication::exec() : 0;
   if (!plan.fillsScreen) KeepSize(*window, *app, plan);

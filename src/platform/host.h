@@ -62,7 +62,8 @@ class Host {
   // A pseudo-random number, 0..32767.
   virtual int Draw() = 0;
 
-  // The program file's full path in the device's form (see device_paths.h).
+  // The full path in the device's form (see device_paths.h) beside which everything of the user's
+  // lies: that of the program file, or of a file of its name in the folder that stands for its own.
   virtual std::u16string ProgramPath() = 0;
   // The user's home folder in the device's form; empty if there is none that the program can name.
   virtual std::u16string HomeFolder() = 0;

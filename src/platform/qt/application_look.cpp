@@ -185,7 +185,7 @@ void DressApplication(QApplication& application) {
   QApplication::setFont(FixedFont(12));
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QApplication::setWindowIcon(ProgramIcon());
-  QGuiApplication::setDesktopFileName(QStringLiteral("morvenly"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.morvenly.Morvenly"));
   application.installEventFilter(new PreeditWatch(&application));
   SpeakJapanese(application);
 }

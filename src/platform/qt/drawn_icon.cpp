@@ -34,7 +34,7 @@ class DrawingEngine : public QIconEngine {
   IconDrawing draw_;
 };
 
-// As resources/morvenly.svg has it, for the desktops that look for a file.
+// As packaging/morvenly.svg has it, for the desktops that look for a file.
 void DrawNotebook(QPainter& painter, QIcon::Mode) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(QColor(0xC0, 0xC0, 0xE0));

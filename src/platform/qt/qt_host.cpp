@@ -31,6 +31,11 @@ std::u16string ReadProgramPath() {
 
 QtHost::QtHost() : programPath_(ReadProgramPath()) {}
 
+bool QtHost::LieIn(const std::string& folder) {
+  programPath_ = FromHostPath(folder + "/morvenly").value_or(std::u16string());
+  return !programPath_.empty();
+}
+
 QWidget* QtHost::Foremost() const {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
   return mainWindow_ && mainWindow_->isVisible() ? mainWindow_.data() : nullptr;

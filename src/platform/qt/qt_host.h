@@ -17,6 +17,9 @@ class QtHost : public Host {
  public:
   QtHost();
 
+  // From now on everything of the user's lies in `folder`, a full path in the host's form, and not
+  // beside the program. False if the program can't name it.
+  bool LieIn(const std::string& folder);
   // The window that messages stand over and that BringForward shows. Not owned.
   void SetMainWindow(QWidget* window) { mainWindow_ = window; }
 

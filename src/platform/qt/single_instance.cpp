@@ -54,8 +54,8 @@ SingleInstance::~SingleInstance() {
   if (folderHandle_ >= 0) close(folderHandle_);
 }
 
-bool SingleInstance::Claim(std::function<void()> onSecondStart) {
-  onSecondStart_ = std::move(onSecondStart);
+bool SingleInstance::Claim(char wish, std::function<void(char wish)> onLaterStart) {
+  onLaterStart_ = std::move(onLaterStart);
   const auto giveUp = std::chrono::steady_clock::now() + kPatience;
   do {
     switch (TakeLock()) {
@@ -65,7 +65,7 @@ bool SingleInstance::Claim(std::function<void()> onSecondStart) {
       case Lock::kImpossible:
         return true;
       case Lock::kHeldByAnother:
-        if (TellFirst()) return false;
+        if (TellFirst(wish)) return false;
     }
     std::this_thread::sleep_for(kPause);
   } while (std::chrono::steady_clock::now() < giveUp);
@@ -90,11 +90,12 @@ void SingleInstance::Listen() {
                    [this] { Receive(); });
 }
 
-bool SingleInstance::TellFirst() const {
+// One byte of wish, then the token.
+bool SingleInstance::TellFirst(char wish) const {
   const int sender = OpenSocket();
-  const QByteArray token = qgetenv(kActivationVariable);
+  const QByteArray letter = wish + qgetenv(kActivationVariable);
   const sockaddr_un address = AddressIn(folderHandle_);
-  const ssize_t sent = sendto(sender, token.data(), static_cast<size_t>(token.size()), 0,
+  const ssize_t sent = sendto(sender, letter.data(), static_cast<size_t>(letter.size()), 0,
                               reinterpret_cast<const sockaddr*>(&address), sizeof address);
   const bool queueFull = sent < 0 && errno == EAGAIN;  // others have told it already
   close(sender);
@@ -102,11 +103,11 @@ bool SingleInstance::TellFirst() const {
 }
 
 void SingleInstance::Receive() {
-  std::array<char, 4096> token;
-  const ssize_t length = recv(socket_, token.data(), token.size(), 0);
-  if (length < 0) return;
-  if (length > 0) qputenv(kActivationVariable, QByteArray(token.data(), length));
-  onSecondStart_();
+  std::array<char, 4096> letter;
+  const ssize_t length = recv(socket_, letter.data(), letter.size(), 0);
+  if (length < 1) return;
+  if (length > 1) qputenv(kActivationVariable, QByteArray(letter.data() + 1, length - 1));
+  onLaterStart_(letter[0]);
 }
 
 }  // namespace platform::qt

@@ -19,23 +19,23 @@ class SingleInstance {
   SingleInstance& operator=(const SingleInstance&) = delete;
 
   // True: this process is the first, and stays so until the object goes; also where the folder
-  // cannot be locked at all. `onSecondStart` is then called, on this thread, for each later start.
-  // False: another one is, and has been told.
-  bool Claim(std::function<void()> onSecondStart);
+  // cannot be locked at all. `onLaterStart` is then called, on this thread, for each later start,
+  // with the wish of that one. False: another one is, and has been given this one's `wish`.
+  bool Claim(char wish, std::function<void(char wish)> onLaterStart);
 
  private:
   enum class Lock { kTaken, kHeldByAnother, kImpossible };
 
   Lock TakeLock();
   void Listen();
-  bool TellFirst() const;
+  bool TellFirst(char wish) const;
   void Receive();
 
   int folderHandle_ = -1;
   int lock_ = -1;
   int socket_ = -1;
   std::unique_ptr<QSocketNotifier> notifier_;
-  std::function<void()> onSecondStart_;
+  std::function<void(char)> onLaterStart_;
 };
 
 }  // namespace platform::qt

@@ -24,14 +24,15 @@ int PermissionsOf(const std::string& path) {
 TEST(SingleInstance, TellsTheFirstOfEveryLaterStart) {
   const TempFolder folder;
   testing_support::WriteWholeFile(folder.HostPath(".morvenly.socket"), "");  // of a killed one
-  int told = 0;
+  std::string told;
   SingleInstance first(folder.HostPath());
-  ASSERT_TRUE(first.Claim([&told] { told++; }));
+  ASSERT_TRUE(first.Claim('s', [&told](char wish) { told += wish; }));
   for (int start = 0; start < 3; start++) {
     SingleInstance later(folder.HostPath());
-    EXPECT_FALSE(later.Claim([] { FAIL(); }));
+    EXPECT_FALSE(later.Claim('n', [](char) { FAIL(); }));
   }
-  while (told < 3) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  while (told.size() < 3) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  EXPECT_EQ(told, "nnn");
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.lock")), 0600);
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.socket")), 0600);
 }
@@ -42,13 +43,13 @@ TEST(SingleInstance, IsOneForEachFolderHoweverLongItsName) {
   std::filesystem::create_directories(deep);
   SingleInstance here(folder.HostPath());
   SingleInstance there(deep);
-  EXPECT_TRUE(here.Claim([] {}));
-  EXPECT_TRUE(there.Claim([] {}));
+  EXPECT_TRUE(here.Claim('s', [](char) {}));
+  EXPECT_TRUE(there.Claim('s', [](char) {}));
   SingleInstance again(deep);
-  EXPECT_FALSE(again.Claim([] { FAIL(); }));
+  EXPECT_FALSE(again.Claim('s', [](char) { FAIL(); }));
 }
 
 TEST(SingleInstance, LetsTheProgramRunWhereNothingCanBeLocked) {
   SingleInstance nowhere("/no/such/folder");
-  EXPECT_TRUE(nowhere.Claim([] {}));
+  EXPECT_TRUE(nowhere.Claim('s', [](char) {}));
 }
