@@ -67,6 +67,7 @@ std::span<const CommandRow> Commands() {
       {32802, u"検索...", kToolsMenu, Do<&W::RunFind>},
       {32803, u"検索解除", kToolsMenu, Do<&W::FxFindClear>},
       {32804, u"オプション...", kToolsMenu, Do<&W::FxToolOption>},
+      {33210, u"ヘルプ", kToolsMenu, Do<&W::ShowManual>},
       {40101, u"バージョン情報...", kToolsMenu, Do<&W::ShowAbout>, kEverywhere, "Ctrl+A"},
 
       {40102, u"終了", kTopMenu, Do<&W::close>},

@@ -86,6 +86,7 @@ class CMainWnd : public QWidget {
   void RunFind();
   void FxFindClear();
   void FxToolOption();
+  void ShowManual();
   void ShowAbout();
   friend std::span<const CommandRow> Commands();
 

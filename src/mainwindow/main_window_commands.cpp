@@ -4,9 +4,11 @@
 #include "exchange/qt/exchange_screen.h"
 #include "exchange/qt/find_screen.h"
 #include "mainwindow/main_window.h"
+#include "mainwindow/manual.h"
 #include "options/qt/about_screen.h"
 #include "options/qt/options_sheet_screen.h"
 #include "platform/host.h"
+#include "platform/qt/qt_text.h"
 #include "position/map_link.h"
 #include "recorder/qt/recorder_screen.h"
 #include "store/action_index.h"
@@ -14,6 +16,8 @@
 #include "views/selection.h"
 
 namespace mainwindow {
+
+using platform::qt::FromQt;
 
 void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   exchange::CExchangeDlg(this, app_, kind).RunModal();
@@ -156,6 +160,15 @@ void CMainWnd::FxToolOption() {
   options::KeepListPage(app_, formerRange);
   Relayout();
   ShowChange(views::Change::kEdited);
+}
+
+void CMainWnd::ShowManual() {
+  if (const std::optional<QUrl> page = ManualPage()) {
+    platform::host().OpenLink(FromQt(page->toString(QUrl::FullyEncoded)));
+  } else {
+    platform::ShowNotice(u"このプログラムには説明書が付いていません。", u"ヘルプ",
+                         platform::Icon::kInformation);
+  }
 }
 
 void CMainWnd::ShowAbout() {
