@@ -1,12 +1,20 @@
 #!/usr/bin/env bash
 # Builds Morvenly, installs it into its user's own folder and starts it there.
-#   ./run.sh [FOLDER]      FOLDER: ~/Morvenly unless named. A diary that lies there is left alone.
+#   ./run.sh [FOLDER]                 FOLDER: ~/Morvenly unless named. A diary there is left alone.
+#   ./run.sh --uninstall [FOLDER]     removes all of it but the diary and its backups
 # Packages that are missing are installed on the way, as root or by sudo.
 set -euo pipefail
+action=install
+if [ "${1:-}" = --uninstall ]; then
+  action=uninstall
+  shift
+fi
 folder=$(realpath -m -- "${1:-$HOME/Morvenly}")
 cd "$(dirname "$(realpath "$0")")"
 . tools/setup.sh
 . tools/without_display.sh
+app_id=org.morvenly.Morvenly
+share=${XDG_DATA_HOME:-$HOME/.local/share}
 
 has_display() {
   local wayland=${WAYLAND_DISPLAY:-} number
@@ -27,14 +35,45 @@ install_file() {  # SOURCE TARGET
   mv -f "$2.new" "$2"
 }
 
+# A path as the Exec line of a desktop entry takes it: quoted, with its own signs escaped for the
+# quotes, then for the entry's text, and no field code in it.
+exec_word() {
+  printf '"%s"' "$(sed -e 's/[\\"`$]/\\&/g' -e 's/\\/\\\\/g' -e 's/%/%%/g' <<<"$1")"
+}
+
 # The program's entry in the menus of desktops and phones.
 install_menu_entry() {
-  local share=${XDG_DATA_HOME:-$HOME/.local/share} entry
-  entry=$(<resources/morvenly.desktop)
-  echo "${entry//@PROGRAM@/"$folder/morvenly"}" >build/release/morvenly.desktop
-  install_file build/release/morvenly.desktop "$share/applications/morvenly.desktop"
-  install_file resources/morvenly.svg "$share/icons/hicolor/scalable/apps/morvenly.svg"
+  local entry=build/release/$app_id.desktop template
+  template=$(<packaging/$app_id.desktop.in)
+  echo "${template//@PROGRAM@/"$(exec_word "$folder/morvenly")"}" >"$entry"
+  install_file "$entry" "$share/applications/$app_id.desktop"
+  install_file packaging/morvenly.svg "$share/icons/hicolor/scalable/apps/morvenly.svg"
+  rm -f "$share/applications/morvenly.desktop"  # what it was once called
 }
+
+uninstall() {
+  if [ ! -e "$folder/morvenly" ]; then
+    say "No Morvenly lies in $folder."
+    exit 1
+  fi
+  if ! flock -n "$folder/.morvenly.lock" true; then
+    say "Morvenly is running there: end it first."
+    exit 1
+  fi
+  rm -rf "$folder/manual"
+  rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket} \
+    "$share/applications/$app_id.desktop" "$share/icons/hicolor/scalable/apps/morvenly.svg"
+  rmdir "$folder" 2>/dev/null || say "The diary stays in $folder."
+}
+
+if [ -n "${SUDO_USER:-}" ] || [ "$(stat -c %u "$HOME")" != "$(id -u)" ]; then
+  say "Start it without sudo, in your own name: it asks for sudo where a package is missing."
+  exit 1
+fi
+if [ $action = uninstall ]; then
+  uninstall
+  exit
+fi
 
 require_packages "${build_packages[@]}" "${run_packages[@]}"
 build release -DMORVENLY_TESTS=OFF
@@ -42,6 +81,8 @@ build release -DMORVENLY_TESTS=OFF
 umask 077  # a diary is private, and so is its folder
 install_file build/release/morvenly "$folder/morvenly"
 chmod 700 "$folder/morvenly"
+rm -rf "$folder/manual"
+cp -r build/release/docs/html "$folder/manual"
 if has_display; then
   [ -z "${WAYLAND_DISPLAY:-}" ] || require_packages qt6-wayland
   install_menu_entry

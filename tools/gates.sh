@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev shellcheck gpsd xvfb xauth
-               matchbox-window-manager xdotool scrot cmark-gfm)
+               matchbox-window-manager xdotool scrot)
 
 # The tools of other releases find other things; those of Debian 12 are the measure.
 measured_by() {  # TOOL

@@ -2,7 +2,7 @@
 # Debian 12 or newer.
 # shellcheck shell=bash
 
-build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libgps-dev)
+build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev libsqlite3-dev libgps-dev cmark-gfm)
 # Japanese letters, and Qt's own texts in Japanese. Qt and SQLite themselves came with the above.
 run_packages=(fonts-vlgothic qt6-translations-l10n)
 
