@@ -53,7 +53,7 @@ CItemEditorDlg::CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u
       rows_(new QVBoxLayout(this)),
       line_(new QLineEdit(this)),
       time_(new QLineEdit(this)),
-      lines_(new QPlainTextEdit(this)),
+      lines_(new platform::qt::LinesEdit(this)),
       keys_(new platform::qt::SoftKeyBar(this)),
       calendar_(new platform::qt::MonthCalendar(this)) {
   setFont(FixedFont(12));

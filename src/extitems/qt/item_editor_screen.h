@@ -3,7 +3,6 @@
 
 #include <QBoxLayout>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <functional>
 #include <string>
@@ -13,6 +12,7 @@
 #include "extitems/item_editor.h"
 #include "platform/qt/choice_box.h"
 #include "platform/qt/device_shell.h"
+#include "platform/qt/lines_edit.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/month_calendar.h"
 
@@ -66,7 +66,7 @@ class CItemEditorDlg : public platform::qt::ModalScreen {
   QPushButton* fileButton_;
   QLineEdit* time_;
   QPushButton* timeButton_;
-  QPlainTextEdit* lines_;
+  platform::qt::LinesEdit* lines_;
   platform::qt::SoftKeyBar* keys_;
   platform::qt::MonthCalendar* calendar_;
 };

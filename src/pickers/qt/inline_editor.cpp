@@ -1,6 +1,5 @@
 #include "pickers/qt/inline_editor.h"
 
-#include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include "core/date_time.h"
 #include "pickers/qt/list_picker.h"
 #include "platform/metrics.h"
+#include "platform/qt/lines_edit.h"
 #include "platform/qt/month_calendar.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
@@ -18,6 +18,7 @@ namespace {
 
 using platform::Scaled;
 using platform::qt::FromQt;
+using platform::qt::LinesEdit;
 using platform::qt::MonthCalendar;
 using platform::qt::ToQt;
 
@@ -99,9 +100,9 @@ void InlineEditor::OpenCalendar(const Target& target, std::u16string_view date) 
 }
 
 void InlineEditor::OpenLines(const Target& target, std::u16string_view text) {
-  auto* lines = Known<QPlainTextEdit>(target.id);
+  auto* lines = Known<LinesEdit>(target.id);
   if (lines == nullptr) {
-    lines = Adopt(target.id, new QPlainTextEdit(screen_));
+    lines = Adopt(target.id, new LinesEdit(screen_));
     lines->setFont(platform::qt::FixedFont(12));
     lines->setTabChangesFocus(true);
     connect(lines, &QPlainTextEdit::textChanged, this,

@@ -9,13 +9,14 @@
 #include <QEventLoop>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QMouseEvent>
-#include <QPlainTextEdit>
 #include <QTimer>
 #include <QWindow>
 #include <vector>
 
 #include "platform/qt/choice_box.h"
+#include "platform/qt/lines_edit.h"
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/one_line.h"
 #include "platform/qt/preedit_watch.h"
@@ -98,6 +99,17 @@ TEST(SoftKeyBar, OpensItsMenuAboveItself) {
   EXPECT_EQ(menu.bottom() + 1, bar.mapToGlobal(QPoint(0, 0)).y());
   EXPECT_EQ(menu.right() + 1, bar.mapToGlobal(QPoint(240, 0)).x());
   bar.Menu().close();
+}
+
+TEST(LinesEdit, AnEmptyClipboardPastesNothing) {
+  platform::qt::LinesEdit lines;
+  lines.setPlainText(QStringLiteral("a"));
+  QGuiApplication::clipboard()->setMimeData(new QMimeData);
+  lines.paste();
+  EXPECT_EQ(lines.toPlainText(), QStringLiteral("a"));
+  QGuiApplication::clipboard()->setText(QStringLiteral("b"));
+  lines.paste();
+  EXPECT_EQ(lines.toPlainText(), QStringLiteral("ba"));
 }
 
 TEST(OneLine, APastedLineEndOrTabIsLeftOut) {
