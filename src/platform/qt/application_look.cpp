@@ -20,6 +20,7 @@
 #include "platform/qt/one_line.h"
 #include "platform/qt/preedit_watch.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/touch_screen.h"
 
 namespace platform::qt {
 namespace {
@@ -28,6 +29,7 @@ constexpr char kScaleVariable[] = "QT_SCALE_FACTOR";
 
 constexpr int kMenuRowHeight = 24;
 constexpr int kSeparatorHeight = 10;  // at most, in a menu
+constexpr int kFingerBar = 20;        // a scroll bar
 constexpr int kCheckColumn = 16;      // of Fusion's menus, which keep it where nothing is checked
 
 QByteArray usersScale;  // as the environment has it
@@ -82,6 +84,7 @@ class FingerStyle : public QProxyStyle {
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
     if (metric == PM_MessageBoxIconSize) return 32;
+    if (metric == PM_ScrollBarExtent && HasTouchScreen()) return Scaled(kFingerBar);
     return QProxyStyle::pixelMetric(metric, option, widget);
   }
 
@@ -180,6 +183,7 @@ void DressApplication(QApplication& application) {
   usersScale.isEmpty() ? qunsetenv(kScaleVariable) : qputenv(kScaleVariable, usersScale);
   QApplication::setStyle(new FingerStyle);
   new InputFilter(&application);
+  new TouchWatch(&application);
   SetLightPalette();
   SubstituteFonts();
   QApplication::setFont(FixedFont(12));

@@ -85,6 +85,9 @@ bool TapAndHold::eventFilter(QObject* watched, QEvent* event) {
         timer_.stop();
       }
       break;
+    case QEvent::TouchCancel:
+      timer_.stop();
+      break;
     case QEvent::MouseButtonRelease:
       timer_.stop();
       if (held_) {

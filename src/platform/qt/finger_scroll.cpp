@@ -28,6 +28,9 @@ bool FingerScroll::eventFilter(QObject* watched, QEvent* event) {
         Release(static_cast<QMouseEvent*>(event)->pos());
       }
       return true;
+    case QEvent::TouchCancel:
+      pressed_ = false;
+      return false;
     default:
       return QObject::eventFilter(watched, event);
   }

@@ -17,6 +17,7 @@ namespace {
 constexpr int kTickMilliseconds = 20;
 constexpr int kMaxKeptTexts = 256;
 constexpr int kMargin = 2;
+constexpr int kWheelNotch = 120;  // eighths of a degree; a touchpad gives parts of it
 
 QColor ToColour(uint32_t colour) {
   return QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
@@ -156,8 +157,9 @@ void INERT_LIST_VIEW::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void INERT_LIST_VIEW::wheelEvent(QWheelEvent* event) {
-  const int notch = event->angleDelta().y();
-  if (notch != 0) list_.Key(notch > 0 ? ListKey::kUp : ListKey::kDown);
+  wheel_ += event->angleDelta().y();
+  for (; wheel_ >= kWheelNotch; wheel_ -= kWheelNotch) list_.Key(ListKey::kUp);
+  for (; wheel_ <= -kWheelNotch; wheel_ += kWheelNotch) list_.Key(ListKey::kDown);
 }
 
 void INERT_LIST_VIEW::keyPressEvent(QKeyEvent* event) {

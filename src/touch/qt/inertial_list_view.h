@@ -61,6 +61,7 @@ class INERT_LIST_VIEW : public QWidget {
   InertList list_;
   QTimer coast_;
   bool pressSeen_ = false;
+  int wheel_ = 0;  // turned, not yet a notch
 };
 
 }  // namespace touch
