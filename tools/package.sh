@@ -7,7 +7,7 @@ cd "$(dirname "$(realpath "$0")")/.."
 . tools/setup.sh
 package_packages=(appstream desktop-file-utils dpkg-dev librsvg2-bin lintian mandoc)
 umask 022
-require_packages "${build_packages[@]}" "${package_packages[@]}"
+require_packages "${build_packages[@]}" "${run_packages[@]}" "${package_packages[@]}"
 
 cmake --preset release -DMORVENLY_TESTS=OFF -DCMAKE_INSTALL_PREFIX=/usr
 build release

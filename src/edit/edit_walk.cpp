@@ -68,9 +68,8 @@ void CEditAction::FxEditDelete() {
   // Without a row to show, the screen has nothing left to stand on.
   const int index = app_.IndexCount > 0 ? PositionBehindDelete(neighbour) : -1;
   store::Action action;
-  if (index < 0 || !ReadAction(IdAt(index), {u"FxEditDelete", true}, action)) {
-    End(kEndChanged);
-  } else if (app_.EditOpeCont == core::kOn) {
+  const bool wasRead = index >= 0 && ReadAction(IdAt(index), {u"FxEditDelete", true}, action);
+  if (wasRead && app_.EditOpeCont == core::kOn) {
     ShowAt(index, action);
   } else {
     End(kEndChanged);

@@ -13,6 +13,7 @@ constexpr int kMinutes = 60;
 
 std::vector<std::u16string> WheelRows(int count) {
   std::vector<std::u16string> rows;
+  rows.reserve(static_cast<size_t>(count));
   for (int value = 0; value < count; ++value) rows.push_back(core::ZeroPadded(value, 2));
   return rows;
 }

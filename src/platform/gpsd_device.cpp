@@ -27,7 +27,7 @@ constexpr int kConnectMilliseconds = 200;  // a daemon on loopback needs less th
 constexpr int kPauseMilliseconds = 1000;   // before a lost daemon is looked for again
 constexpr std::string_view kWatch = "?WATCH={\"enable\":true,\"json\":true}\n";
 // The longest report, with room to spare: whoever sends a longer one is not gpsd.
-constexpr size_t kLongestReport = 64 * 1024;
+constexpr size_t kLongestReport = 65536;
 constexpr float kKnotsOfMetrePerSecond = 1.943844f;
 
 // 0, or the error that ended the attempt.
