@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev shellcheck gpsd xvfb xauth
-               matchbox-window-manager xdotool scrot)
+               matchbox-window-manager xdotool scrot sqlite3)
 
 # The tools of other releases find other things; those of Debian 12 are the measure.
 measured_by() {  # TOOL
@@ -13,7 +13,8 @@ measured_by() {  # TOOL
 
 check_form() {
   say "Looking at the form of the sources"
-  shellcheck --check-sourced --external-sources run.sh test.sh .ci/run tools/rooms tools/manual-pictures
+  shellcheck --check-sourced --external-sources run.sh test.sh .ci/run tools/rooms \
+    tools/package.sh tools/try_package.sh tools/manual-pictures
   ! measured_by clang-format ||
     find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) \
       -exec clang-format --dry-run --Werror {} +
@@ -24,6 +25,11 @@ check_habits() {
   say "clang-tidy"
   run-clang-tidy -quiet -p build/dev -j "$(build_jobs)" "$PWD/(src|tests|bench)/.*" \
     >build/dev/clang-tidy.log 2>&1 || { grep -A5 -E 'warning:|error:' build/dev/clang-tidy.log; return 1; }
+}
+
+check_package() {
+  tools/package.sh
+  tools/try_package.sh build/release/morvenly_*.deb
 }
 
 # The receiver's monitor and the posting of its commands.

@@ -27,19 +27,23 @@ packages --install "$package" >/dev/null 2>&1 || fail "isn't installed"
 [ -x "$root/usr/bin/morvenly" ] || fail "brings no program"
 system=$(cd "$root" && find . -not -path './var/lib/dpkg*' | sort)
 
-# A display of its own, without a window manager.
+# A display of its own, and somebody who gives the window the keys.
 Xvfb -displayfd 3 -screen 0 480x640x24 -nolisten tcp 3>"$place/display" 2>/dev/null &
 until [ -s "$place/display" ]; do sleep 0.1; done
 DISPLAY=:$(<"$place/display")
 export DISPLAY
+matchbox-window-manager -use_titlebar no 2>/dev/null &
 start() {
-  "${user[@]}" env -i DISPLAY="$DISPLAY" HOME="$home" LC_ALL=C.UTF-8 "$root/usr/bin/morvenly" &
+  "${user[@]}" env -i DISPLAY="$DISPLAY" HOME="$home" LC_ALL=C.UTF-8 \
+    timeout 60 "$root/usr/bin/morvenly" &
   program=$!
 }
 shows() { timeout 20 xdotool search --sync --onlyvisible --name "$1" >/dev/null; }
 
 start
 shows '^設定ファイルエラー$' || fail "shows nothing at its first start"
+xdotool key Return
+shows '^データファイル初期化確認$' || fail "doesn't ask whether to begin a diary"
 xdotool key Return
 shows '^Morvenly$' || fail "shows no window"
 sleep 1
