@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/text.h"
 #include "platform/code_page.h"
 #include "platform/device_paths.h"
 #include "platform/files.h"
@@ -75,6 +76,18 @@ std::u16string FileExtension(std::u16string_view fileName) {
   const size_t point = fileName.rfind(u'.');
   if (point == std::u16string_view::npos) return {};
   return std::u16string(fileName.substr(point + 1));
+}
+
+std::u16string FreePath(std::u16string_view path) {
+  const size_t name = path.rfind(u'\\') + 1;
+  const size_t point = std::min(path.rfind(u'.'), path.size());
+  const size_t end = point < name ? path.size() : point;
+  std::u16string free(path);
+  for (int number = 2; platform::files().Exists(free); ++number) {
+    free = std::u16string(path.substr(0, end)) + u'_' + ZeroPadded(number, 1);
+    free += path.substr(end);
+  }
+  return free;
 }
 
 int EnsureFolder(std::u16string_view path) {

@@ -32,6 +32,9 @@ int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& 
 // What stands after the last "."; empty if there is no point or it is the last character.
 std::u16string FileExtension(std::u16string_view fileName);
 
+// The path itself if nothing stands there, else "name_2.ext" and so on beside it.
+std::u16string FreePath(std::u16string_view path);
+
 // Makes a folder and its parents. 0 if it exists or its making was tried (the result of the making
 // itself is not examined); -10 if the path has more than kMaxPath characters, or fewer than 2 and
 // is not "\"; -11 if a file stands there; -12 if it has no backslash; -13 if a parent failed.

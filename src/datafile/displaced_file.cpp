@@ -1,11 +1,9 @@
 #include "datafile/displaced_file.h"
 
-#include <algorithm>
 #include <string>
 
 #include "core/app_state.h"
 #include "core/paths.h"
-#include "core/text.h"
 #include "datafile/data_file.h"
 #include "platform/files.h"
 #include "platform/host.h"
@@ -22,19 +20,6 @@ using platform::Icon;
 using Text = std::u16string;
 
 constexpr char16_t kTitle[] = u"データファイルの置換え";
-
-// The path itself if nothing stands there, else "name_2.ext" and so on beside it.
-Text FreePath(const Text& path) {
-  Text folder, name;
-  core::SplitPath(path, folder, name);
-  const size_t point = std::min(name.rfind(u'.'), name.size());
-  Text free = path;
-  for (int number = 2; platform::files().Exists(free); ++number) {
-    free = folder + u'\\' + name.substr(0, point) + u'_' + core::ZeroPadded(number, 1) +
-           name.substr(point);
-  }
-  return free;
-}
 
 Answer AskWhatToDo(const Text& path, const Text& kept) {
   if (!platform::files().Exists(path)) {
@@ -91,7 +76,7 @@ bool SettleDisplaced() {
   core::CAppState& app = *core::g_App;
   store::Engine& engine = *store::dbSession().Session;
   const auto whereabouts = engine.Whereabouts();
-  const Text kept = whereabouts.value_or(FreePath(app.DataFile));
+  const Text kept = whereabouts.value_or(core::FreePath(app.DataFile));
   const Answer answer = AskWhatToDo(app.DataFile, kept);
   const bool takesNew = answer == Answer::kNo && platform::files().Exists(app.DataFile);
   if (answer != Answer::kYes && !takesNew) return false;
