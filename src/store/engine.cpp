@@ -12,7 +12,9 @@
 #include "platform/device_paths.h"
 #include "platform/files.h"
 #include "platform/utf.h"
+#include "store/engine_snapshot.h"
 #include "store/engine_statement.h"
+#include "store/engine_trouble.h"
 #include "store/trouble.h"
 
 namespace store {
@@ -21,28 +23,6 @@ namespace {
 constexpr int kLockWaitMs = 2000;
 // The file itself, and what an open engine keeps beside it.
 constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
-
-// `systemError` is the one of the last call that failed, so it is about those failures alone.
-Trouble TroubleOf(int extendedCode, int systemError) {
-  const int code = extendedCode & 0xFF;
-  const bool isSystems = code == SQLITE_IOERR || code == SQLITE_CANTOPEN;
-  const bool hasNoRoom = systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
-  const bool tookPart = extendedCode == SQLITE_IOERR_WRITE && systemError == 0;
-  if ((isSystems && hasNoRoom) || tookPart) return Trouble::kDiskFull;
-  switch (code) {
-    case SQLITE_FULL:
-      return Trouble::kDiskFull;
-    case SQLITE_READONLY:
-    case SQLITE_CANTOPEN:  // the file is open: what could not be made is a journal beside it
-      return Trouble::kReadOnly;
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return Trouble::kBusy;
-    case SQLITE_CORRUPT:
-      return Trouble::kDamaged;
-  }
-  return Trouble::kUnknown;
-}
 
 // What is written to `path` is written into `file`, which need not be there yet.
 bool LeadsTo(std::u16string_view path, std::u16string_view file) {
@@ -61,6 +41,14 @@ void NarrowRights(const std::string& hostPath) {
   if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
     chmod(hostPath.c_str(), status.st_mode & S_IRWXU);
   }
+}
+
+// Made here and not by the engine, because files() makes it its owner's alone.
+bool MakeFile(std::u16string_view path) {
+  errno = 0;
+  const bool made = platform::files().Create(path) != nullptr;
+  if (!made) NoteSystemError(errno);
+  return made;
 }
 
 }  // namespace
@@ -105,12 +93,32 @@ HRESULT Engine::Compact(std::u16string_view source, std::u16string_view destinat
 HRESULT Engine::CopyTo(std::u16string_view path) {
   Remove(path);
   const auto hostPath = platform::ToHostPath(path);
-  // Made here and not by the engine, because files() makes it its owner's alone.
-  if (!hostPath || !platform::files().Create(path)) return E_FAIL;
+  if (!hostPath || !MakeFile(path)) return E_FAIL;
   HRESULT result = CopyCompacted(*hostPath);
   if (!Failed(result) && !platform::files().SyncToDisk(path)) result = E_FAIL;
   if (Failed(result)) Remove(path);
   return result;
+}
+
+void Engine::StartCopy(std::u16string_view path, std::function<void()> onEnd,
+                       std::function<void(HRESULT)> finish) {
+  FinishCopy();
+  Remove(path);
+  const auto hostPath = platform::ToHostPath(path);
+  if (!hostPath || !MakeFile(path)) {
+    finish(E_FAIL);
+    return onEnd();
+  }
+  finishCopy_ = std::move(finish);
+  copy_ = std::make_unique<SnapshotCopy>(hostPath_, *hostPath, std::move(onEnd));
+  // Without a log the copy holds up what is about to be written.
+  if (ReadValue("PRAGMA journal_mode", {}) != "wal") FinishCopy();
+}
+
+void Engine::FinishCopy() {
+  if (!copy_) return;
+  const HRESULT result = std::exchange(copy_, nullptr)->Wait();
+  std::exchange(finishCopy_, nullptr)(result);
 }
 
 HRESULT Engine::CopyCompacted(const std::string& destination) {
@@ -141,6 +149,7 @@ Engine::~Engine() {
 
 // What takes the file's place is empty: every statement on a table fails there.
 void Engine::Close() {
+  FinishCopy();  // its connection would keep the file in the log's form
   idle_.clear();
   tables_.clear();
   if (inCharge_) RunScript("PRAGMA journal_mode=DELETE");
@@ -149,6 +158,7 @@ void Engine::Close() {
   sqlite3_open_v2(":memory:", &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   inCharge_ = inTransaction_ = journalReady_ = false;
   settle_ = nullptr;
+  onWrite_ = nullptr;
 }
 
 void Engine::Become(Engine& other) {
@@ -161,6 +171,7 @@ void Engine::Become(Engine& other) {
   std::swap(device_, other.device_);
   std::swap(inode_, other.inode_);
   std::swap(settle_, other.settle_);
+  std::swap(onWrite_, other.onWrite_);
   std::swap(inCharge_, other.inCharge_);
   std::swap(journalReady_, other.journalReady_);
   WatchRows(watched_);
@@ -172,6 +183,10 @@ bool Engine::IsOpenFile(const std::string& hostPath) const {
          status.st_ino == inode_;
 }
 
+bool Engine::WasOpenedAs(std::u16string_view path) const {
+  return platform::ToHostPath(path) == hostPath_;
+}
+
 bool Engine::IsInPlace() const {
   return IsOpenFile(hostPath_);
 }
@@ -181,6 +196,7 @@ HRESULT Engine::ConfirmPlace() {
 }
 
 std::optional<std::u16string> Engine::Whereabouts() {
+  FinishCopy();
   const auto path = lock_ ? lock_->Whereabouts() : std::nullopt;
   // A log that lies under the former name would be lost to the file.
   if (!path || ReadValue("PRAGMA wal_checkpoint(TRUNCATE)", {}) != "0") return {};

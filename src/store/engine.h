@@ -29,6 +29,7 @@ struct sqlite3;
 namespace store {
 
 class Engine;
+class SnapshotCopy;
 class Statement;
 struct ColumnChange;
 
@@ -137,6 +138,19 @@ class Engine {
   std::optional<std::u16string> Whereabouts();
   // A compacted copy at `path`, which is replaced: whole and on the disk, or gone after a failure.
   HRESULT CopyTo(std::u16string_view path);
+  // A copy of the file as it is now, at `path`, which is replaced. It's made by a thread of its own
+  // with a connection of its own, and what is written meanwhile isn't in it. FinishCopy waits for
+  // it, if there is one, and hands its result to `finish`: the copy is whole and on the disk, or
+  // gone with the trouble noted. Closing the file finishes its copy. `onEnd` is called by the
+  // thread once FinishCopy no longer has to wait.
+  void StartCopy(std::u16string_view path, std::function<void()> onEnd,
+                 std::function<void(HRESULT)> finish);
+  void FinishCopy();
+  // Called at the beginning of every write, when the journal is ready for it, until the file is
+  // closed. It may read and start a copy, but not write.
+  void OnWrite(std::function<void(Engine&)> onWrite) { onWrite_ = std::move(onWrite); }
+  // `path` is the one that the file was opened by.
+  bool WasOpenedAs(std::u16string_view path) const;
   // Closes the file. Until Become nothing can be read or written.
   void Close();
   // Takes over the file of `other`; the tables that hang from this engine then mean that one.
@@ -213,7 +227,10 @@ class Engine {
   uint64_t device_ = 0;  // of the open file
   uint64_t inode_ = 0;
   std::function<bool()> settle_;
-  std::vector<std::unique_ptr<Statement>> idle_;           // prepared, the last used last
+  std::function<void(Engine&)> onWrite_;
+  std::unique_ptr<SnapshotCopy> copy_;
+  std::function<void(HRESULT)> finishCopy_;       // there is one as long as there is a copy
+  std::vector<std::unique_ptr<Statement>> idle_;  // prepared, the last used last
   std::map<std::u16string, Columns, std::less<>> tables_;  // those asked for so far
   int openRowSets_ = 0;
   bool journalReady_ = false;

@@ -26,6 +26,7 @@ HRESULT Engine::BeginWrite() {
     if (!mayMove || !settle_()) return E_FAIL;
   }
   PrepareJournal();
+  if (onWrite_) onWrite_(*this);
   return S_OK;
 }
 

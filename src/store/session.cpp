@@ -22,6 +22,7 @@ std::unique_ptr<Engine> OpenEngine(std::u16string_view path) {
   }
   std::unique_ptr<Engine> engine = Engine::Open(path, std::move(lock));
   if (engine && dbSession().SettleDisplaced) engine->OnDisplaced(dbSession().SettleDisplaced);
+  if (engine && dbSession().BeforeWrite) engine->OnWrite(dbSession().BeforeWrite);
   return engine;
 }
 

@@ -16,8 +16,10 @@
 namespace store {
 
 struct CDbSession {
-  // What every engine asks whose file is displaced; kept from one file to the next.
+  // Both are kept from one file to the next. What every engine asks whose file is displaced.
   bool (*SettleDisplaced)() = nullptr;
+  // What every engine calls at the beginning of a write.
+  void (*BeforeWrite)(Engine&) = nullptr;
   std::unique_ptr<Engine> Session;
   std::unique_ptr<CUserDataTable> UserTable;
   std::unique_ptr<CNamedValueTable> LongTable;

@@ -1,5 +1,7 @@
 #include "store/trouble.h"
 
+#include <cerrno>
+
 namespace store {
 namespace {
 
@@ -9,6 +11,16 @@ Trouble lastTrouble = Trouble::kUnknown;
 
 void NoteTrouble(Trouble trouble) {
   lastTrouble = trouble;
+}
+
+void NoteSystemError(int error) {
+  const bool hasNoRoom = error == ENOSPC || error == EDQUOT || error == EFBIG;
+  const bool isForbidden = error == EACCES || error == EPERM || error == EROFS;
+  const bool isMissing = error == ENOENT || error == ENOTDIR;
+  NoteTrouble(hasNoRoom     ? Trouble::kDiskFull
+              : isForbidden ? Trouble::kForbidden
+              : isMissing   ? Trouble::kNoFolder
+                            : Trouble::kUnknown);
 }
 
 Trouble LastTrouble() {
@@ -29,6 +41,10 @@ std::u16string_view TroubleText() {
       return u"ほかのプログラムがデータファイルを使用中です。";
     case Trouble::kInUse:
       return u"別のフォルダから起動したMorvenlyがこのデータファイルを使用中です。";
+    case Trouble::kNoFolder:
+      return u"保存先のフォルダがありません。";
+    case Trouble::kForbidden:
+      return u"保存先のフォルダは書込み禁止になっています。";
     case Trouble::kFolder:
       return u"同じ名前のフォルダがあります。";
     case Trouble::kNotOpened:

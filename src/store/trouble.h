@@ -15,6 +15,8 @@ enum class Trouble {
   kReadOnly,   // the file, its folder or its disk
   kBusy,       // another program holds it locked
   kInUse,      // another running program of ours has it open
+  kNoFolder,   // the one that something was to be written into
+  kForbidden,  // to write into it
   kFolder,     // a folder stands at its path
   kNotOpened,  // it may not be read
   kDamaged,
@@ -24,6 +26,8 @@ enum class Trouble {
 };
 
 void NoteTrouble(Trouble trouble);
+// The same by errno, after a call of files() that was to write something.
+void NoteSystemError(int error);
 Trouble LastTrouble();
 // The write was refused, or has yet to be made again, because the open file was displaced.
 bool IsDisplacement(Trouble trouble);
