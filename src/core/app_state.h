@@ -75,6 +75,7 @@ class CAppState {
   int EditOpeCont;
   int DispListAfterFind;
   int ViewAutoUpdate;
+  int AutoBackup;
   std::u16string StaDtTmName, EndDtTmName, LatName, LonName, SbjctName, PlaceName, Cate1Name,
       Cate2Name, MemoName;
   int ActTxtMode;

@@ -97,6 +97,7 @@ void SetDefaults(CAppState& app) {
   app.EditOpeCont = kOff;
   app.DispListAfterFind = kOff;
   app.ViewAutoUpdate = kOff;
+  app.AutoBackup = kOn;
   app.StaDtTmName = u"開始";
   app.EndDtTmName = u"終了";
   app.LatName = u"緯度";

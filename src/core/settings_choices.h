@@ -7,7 +7,8 @@
 
 namespace core {
 
-// ViewModeSave, NoMemPlaceSepaStr, EditOpeCont, DispListAfterFind, ViewAutoUpdate, WindowMaximized.
+// ViewModeSave, NoMemPlaceSepaStr, EditOpeCont, DispListAfterFind, ViewAutoUpdate, AutoBackup,
+// WindowMaximized.
 enum SwitchChoice { kOff = 0, kOn = 1 };
 
 // StartupMode

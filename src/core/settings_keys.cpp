@@ -38,9 +38,11 @@ struct Width {
   std::array<int, N> CAppState::*field;
   size_t column;
 };
-// Written only where it isn't 0, so that who never turns it on keeps the file as it was.
+// Written only where it differs from its default, so that whoever never changes it keeps the file
+// as it was.
 struct Added {
   int CAppState::*field;
+  int standard = 0;
 };
 struct FontSize {
   int CAppState::*field;
@@ -129,6 +131,7 @@ constexpr Key kKeys[] = {
     {u"ItmSelMode", Digits{&App::ItmSelMode}},
     {u"DataFile", DataFilePath{}},
     {u"ViewAutoUpdate", Added{&App::ViewAutoUpdate}},
+    {u"AutoBackup", Added{&App::AutoBackup, kOn}},
     {u"WindowWidth", Added{&App::WindowWidth}},
     {u"WindowHeight", Added{&App::WindowHeight}},
     {u"WindowMaximized", Added{&App::WindowMaximized}},
@@ -218,7 +221,7 @@ std::u16string ValueOf(const CAppState& app, const Kind& kind) {
 
 bool IsWritten(const CAppState& app, const Kind& kind) {
   const auto* added = std::get_if<Added>(&kind);
-  return added == nullptr || app.*added->field != 0;
+  return added == nullptr || app.*added->field != added->standard;
 }
 
 }  // namespace

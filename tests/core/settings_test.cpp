@@ -53,14 +53,14 @@ TEST_F(Settings, AFirstRunWritesWhatTheDocumentShows) {
 // Every value differs from its default and from its neighbours, so that none can take another's.
 TEST_F(Settings, KeepsEveryChangedValue) {
   std::string changed = Golden();
-  changed.insert(changed.find("\r\n\r\n"), "\r\nViewAutoUpdate:0");
+  changed.insert(changed.find("\r\n\r\n"), "\r\nViewAutoUpdate:0\r\nAutoBackup:0");
   int number = 100;
   for (size_t at = changed.find("\r\nStartupMode"); at < changed.find("\r\n\r\n");
        at = changed.find("\r\n", at + 2)) {
     const size_t value = changed.find(':', at) + 1;
     changed.replace(value, changed.find("\r\n", value) - value, std::to_string(number++));
   }
-  EXPECT_EQ(number, 162);
+  EXPECT_EQ(number, 163);
   Put(changed);
   CAppState app;
   ASSERT_EQ(InitApp(app), 0);
@@ -69,6 +69,7 @@ TEST_F(Settings, KeepsEveryChangedValue) {
   EXPECT_EQ(app.MapVwLndColWdh[4], 142);
   EXPECT_EQ(app.DataFile, u"160");
   EXPECT_EQ(app.ViewAutoUpdate, 161);
+  EXPECT_EQ(app.AutoBackup, 162);
   EXPECT_EQ(SaveSettings(app), 0);
   EXPECT_EQ(Content(), changed);
 }

@@ -2,12 +2,14 @@
 // in front of the C library for everything that the process calls through shared libraries.
 #pragma once
 
+#include <atomic>
+
 namespace testing_support {
 
 struct DiskCalls {
-  int writes = 0;
-  int syncs = 0;
-  int writesUntilDeath = -1;  // the process then ends as by a kill; below 0: never
+  std::atomic<int> writes = 0;
+  std::atomic<int> syncs = 0;
+  std::atomic<int> writesUntilDeath = -1;  // the process then ends as by a kill; below 0: never
 };
 
 DiskCalls& diskCalls();

@@ -1,0 +1,13 @@
+// A user's own backup: a compacted, checked copy of the open diary, wherever it's wanted.
+#pragma once
+
+#include <string_view>
+
+namespace backup {
+
+// Writes the open diary's copy to `path`, after a question if something stands there, and tells
+// where it lies and how many Actions it holds, or why there is none. Nothing half-made is left, and
+// what stood there stays until the copy is whole.
+void MakeBackup(std::u16string_view path);
+
+}  // namespace backup
