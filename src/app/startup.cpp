@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "app/window_size.h"
+#include "backup/daily_copy.h"
 #include "core/settings.h"
 #include "core/settings_choices.h"
 #include "datafile/data_file.h"
@@ -46,6 +47,7 @@ void ShowWindow(QWidget& window, const core::CAppState& app, const platform::Scr
 std::unique_ptr<mainwindow::CMainWnd> InitInstance(core::CAppState& app, platform::qt::QtHost& host,
                                                    const platform::ScreenPlan& plan) {
   if (core::InitApp(app) != 0) return nullptr;
+  backup::KeepDailyCopies();
   if (datafile::EndsProcess(datafile::OpenDataFile(app))) return nullptr;
   auto window = std::make_unique<mainwindow::CMainWnd>(app);
   host.SetMainWindow(window.get());
@@ -132,6 +134,7 @@ void ShutdownApp(core::CAppState& app) {
   core::SaveSettings(app);
   position::ClosePositionMonitor();
   recorder::CloseRecorderSession(app);
+  backup::TellDailyFailure();
   // A file that was displaced may have been left for another one while it was closed.
   if (app.DataFile != dataFile) core::SaveSettings(app);
 }

@@ -40,6 +40,8 @@ std::span<const CommandRow> Commands() {
   static constexpr CommandRow kRows[] = {
       {32771, u"エクスポート...", kFileMenu, Do<&W::RunExchange, ExchangeKind::kExport>},
       {32772, u"インポート...", kFileMenu, Do<&W::RunExchange, ExchangeKind::kImport>},
+      {33201, u"バックアップ...", kFileMenu, Do<&W::RunBackup>},
+      {33202, u"復元...", kFileMenu, Do<&W::RunRestore>},
 
       {kNew, u"新規作成...", kEditMenu | kWeekBoxMenu | kWeekDayMenu | kMonthDayMenu, Do<&W::New>},
       {32782, u"変更...", kEditMenu, Do<&W::FxEditSelected, edit::kOpenChange>},

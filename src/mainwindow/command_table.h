@@ -25,6 +25,7 @@ enum Command : int {
   kShowMap = 32795,
   kMenuToday = 32796,
   kRecorder = 32801,
+  kDailyCopyEnd = 33203,  // posted; no row of the table
   kSoftKeyNew = 40002,
 };
 

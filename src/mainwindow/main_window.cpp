@@ -6,8 +6,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QTimer>
 #include <set>
 
+#include "backup/daily_copy.h"
 #include "core/settings_choices.h"
 #include "mainwindow/command_table.h"
 #include "platform/qt/menu_place.h"
@@ -30,11 +32,13 @@ using platform::Scaled;
 using platform::qt::ToQt;
 
 constexpr int kActionListId = 1071;
+constexpr int kLookAgainMilliseconds = 100;
 
 }  // namespace
 
 CMainWnd::CMainWnd(core::CAppState& app)
     : app_(app),
+      address_([this](int) { OnDailyCopyEnd(); }),
       caption_(new QWidget(this)),
       header_(new views::HeaderRow(this)),
       list_(new views::ActionList(this, kActionListId)),
@@ -63,6 +67,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
   OrderFocus();
   WatchKeys();
   ShowState();
+  backup::PostDailyCopies(address_.Id(), kDailyCopyEnd);
 }
 
 // The device's shell showed the title and the (ok) button above every window.
@@ -224,6 +229,13 @@ void CMainWnd::OnCommand(int id) {
   if (row == nullptr || !IsLive(*row, views::ViewOnShow(app_.CurView))) return;
   if (!row->keepsPopups) popups_->Close();
   row->run(*this);
+}
+
+// The copy has its name at once. A failure is told when nothing stands over the window any more.
+void CMainWnd::OnDailyCopyEnd() {
+  if (!backup::FinishDailyCopy()) return;
+  if (platform::qt::ModalScreen::IsInFront(nullptr)) return backup::TellDailyFailure();
+  QTimer::singleShot(kLookAgainMilliseconds, this, [this] { OnDailyCopyEnd(); });
 }
 
 void CMainWnd::OnDateChosen(const core::Day& day) {

@@ -14,6 +14,7 @@
 #include "mainwindow/command_menus.h"
 #include "mainwindow/command_table.h"
 #include "mainwindow/tool_bar.h"
+#include "platform/qt/command_mailbox.h"
 #include "platform/qt/device_shell.h"
 #include "views/navigation.h"
 #include "views/qt/action_list.h"
@@ -57,6 +58,7 @@ class CMainWnd : public QWidget {
   void ShowMovedDate();
   void ForgetWhatWasRead();
 
+  void OnDailyCopyEnd();
   void OnDateChosen(const core::Day& day);
   void OnPageChosen(int page);
   bool OnKeyReleased(QKeyCombination key);
@@ -64,6 +66,8 @@ class CMainWnd : public QWidget {
 
   // The handlers of the command table.
   void RunExchange(exchange::ExchangeKind kind);
+  void RunBackup();
+  void RunRestore();
   void New();
   void NewAtPress();
   void FxEditSelected(edit::OpenMode mode);
@@ -93,6 +97,7 @@ class CMainWnd : public QWidget {
   void RunEditScreen(edit::OpenMode mode, const std::optional<position::Position>& position = {});
 
   core::CAppState& app_;
+  const platform::qt::CommandAddress address_;
   views::MapPane map_;
   QWidget* caption_;
   views::HeaderRow* header_;

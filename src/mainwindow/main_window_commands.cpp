@@ -1,8 +1,12 @@
 // The handlers of the command table, in its order.
+#include "backup/backup.h"
+#include "backup/file_choice.h"
+#include "backup/restore.h"
 #include "core/settings_choices.h"
 #include "edit/qt/edit_action_screen.h"
 #include "exchange/qt/exchange_screen.h"
 #include "exchange/qt/find_screen.h"
+#include "filedialog/qt/file_select_screen.h"
 #include "mainwindow/main_window.h"
 #include "mainwindow/manual.h"
 #include "options/qt/about_screen.h"
@@ -23,6 +27,27 @@ void CMainWnd::RunExchange(exchange::ExchangeKind kind) {
   exchange::CExchangeDlg(this, app_, kind).RunModal();
   if (kind == exchange::ExchangeKind::kImport) return ShowChange(views::Change::kAdded);
   Refresh();
+}
+
+void CMainWnd::RunBackup() {
+  filedialog::CFileSelectDlg dialog(this, backup::AskForBackup(app_));
+  dialog.RunModal();
+  if (dialog.ResultPath()) backup::MakeBackup(*dialog.ResultPath());
+  backup::DropEmptyFolder(app_);
+  Refresh();
+}
+
+void CMainWnd::RunRestore() {
+  filedialog::CFileSelectDlg dialog(this, backup::AskForRestore(app_));
+  dialog.RunModal();
+  if (!dialog.ResultPath()) return Refresh();
+  const backup::Restored restored = backup::Restore(app_, *dialog.ResultPath());
+  if (restored == backup::Restored::kNoDataFile) {
+    close();
+    return;
+  }
+  if (restored == backup::Restored::kYes) ForgetWhatWasRead();
+  ShowChange(views::Change::kEdited);
 }
 
 void CMainWnd::New() {

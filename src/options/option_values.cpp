@@ -29,6 +29,7 @@ constexpr Setting<int> kNumbers[] = {
     {kEditing, &OptionValues::NoMemPlaceSepaStr, &CAppState::NoMemPlaceSepaStr},
     {kEditing, &OptionValues::EditOpeCont, &CAppState::EditOpeCont},
     {kFind, &OptionValues::DispListAfterFind, &CAppState::DispListAfterFind},
+    {kData, &OptionValues::AutoBackup, &CAppState::AutoBackup},
 };
 
 constexpr Setting<Text> kTexts[] = {

@@ -51,6 +51,7 @@ struct OptionValues {
       MemoName;
 
   std::u16string DataFile;
+  int AutoBackup = 0;
 };
 
 OptionValues ReadValues(const core::CAppState& app);

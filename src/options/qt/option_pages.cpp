@@ -184,6 +184,7 @@ void OptionPage::MakeData(const PageCommands& commands) {
   formatVersion_->setObjectName(QStringLiteral("DBFmtVer"));
   formatVersion_->setReadOnly(true);
   AddRow(QStringLiteral("フォーマットバージョン:"), formatVersion_);
+  AddCheck("AutoBackup", u"1日1回、自動でバックアップする", options_.values.AutoBackup);
   ShowState();
 }
 

@@ -93,10 +93,13 @@ bool ModalScreen::OnWindowClosing() {
   return true;
 }
 
+bool ModalScreen::IsInFront(const ModalScreen* screen) {
+  return Topmost() == screen && QApplication::activeModalWidget() == nullptr &&
+         QApplication::activePopupWidget() == nullptr;
+}
+
 void ModalScreen::TakePosted(int command) {
-  const bool isInFront = Topmost() == this && QApplication::activeModalWidget() == nullptr &&
-                         QApplication::activePopupWidget() == nullptr;
-  if (isInFront) {
+  if (IsInFront(this)) {
     OnPosted(command);
   } else {
     QTimer::singleShot(kLookAgainMilliseconds, this, [this, command] { TakePosted(command); });

@@ -35,6 +35,9 @@ class ModalScreen : public QWidget {
   // Where commands for this screen are posted, from any thread.
   WindowId Address() const { return address_.Id(); }
 
+  // Nothing stands over `screen`: no other screen, no message, no menu. nullptr is the window.
+  static bool IsInFront(const ModalScreen* screen);
+
   // The topmost running screen, or nullptr.
   static ModalScreen* Topmost();
 
@@ -45,8 +48,7 @@ class ModalScreen : public QWidget {
   void keyPressEvent(QKeyEvent* event) final;
   virtual void OnEscape() { EndScreen(kResultCancel); }
   virtual void OnEnter() {}
-  // A posted command. It waits until nothing stands over the screen: no other screen, no message,
-  // no menu.
+  // A posted command, which has waited until the screen is in front.
   virtual void OnPosted(int) {}
 
   // The window closes as soon as this screen has ended: its user leaves the whole program.
