@@ -57,14 +57,6 @@ class Backup : public StoreTest {
     for (int day = 1; day <= 5; ++day) Write(day);
     ASSERT_EQ(OpenDataFile(app), 0);
   }
-  int RowsIn(std::u16string_view file) {
-    DisconnectDataFile();
-    core::CAppState reader;
-    reader.DataFile = file;
-    const int opened = OpenDataFile(reader);
-    DisconnectDataFile();
-    return opened == 0 ? reader.IndexCount : -1;
-  }
   std::set<std::string> Names(const std::string& in) const {
     std::set<std::string> names;
     for (const auto& entry : fs::directory_iterator(folder.HostPath(in)))
@@ -114,13 +106,6 @@ TEST(BackupNames, KeepSevenDaysAndTwelveMonthsOfAYearAndAHalf) {
     expected.push_back(u"user_" + std::u16string(date) + u"_auto.sdf");
   }
   EXPECT_EQ(names, expected);
-  // A clock that was once ahead doesn't take the copy of today away.
-  names = {u"user_20300101_auto.sdf"};
-  for (int day = 1; day <= 9; ++day) names.push_back(DailyName(u"\\a\\user.sdf", {2031, 1, day}));
-  for (const char16_t* day : {u"22", u"23"}) {
-    names.push_back(u"user_202611" + std::u16string(day) + u"_auto.sdf");
-  }
-  EXPECT_EQ(OutdatedCopies(names, u"\\a\\user.sdf", {2026, 11, 22}).size(), 2u);
 }
 
 TEST_F(Backup, IsWholeAndReplacesNothingUnasked) {
@@ -258,25 +243,6 @@ TEST_F(Backup, AFailureAtAnyStepLeavesTheDiaryOpenAndWhole) {
     fs::remove_all(folder.HostPath("backup"));
   }
 }
-// Dies before the nth call that changes a file.
-class DyingFiles : public FaultyFiles {
- public:
-  int callsUntilDeath = -1;
-
-  std::unique_ptr<platform::File> Create(std::u16string_view to) override {
-    if (callsUntilDeath-- == 0) _exit(0);
-    return FaultyFiles::Create(to);
-  }
-  bool Rename(std::u16string_view from, std::u16string_view to) override {
-    if (callsUntilDeath-- == 0) _exit(0);
-    return FaultyFiles::Rename(from, to);
-  }
-  bool Remove(std::u16string_view name) override {
-    if (callsUntilDeath-- == 0) _exit(0);
-    return FaultyFiles::Remove(name);
-  }
-};
-
 TEST_F(Backup, AKillAtAnyMomentLeavesOneWholeDiary) {
   MakeOther();
   DisconnectDataFile();
@@ -288,11 +254,11 @@ TEST_F(Backup, AKillAtAnyMomentLeavesOneWholeDiary) {
     WriteWholeFile(hostPath, diary);
     const pid_t child = fork();
     if (child == 0) {
-      DyingFiles dying;
+      FaultyFiles dying;
       AgreeingHost agreeing;
       OpenDataFile(app);
       Write(4);
-      dying.callsUntilDeath = calls;
+      dying.Die(calls);
       testing_support::diskCalls().writesUntilDeath = writes;
       _exit(Restore(app, other) == Restored::kYes ? 1 : 2);
     }

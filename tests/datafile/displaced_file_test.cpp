@@ -43,12 +43,6 @@ class DisplacedFile : public StoreTest {
     action[kActId] = u"ID9" + core::ZeroPadded(++written_, 15);
     return Users().Insert(action);
   }
-  int RowsIn(const std::u16string& file) {
-    DisconnectDataFile();
-    core::CAppState other;
-    other.DataFile = file;
-    return OpenDataFile(other) == 0 ? other.IndexCount : -1;
-  }
 
   int written_ = 0;
   const std::u16string newPath = folder.Path(u"new.sdf");

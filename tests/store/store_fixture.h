@@ -38,6 +38,16 @@ class StoreTest : public testing::Test {
     return *action[store::kActId];
   }
 
+  // How many Actions a file holds; -1 if it can't be opened. No file is open afterwards.
+  static int RowsIn(std::u16string_view file) {
+    store::DisconnectDataFile();
+    core::CAppState reader;
+    reader.DataFile = file;
+    const int opened = datafile::OpenDataFile(reader);
+    store::DisconnectDataFile();
+    return opened == 0 ? reader.IndexCount : -1;
+  }
+
   std::string FileBytes() const { return testing_support::ReadWholeFile(hostPath); }
 
   static store::CUserDataTable& Users() { return *store::dbSession().UserTable; }

@@ -1,5 +1,7 @@
 #include "support/faulty_files.h"
 
+#include <unistd.h>
+
 #include <utility>
 
 namespace testing_support {
@@ -25,6 +27,7 @@ class FaultyFiles::FaultyFile : public platform::File {
 };
 
 bool FaultyFiles::Fails(FileCall call) {
+  if (callsUntilDeath_-- == 0) _exit(0);
   Order& order = orders_[static_cast<size_t>(call)];
   ++order.count;
   return order.count >= order.first && order.count <= order.last;

@@ -25,6 +25,8 @@ class FaultyFiles : public platform::Files {
     orders_[static_cast<size_t>(call)] = {first, last, 0};
   }
   void Fail(FileCall call, int nth = 1) { Fail(call, nth, nth); }
+  // The process ends as by a kill at the call of that number, of any kind, from 0; below 0 never.
+  void Die(int call) { callsUntilDeath_ = call; }
   // How often `call` came since its order, or since the beginning.
   int Count(FileCall call) const { return orders_[static_cast<size_t>(call)].count; }
 
@@ -66,6 +68,7 @@ class FaultyFiles : public platform::Files {
   std::unique_ptr<platform::File> Wrap(std::unique_ptr<platform::File> file);
 
   platform::Files& real_;
+  int callsUntilDeath_ = -1;
   std::array<Order, static_cast<size_t>(FileCall::kSync) + 1> orders_;
 };
 
