@@ -34,17 +34,17 @@ class RecordingTest : public store_test::StoreTest {
 TEST_F(RecordingTest, ATapWaitsForTheDiskOnce) {
   Tap(9, 0, u"自宅");
   testing_support::DiskCalls& calls = testing_support::diskCalls();
-  calls = {};
+  calls.Reset();
   Tap(10, 0, u"会社");
   EXPECT_EQ(calls.syncs, 1);
   EXPECT_LE(calls.writes, 40);
-  calls = {};
+  calls.Reset();
   host.answers = {platform::Answer::kYes};
   recorder.OnBtnBack();
   EXPECT_EQ(calls.syncs, 1);
   recorder.RecStop();
   EXPECT_EQ(calls.syncs, 2);
-  calls = {};
+  calls.Reset();
   InsertAction(u"2010/06/23 11:00:00");
   EXPECT_GE(calls.syncs, 1) << "what comes after a burst waits for the disk again";
 }

@@ -9,6 +9,9 @@ namespace testing_support {
 struct DiskCalls {
   std::atomic<int> writes = 0;
   std::atomic<int> syncs = 0;
+  // To count from here.
+  void Reset() { writes = syncs = 0; }
+
   std::atomic<int> writesUntilDeath = -1;  // the process then ends as by a kill; below 0: never
 };
 
