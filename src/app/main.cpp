@@ -42,7 +42,8 @@ uint16_t GpsdPort() {
 // Qt gives up where it cannot open a display, with advice that is wrong and a core dump.
 void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type != QtFatalMsg) return;
-  std::_Exit(Refuse("it needs a display, and neither WAYLAND_DISPLAY nor DISPLAY names one"));
+  std::_Exit(Refuse(
+      "it needs a display, and neither WAYLAND_DISPLAY nor DISPLAY names one that can be opened"));
 }
 
 // The folder that the user has named, or else the one that is theirs; made if need be.

@@ -133,8 +133,10 @@ void MapPane::Zoom(double rate) {
   // A slow drag would not get off the smallest scales, where a pixel's share is rounded away.
   if (rate > 0 && Scl == former) Scl = std::min(Scl + 1, kLargestScl);
   const double grown = static_cast<double>(Scl) / former - 1;
-  Ox = ToPixels(Ox + std::trunc((Ox - width_ / 2) * grown));
-  Oy = ToPixels(Oy + std::trunc((Oy - height_ / 2) * grown));
+  const int middle = width_ / 2;
+  const int centreLine = height_ / 2;
+  Ox = ToPixels(Ox + std::trunc((Ox - middle) * grown));
+  Oy = ToPixels(Oy + std::trunc((Oy - centreLine) * grown));
   // What the rounding took would grow with the next steps: the reference point makes up for it.
   mLat += centre.latitude - Centre().latitude;
   mLon += centre.longitude - Centre().longitude;

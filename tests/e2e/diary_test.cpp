@@ -315,5 +315,6 @@ TEST(Diary, TellsThatThereIsNoDisplay) {
       folder.HostPath("output"));
   EXPECT_EQ(program.Wait(), EXIT_FAILURE);
   EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("output")),
-            "Morvenly: the display cannot be opened; run.sh starts it without one\n");
+            "Morvenly: it needs a display, and neither WAYLAND_DISPLAY nor DISPLAY names one that "
+            "can be opened\n");
 }

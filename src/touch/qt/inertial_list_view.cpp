@@ -33,9 +33,9 @@ int Placed(RowTextFormat::Align align, int room, int length) {
   return align == RowTextFormat::Align::kCentre ? (room - length) / 2 : room - length;
 }
 
-// With the ellipsis behind a word, where the text has words.
+// With the ellipsis after a word, where the text has words.
 QString Cut(const QString& text, const QFontMetrics& metrics, int width, bool anywhere) {
-  const QString cut = metrics.elidedText(text, Qt::ElideRight, width);
+  QString cut = metrics.elidedText(text, Qt::ElideRight, width);
   if (anywhere || cut == text) return cut;
   const qsizetype blank = cut.lastIndexOf(u' ');
   return blank > 0 ? cut.left(blank) + QChar(u'…') : cut;
