@@ -146,11 +146,7 @@ TEST(Factors, ReadLiterals) {
 }
 
 TEST(NumberText, ReadsAsTheCLocaleDoes) {
-  const struct {
-    std::u16string_view text;
-    int32_t asInt;
-    std::u16string_view asFloat;
-  } rows[] = {
+  const std::tuple<std::u16string_view, int32_t, std::u16string_view> rows[] = {
       {u"", 0, u"0"},
       {u" \t\r\n+12.5e1x", 12, u"125"},
       {u"--5", 0, u"0"},
@@ -163,10 +159,10 @@ TEST(NumberText, ReadsAsTheCLocaleDoes) {
       {u"0.0000001e316", 0, u"inf"},
       {u"4294967295", -1, u"4.29497e+09"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.text));
-    EXPECT_EQ(ReadInt(row.text), row.asInt);
-    EXPECT_EQ(NumberText(ReadFloat(row.text), NumberText::Form::kSixDigits).View(), row.asFloat);
+  for (const auto& [text, asInt, asFloat] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(text));
+    EXPECT_EQ(ReadInt(text), asInt);
+    EXPECT_EQ(NumberText(ReadFloat(text), NumberText::Form::kSixDigits).View(), asFloat);
   }
   EXPECT_EQ(ReadFloat(u"0." + std::u16string(400, u'0') + u"25e400"), 0.25);
 }

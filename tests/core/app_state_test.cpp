@@ -29,25 +29,20 @@ TEST(HistoryList, MovesToTheFrontAndDropsTheLast) {
 TEST(PlaceHistory, MayKeepMovementsOut) {
   const testing_support::FakeHost host;
   CAppState app;
-  const struct {
-    const char* why;
-    int setting;
-    std::u16string separator, place;
-    bool remembered;
-  } rows[] = {
+  const std::tuple<const char*, int, std::u16string, std::u16string, bool> rows[] = {
       {"a place", 1, u"→", u"会社", true},
       {"a movement", 1, u"→", u"会社→自宅", false},
       {"a movement, where they are wanted", 0, u"→", u"会社→自宅", true},
       {"a number that no option writes", 2, u"→", u"会社→自宅", false},
       {"with an empty separator every place is a movement", 1, u"", u"駅", false},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, setting, separator, place, remembered] : rows) {
+    SCOPED_TRACE(why);
     app.PlaceHistory.Clear();
-    app.NoMemPlaceSepaStr = row.setting;
-    app.PlaceSepaStr = row.separator;
-    RememberPlace(app, row.place);
-    EXPECT_EQ(!app.PlaceHistory.Entries().empty(), row.remembered);
+    app.NoMemPlaceSepaStr = setting;
+    app.PlaceSepaStr = separator;
+    RememberPlace(app, place);
+    EXPECT_EQ(!app.PlaceHistory.Entries().empty(), remembered);
   }
 }
 

@@ -24,47 +24,40 @@ DateSpan Days(int days) {
 }
 
 TEST(CalendarValue, CountsDaysFrom1899AndCarriesTheFractionForward) {
-  const struct {
-    CalendarValue value;
-    double dt;
-    int weekday;
-  } rows[] = {
+  const std::tuple<CalendarValue, double, int> rows[] = {
       {Value(1899, 12, 30), 0.0, 7},      {Value(1899, 12, 29, 6), -1.25, 6},
       {Value(1899, 12, 31, 18), 1.75, 1}, {Value(2010, 6, 23, 12), 40352.5, 4},
       {Value(100, 1, 1), -657434.0, 6},   {Value(9999, 12, 31), 2958465.0, 6},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.dt);
-    EXPECT_EQ(row.value.status, 0);
-    EXPECT_DOUBLE_EQ(row.value.dt, row.dt);
+  for (const auto& [value, dt, weekday] : rows) {
+    SCOPED_TRACE(dt);
+    EXPECT_EQ(value.status, 0);
+    EXPECT_DOUBLE_EQ(value.dt, dt);
     CalendarParts parts;
-    ASSERT_TRUE(CalendarToParts(row.value, parts));
-    EXPECT_EQ(parts.weekday, row.weekday);
+    ASSERT_TRUE(CalendarToParts(value, parts));
+    EXPECT_EQ(parts.weekday, weekday);
   }
 }
 
 TEST(CalendarValue, RefusesWhatDoesNotComeBack) {
   constexpr int kHuge = std::numeric_limits<int>::max();
-  const struct {
-    CalendarValue value;
-    const char* why;
-  } rows[] = {
+  const std::pair<CalendarValue, const char*> rows[] = {
       {Value(2010, 11, 14, 24), "the end of a day has no calendar value"},
       {Value(2010, 2, 30), "February 30"},
       {Value(99, 12, 31), "before the first year"},
       {Value(10000, 1, 1), "after the last year"},
       {Value(kHuge, kHuge, kHuge, kHuge, kHuge, kHuge), "no overflow"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_NE(row.value.status, 0);
+  for (const auto& [value, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_NE(value.status, 0);
     CalendarParts parts;
-    EXPECT_FALSE(CalendarToParts(row.value, parts));
+    EXPECT_FALSE(CalendarToParts(value, parts));
     EXPECT_EQ(parts.year, -1);
-    EXPECT_FALSE(CalendarLess(row.value, Value(2010, 1, 1)));
-    EXPECT_FALSE(CalendarGreater(row.value, Value(2010, 1, 1)));
-    EXPECT_EQ(CompareCalendarDays(row.value, Value(2010, 1, 1)), 0);
-    EXPECT_NE((row.value + Days(1)).status, 0);
+    EXPECT_FALSE(CalendarLess(value, Value(2010, 1, 1)));
+    EXPECT_FALSE(CalendarGreater(value, Value(2010, 1, 1)));
+    EXPECT_EQ(CompareCalendarDays(value, Value(2010, 1, 1)), 0);
+    EXPECT_NE((value + Days(1)).status, 0);
   }
   EXPECT_EQ(WeekdayOf({2010, 2, 29}), -1);
   EXPECT_EQ(WeekdayOf({2012, 2, 29}), 4);
@@ -95,12 +88,7 @@ TEST(CalendarValue, BringsEverySecondOfADayBackInOrder) {
 }
 
 TEST(Day, CountsOverMonthsAndYears) {
-  const struct {
-    Day from;
-    int days;
-    std::optional<Day> to;
-    const char* why;
-  } rows[] = {
+  const std::tuple<Day, int, std::optional<Day>, const char*> rows[] = {
       {{1900, 2, 28}, 1, Day{1900, 3, 1}, "no leap year"},
       {{2000, 2, 28}, 1, Day{2000, 2, 29}, "a leap year"},
       {{2011, 1, 1}, -1, Day{2010, 12, 31}, "back over the year's end"},

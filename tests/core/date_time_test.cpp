@@ -66,11 +66,7 @@ Parsed Parse(int (*parser)(std::u16string_view, int&, int&, int&), std::u16strin
 }
 
 TEST(ParseDate, TakesExistingDatesFrom1900) {
-  const struct {
-    const char16_t* text;
-    Parsed parsed;
-    const char* why;
-  } rows[] = {
+  const std::tuple<const char16_t*, Parsed, const char*> rows[] = {
       {u"2010/1/2", {0, 2010, 1, 2}, "no padding needed"},
       {u"2010/02/29", {-10}, "no leap year"},
       {u"1900/02/29", {-10}, "by 100"},
@@ -85,9 +81,9 @@ TEST(ParseDate, TakesExistingDatesFrom1900) {
       {u"2010/+1/2", {-10}, "a sign"},
       {u"4294967295/1/1", {-10}, "a year that wraps below 0"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(Parse(ParseDate, row.text), row.parsed);
+  for (const auto& [text, parsed, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(Parse(ParseDate, text), parsed);
   }
 }
 

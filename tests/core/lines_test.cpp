@@ -28,11 +28,7 @@ std::vector<Line> AllLines(platform::File& file) {
 }
 
 TEST(LineReader, TakesEveryKindOfLineEndHoweverItsBlocksCutIt) {
-  const struct {
-    const char* content;
-    std::vector<Line> lines;
-    const char* why;
-  } rows[] = {
+  const std::tuple<const char*, std::vector<Line>, const char*> rows[] = {
       {"", {{-1, u"", 0}}, "nothing"},
       {"a\rb\nc\r\nd", {{0, u"a", 1}, {0, u"b", 1}, {0, u"c", 1}, {-1, u"d", 1}}, "the three"},
       {"a\r", {{0, u"a", 1}, {-1, u"", 0}}, "CR is the last byte"},
@@ -41,14 +37,14 @@ TEST(LineReader, TakesEveryKindOfLineEndHoweverItsBlocksCutIt) {
       {"a\x89\r\nb", {{0, u"a・", 2}, {-1, u"b", 1}}, "half a pair swallows no line end"},
   };
   const testing_support::TempFolder folder;
-  for (const auto& row : rows) {
-    const size_t size = std::string_view(row.content).size();
+  for (const auto& [content, lines, why] : rows) {
+    const size_t size = std::string_view(content).size();
     for (size_t inFirstBlock = 0; inFirstBlock <= size; ++inFirstBlock) {
-      SCOPED_TRACE(testing::Message() << row.why << ", cut at " << inFirstBlock);
+      SCOPED_TRACE(testing::Message() << why << ", cut at " << inFirstBlock);
       const size_t length = kBlock - inFirstBlock - 1;
       testing_support::WriteWholeFile(folder.HostPath("a"),
-                                      std::string(length, 'x') + "\n" + row.content);
-      std::vector<Line> expected = row.lines;
+                                      std::string(length, 'x') + "\n" + content);
+      std::vector<Line> expected = lines;
       expected.insert(expected.begin(), {0, std::u16string(length, u'x'), length});
       EXPECT_EQ(AllLines(*platform::files().OpenForReading(folder.Path(u"a"))), expected);
     }

@@ -15,21 +15,17 @@ using testing_support::FileCall;
 TEST(Paths, JoinsBesideTheProgram) {
   testing_support::FakeHost host;
   const std::u16string longName(300, u'n');
-  const struct {
-    std::u16string program;
-    std::u16string name;
-    std::u16string path;
-  } rows[] = {
+  const std::tuple<std::u16string, std::u16string, std::u16string> rows[] = {
       {u"\\app\\Morvenly", u"user.sdf", u"\\app\\user.sdf"},
       {u"\\Morvenly", u"user.sdf", u"\\user.sdf"},
       {u"Morvenly", u"user.sdf", u"\\Morvenly\\user.sdf"},
       {u"", u"user.sdf", u"\\user.sdf"},
       {u"\\app\\Morvenly", longName, u"\\app\\" + longName.substr(0, 255)},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.path));
-    host.programPath = row.program;
-    EXPECT_EQ(JoinModulePath(row.name), row.path);
+  for (const auto& [program, name, path] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(path));
+    host.programPath = program;
+    EXPECT_EQ(JoinModulePath(name), path);
   }
 }
 
@@ -90,11 +86,7 @@ TEST(EnsureFolder, MakesParentsFirstOrTellsWhyNot) {
   const testing_support::TempFolder folder;
   testing_support::WriteWholeFile(folder.HostPath("file"), "");
   const std::u16string longest = u"\\" + std::u16string(258, u'a');
-  const struct {
-    std::u16string path;
-    int result;
-    const char* why;
-  } rows[] = {
+  const std::tuple<std::u16string, int, const char*> rows[] = {
       {u"\\", 0, "the root"},
       {folder.Path(u"d\\日記\\"), 0, "two folders"},
       {u"a", -10, "too short"},
@@ -104,9 +96,9 @@ TEST(EnsureFolder, MakesParentsFirstOrTellsWhyNot) {
       {folder.Path(u"file\\b"), -13, "a file among the parents"},
       {u"a\\b", -13, "a parent that is too short"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(EnsureFolder(row.path), row.result);
+  for (const auto& [path, result, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(EnsureFolder(path), result);
   }
   EXPECT_TRUE(platform::files().Exists(folder.Path(u"d\\日記")));
 }

@@ -75,12 +75,7 @@ TEST_F(Settings, KeepsEveryChangedValue) {
 }
 
 TEST_F(Settings, TakesWhatFitsItsKeyAndSkipsTheRest) {
-  const struct {
-    const char16_t* lines;
-    int CAppState::*field;
-    int value;
-    const char* why;
-  } rows[] = {
+  const std::tuple<const char16_t*, int CAppState::*, int, const char*> rows[] = {
       {u"StartupMode:1\r\nStartupMode:-1", &CAppState::StartupMode, 1, "a sign is no digit"},
       {u"StartupMode:1\r\nstartupmode:2", &CAppState::StartupMode, 1, "case counts"},
       {u"StartupMode:1\r\nStartupMode", &CAppState::StartupMode, 1, "no colon"},
@@ -102,12 +97,12 @@ TEST_F(Settings, TakesWhatFitsItsKeyAndSkipsTheRest) {
       {u"SetNowForCreate:1", &CAppState::TimeInitForNewMode, 1, "the clock of old"},
       {u"SetNowForCreate:0\r\nTimeInitForNewMode:3", &CAppState::TimeInitForNewMode, 3, "both"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    PutText(std::u16string(u"[System]\r\n") + row.lines + u"\r\n");
+  for (const auto& [lines, field, value, why] : rows) {
+    SCOPED_TRACE(why);
+    PutText(std::u16string(u"[System]\r\n") + lines + u"\r\n");
     CAppState app;
     EXPECT_EQ(InitApp(app), 0);
-    EXPECT_EQ(app.*row.field, row.value);
+    EXPECT_EQ(app.*field, value);
   }
 }
 
@@ -206,24 +201,19 @@ TEST_F(Settings, EndsTheStartWhenTheFileCannotBeRead) {
 TEST_F(Settings, LosesNothingWhenWritingFails) {
   testing_support::FaultyFiles faulty;
   const std::string old = "[System]\r\nStartupMode:1\r\n\r\n";
-  const struct {
-    FileCall call;
-    int nth;
-    int result;
-    const char* why;
-  } rows[] = {
+  const std::tuple<FileCall, int, int, const char*> rows[] = {
       {FileCall::kCreate, 1, -1, "the new file"}, {FileCall::kWrite, 1, -2, "its first line"},
       {FileCall::kWrite, 2, 0, "its second"},     {FileCall::kWrite, 70, 0, "one in the lists"},
       {FileCall::kSync, 1, 0, "the disk"},        {FileCall::kRename, 1, -1, "its place"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [call, nth, result, why] : rows) {
+    SCOPED_TRACE(why);
     Put(old);
     CAppState app;
-    faulty.Fail(row.call, row.nth);
-    if (row.result != 0) host.answers = {"書込みエラー|設定ファイルの書込みに失敗しました。"};
-    EXPECT_EQ(SaveSettings(app), row.result);
-    EXPECT_GE(faulty.Count(row.call), row.nth) << "the call was never made";
+    faulty.Fail(call, nth);
+    if (result != 0) host.answers = {"書込みエラー|設定ファイルの書込みに失敗しました。"};
+    EXPECT_EQ(SaveSettings(app), result);
+    EXPECT_GE(faulty.Count(call), nth) << "the call was never made";
     EXPECT_EQ(Content(), old);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.HostPath()), {}), 1)
         << "nothing is left beside it";

@@ -10,21 +10,16 @@ using namespace core;
 using namespace std::string_view_literals;
 
 TEST(Text, TellsDigitsAndIntegers) {
-  const struct {
-    const char16_t* text;
-    int allDigits;
-    int isSigned;
-    int32_t value;
-  } rows[] = {
+  const std::tuple<const char16_t*, int, int, int32_t> rows[] = {
       {u"", -101, -101, 0},    {u"0815", 0, 0, 815},     {u"-", -102, 0, 0},
       {u"+5", -102, 0, 5},     {u"-12", -102, 0, -12},   {u"+-5", -102, -101, 0},
       {u" 12", -102, -101, 0}, {u"１２", -102, -101, 0}, {u"2147483648", 0, 0, INT32_MIN},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::PrintToString(row.text));
-    EXPECT_EQ(AllDigits(row.text), row.allDigits);
-    EXPECT_EQ(IsSignedInteger(row.text), row.isSigned);
-    EXPECT_EQ(ToInt32(row.text), row.value);
+  for (const auto& [text, allDigits, isSigned, value] : rows) {
+    SCOPED_TRACE(testing::PrintToString(text));
+    EXPECT_EQ(AllDigits(text), allDigits);
+    EXPECT_EQ(IsSignedInteger(text), isSigned);
+    EXPECT_EQ(ToInt32(text), value);
   }
 }
 
@@ -34,10 +29,7 @@ TEST(Text, FillsNumbersUp) {
 }
 
 TEST(Text, EscapesAndReadsBack) {
-  const struct {
-    std::u16string_view text;
-    std::u16string_view escaped;
-  } rows[] = {
+  const std::pair<std::u16string_view, std::u16string_view> rows[] = {
       {u""sv, u""sv},
       {u"会社 a"sv, u"会社 a"sv},
       {u"\\ \" '"sv, u"\\\\ \\\" \\'"sv},
@@ -45,19 +37,15 @@ TEST(Text, EscapesAndReadsBack) {
       {u"\x01z\x1F\0"sv, u"\\x0001z\\x001f\\x0000"sv},
       {u"\x7F\xD83D"sv, u"\x7F\xD83D"sv},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.escaped));
-    EXPECT_EQ(EscapeText(row.text), row.escaped);
-    EXPECT_EQ(UnescapeText(row.escaped), row.text);
+  for (const auto& [text, escaped] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(escaped));
+    EXPECT_EQ(EscapeText(text), escaped);
+    EXPECT_EQ(UnescapeText(escaped), text);
   }
 }
 
 TEST(Text, ReadsEscapesThatNobodyWrote) {
-  const struct {
-    std::u16string_view escaped;
-    std::u16string_view text;
-    const char* why;
-  } rows[] = {
+  const std::tuple<std::u16string_view, std::u16string_view, const char*> rows[] = {
       {u"a\\qnb"sv, u"a\nb"sv, "an unknown letter is dropped, the next one counts"},
       {u"ab\\"sv, u"ab"sv, "ends in an escape"},
       {u"\\x3042"sv, u"あ"sv, "four digits"},
@@ -69,9 +57,9 @@ TEST(Text, ReadsEscapesThatNobodyWrote) {
       {u"\\x41"sv, u"A"sv, "ends in the number"},
       {u"\\x4１"sv, u"\x04１"sv, "a full-width digit is none"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(UnescapeText(row.escaped), row.text);
+  for (const auto& [escaped, text, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(UnescapeText(escaped), text);
   }
 }
 

@@ -75,21 +75,16 @@ TEST_F(Compaction, ALinkStaysALinkToTheFile) {
 
 TEST_F(Compaction, EachNoLeavesTheFileOpenAsItWas) {
   ASSERT_TRUE(files().Create(backup));
-  const struct {
-    const char* why;
-    std::u16string file;
-    std::deque<testing_support::Reply> answers;
-    int result;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, std::deque<testing_support::Reply>, int> rows[] = {
       {"another name", u"other.sdf", {Answer::kNo, "圧縮中止"}, -102},
       {"another name that is not there", u"other.sdf", {Answer::kYes, "ファイル名エラー"}, 0},
       {"no compaction", u"user.sdf", {Answer::kNo, "圧縮中止"}, 0},
       {"the backup stays", u"user.sdf", {Answer::kYes, Answer::kNo, "圧縮中止"}, 0},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    host.answers = row.answers;
-    EXPECT_EQ(OnBtnCompact(app, folder.Path(row.file)), row.result);
+  for (const auto& [why, file, answers, result] : rows) {
+    SCOPED_TRACE(why);
+    host.answers = answers;
+    EXPECT_EQ(OnBtnCompact(app, folder.Path(file)), result);
     ASSERT_TRUE(dbSession().Session);
     EXPECT_TRUE(files().Exists(backup));
   }

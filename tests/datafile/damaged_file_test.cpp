@@ -54,10 +54,7 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
     DisconnectDataFile();
     return FileBytes();
   };
-  const struct {
-    const char* why;
-    std::string bytes;
-  } rows[] = {
+  const std::pair<const char*, std::string> rows[] = {
       {"random bytes", RandomBytes(40000)},
       {"an empty file", ""},
       {"without Actions", after(u"drop table t_UserData")},
@@ -65,14 +62,14 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
       {"without our tables", after(u"drop table t_SysInfo")},
       {"zeros after a good header", good.substr(0, 100) + std::string(8092, '\0')},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    WriteWholeFile(hostPath, row.bytes);
+  for (const auto& [why, bytes] : rows) {
+    SCOPED_TRACE(why);
+    WriteWholeFile(hostPath, bytes);
     host.answers = {
         "データファイル不正|データファイルの内容が不正です。\nプログラムを終了します。"};
     EXPECT_EQ(OpenDataFile(app), -110);
     EXPECT_FALSE(dbSession().Session);
-    EXPECT_TRUE(FileBytes() == row.bytes);
+    EXPECT_TRUE(FileBytes() == bytes);
     EXPECT_FALSE(std::filesystem::exists(hostPath + "-wal"));
   }
 }

@@ -127,13 +127,7 @@ TEST_F(DataFileTest, MissingFileRoads) {
   const std::string takeBeside =
       noFolder + "アプリケーションフォルダ下のデータファイル '" + missing + "' に変更しますか。";
   host.programPath = folder.Path(u"Morvenly");
-  const struct {
-    const char* why;
-    std::u16string dataFile;
-    bool hasOneBeside;
-    Replies answers;
-    int result;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, bool, Replies, int> rows[] = {
       {"No at the question", path, false, {{create, kNo}}, -101},
       {"a name without a backslash",
        u"user.sdf",
@@ -147,16 +141,16 @@ TEST_F(DataFileTest, MissingFileRoads) {
       {"a file beside the program, No", gone, true, {{takeBeside, kNo}}, -101},
       {"a file beside the program, Yes: it is connected", gone, true, {{takeBeside, kYes}}, -1},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, dataFile, hasOneBeside, answers, result] : rows) {
+    SCOPED_TRACE(why);
     std::filesystem::remove(hostPath);
-    if (row.hasOneBeside) CreateFile();
+    if (hasOneBeside) CreateFile();
     DisconnectDataFile();
-    app.DataFile = row.dataFile;
-    host.answers = row.answers;
-    EXPECT_EQ(OpenDataFile(app), row.result);
-    EXPECT_EQ(app.DataFile, row.result == -1 ? path : row.dataFile);
-    EXPECT_EQ(dbSession().UserTable != nullptr, row.result == -1);
+    app.DataFile = dataFile;
+    host.answers = answers;
+    EXPECT_EQ(OpenDataFile(app), result);
+    EXPECT_EQ(app.DataFile, result == -1 ? path : dataFile);
+    EXPECT_EQ(dbSession().UserTable != nullptr, result == -1);
   }
 }
 

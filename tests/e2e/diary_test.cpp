@@ -225,10 +225,7 @@ TEST(Diary, ADayOfTheRecorderThoughItIsKilled) {
 TEST(Diary, EndsInOrderWhenTheSessionDoes) {
   PocketDevice device;
   Installed diary;
-  const struct {
-    const char* why;
-    std::initializer_list<const char*> keys;
-  } rows[] = {
+  const std::pair<const char*, std::initializer_list<const char*>> rows[] = {
       {"in the main window", {}},
       {"in the edit screen", {"F1"}},
       {"in an open menu", {"F2"}},
@@ -236,9 +233,9 @@ TEST(Diary, EndsInOrderWhenTheSessionDoes) {
   };
   Process program = diary.Start();
   ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    PressAll(device, row.keys);
+  for (const auto& [why, keys] : rows) {
+    SCOPED_TRACE(why);
+    PressAll(device, keys);
     std::filesystem::remove(diary.Folder().HostPath("Morvenly.dat"));
     program.Signal(SIGTERM);
     EXPECT_EQ(program.Wait(), 0);

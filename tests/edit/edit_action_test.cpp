@@ -34,20 +34,16 @@ class EditAction : public edit_test::EditTest {
 
 TEST_F(EditAction, ANewActionTakesItsDayFromTheView) {
   core::SetCurDate(u"2010/06/20");
-  const struct {
-    const char* why;
-    int view;
-    std::u16string date, time;
-  } rows[] = {
+  const std::tuple<const char*, int, std::u16string, std::u16string> rows[] = {
       {"the day that the view shows", core::kViewDay, u"2010/06/20", u"12:00"},
       {"the map shows a day as well", core::kViewMap, u"2010/06/20", u"12:00"},
       {"the list shows all days: today", core::kViewList, u"2010/06/23", u"10:45"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    app.CurView = row.view;
+  for (const auto& [why, view, date, time] : rows) {
+    SCOPED_TRACE(why);
+    app.CurView = view;
     const CEditAction screen = OpenNew();
-    EXPECT_EQ(screen.fields.times, AtOneMoment(row.date, row.time));
+    EXPECT_EQ(screen.fields.times, AtOneMoment(date, time));
     EXPECT_EQ(screen.WriteText(), u"作成");
     EXPECT_EQ(app.SelIndex, app.IndexCount);
     EXPECT_FALSE(screen.IsEnabled(kIdToolDelete));
@@ -133,14 +129,7 @@ TEST_F(EditAction, AnActionThatIsGoneOpensNothing) {
 TEST_F(EditAction, AsksBeforeChangesAreLost) {
   const std::string ofChange = "変更確認|アクションの内容が変更されています。変更しますか。";
   const std::string ofNew = "作成確認|アクションの内容が入力されています。作成しますか。";
-  const struct {
-    const char* why;
-    OpenMode mode;
-    int command;
-    Answer answer;
-    std::string question;
-    bool written, abandoned;
-  } rows[] = {
+  const std::tuple<const char*, OpenMode, int, Answer, std::string, bool, bool> rows[] = {
       {"next, yes", kOpenChange, kIdNext, Answer::kYes, ofChange, true, false},
       {"next, no", kOpenChange, kIdNext, Answer::kNo, ofChange, false, false},
       {"exit, cancel", kOpenChange, kIdMenuExit, Answer::kCancel, ofChange, false, true},
@@ -150,20 +139,20 @@ TEST_F(EditAction, AsksBeforeChangesAreLost) {
       {"and has one title for both", kOpenChange, kIdClose, Answer::kCancel,
        "作成確認|変更しますか。", false, true},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, mode, command, answer, question, written, abandoned] : rows) {
+    SCOPED_TRACE(why);
     const int count = app.IndexCount;
-    CEditAction screen = OpenAt(1, row.mode);
+    CEditAction screen = OpenAt(1, mode);
     const std::string former = Stored(noon, store::kCategory2);
-    const std::u16string typed = platform::ToUtf16(std::string(row.why));
+    const std::u16string typed = platform::ToUtf16(std::string(why));
     Pick(screen, kIdCategory2, typed);
-    host.answers = {{row.question, row.answer}};
-    screen.OnCommand(row.command);
-    const bool created = row.written && row.mode == kOpenReference;
+    host.answers = {{question, answer}};
+    screen.OnCommand(command);
+    const bool created = written && mode == kOpenReference;
     EXPECT_EQ(app.IndexCount, count + (created ? 1 : 0));
-    EXPECT_EQ(Stored(noon, store::kCategory2), row.written && !created ? row.why : former);
-    EXPECT_EQ(screen.dirty, row.abandoned);
-    EXPECT_EQ(screen.fields.category2 == typed && !screen.ended, row.abandoned);
+    EXPECT_EQ(Stored(noon, store::kCategory2), written && !created ? why : former);
+    EXPECT_EQ(screen.dirty, abandoned);
+    EXPECT_EQ(screen.fields.category2 == typed && !screen.ended, abandoned);
   }
 }
 

@@ -21,20 +21,16 @@ class EditFields : public edit_test::EditTest {
 };
 
 TEST_F(EditFields, TakeATypedTime) {
-  const struct {
-    const char* why;
-    int control;
-    std::u16string typed;
-  } refused[] = {
+  const std::tuple<const char*, int, std::u16string> refused[] = {
       {"the end of the day is no entry here", kIdEndTime, u"2400"},
       {"nor is a whole day an end", kIdEndTime, u"<終日>"},
       {"nothing typed", kIdStartTime, u""},
       {"no such minute", kIdStartTime, u"1260"},
   };
-  for (const auto& row : refused) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, control, typed] : refused) {
+    SCOPED_TRACE(why);
     host.answers = {"入力した時刻の値が不正です。入力値を見直してください。"};
-    Pick(row.control, row.typed);
+    Pick(control, typed);
     EXPECT_EQ(screen.editor, Editor::kNone);
     EXPECT_EQ(screen.fields.times.staTime, u"12:00");
     EXPECT_EQ(screen.fields.times.endTime, u"13:00");

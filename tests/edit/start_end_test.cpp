@@ -34,13 +34,7 @@ platform::LocalTime At(int hour, int minute) {
 }
 
 TEST(TimesOfNew, FollowTheSettingOnTodayAndElseNoon) {
-  const struct {
-    const char* why;
-    std::u16string date;
-    int mode;
-    platform::LocalTime now;
-    std::u16string time;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, int, platform::LocalTime, std::u16string> rows[] = {
       {"today, the clock", u"2010/06/23", 1, At(10, 45), u"10:45"},
       {"today, the half hour that has passed", u"2010/06/23", 2, At(10, 45), u"10:30"},
       {"just before it", u"2010/06/23", 2, At(10, 29), u"10:00"},
@@ -48,20 +42,14 @@ TEST(TimesOfNew, FollowTheSettingOnTodayAndElseNoon) {
       {"another day", u"2010/06/24", 1, At(10, 45), u"12:00"},
       {"another day, all day", u"2010/06/24", 3, At(10, 45), kMark},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(TimesOfNew(row.date, row.mode, row.now), AtOneMoment(row.date, row.time));
+  for (const auto& [why, date, mode, now, time] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(TimesOfNew(date, mode, now), AtOneMoment(date, time));
   }
 }
 
 TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
-  const struct {
-    const char* why;
-    StartEnd former;
-    int mode;
-    platform::LocalTime now;
-    StartEnd expected;
-  } rows[] = {
+  const std::tuple<const char*, StartEnd, int, platform::LocalTime, StartEnd> rows[] = {
       {"up to the clock", Day(u"08:00", u"09:10"), 1, At(10, 45), Day(u"09:10", u"10:45")},
       {"the clock before it", Day(u"08:00", u"11:00"), 1, At(10, 45), Day(u"11:00", u"11:00")},
       {"ended on another day", Span(u"21", u"08:00", u"21", u"09:00"), 1, At(10, 45),
@@ -75,9 +63,9 @@ TEST(TimesOfFollow, StartWhereTheFormerActionEnded) {
       {"all day: the next day, all day", Span(u"28", kMark, u"29", kMark), 1, At(10, 45),
        Span(u"30", kMark, u"30", kMark)},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(TimesOfFollow(row.former, row.mode, row.now), row.expected);
+  for (const auto& [why, former, mode, now, expected] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(TimesOfFollow(former, mode, now), expected);
   }
 }
 

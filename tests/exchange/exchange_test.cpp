@@ -198,12 +198,7 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   const std::string badId = " 行目のアクションIDの値が不正です。";
   const std::string stopped = "\nインポートを中止します。";
   const std::string failed = "インポートに失敗しました。";
-  const struct {
-    const char* why;
-    int version;
-    std::string bytes;
-    std::string message;
-  } rows[] = {
+  const std::tuple<const char*, int, std::string, std::string> rows[] = {
       {"five columns", 1, good1 + "2010/06/23\t09:00" + day + "10:00\tplace", "2" + noTimes},
       {"six columns", 2, good2 + id + day + "09:00:00" + day + "10:00:00\tplace\n", "2" + noTimes},
       {"four columns", 3, head + id + "\tx\t" + noon + "\t" + noon, "1" + noTimes},
@@ -226,11 +221,11 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   };
   Insert(Of(u"09:00:00", u"10:00:00"));
   app.FindWhere = u"1 = 1";
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    Put(row.bytes);
-    host.answers = {'|' + row.message + stopped, failed};
-    EXPECT_EQ(RunImport(app, path, row.version, kReadAdd), -1);
+  for (const auto& [why, version, bytes, message] : rows) {
+    SCOPED_TRACE(why);
+    Put(bytes);
+    host.answers = {'|' + message + stopped, failed};
+    EXPECT_EQ(RunImport(app, path, version, kReadAdd), -1);
     EXPECT_EQ(Rows().size(), 1u);
   }
   EXPECT_TRUE(app.FindWhere) << "nothing has changed";

@@ -18,12 +18,7 @@ class ItemEditor : public testing::Test {
 };
 
 TEST_F(ItemEditor, AValueMovesWithItsType) {
-  const struct {
-    ItemType from;
-    const char16_t* value;
-    ItemType to;
-    CItemEditor::Fields moved;
-  } rows[] = {
+  const std::tuple<ItemType, const char16_t*, ItemType, CItemEditor::Fields> rows[] = {
       {kInt, u"a b", kFile, {u"", kFile, u"a b", u"", u""}},
       {kString, u"a b", kTime, {u"", kTime, u"a b", u"a b", u""}},
       {kString, u"a b c", kDateTime, {u"", kDateTime, u"a", u"b c", u""}},
@@ -37,41 +32,35 @@ TEST_F(ItemEditor, AValueMovesWithItsType) {
       {kMultiLineString, u"a\nb c", kString, {u"", kString, u"ab c", u"", u"a\nb c"}},
       {kMultiLineString, u"a\nb c", kDateTime, {u"", kDateTime, u"ab", u"c", u"a\nb c"}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.from << " to " << row.to);
+  for (const auto& [from, value, to, moved] : rows) {
+    SCOPED_TRACE(testing::Message() << from << " to " << to);
     CItemEditor editor(u"");
     editor.ChangeType(kMultiLineString);
-    editor.ChangeType(row.from);
-    (row.from == kTime              ? editor.fields.time
-     : row.from == kMultiLineString ? editor.fields.lines
-                                    : editor.fields.line) = row.value;
-    if (row.from == kDateTime)
-      std::tie(editor.fields.line, editor.fields.time) = std::pair(u"d", u"t");
-    editor.ChangeType(row.to);
-    EXPECT_EQ(editor.fields.line, row.moved.line);
-    EXPECT_EQ(editor.fields.time, row.moved.time);
-    EXPECT_EQ(editor.fields.lines, row.moved.lines);
+    editor.ChangeType(from);
+    (from == kTime              ? editor.fields.time
+     : from == kMultiLineString ? editor.fields.lines
+                                : editor.fields.line) = value;
+    if (from == kDateTime) std::tie(editor.fields.line, editor.fields.time) = std::pair(u"d", u"t");
+    editor.ChangeType(to);
+    EXPECT_EQ(editor.fields.line, moved.line);
+    EXPECT_EQ(editor.fields.time, moved.time);
+    EXPECT_EQ(editor.fields.lines, moved.lines);
   }
 }
 
 TEST_F(ItemEditor, CreatesChecksAndWarns) {
-  const struct {
-    const char16_t* name;
-    ItemType type;
-    const char16_t* value;
-    const char* told;
-  } rows[] = {
+  const std::tuple<const char16_t*, ItemType, const char16_t*, const char*> rows[] = {
       {u"", kInt, u"1", "名前が入力されていません。"},
       {u"n", kFloat, u"1e5", "値(float)の3文字目あたりに"},
       {u"人数", kInt, u"1", "名前の1文字目あたりに"},
       {u"have", kInt, u"1", "すでに同じ名前の項目が登録されています。"},
       {u"n", kString, u"caf\u00E9", "値の4文字目は、保存した後に読み戻せない文字です。"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.told);
+  for (const auto& [name, type, value, told] : rows) {
+    SCOPED_TRACE(told);
     CItemEditor editor(u"have:have:int:1:");
-    editor.fields = {row.name, row.type, row.value, u"", u""};
-    host.answers = {{row.told, row.type == kString ? Answer::kNo : Answer::kOk}};
+    editor.fields = {name, type, value, u"", u""};
+    host.answers = {{told, type == kString ? Answer::kNo : Answer::kOk}};
     editor.OnBtnCreate();
     EXPECT_EQ(editor.Items().size(), 1u);
   }

@@ -21,12 +21,7 @@ std::u16string Shown(const ExtItemList& list) {
 }
 
 TEST(ExtItemText, Reads) {
-  const struct {
-    std::u16string_view text;
-    bool reads;
-    std::u16string_view items;
-    const char* why;
-  } rows[] = {
+  const std::tuple<std::u16string_view, bool, std::u16string_view, const char*> rows[] = {
       {u"", true, u"", "no items"},
       {u"Persons:人数:int:3:", true, u"Persons=3", "one item"},
       {u" Persons : 人数 : int : 3 : ", true, u"Persons=3", "blanks round each field"},
@@ -56,11 +51,11 @@ TEST(ExtItemText, Reads) {
       {u"9:l:int:1:", false, u"", "a name begins with a letter"},
       {u"a:b:int:1:c", false, u"a=1", "what was read stays"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.text) + "  " + row.why);
+  for (const auto& [text, reads, items, why] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(text) + "  " + why);
     ExtItemList list = {{u"old", u"old", u"int", u"0"}};
-    EXPECT_EQ(ParseExtItems(list, row.text) == 0, row.reads);
-    EXPECT_EQ(Shown(list), row.items);
+    EXPECT_EQ(ParseExtItems(list, text) == 0, reads);
+    EXPECT_EQ(Shown(list), items);
   }
 }
 

@@ -47,30 +47,24 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
     rows = list->viewport();
   }
 
-  QString Title() { return Find("1050")->text(); }
+  std::string Title() { return Find("1050")->text().toStdString(); }
 
-  QStringList FirstCells() const {
+  std::string FirstCells() const {
     QStringList texts;
     for (int row = 0; row < list->topLevelItemCount(); ++row) {
       texts << list->topLevelItem(row)->text(0);
     }
-    return texts;
+    return texts.join(u'|').toStdString();
   }
   QPoint RowPoint(int row) const { return list->visualItemRect(list->topLevelItem(row)).center(); }
 
-  static void Press(int key, QWidget* on) {
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+  static void Key(QEvent::Type type, int key, QWidget* on, Qt::KeyboardModifiers with = {}) {
+    QKeyEvent event(type, key, with);
     QApplication::sendEvent(on, &event);
   }
-  static void CtrlTap(int key, QWidget* on) {
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-      QKeyEvent event(type, key, Qt::ControlModifier);
-      QApplication::sendEvent(on, &event);
-    }
-  }
-  static void Release(int key, QWidget* on) {
-    QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier);
-    QApplication::sendEvent(on, &event);
+  static void Press(int key, QWidget* on) { Key(QEvent::KeyPress, key, on); }
+  static void Stroke(int key, QWidget* on, Qt::KeyboardModifiers with = {}) {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) Key(type, key, on, with);
   }
 
   // In the week's picture, a little after the hour; band 3 is the current date's.
@@ -94,17 +88,20 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
   }
 
   // The title of the edit screen that `act` opens, empty if it opens none; leaves the screen again.
-  QString EditTitleAfter(const std::function<void()>& act) {
-    QString title;
+  std::string EditTitleAfter(const std::function<void()>& act) {
+    std::string title;
     QTimer::singleShot(0, main.get(), [&title] {
       ModalScreen* opened = ModalScreen::Topmost();
       if (opened == nullptr) return;
-      title = opened->findChild<QLabel*>(QStringLiteral("1100"))->text();
+      title = opened->findChild<QLabel*>(QStringLiteral("1100"))->text().toStdString();
       opened->EndScreen(platform::qt::kResultCancel);
     });
     act();
     QCoreApplication::processEvents();
     return title;
+  }
+  std::string Opens(QWidget* on, QPoint at) {
+    return EditTitleAfter([=] { Tap(on, at); });
   }
 
   std::unique_ptr<CMainWnd> main;
@@ -113,21 +110,21 @@ class MainWindow : public Diary, protected testing_support::ScreenDriver {
 };
 
 TEST_F(MainWindow, ShowsTheDayAndMovesByButtonsAndKeys) {
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/23"));
-  EXPECT_EQ(FirstCells(), (QStringList{"10:00-11:00", "12:00-13:00", "<新規作成>"}));
+  EXPECT_EQ(Title(), "2010/06/23");
+  EXPECT_EQ(FirstCells(), "10:00-11:00|12:00-13:00|<新規作成>");
   Press(Qt::Key_Left, list);
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/23")) << "a key acts as it is released";
-  Release(Qt::Key_Left, list);
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/22"));
-  EXPECT_EQ(FirstCells(), (QStringList{"09:00-10:00", "<新規作成>"}));
+  EXPECT_EQ(Title(), "2010/06/23") << "a key acts as it is released";
+  Key(QEvent::KeyRelease, Qt::Key_Left, list);
+  EXPECT_EQ(Title(), "2010/06/22");
+  EXPECT_EQ(FirstCells(), "09:00-10:00|<新規作成>");
   Click("1060");
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/29"));
+  EXPECT_EQ(Title(), "2010/06/29");
   Click("1051");
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/27")) << "the Sunday of that week";
+  EXPECT_EQ(Title(), "2010/06/27") << "the Sunday of that week";
   Click("1058");
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/23")) << "the host's today";
+  EXPECT_EQ(Title(), "2010/06/23") << "the host's today";
   for (const int id : {1050 - 1, 1057 + 6, 4711}) main->OnCommand(id);
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/23")) << "no control has these numbers";
+  EXPECT_EQ(Title(), "2010/06/23") << "no control has these numbers";
 }
 
 TEST_F(MainWindow, AHeldArrowWalksOnAndAHeldDeleteAsksOnce) {
@@ -142,41 +139,29 @@ TEST_F(MainWindow, AHeldArrowWalksOnAndAHeldDeleteAsksOnce) {
     }
   }
   EXPECT_EQ(host.messages.size(), 1u);
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/26"));
+  EXPECT_EQ(Title(), "2010/06/26");
 }
 
 TEST_F(MainWindow, ATapOpensWhatItMeans) {
-  EXPECT_EQ(EditTitleAfter([this] { Tap(rows, RowPoint(1)); }), QStringLiteral("変更"));
+  EXPECT_EQ(Opens(rows, RowPoint(1)), "変更");
   EXPECT_EQ(app.SelIndex, 2);
   EXPECT_EQ(app.SelActId, u"ID2010062300000003");
   EXPECT_EQ(list->FocusedRow(), 1) << "the Action is still selected after the screen";
-  EXPECT_EQ(EditTitleAfter([this] { Tap(rows, RowPoint(2)); }), QStringLiteral("新規作成"));
+  EXPECT_EQ(Opens(rows, RowPoint(2)), "新規作成");
   for (const int width : {8, 120}) {
     for (int column = 0; column < 4; ++column) list->header()->resizeSection(column, width);
     EXPECT_EQ(list->header()->length(), std::max(rows->width(), 4 * width + 100));
-    EXPECT_EQ(EditTitleAfter([this] {
-                Tap(rows, {rows->width() - 1, RowPoint(1).y()});
-              }),
-              QStringLiteral("変更"))
+    EXPECT_EQ(Opens(rows, {rows->width() - 1, RowPoint(1).y()}), "変更")
         << "at the row's end, columns of " << width;
   }
-  EXPECT_EQ(EditTitleAfter([this] {
-              Tap(rows, {20, rows->height() - 5});
-            }),
-            QStringLiteral("新規作成"))
-      << "below the rows";
+  EXPECT_EQ(Opens(rows, {20, rows->height() - 5}), "新規作成") << "below the rows";
 }
 
 TEST_F(MainWindow, EnterOpensTheRowOnceAndOnlyWhereItWasPressed) {
-  EXPECT_EQ(EditTitleAfter([this] { Release(Qt::Key_Return, list); }), QString())
+  EXPECT_EQ(EditTitleAfter([this] { Key(QEvent::KeyRelease, Qt::Key_Return, list); }), "")
       << "pressed on another screen";
-  EXPECT_EQ(EditTitleAfter([this] {
-              Press(Qt::Key_Down, list);
-              Release(Qt::Key_Down, list);
-              Press(Qt::Key_Return, list);
-              Release(Qt::Key_Return, list);
-            }),
-            QStringLiteral("変更"));
+  Stroke(Qt::Key_Down, list);
+  EXPECT_EQ(EditTitleAfter([this] { Stroke(Qt::Key_Return, list); }), "変更");
   EXPECT_EQ(app.SelActId, u"ID2010062300000003");
 }
 
@@ -187,7 +172,7 @@ TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
   Send(rows, QEvent::MouseButtonRelease, RowPoint(1));
   main->OnCommand(kDelete);
   EXPECT_EQ(host.messages.back().text, u"これらの 2個のアクションを削除しますか？");
-  EXPECT_EQ(FirstCells(), QStringList{"<新規作成>"});
+  EXPECT_EQ(FirstCells(), "<新規作成>");
 }
 
 TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
@@ -195,41 +180,38 @@ TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {
   Click("1050");
   EXPECT_TRUE(calendar->isVisible());
   EXPECT_EQ(calendar->Selected(), QDate(2010, 6, 23));
-  EXPECT_EQ(EditTitleAfter([this] { Tap(rows, RowPoint(0)); }), QString());
+  EXPECT_EQ(Opens(rows, RowPoint(0)), "");
   EXPECT_FALSE(calendar->isVisible());
   Click("1050");
   emit calendar->Chosen(QDate(2010, 6, 22));
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/22"));
+  EXPECT_EQ(Title(), "2010/06/22");
   EXPECT_FALSE(calendar->isVisible());
 }
 
 TEST_F(MainWindow, TheListViewPagesByWhatFits) {
   app.SeqViewRng = 0;
   main->OnCommand(kShowList);
-  EXPECT_EQ(Title(), QStringLiteral("1/1 - 3"));
+  EXPECT_EQ(Title(), "1/1 - 3");
   EXPECT_EQ(app.ListRowsPerScreen, rows->height() / 24);
   EXPECT_FALSE(Find<QWidget>("1051")->isVisible());
-  EXPECT_EQ(FirstCells().front(), QStringLiteral("2010/06/23 12:00-13:00 家:cat:memo"));
+  EXPECT_TRUE(FirstCells().starts_with("2010/06/23 12:00-13:00 家:cat:memo|"));
   main->resize(320, 240);
   main->OnCommand(kToolBarMode);
   EXPECT_EQ(app.ListRowsPerScreen, rows->height() / 24) << "in landscape over the bar";
 }
 
 TEST_F(MainWindow, MenusGreyWhatIsNotLiveAndCheckTheView) {
-  const struct {
-    int id;
-    bool enabled;
-    bool checked;
-  } cases[] = {{kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
-               {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
-               {kFindClear, true, false}};
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.id);
-    const auto* action = screen->findChild<QAction*>(QString::number(row.id));
-    EXPECT_EQ(action->isEnabled(), row.enabled);
-    EXPECT_EQ(action->isChecked(), row.checked);
-    const auto* tool = screen->findChild<QToolButton*>(QString::number(row.id));
-    EXPECT_EQ(tool != nullptr && tool->isChecked(), row.checked);
+  const std::tuple<int, bool, bool> cases[] = {
+      {kShowDay, true, true},       {kShowList, true, false}, {kWeekShowDay, false, false},
+      {kSpanningMode, true, false}, {kMove, false, false},    {kChange, true, false},
+      {kFindClear, true, false}};
+  for (const auto& [id, enabled, checked] : cases) {
+    SCOPED_TRACE(id);
+    const auto* action = screen->findChild<QAction*>(QString::number(id));
+    EXPECT_EQ(action->isEnabled(), enabled);
+    EXPECT_EQ(action->isChecked(), checked);
+    const auto* tool = screen->findChild<QToolButton*>(QString::number(id));
+    EXPECT_EQ(tool != nullptr && tool->isChecked(), checked);
   }
   main->OnCommand(kShowList);
   main->OnCommand(kWeekShowDay);
@@ -296,29 +278,26 @@ TEST_F(MainWindow, EnterPressesTheButtonThatTheTabKeyReached) {
   Find("1050")->setFocus();
   Press(Qt::Key_Tab, main->focusWidget());
   Press(Qt::Key_Return, main->focusWidget());
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/20")) << "the Sunday of that week";
+  EXPECT_EQ(Title(), "2010/06/20") << "the Sunday of that week";
 }
 
 TEST_F(MainWindow, TheWeekMovesByBandsAndOpensBoxes) {
   main->OnCommand(kShowWeek);
   auto* week = Find<QWidget>("week");
   EXPECT_FALSE(list->isVisible());
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/20")) << "three days before the current date";
+  EXPECT_EQ(Title(), "2010/06/20") << "three days before the current date";
   for (const auto& [key, title] :
-       std::initializer_list<std::pair<int, const char*>>{{Qt::Key_Down, "2010/06/21"},
-                                                          {Qt::Key_Right, "2010/06/28"},
-                                                          {Qt::Key_Left, "2010/06/21"},
-                                                          {Qt::Key_Up, "2010/06/20"}}) {
-    Press(key, week);
-    Release(key, week);
-    EXPECT_EQ(Title(), QString::fromLatin1(title)) << key;
+       {std::pair(Qt::Key_Down, "2010/06/21"), std::pair(Qt::Key_Right, "2010/06/28"),
+        std::pair(Qt::Key_Left, "2010/06/21"), std::pair(Qt::Key_Up, "2010/06/20")}) {
+    Stroke(key, week);
+    EXPECT_EQ(Title(), title) << key;
   }
-  EXPECT_EQ(EditTitleAfter([&] { Tap(week, WeekPoint(3, 12)); }), QStringLiteral("変更"));
+  EXPECT_EQ(Opens(week, WeekPoint(3, 12)), "変更");
   EXPECT_EQ(app.SelActId, u"ID2010062300000003");
   EXPECT_EQ(app.SelIndex, 2);
-  EXPECT_EQ(EditTitleAfter([&] { Tap(week, WeekPoint(5, 12)); }), QStringLiteral("新規作成"));
+  EXPECT_EQ(Opens(week, WeekPoint(5, 12)), "新規作成");
   EXPECT_EQ(core::CurDate(), u"2010/06/25") << "a free tap goes to the day of its band";
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/22"));
+  EXPECT_EQ(Title(), "2010/06/22");
   Send(week, QEvent::MouseButtonPress, WeekPoint(3, 12));
   Send(week, QEvent::MouseButtonRelease, WeekPoint(4, 12));
   EXPECT_EQ(core::CurDate(), u"2010/06/25") << "a drag to another band is no tap";
@@ -330,7 +309,7 @@ TEST_F(MainWindow, TheWeekShowsANewActionAndKeepsTheBoxOfADeletedOne) {
   app.TimeInitForNewMode = 3;  // the whole day
   HoldAndChoose(week, WeekPoint(4, 8), 1, [this] { Click("1102"); });
   EXPECT_EQ(core::CurDate(), u"2010/06/24");
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/21"));
+  EXPECT_EQ(Title(), "2010/06/21");
   EXPECT_EQ(app.IndexCount, 4);
   EXPECT_TRUE(IsBox(WeekPoint(3, 12))) << "on the day that was held";
   host.answers = {platform::Answer::kYes};
@@ -367,27 +346,16 @@ TEST_F(MainWindow, AnotherDataFileTakesTheBoxesAway) {
 TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
   main->OnCommand(kShowWeek);
   auto* week = Find<QWidget>("week");
-  const struct {
-    int key;
-    const char16_t* id;
-  } steps[] = {{Qt::Key_Up, u"ID2010062300000002"},
-               {Qt::Key_Right, u"ID2010062300000003"},
-               {Qt::Key_Right, u"ID2010062300000003"},
-               {Qt::Key_Up, u"ID2010062300000001"},
-               {Qt::Key_Down, u"ID2010062300000002"}};
-  for (const auto& [key, id] : steps) {
-    CtrlTap(key, week);
-    EXPECT_EQ(EditTitleAfter([&] {
-                Press(Qt::Key_Return, week);
-                Release(Qt::Key_Return, week);
-              }),
-              QStringLiteral("変更"));
-    EXPECT_EQ(app.SelActId, id) << key;
+  for (const auto& [key, last] :
+       {std::pair(Qt::Key_Up, u'2'), std::pair(Qt::Key_Right, u'3'), std::pair(Qt::Key_Right, u'3'),
+        std::pair(Qt::Key_Up, u'1'), std::pair(Qt::Key_Down, u'2')}) {
+    Stroke(key, week, Qt::ControlModifier);
+    EXPECT_EQ(EditTitleAfter([&] { Stroke(Qt::Key_Return, week); }), "変更");
+    EXPECT_EQ(app.SelActId.back(), last) << key;
   }
   EXPECT_EQ(core::CurDate(), u"2010/06/23") << "the date has not moved";
   host.answers = {platform::Answer::kYes};
-  Press(Qt::Key_Delete, week);
-  Release(Qt::Key_Delete, week);
+  Stroke(Qt::Key_Delete, week);
   EXPECT_EQ(app.IndexCount, 2);
 }
 
@@ -414,31 +382,27 @@ TEST_F(MainWindow, TheMonthGoesToTheTappedDayAndListsIt) {
   auto* month = Find<QWidget>("month");
   auto* days = Find<ActionList>("1072");
   const auto cell = [](int row, int column) { return QPoint(column * 34 + 10, row * 21 + 25); };
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/23 - 4(4)"));
+  EXPECT_EQ(Title(), "2010/06/23 - 4(4)");
   EXPECT_LT(2 * days->width(), days->header()->length()) << "all of a long text";
   EXPECT_EQ(days->topLevelItem(0)->text(0), QStringLiteral("10:00-11:00 駅::cat::memo"));
   Tap(month, cell(3, 2));
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/22 - 4(4)"));
+  EXPECT_EQ(Title(), "2010/06/22 - 4(4)");
   EXPECT_EQ(days->topLevelItemCount(), 2);
   EXPECT_EQ(days->header()->length(), days->viewport()->width()) << "a long text of another day";
-  EXPECT_EQ(EditTitleAfter([&] {
-              Tap(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center());
-            }),
-            QStringLiteral("変更"));
+  EXPECT_EQ(Opens(days->viewport(), days->visualItemRect(days->topLevelItem(0)).center()), "変更");
   EXPECT_EQ(app.SelActId, u"ID2010062300000001");
   host.answers = {platform::Answer::kYes};
   main->OnCommand(kDelete);
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/22 - 3(3)"));
+  EXPECT_EQ(Title(), "2010/06/22 - 3(3)");
   EXPECT_EQ(days->topLevelItemCount(), 2) << "the list stays until the date moves";
-  Press(Qt::Key_Down, month);
-  Release(Qt::Key_Down, month);
-  EXPECT_EQ(Title(), QStringLiteral("2010/06/29 - 3(3)"));
+  Stroke(Qt::Key_Down, month);
+  EXPECT_EQ(Title(), "2010/06/29 - 3(3)");
   Tap(month, cell(5, 0));
-  EXPECT_EQ(Title(), QStringLiteral("2010/07/04 - 0(3)")) << "counted for the other month";
+  EXPECT_EQ(Title(), "2010/07/04 - 0(3)") << "counted for the other month";
   app.MonViewTapOpeMode = 2;
   Tap(month, cell(1, 1));
   EXPECT_EQ(app.CurView, core::kViewDay);
-  EXPECT_EQ(Title(), QStringLiteral("2010/07/05"));
+  EXPECT_EQ(Title(), "2010/07/05");
   EXPECT_FALSE(days->isVisible());
 }
 
@@ -450,19 +414,18 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
   store::dbSession().UserTable->Update(app.ActIds.At(1), action);
   main->OnCommand(kShowMap);
   auto* map = Find<QWidget>("map");
-  EXPECT_EQ(FirstCells(), (QStringList{"1", "2", ""}));
-  const auto opens = [&](QPoint at) { return EditTitleAfter([&] { Tap(map, at); }); };
+  EXPECT_EQ(FirstCells(), "1|2|");
   const auto drag = [&](QWidget* on) {
     Send(on, QEvent::MouseButtonPress, {60, 40});
     Send(on, QEvent::MouseMove, {60, 50});
     Send(on, QEvent::MouseMove, {90, 60});
     Send(on, QEvent::MouseButtonRelease, {90, 60});
   };
-  EXPECT_EQ(opens({120, 80}), QStringLiteral("変更"));
+  EXPECT_EQ(Opens(map, {120, 80}), "変更");
   EXPECT_EQ(app.SelActId, u"ID2010062300000002");
-  EXPECT_EQ(EditTitleAfter([&] { drag(map); }), QString());
-  EXPECT_EQ(opens({150, 100}), QStringLiteral("変更"));
-  EXPECT_EQ(opens({120, 80}), QString());
+  EXPECT_EQ(EditTitleAfter([&] { drag(map); }), "");
+  EXPECT_EQ(Opens(map, {150, 100}), "変更");
+  EXPECT_EQ(Opens(map, {120, 80}), "");
   main->OnCommand(kMapPointLink);
   EXPECT_TRUE(host.links.back().ends_with(u"&ll=35.200000,138.700000&z=14"));
   Send(rows, QEvent::MouseButtonPress, RowPoint(0));
@@ -470,11 +433,11 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
   main->resize(320, 240);
   EXPECT_EQ(map->geometry(), QRect(0, 25, 240, 160));
   EXPECT_EQ(list->geometry(), QRect(240, 25, 80, 189));
-  EXPECT_EQ(opens({120, 80}), QStringLiteral("変更")) << "moved to, and kept in the turned window";
+  EXPECT_EQ(Opens(map, {120, 80}), "変更") << "moved to, and kept in the turned window";
   main->OnCommand(kShowWeek);
   drag(Find<QWidget>("week"));
   main->OnCommand(kShowMap);
-  EXPECT_EQ(opens({150, 100}), QStringLiteral("変更")) << "what is dragged elsewhere moves the map";
+  EXPECT_EQ(Opens(map, {150, 100}), "変更") << "what is dragged elsewhere moves the map";
 }
 
 }  // namespace

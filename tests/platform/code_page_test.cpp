@@ -68,11 +68,7 @@ TEST(CodePage, ComposesWhatItHasComposed) {
 
 TEST(CodePage, ReadsBytesThatMeanNothing) {
   using namespace std::string_view_literals;
-  const struct {
-    std::string_view bytes;
-    std::u16string_view text;
-    const char* why;
-  } rows[] = {
+  const std::tuple<std::string_view, std::u16string_view, const char*> rows[] = {
       {"ab\x81"sv, u"ab・"sv, "lead byte at the end"},
       {"\x81\x20z"sv, u"・z"sv, "the second byte goes along"},
       {"\x88\x7Fz"sv, u"・z"sv, "7F is no second byte"},
@@ -81,9 +77,9 @@ TEST(CodePage, ReadsBytesThatMeanNothing) {
       {"\x85\x41\xF0\x40"sv, u"・\uE000"sv, "a row without characters"},
       {""sv, u""sv, "nothing"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(DecodeCodePage(row.bytes), row.text);
+  for (const auto& [bytes, text, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(DecodeCodePage(bytes), text);
   }
 }
 

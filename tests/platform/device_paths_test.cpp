@@ -10,18 +10,15 @@ using platform::FromTypedPath;
 using platform::ToHostPath;
 
 TEST(DevicePaths, NamesTheSameFileOnBothSides) {
-  const struct {
-    const char16_t* device;
-    const char* host;
-  } rows[] = {
+  const std::pair<const char16_t*, const char*> rows[] = {
       {u"\\", "/"},
       {u"\\home\\a\\user.sdf", "/home/a/user.sdf"},
       {u"\\日記\\😀.txt", "/\xE6\x97\xA5\xE8\xA8\x98/\xF0\x9F\x98\x80.txt"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.host);
-    EXPECT_EQ(ToHostPath(row.device), row.host);
-    EXPECT_EQ(FromHostPath(row.host), row.device);
+  for (const auto& [device, host] : rows) {
+    SCOPED_TRACE(host);
+    EXPECT_EQ(ToHostPath(device), host);
+    EXPECT_EQ(FromHostPath(host), device);
   }
 }
 

@@ -82,17 +82,13 @@ TEST(Files, TellsAttributes) {
   ASSERT_TRUE(files().MakeFolder(folder.Path(u".folder")));
   ASSERT_EQ(symlink(".folder", folder.HostPath("link").c_str()), 0);
   ASSERT_EQ(symlink("nowhere", folder.HostPath("broken").c_str()), 0);
-  const struct {
-    const char16_t* name;
-    std::optional<uint32_t> attributes;
-  } rows[] = {
+  const std::pair<const char16_t*, std::optional<uint32_t>> rows[] = {
       {u"plain", 0},          {u".hidden", 0x02},   {u"fixed", 0x01},
       {u".folder", 0x12},     {u".folder\\", 0x12}, {u"link", 0x10},
       {u".folder\\..", 0x10}, {u"broken", {}},      {u"missing", {}},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(files().Attributes(folder.Path(row.name)), row.attributes)
-        << testing::PrintToString(row.name);
+  for (const auto& [name, attributes] : rows) {
+    EXPECT_EQ(files().Attributes(folder.Path(name)), attributes) << testing::PrintToString(name);
   }
   EXPECT_EQ(files().Attributes(u"\\"), 0x10u);
 }

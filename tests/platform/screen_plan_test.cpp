@@ -6,12 +6,7 @@ using platform::PlanScreen;
 using platform::ScreenSize;
 
 TEST(ScreenPlan, EnlargesByTheScreenItFinds) {
-  const struct {
-    const char* why;
-    ScreenSize screen;
-    double pixelsPerUnit;
-    bool fillsScreen;
-  } rows[] = {
+  const std::tuple<const char*, ScreenSize, double, bool> rows[] = {
       {"a desktop has two pixels a unit", {1920, 1080, 530, 300}, 2.0, false},
       {"a desktop turned upright is no phone", {1080, 1920, 300, 530}, 2.0, false},
       {"a low laptop keeps the window's frame on the screen", {1024, 600, 220, 130}, 1.5, false},
@@ -23,31 +18,27 @@ TEST(ScreenPlan, EnlargesByTheScreenItFinds) {
       {"millimetres that a driver made up", {1280, 1024, 16, 9}, 2.0, false},
       {"no screen at all", {0, 0, 0, 0}, 1.0, true},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_DOUBLE_EQ(PlanScreen(row.screen).pixelsPerUnit, row.pixelsPerUnit);
-    EXPECT_EQ(PlanScreen(row.screen).fillsScreen, row.fillsScreen);
+  for (const auto& [why, screen, pixelsPerUnit, fillsScreen] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_DOUBLE_EQ(PlanScreen(screen).pixelsPerUnit, pixelsPerUnit);
+    EXPECT_EQ(PlanScreen(screen).fillsScreen, fillsScreen);
   }
 }
 
 TEST(ScreenPlan, AUsersScaleNeitherShrinksNorCutsTheWindow) {
   const ScreenSize laptop{1366, 768, 310, 174};
-  const struct {
-    ScreenSize screen;
-    double users, pixelsPerUnit;
-    int unitsWide, unitsHigh;
-  } rows[] = {
+  const std::tuple<ScreenSize, double, double, int, int> rows[] = {
       {laptop, 1.0, 1.0, 480, 640},
       {laptop, 1.25, 1.25, 384, 512},
       {laptop, 3.0, 2.15, 240, 320},
       {{3840, 2160, 600, 340}, 3.0, 3.0, 240, 320},
       {{720, 1440, 65, 130}, 4.0, 3.0, 240, 320},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.screen.width << " times " << row.users);
-    const platform::ScreenPlan plan = PlanScreen(row.screen, row.users);
-    EXPECT_DOUBLE_EQ(plan.pixelsPerUnit, row.pixelsPerUnit);
-    EXPECT_EQ(plan.unitsWide, row.unitsWide);
-    EXPECT_EQ(plan.unitsHigh, row.unitsHigh);
+  for (const auto& [screen, users, pixelsPerUnit, unitsWide, unitsHigh] : rows) {
+    SCOPED_TRACE(testing::Message() << screen.width << " times " << users);
+    const platform::ScreenPlan plan = PlanScreen(screen, users);
+    EXPECT_DOUBLE_EQ(plan.pixelsPerUnit, pixelsPerUnit);
+    EXPECT_EQ(plan.unitsWide, unitsWide);
+    EXPECT_EQ(plan.unitsHigh, unitsHigh);
   }
 }

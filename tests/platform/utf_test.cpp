@@ -31,11 +31,7 @@ TEST(Utf, ConvertsBothWays) {
 }
 
 TEST(Utf, ReadsOneReplacementForEachMalformedByte) {
-  const struct {
-    std::string_view bytes;
-    const char16_t* text;
-    const char* why;
-  } rows[] = {
+  const std::tuple<std::string_view, const char16_t*, const char*> rows[] = {
       {"a\x80z", u"a\uFFFDz", "a continuation alone"},
       {"\xC0\xAF", u"\uFFFD\uFFFD", "two bytes for an ASCII character"},
       {"\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD", "three bytes for what takes two"},
@@ -44,9 +40,9 @@ TEST(Utf, ReadsOneReplacementForEachMalformedByte) {
       {"\xE4\xBC", u"\uFFFD\uFFFD", "cut off"},
       {"\xE4\xBCz\xFF", u"\uFFFD\uFFFDz\uFFFD", "broken off, and no lead at all"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(ToUtf16(row.bytes), row.text);
+  for (const auto& [bytes, text, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(ToUtf16(bytes), text);
   }
 }
 

@@ -10,11 +10,7 @@
 namespace {
 
 TEST(Coordinate, ReadsAsDegreesMinutesAndSeconds) {
-  const struct {
-    const char* why;
-    double value;
-    std::u16string text;
-  } rows[] = {
+  const std::tuple<const char*, double, std::u16string> rows[] = {
       {"a usual latitude", 35.6895, u"35/41/22.200000"},
       {"south or west", -35.6895, u"-35/41/22.200000"},
       {"nothing", 0.0, u"0/0/0.000000"},
@@ -25,9 +21,9 @@ TEST(Coordinate, ReadsAsDegreesMinutesAndSeconds) {
        u"0/0/0.000000"},
       {"no number", std::numeric_limits<double>::quiet_NaN(), u"0/0/0.000000"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(position::FormatCoordinate(row.value), row.text);
+  for (const auto& [why, value, text] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(position::FormatCoordinate(value), text);
   }
 }
 

@@ -12,27 +12,23 @@ bool Overlap(const Placed& a, const Placed& b) {
 }
 
 TEST(RecorderLayout, EverythingHasAPlaceOfItsOwnOnTheScreen) {
-  const struct {
-    const char* why;
-    int width, height, labelWidth, listHeight;
-  } rows[] = {
+  const std::tuple<const char*, int, int, int, int> rows[] = {
       {"a phone upright", 240, 294, 40, 100},
       {"and turned", 320, 214, 90, 80},
       {"with an input panel", 240, 214, 40, 20},
       {"a desktop's window", 800, 574, 90, 300},
   };
   testing_support::FakeHost host;
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    const RecorderLayout layout = LayOutRecorder(row.width, row.height, row.labelWidth);
+  for (const auto& [why, width, height, labelWidth, listHeight] : rows) {
+    SCOPED_TRACE(why);
+    const RecorderLayout layout = LayOutRecorder(width, height, labelWidth);
     EXPECT_EQ(layout.controls.size(), 22u);
     for (size_t i = 0; i < layout.controls.size(); i++) {
       const Placed& a = layout.controls[i];
       SCOPED_TRACE(a.id);
-      EXPECT_TRUE(a.x >= 0 && a.y >= 0 && a.x + a.width <= row.width &&
-                  a.y + a.height <= row.height);
+      EXPECT_TRUE(a.x >= 0 && a.y >= 0 && a.x + a.width <= width && a.y + a.height <= height);
       EXPECT_GE(a.width, a.id == kIdTime ? 68 : 20);
-      EXPECT_GE(a.height, a.id == kIdList ? row.listHeight : 20);
+      EXPECT_GE(a.height, a.id == kIdList ? listHeight : 20);
       for (size_t k = 0; k < i; k++) EXPECT_FALSE(Overlap(a, layout.controls[k]));
     }
   }

@@ -102,21 +102,18 @@ TEST_F(RecordingTest, WithoutActionsTheReadsTellTheirPlace) {
 }
 
 TEST_F(RecordingTest, LoadingTellsItsStep) {
-  const struct {
-    std::u16string_view statement;
-    const char* number;
-  } rows[] = {
+  const std::pair<std::u16string_view, const char*> rows[] = {
       {u"delete from t_TextData where f_nvcItem = 'RcdrCategory2'", "-10"},
       {u"delete from t_LongData", "-1"},
   };
   Tap(9, 0, u"自宅");
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.number);
-    Spoil(row.statement);
+  for (const auto& [statement, number] : rows) {
+    SCOPED_TRACE(number);
+    Spoil(statement);
     app.RcdrLoaded = false;
     CRecorder another(app);
     host.answers = {std::string("読込みエラー|レコーダーデータ読込み中にエラーが発生しました。(") +
-                    row.number};
+                    number};
     another.Open();
     EXPECT_FALSE(app.RcdrLoaded);
   }

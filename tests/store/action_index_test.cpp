@@ -98,21 +98,17 @@ TEST_F(ActionIndexTest, EmptyAndClosed) {
 
 TEST_F(ActionIndexTest, LookupsFindTheFirstStartFromAMomentOn) {
   FillIndex({u"2010/06/23 10:02:00", u"2010/06/23 10:02:00", u"2010/06/24 10:00:00"});
-  const struct {
-    const char* why;
-    std::u16string_view date, time;
-    int atOrAfter, after;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string_view, std::u16string_view, int, int> rows[] = {
       {"before all", u"2010/06/22", u"24:00:00", 0, 0},
       {"at two equal ones", u"2010/06/23", u"10:02:00", 0, 2},
       {"between", u"2010/06/24", u"00:00:00", 2, 2},
       {"at the last", u"2010/06/24", u"10:00:00", 2, 3},
       {"after all", u"2010/06/24", u"24:00:00", 3, 3},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(FindActionIndexLower(app, row.date, row.time, LowerMode::kAtOrAfter), row.atOrAfter);
-    EXPECT_EQ(FindActionIndexLower(app, row.date, row.time, LowerMode::kAfter), row.after);
+  for (const auto& [why, date, time, atOrAfter, after] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(FindActionIndexLower(app, date, time, LowerMode::kAtOrAfter), atOrAfter);
+    EXPECT_EQ(FindActionIndexLower(app, date, time, LowerMode::kAfter), after);
   }
 }
 
@@ -120,11 +116,7 @@ TEST_F(ActionIndexTest, PagesAreCutFromTheNewestEnd) {
   FillIndex({u"2010/06/21 10:00:00", u"2010/06/22 10:00:00", u"2010/06/23 10:00:00",
              u"2010/06/24 10:00:00", u"2010/06/25 10:00:00"});
   app.ListRowsPerScreen = 2;
-  const struct {
-    const char* why;
-    std::u16string_view date, time;
-    int pageSize, page;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string_view, std::u16string_view, int, int> rows[] = {
       {"the newest page is full", u"2010/06/24", u"24:00:00", 2, 0},
       {"the one before it", u"2010/06/22", u"", 2, 1},
       {"the oldest takes the remainder", u"2010/06/20", u"", 2, 2},
@@ -134,9 +126,9 @@ TEST_F(ActionIndexTest, PagesAreCutFromTheNewestEnd) {
       {"one page, and the last start itself", u"2010/06/25", u"10:00:00", 5, -1},
       {"one page, and the end of that day", u"2010/06/25", u"24:00:00", 5, 0},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(FindActionIndexByPosition(app, row.date, row.time, row.pageSize), row.page);
+  for (const auto& [why, date, time, pageSize, page] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(FindActionIndexByPosition(app, date, time, pageSize), page);
   }
 }
 

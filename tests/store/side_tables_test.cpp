@@ -19,10 +19,7 @@ class SideTablesTest : public StoreTest {
 
 TEST_F(SideTablesTest, NamedTexts) {
   CNamedValueTable& table = *dbSession().TextTable;
-  const struct {
-    const char* why;
-    std::u16string key, written, read;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, std::u16string, std::u16string> rows[] = {
       {"a new key", u"Key", u"値", u"値"},
       {"the same key again", u"Key", u"O'Brien", u"O'Brien"},
       {"empty is a value", u"Key", u"", u""},
@@ -30,12 +27,12 @@ TEST_F(SideTablesTest, NamedTexts) {
       {"a key of 25 characters is cut to 20, each time", u"abcdefghijklmnopqrstuvwxy", u"1", u"1"},
       {"and finds itself again", u"abcdefghijklmnopqrstuvwxy", u"2", u"2"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, key, written, read] : rows) {
+    SCOPED_TRACE(why);
     std::u16string text = u"before";
-    ASSERT_EQ(table.SetText(row.key, row.written), 0);
-    ASSERT_EQ(table.GetText(row.key, text), 0);
-    EXPECT_EQ(Readable(text), Readable(row.read));
+    ASSERT_EQ(table.SetText(key, written), 0);
+    ASSERT_EQ(table.GetText(key, text), 0);
+    EXPECT_EQ(Readable(text), Readable(read));
   }
   EXPECT_EQ(CountRows(u"select * from t_TextData where f_nvcItem = 'Key'"), 1);
   EXPECT_EQ(CountRows(u"select * from t_TextData where f_nvcItem = 'abcdefghijklmnopqrst'"), 1);

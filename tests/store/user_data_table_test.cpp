@@ -10,6 +10,8 @@ using namespace store;
 constexpr char16_t kNoon[] = u"2010/06/23 12:00:00";
 constexpr char16_t kOne[] = u"2010/06/23 13:00:00";
 
+using MaybeText = std::optional<std::u16string>;
+
 class UserDataTableTest : public StoreTest {
  protected:
   void SetUp() override { CreateFile(); }
@@ -24,11 +26,7 @@ class UserDataTableTest : public StoreTest {
 
 TEST_F(UserDataTableTest, EveryColumnComesBack) {
   const std::u16string half(1, u'\xD83D');
-  const struct {
-    const char* why;
-    ActionColumn column;
-    std::optional<std::u16string> written, read;
-  } rows[] = {
+  const std::tuple<const char*, ActionColumn, MaybeText, MaybeText> rows[] = {
       {"absent is another thing than empty", kSubject, {}, {}},
       {"empty is another thing than absent", kSubject, u"", u""},
       {"a cut counts 16-bit units, also through a pair", kSubject,
@@ -39,10 +37,10 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
       {"an exponent", kLatitude, u"1.5e2", u"150.000000"},
   };
   int number = 0;
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, column, written, read] : rows) {
+    SCOPED_TRACE(why);
     Action action = MakeAction(kNoon, kOne);
-    action[row.column] = row.written;
+    action[column] = written;
     action[kActId] = u"ID'" + core::ZeroPadded(++number, 15);
     ASSERT_EQ(Users().Insert(action), 0);
     Action byId, bySelect;
@@ -50,17 +48,13 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
     ASSERT_EQ(Users().Select(SelectByIdSql(*action[kActId])), 0);
     ASSERT_EQ(Users().GetNextRS(bySelect), 0);
     Users().CloseRS();
-    EXPECT_EQ(Readable(byId[row.column]), Readable(row.read));
+    EXPECT_EQ(Readable(byId[column]), Readable(read));
     EXPECT_EQ(bySelect, byId);
   }
 }
 
 TEST_F(UserDataTableTest, InsertRefuses) {
-  const struct {
-    const char* why;
-    std::optional<std::u16string> id, start, end;
-    int code;
-  } rows[] = {
+  const std::tuple<const char*, MaybeText, MaybeText, MaybeText, int> rows[] = {
       {"an id of 17", u"ID201006231200000", kNoon, kOne, 0},
       {"no start", {}, {}, kOne, -107},
       {"a short start", {}, u"2010/06/23 12:00", kOne, -109},
@@ -72,15 +66,15 @@ TEST_F(UserDataTableTest, InsertRefuses) {
   };
   EXPECT_EQ(CheckActionTimes(MakeAction(kNoon, kNoon)), 0) << "a running Action";
   EXPECT_EQ(CheckActionTimes(MakeAction(u"2010/06/22 00:00:00", u"2010/06/23 24:00:00")), 0);
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, id, start, end, code] : rows) {
+    SCOPED_TRACE(why);
     Action action;
-    action[kActId] = row.id;
-    action[kStaDateTime] = row.start;
-    action[kEndDateTime] = row.end;
-    EXPECT_EQ(CheckActionTimes(action), row.code);
+    action[kActId] = id;
+    action[kStaDateTime] = start;
+    action[kEndDateTime] = end;
+    EXPECT_EQ(CheckActionTimes(action), code);
     EXPECT_EQ(static_cast<uint32_t>(Users().Insert(action)), 0x80070057u);
-    EXPECT_EQ(action[kActId], row.id) << "a made id is taken out again";
+    EXPECT_EQ(action[kActId], id) << "a made id is taken out again";
   }
   EXPECT_EQ(Rows(), 0);
 }

@@ -105,24 +105,19 @@ TEST_F(InertListTest, AFlingCoastsWithConstantDeceleration) {
 }
 
 TEST_F(InertListTest, CoastsEndWhereTheyMust) {
-  const struct {
-    const char* why;
-    int style, top, dy;
-    uint32_t milliseconds;
-    int ticks, reached;
-  } rows[] = {
+  const std::tuple<const char*, int, int, int, uint32_t, int, int> rows[] = {
       {"past the end the last rows stay", 0, 0, -120, 20, 300, 24},
       {"past the beginning", 0, 10, 120, 20, 300, 0},
       {"no coast is longer than 201 steps", ILS_WRAP, 0, 120, 1, 201, -1},
       {"slow: one step", 0, 10, 20, 1000, 1, 9},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    list.ChangeStyle(ILS_WRAP, row.style);
-    list.SetTop(row.top);
-    Fling(row.dy, row.milliseconds);
-    EXPECT_LE(Coast(), row.ticks);
-    EXPECT_TRUE(row.reached < 0 || list.Top() == row.reached) << list.Top();
+  for (const auto& [why, style, top, dy, milliseconds, ticks, reached] : rows) {
+    SCOPED_TRACE(why);
+    list.ChangeStyle(ILS_WRAP, style);
+    list.SetTop(top);
+    Fling(dy, milliseconds);
+    EXPECT_LE(Coast(), ticks);
+    EXPECT_TRUE(reached < 0 || list.Top() == reached) << list.Top();
     EXPECT_LT(list.Top(), list.Count());
   }
 }
@@ -229,10 +224,7 @@ TEST_F(InertListTest, MessagesReachEverything) {
   InertItem office{0, 0, u"会社"}, home{0, 0, u"自宅"}, station{0, 0, u"駅"}, copy;
   ListRect rect;
   const auto thirtyRows = reinterpret_cast<intptr_t>(+[](ItemStore&) { return 30; });
-  const struct {
-    uint32_t message;
-    intptr_t wparam, lparam, answer;
-  } rows[] = {
+  const std::tuple<uint32_t, intptr_t, intptr_t, intptr_t> rows[] = {
       {WM_SETFONT, 5, 0, 0},
       {WM_GETFONT, 0, 0, 7},  // a copy, not what was given
       {ILM_GETHEIGHT, -1, 0, 20},
@@ -266,9 +258,9 @@ TEST_F(InertListTest, MessagesReachEverything) {
       {ILM_GETOP, 9, 0, thirtyRows},
       {ILM_COUNT, 0, 0, 30},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.message);
-    EXPECT_EQ(list.Send(row.message, row.wparam, row.lparam), row.answer);
+  for (const auto& [message, wparam, lparam, answer] : rows) {
+    SCOPED_TRACE(message);
+    EXPECT_EQ(list.Send(message, wparam, lparam), answer);
   }
   EXPECT_EQ(rect.bottom, 33);
   EXPECT_EQ(copy.text, u"駅");

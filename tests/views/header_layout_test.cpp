@@ -24,22 +24,17 @@ TEST_F(Layouts, TheHeaderHangsOnTheRightEdge) {
 }
 
 TEST_F(Layouts, TheListTakesWhatIsLeft) {
-  const struct {
-    int width, height;
-    bool toolBar, okButton;
-    Rect list;
-    const char* why;
-  } rows[] = {
+  const std::tuple<int, int, bool, bool, Rect, const char*> rows[] = {
       {240, 320, false, false, {0, 25, 240, 269}, "portrait"},
       {320, 240, false, true, {0, 49, 320, 165}, "landscape, under the caption"},
       {240, 60, true, true, {0, 49, 240, 0}, "never negative"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    const WindowLayout layout = LayoutWindow(row.width, row.height, row.toolBar, row.okButton);
-    EXPECT_EQ(layout.content, row.list);
-    EXPECT_EQ(layout.toolBar.height, row.toolBar ? 24 : 0);
-    EXPECT_EQ(layout.softKeys.y + layout.softKeys.height, row.height);
+  for (const auto& [width, height, toolBar, okButton, list, why] : rows) {
+    SCOPED_TRACE(why);
+    const WindowLayout layout = LayoutWindow(width, height, toolBar, okButton);
+    EXPECT_EQ(layout.content, list);
+    EXPECT_EQ(layout.toolBar.height, toolBar ? 24 : 0);
+    EXPECT_EQ(layout.softKeys.y + layout.softKeys.height, height);
   }
   EXPECT_FALSE(IsPortrait(240, 240)) << "a square counts as landscape";
 }

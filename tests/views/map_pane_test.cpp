@@ -23,22 +23,19 @@ class Map : public testing::Test {
 };
 
 TEST_F(Map, TheEndOfADragLeavesThePictureAsItIs) {
-  const struct {
-    double latitude, longitude;
-    int scl;
-    const char* why;
-  } rows[] = {{35.68, 139.76, 100, "the first scale"},
-              {-33.87, -70.65, 4321, "southern and western"},
-              {62.3, 25.5, 10, "the pitch depends on the latitude, here a drag is many degrees"},
-              {89.9, -179.9, 10, "beyond the pole"},
-              {35.681236, 139.767125, kLargestScl, "a pixel is a centimetre"}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    pane.Scl = row.scl;
+  const std::tuple<double, double, int, const char*> rows[] = {
+      {35.68, 139.76, 100, "the first scale"},
+      {-33.87, -70.65, 4321, "southern and western"},
+      {62.3, 25.5, 10, "the pitch depends on the latitude, here a drag is many degrees"},
+      {89.9, -179.9, 10, "beyond the pole"},
+      {35.681236, 139.767125, kLargestScl, "a pixel is a centimetre"}};
+  for (const auto& [latitude, longitude, scl, why] : rows) {
+    SCOPED_TRACE(why);
+    pane.Scl = scl;
     pane.MapItems.clear();
-    pane.MoveTo({row.latitude, row.longitude});
+    pane.MoveTo({latitude, longitude});
     for (int k = -20; k <= 20; ++k) {
-      Place(row.latitude + k * 2.0 / row.scl, row.longitude - k * 3.3 / row.scl);
+      Place(latitude + k * 2.0 / scl, longitude - k * 3.3 / scl);
     }
     for (int drag = 0; drag < 60; ++drag) {
       pane.Press(100, 80);
@@ -84,20 +81,16 @@ TEST_F(Map, AMoveMeansWhatItsPressBegan) {
 }
 
 TEST_F(Map, TheScaleIsARoundNumberOfMetres) {
-  const struct {
-    int scl;
-    double latitude;
-    const char16_t* text;
-    int pitch;
-  } rows[] = {{100, 36.5, u"50km", 44},      {10, 36.5, u"500km", 44}, {60, 36.5, u"50km", 26},
-              {30, 0.0, u"100km", 26},       {12, 0.0, u"200km", 21},  {100000, 36.5, u"50m", 44},
-              {kLargestScl, 0.0, u"1m", 77}, {100, 89.0, u"50km", 45}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.scl);
-    pane.Scl = row.scl;
-    pane.mLat = row.latitude;
-    EXPECT_EQ(ScaleText(ScaleOf(pane).ScaleUnit), row.text);
-    EXPECT_EQ(ScaleOf(pane).GridPitch, row.pitch);
+  const std::tuple<int, double, const char16_t*, int> rows[] = {
+      {100, 36.5, u"50km", 44},      {10, 36.5, u"500km", 44}, {60, 36.5, u"50km", 26},
+      {30, 0.0, u"100km", 26},       {12, 0.0, u"200km", 21},  {100000, 36.5, u"50m", 44},
+      {kLargestScl, 0.0, u"1m", 77}, {100, 89.0, u"50km", 45}};
+  for (const auto& [scl, latitude, text, pitch] : rows) {
+    SCOPED_TRACE(scl);
+    pane.Scl = scl;
+    pane.mLat = latitude;
+    EXPECT_EQ(ScaleText(ScaleOf(pane).ScaleUnit), text);
+    EXPECT_EQ(ScaleOf(pane).GridPitch, pitch);
   }
 }
 

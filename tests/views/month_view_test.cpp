@@ -91,31 +91,26 @@ TEST_F(Month, TheListTellsTheDaysActions) {
 }
 
 TEST_F(Month, CellsLieInRowsOfSeven) {
-  const struct {
-    Rect content;
-    bool portrait, toolBar;
-    Rect list;
-    int rowHeight, columnWidth;
-  } rows[] = {
+  const std::tuple<Rect, bool, bool, Rect, int, int> rows[] = {
       {{0, 25, 240, 269}, true, false, {0, 167, 240, 127}, 21, 34},
       {{0, 25, 320, 189}, false, false, {0, 25, 160, 189}, 26, 22},  // beside the list
       {{0, 25, 320, 165}, false, true, {0, 25, 160, 165}, 22, 22},   // over the toolbar
       {{0, 49, 320, 141}, false, true, {0, 49, 160, 141}, 20, 22},   // and below the caption
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.rowHeight);
-    const MonthLayout layout = LayoutMonth(row.content, row.portrait, row.toolBar);
-    EXPECT_EQ(layout.list, row.list);
-    EXPECT_EQ(layout.rowHeight, row.rowHeight);
-    EXPECT_EQ(layout.columnWidth, row.columnWidth);
+  for (const auto& [content, portrait, toolBar, list, rowHeight, columnWidth] : rows) {
+    SCOPED_TRACE(rowHeight);
+    const MonthLayout layout = LayoutMonth(content, portrait, toolBar);
+    EXPECT_EQ(layout.list, list);
+    EXPECT_EQ(layout.rowHeight, rowHeight);
+    EXPECT_EQ(layout.columnWidth, columnWidth);
     for (const int cell : {0, 6, 7, 41}) {
       const Rect rect = CellRect(layout, cell);
       EXPECT_EQ(CellAt(layout, rect.x, rect.y), cell);
       EXPECT_EQ(CellAt(layout, rect.x + rect.width - 1, rect.y + rect.height - 1), cell);
     }
     EXPECT_EQ(CellAt(layout, 5, 14), -1) << "the weekdays";
-    EXPECT_EQ(CellAt(layout, 7 * row.columnWidth, 20), -1) << "beside the last column";
-    EXPECT_EQ(CellAt(layout, 5, 15 + 6 * row.rowHeight), -1) << "below the last row";
+    EXPECT_EQ(CellAt(layout, 7 * columnWidth, 20), -1) << "beside the last column";
+    EXPECT_EQ(CellAt(layout, 5, 15 + 6 * rowHeight), -1) << "below the last row";
   }
 }
 

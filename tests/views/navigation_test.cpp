@@ -16,22 +16,17 @@ class Navigation : public testing::Test {
 };
 
 TEST_F(Navigation, DateStepsFollowTheCalendar) {
-  const struct {
-    const char16_t* from;
-    int days;
-    const char16_t* to;
-    const char* why;
-  } rows[] = {
+  const std::tuple<const char16_t*, int, const char16_t*, const char*> rows[] = {
       {u"2012/03/01", -1, u"2012/02/29", "back into a leap day"},
       {u"2010/03/07", -7, u"2010/02/28", "a week back"},
       {u"1900/01/01", -1, u"1899/12/31", "dates do not stop at 1900"},
       {u"9999/12/31", 1, u"9999/12/31", "the calendar's last day"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    ASSERT_EQ(core::SetCurDate(row.from), 0);
-    MoveDate(row.days);
-    EXPECT_EQ(core::CurDate(), row.to);
+  for (const auto& [from, days, to, why] : rows) {
+    SCOPED_TRACE(why);
+    ASSERT_EQ(core::SetCurDate(from), 0);
+    MoveDate(days);
+    EXPECT_EQ(core::CurDate(), to);
   }
 }
 
@@ -49,21 +44,17 @@ TEST_F(Navigation, StepsFromADayThatItsMonthLacksStartAtItsLast) {
 }
 
 TEST_F(Navigation, MonthStepsWrapAndStopAt1900) {
-  const struct {
-    const char16_t* from;
-    int months;
-    const char16_t* to;
-  } rows[] = {
+  const std::tuple<const char16_t*, int, const char16_t*> rows[] = {
       {u"2010/12/05", 1, u"2011/01/05"},   {u"2010/01/05", -1, u"2009/12/05"},
       {u"2010/06/05", 12, u"2011/06/05"},  {u"1900/02/05", -1, u"1900/01/05"},
       {u"1900/01/05", -1, u"1900/01/05"},  {u"1900/06/05", -12, u"1900/06/05"},
       {u"1901/06/05", -12, u"1900/06/05"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.from));
-    core::SetCurDate(row.from);
-    MoveMonth(row.months);
-    EXPECT_EQ(core::CurDate(), row.to);
+  for (const auto& [from, months, to] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(from));
+    core::SetCurDate(from);
+    MoveMonth(months);
+    EXPECT_EQ(core::CurDate(), to);
   }
 }
 

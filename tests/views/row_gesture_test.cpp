@@ -10,26 +10,20 @@ constexpr int kNoRow = -1;
 
 TEST(RowGesture, WhatAPressAndItsReleaseMean) {
   using Tap = RowGesture::Tap;
-  const struct {
-    int press;
-    bool closedPopup;
-    int release;
-    Tap tap;
-    const char* why;
-  } rows[] = {
+  const std::tuple<int, bool, int, Tap, const char*> rows[] = {
       {3, false, 3, Tap::kOpenRow, "a tap opens its row"},
       {3, false, 4, Tap::kNone, "a drag opens nothing"},
       {3, true, 3, Tap::kNone, "the tap only closed the popup"},
       {kNoRow, false, kNoRow, Tap::kNewAction, "below the rows: a new Action"},
       {4, false, kNoRow, Tap::kNone, "the other way round"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [press, closedPopup, release, tap, why] : rows) {
+    SCOPED_TRACE(why);
     RowGesture gesture;
-    gesture.Press(row.press, row.closedPopup);
-    gesture.Move(row.release, kTenRows);
-    EXPECT_EQ(gesture.Release(row.release), row.tap);
-    EXPECT_EQ(gesture.Release(row.release), Tap::kNone) << "a release without a press";
+    gesture.Press(press, closedPopup);
+    gesture.Move(release, kTenRows);
+    EXPECT_EQ(gesture.Release(release), tap);
+    EXPECT_EQ(gesture.Release(release), Tap::kNone) << "a release without a press";
   }
 }
 

@@ -121,18 +121,15 @@ TEST_F(Week, BoxesLieByTheirTimes) {
   EXPECT_EQ(BoxRect(grid, week.WeekItems[0]), (Rect{20, 120, 120, 20}));
   EXPECT_EQ(BoxRect(grid, week.WeekItems[1]), (Rect{80, 140, 120, 20}));
   EXPECT_EQ(BoxRect(grid, week.WeekItems[2]).width, 2) << "without a length, yet to be seen";
-  const struct {
-    int x, y, box, band;
-    const char* why;
-  } points[] = {
+  const std::tuple<int, int, int, int, const char*> points[] = {
       {85, 139, 0, 3, "the upper lane"},    {85, 140, 1, 3, "the lower lane"},
       {75, 140, -1, 3, "beside the boxes"}, {20, 280, -1, -1, "below the bands lies no box"},
       {255, 279, 3, 6, "the last band"},    {0, 0, -1, 0, "the strip belongs to its band"},
   };
-  for (const auto& point : points) {
-    SCOPED_TRACE(point.why);
-    EXPECT_EQ(BoxAt(grid, week.WeekItems, point.x, point.y), point.box);
-    EXPECT_EQ(BandAt(grid, point.y), point.band);
+  for (const auto& [x, y, box, band, why] : points) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(BoxAt(grid, week.WeekItems, x, y), box);
+    EXPECT_EQ(BandAt(grid, y), band);
   }
   week.WeekItems[1].start = week.WeekItems[0].start;
   week.WeekItems[1].col = 0;

@@ -21,17 +21,16 @@ double Luminance(const QColor& color) {
 TEST(ApplicationLook, IsLightAndReadableWhateverTheDesktopWears) {
   const QPalette dark(Qt::white, Qt::black, Qt::black, Qt::black, Qt::black, Qt::white, Qt::black);
   for (const char* kind : {"QMenu", "QLineEdit", "QTipLabel"}) QApplication::setPalette(dark, kind);
-  const struct {
-    QPalette::ColorRole text, ground;
-  } pairs[] = {{QPalette::WindowText, QPalette::Window},
-               {QPalette::Text, QPalette::Base},
-               {QPalette::Text, QPalette::Window},
-               {QPalette::ButtonText, QPalette::Button},
-               {QPalette::PlaceholderText, QPalette::Base},
-               {QPalette::Link, QPalette::Window},
-               {QPalette::LinkVisited, QPalette::Window},
-               {QPalette::ToolTipText, QPalette::ToolTipBase},
-               {QPalette::HighlightedText, QPalette::Highlight}};
+  const std::pair<QPalette::ColorRole, QPalette::ColorRole> pairs[] = {
+      {QPalette::WindowText, QPalette::Window},
+      {QPalette::Text, QPalette::Base},
+      {QPalette::Text, QPalette::Window},
+      {QPalette::ButtonText, QPalette::Button},
+      {QPalette::PlaceholderText, QPalette::Base},
+      {QPalette::Link, QPalette::Window},
+      {QPalette::LinkVisited, QPalette::Window},
+      {QPalette::ToolTipText, QPalette::ToolTipBase},
+      {QPalette::HighlightedText, QPalette::Highlight}};
   for (const QPalette& palette :
        {QMenu().palette(), QLineEdit().palette(), QToolTip::palette(), QApplication::palette()}) {
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
