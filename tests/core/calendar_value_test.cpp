@@ -63,13 +63,6 @@ TEST(CalendarValue, RefusesWhatDoesNotComeBack) {
   EXPECT_EQ(WeekdayOf({2012, 2, 29}), 4);
 }
 
-TEST(Day, MayBeOneThatTheCalendarLacks) {
-  const Day lacking{2010, 2, 31};
-  EXPECT_EQ(WithinMonth(lacking), (Day{2010, 2, 28}));
-  EXPECT_EQ(DaysLater(lacking, 1), std::nullopt);
-  EXPECT_EQ(DaysLater(WithinMonth(lacking), 1), (Day{2010, 3, 1}));
-}
-
 // On both sides of day 0, where the fraction turns over, and at the end of the years, where the
 // fewest bits are left for it.
 TEST(CalendarValue, BringsEverySecondOfADayBackInOrder) {
@@ -94,6 +87,7 @@ TEST(Day, CountsOverMonthsAndYears) {
       {{2011, 1, 1}, -1, Day{2010, 12, 31}, "back over the year's end"},
       {{1900, 1, 1}, -3, Day{1899, 12, 29}, "over day 0"},
       {{9999, 12, 31}, 1, {}, "past the last year"},
+      {{2010, 2, 31}, 1, {}, "no such day"},
   };
   for (const auto& [from, days, to, why] : rows) {
     SCOPED_TRACE(why);

@@ -88,14 +88,7 @@ TEST(ParseDate, TakesExistingDatesFrom1900) {
 }
 
 TEST(ParseTime, TellsTimesEndsAndEntriesApart) {
-  const struct {
-    const char16_t* text;
-    Parsed time;
-    int end;
-    Parsed entry;
-    int isEndOfDay;  // as an entry
-    const char* why;
-  } rows[] = {
+  const std::tuple<const char16_t*, Parsed, int, Parsed, int, const char*> rows[] = {
       {u"7:5", {0, 7, 5, 0}, 0, {0, 7, 5, 0}, 1, "no padding needed"},
       {u"1:30", {0, 1, 30, 0}, 0, {0, 1, 30, 0}, 1, "four characters, not all digits"},
       {u"0930", {-10}, -10, {0, 9, 30, 0}, 1, "hhmm is an entry alone"},
@@ -112,25 +105,20 @@ TEST(ParseTime, TellsTimesEndsAndEntriesApart) {
       {u"12:30:15:1", {-10}, -10, {-10}, 1, "the second is \"15:1\""},
       {u"4294967295:00", {-10}, -10, {-10}, 1, "an hour that wraps below 0"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(Parse(ParseTime, row.text), row.time);
-    EXPECT_EQ(ParseEndTime(row.text), row.end);
-    EXPECT_EQ(Parse(ParseTimeEntry, row.text), row.entry);
-    EXPECT_EQ(IsEndOfDayEntry(row.text), row.isEndOfDay);
-    const bool onlyAsEntry = std::u16string_view(row.text) == u"2400";
-    EXPECT_EQ(IsEndOfDayClock(row.text), onlyAsEntry ? 1 : row.isEndOfDay);
+  for (const auto& [text, time, end, entry, isEndOfDay, why] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(Parse(ParseTime, text), time);
+    EXPECT_EQ(ParseEndTime(text), end);
+    EXPECT_EQ(Parse(ParseTimeEntry, text), entry);
+    EXPECT_EQ(IsEndOfDayEntry(text), isEndOfDay);
+    const bool onlyAsEntry = std::u16string_view(text) == u"2400";
+    EXPECT_EQ(IsEndOfDayClock(text), onlyAsEntry ? 1 : isEndOfDay);
   }
 }
 
 TEST(ParseTimestamp, KeepsWhatItReadBeforeItStumbled) {
   const std::u16string longRun(1000, u'1');
-  const struct {
-    std::u16string text;
-    int result;
-    Timestamp numbers;
-    const char* why;
-  } rows[] = {
+  const std::tuple<std::u16string, int, Timestamp, const char*> rows[] = {
       {u"  2010-13.99   77:88:99.678  ",
        0,
        {2010, 13, 99, 77, 88, 99, 678},
@@ -147,11 +135,11 @@ TEST(ParseTimestamp, KeepsWhatItReadBeforeItStumbled) {
       {u"2010/01/02 12:30:15.", 0, {2010, 1, 2, 12, 30, 15, 0}, "before fraction"},
       {u"2010/1/2 3:4:5 6", -1080, {2010, 1, 2, 3, 4, 5}, "trailing blanks"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.why << " " << row.result);
+  for (const auto& [text, result, expected, why] : rows) {
+    SCOPED_TRACE(testing::Message() << why << " " << result);
     Timestamp numbers{9, 9, 9, 9, 9, 9, 9};
-    EXPECT_EQ(ParseTimestamp(row.text, numbers), row.result);
-    EXPECT_EQ(numbers, row.numbers);
+    EXPECT_EQ(ParseTimestamp(text, numbers), result);
+    EXPECT_EQ(numbers, expected);
   }
 }
 

@@ -62,23 +62,18 @@ TEST(Paths, AreStorableWhereTheSettingsGiveThemBack) {
 
 TEST(Paths, SplitsAtTheLastBackslash) {
   const std::u16string fits(259, u'a');
-  const struct {
-    std::u16string path;
-    int result;
-    std::u16string folder;
-    std::u16string name;
-  } rows[] = {
+  const std::tuple<std::u16string, int, std::u16string, std::u16string> rows[] = {
       {u"\\a\\b\\c.txt", 0, u"\\a\\b", u"c.txt"}, {u"\\a\\", 0, u"\\a", u""},
       {fits + u"\\" + fits, 0, fits, fits},       {u"c.txt", -110, u"old", u"old"},
       {fits + u"a\\c", -101, u"old", u"old"},     {u"c\\a" + fits, -101, u"old", u"old"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.path));
+  for (const auto& [path, result, folderPart, namePart] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(path));
     std::u16string folder = u"old";
     std::u16string name = u"old";
-    EXPECT_EQ(SplitPath(row.path, folder, name), row.result);
-    EXPECT_EQ(folder, row.folder);
-    EXPECT_EQ(name, row.name);
+    EXPECT_EQ(SplitPath(path, folder, name), result);
+    EXPECT_EQ(folder, folderPart);
+    EXPECT_EQ(name, namePart);
   }
 }
 

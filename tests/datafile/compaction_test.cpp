@@ -34,7 +34,6 @@ class Compaction : public StoreTest {
       if (i % 2 == 0) Users().Delete(id);
     }
   }
-
   std::u16string backup = folder.Path(u"user.bak");
 };
 

@@ -165,26 +165,21 @@ TEST_F(DataFileTest, FormatsAreUpgraded) {
            "フォーマットの更新を開始してもよろしいですか。",
        kYes},
       "更新完了|データファイルのフォーマットを 3.2.2010.0623 に更新しました。"};
-  const struct {
-    const char* why;
-    std::u16string version;
-    bool extItems, rcdrPosition, upgraded;
-    const char* latitude;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, bool, bool, bool, const char*> rows[] = {
       {"the oldest: keys and columns", u"3.1.2010.0429", false, false, true, ""},
       {"columns alone", u"3.1.2010.0430", false, false, true, "(none)"},
       {"stamps alone", u"3.1.2010.0623", true, true, true, ""},
       {"later than ours", u"3.3.2011.0101", true, true, false, ""},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    MakeOldFile(row.version, row.extItems, row.rcdrPosition);
-    if (row.upgraded) host.answers = questions;
-    EXPECT_EQ(OpenDataFile(app), row.upgraded ? -2 : 0);
-    EXPECT_EQ(SysInfo(u"DBFmtVer"), row.upgraded ? "3.2.2010.0623" : platform::ToUtf8(row.version));
-    EXPECT_EQ(SysInfo(u"UpdProgVer"), row.upgraded ? "3.2.2010.1114" : "(none)");
-    EXPECT_EQ(SysInfo(u"UpdateTime"), row.upgraded ? "2010/06/23 10:45:30" : "(none)");
-    EXPECT_EQ(TextValue(*dbSession().TextTable, u"RcdrLatitude"), row.latitude);
+  for (const auto& [why, version, extItems, rcdrPosition, upgraded, latitude] : rows) {
+    SCOPED_TRACE(why);
+    MakeOldFile(version, extItems, rcdrPosition);
+    if (upgraded) host.answers = questions;
+    EXPECT_EQ(OpenDataFile(app), upgraded ? -2 : 0);
+    EXPECT_EQ(SysInfo(u"DBFmtVer"), upgraded ? "3.2.2010.0623" : platform::ToUtf8(version));
+    EXPECT_EQ(SysInfo(u"UpdProgVer"), upgraded ? "3.2.2010.1114" : "(none)");
+    EXPECT_EQ(SysInfo(u"UpdateTime"), upgraded ? "2010/06/23 10:45:30" : "(none)");
+    EXPECT_EQ(TextValue(*dbSession().TextTable, u"RcdrLatitude"), latitude);
     ASSERT_EQ(app.IndexCount, 1) << "the rows stay";
     const std::u16string id(app.ActIds.At(0));
     Action action = MakeAction(u"2010/06/23 10:45:30", u"2010/06/23 10:45:30");
@@ -192,7 +187,7 @@ TEST_F(DataFileTest, FormatsAreUpgraded) {
     action[kExtItems] = u"x";
     ASSERT_EQ(Users().Update(id, action), 0);
     ASSERT_EQ(Users().ReadById(id, action), 0);
-    EXPECT_EQ(action[kSubject]->size(), row.extItems ? 50u : 100u);
+    EXPECT_EQ(action[kSubject]->size(), extItems ? 50u : 100u);
     EXPECT_EQ(action[kExtItems], u"x");
     DisconnectDataFile();
   }
@@ -250,13 +245,7 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
   const std::string missing =
       "データファイル初期化確認|指定されたデータファイルは存在しません。初期化しますか。";
   const std::string noFolder = "フォルダ作成確認|指定されたフォルダは存在しません。作成しますか。";
-  const struct {
-    const char* why;
-    std::u16string path;
-    Replies answers;
-    int result, indexCount;
-    bool changed;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, Replies, int, int, bool> rows[] = {
       {"Cancel", other, {{change.says, kCancel}}, -1, 1, false},
       {"a bad file: back to the old one",
        folder.Path(u"bad.sdf"),
@@ -276,18 +265,18 @@ TEST_F(DataFileTest, ChangeToAnotherFile) {
       {"a new folder, No", fresh, {{noFolder, kNo}}, -1, 1, false},
       {"a new folder, Yes", fresh, {{noFolder, kYes}}, 0, 0, true},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, chosen, answers, result, indexCount, changed] : rows) {
+    SCOPED_TRACE(why);
     app.DataFile = path;
     ASSERT_EQ(OpenDataFile(app), 0);
     app.SelActId = u"ID2010062310453000";
     app.RcdrLoaded = true;
-    host.answers = row.answers;
-    EXPECT_EQ(ChangeDataFile(app, row.path), row.result);
-    EXPECT_EQ(app.DataFile, row.changed ? row.path : path);
-    EXPECT_EQ(app.IndexCount, row.indexCount);
-    EXPECT_EQ(app.SelActId.empty(), row.result == 0);
-    EXPECT_EQ(app.RcdrLoaded, row.result != 0);
+    host.answers = answers;
+    EXPECT_EQ(ChangeDataFile(app, chosen), result);
+    EXPECT_EQ(app.DataFile, changed ? chosen : path);
+    EXPECT_EQ(app.IndexCount, indexCount);
+    EXPECT_EQ(app.SelActId.empty(), result == 0);
+    EXPECT_EQ(app.RcdrLoaded, result != 0);
     EXPECT_TRUE(dbSession().UserTable);
   }
   EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("bad.sdf")), "no data file");

@@ -11,24 +11,10 @@ using platform::Answer;
 
 class EditAction : public edit_test::EditTest {
  protected:
-  // Opens the screen on a position of the index.
-  CEditAction OpenAt(int index, OpenMode mode = kOpenChange) {
-    app.SelIndex = index;
-    CEditAction screen(app);
-    EXPECT_TRUE(screen.Open(mode));
-    return screen;
-  }
-
   CEditAction OpenNew() {
     CEditAction screen(app);
     EXPECT_TRUE(screen.Open(kOpenNew));
     return screen;
-  }
-
-  static void Pick(CEditAction& screen, int controlId, std::u16string_view text) {
-    screen.OnCommand(controlId);
-    screen.editorText = text;
-    screen.ChooseEditor();
   }
 };
 
@@ -60,21 +46,6 @@ TEST_F(EditAction, ANewActionKeepsThePointItBeganWith) {
   EXPECT_EQ(Stored(app.SelActId, store::kLongitude), "139.691700");
   EXPECT_TRUE(screen.Open(kOpenNew));
   EXPECT_EQ(screen.fields.longitude, u"");
-}
-
-TEST_F(EditAction, CreatesAnAllDayAction) {
-  CEditAction screen = OpenNew();
-  Pick(screen, kIdStartTime, u"<終日>");
-  EXPECT_FALSE(screen.IsEnabled(kIdEndTime));
-  Pick(screen, kIdPlace, u"公園");
-  screen.OnCommand(kIdWrite);
-  EXPECT_EQ(screen.ended, 1);
-  EXPECT_EQ(Stored(app.SelActId, store::kStaDateTime), "2010/06/23 00:00:00");
-  EXPECT_EQ(Stored(app.SelActId, store::kEndDateTime), "2010/06/23 24:00:00");
-  EXPECT_EQ(Stored(app.SelActId, store::kPlace), "公園");
-  EXPECT_EQ(Stored(app.SelActId, store::kLatitude), "(none)");
-  EXPECT_EQ(Stored(app.SelActId, store::kSubject), "(none)");
-  EXPECT_EQ(app.IndexCount, 4);
 }
 
 TEST_F(EditAction, AChangeKeepsWhatTheScreenDoesNotEdit) {

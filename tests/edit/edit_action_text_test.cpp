@@ -15,17 +15,8 @@ class EditActionText : public edit_test::EditTest {
     store::Action action = Read(noon);
     action[store::kMemo] = memo;
     EXPECT_EQ(Users().Update(noon, action), 0);
-    app.SelIndex = 1;
     app.SelActId = noon;
-    CEditAction screen(app);
-    EXPECT_TRUE(screen.Open(kOpenChange));
-    return screen;
-  }
-
-  static void Choose(CEditAction& screen, int field, std::u16string_view text) {
-    screen.OnCommand(field);
-    screen.editorText = text;
-    EXPECT_TRUE(screen.ChooseEditor());
+    return OpenAt(1);
   }
 
   static std::string Shown(const CEditAction& screen) {
@@ -36,10 +27,10 @@ class EditActionText : public edit_test::EditTest {
 TEST_F(EditActionText, RunsAgainAfterWhateverChangesAField) {
   CEditAction screen = OpenWithMemo(u"#SIPlace#で#SISubject#");
   EXPECT_EQ(Shown(screen), "レストランで");
-  Choose(screen, kIdPlace, u"公園");
+  Pick(screen, kIdPlace, u"公園");
   EXPECT_EQ(Shown(screen), "公園で");
-  Choose(screen, kIdMemo, u"#SIStaDateTime#");
-  Choose(screen, kIdStartTime, u"11:00");
+  Pick(screen, kIdMemo, u"#SIStaDateTime#");
+  Pick(screen, kIdStartTime, u"11:00");
   EXPECT_EQ(Shown(screen), "2010/06/23 11:00:00");
   screen.OnCommand(kIdStartNow);
   EXPECT_EQ(Shown(screen), "2010/06/23 10:45:00");

@@ -6,18 +6,7 @@ namespace {
 
 class EditFields : public edit_test::EditTest {
  protected:
-  EditFields() {
-    app.SelIndex = 1;
-    EXPECT_TRUE(screen.Open(kOpenChange));
-  }
-
-  void Pick(int controlId, std::u16string_view text) {
-    screen.OnCommand(controlId);
-    screen.editorText = text;
-    screen.ChooseEditor();
-  }
-
-  CEditAction screen{app};
+  CEditAction screen = OpenAt(1);
 };
 
 TEST_F(EditFields, TakeATypedTime) {
@@ -30,13 +19,13 @@ TEST_F(EditFields, TakeATypedTime) {
   for (const auto& [why, control, typed] : refused) {
     SCOPED_TRACE(why);
     host.answers = {"入力した時刻の値が不正です。入力値を見直してください。"};
-    Pick(control, typed);
+    Pick(screen, control, typed);
     EXPECT_EQ(screen.editor, Editor::kNone);
     EXPECT_EQ(screen.fields.times.staTime, u"12:00");
     EXPECT_EQ(screen.fields.times.endTime, u"13:00");
     EXPECT_FALSE(screen.dirty);
   }
-  Pick(kIdEndTime, u"9:5");
+  Pick(screen, kIdEndTime, u"9:5");
   EXPECT_EQ(screen.fields.times.endTime, u"09:05");
   EXPECT_TRUE(screen.dirty);
 }
@@ -68,14 +57,6 @@ TEST_F(EditFields, OfferHalfHours) {
   EXPECT_EQ(screen.editorText, u"11:30");
 }
 
-TEST_F(EditFields, ACommandTakesTheOpenEditorFirst) {
-  screen.OnCommand(kIdCategory1);
-  screen.editorText = u"食事";
-  screen.OnCommand(kIdWrite);
-  EXPECT_EQ(Stored(noon, store::kCategory1), "食事");
-  EXPECT_EQ(app.Category1History.Entries().front(), u"食事");
-}
-
 TEST_F(EditFields, AFieldShowsNoMoreThanIsStored) {
   app.EditOpeCont = 1;
   screen.OnCommand(kIdMemoInput);
@@ -97,14 +78,14 @@ TEST_F(EditFields, AFieldShowsNoMoreThanIsStored) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
-    Pick(row.control, row.typed);
+    Pick(screen, row.control, row.typed);
     EXPECT_EQ(row.field, row.typed.substr(0, row.length));
     screen.OnCommand(kIdWrite);
     EXPECT_EQ(Read(noon)[row.column], row.field);
   }
   EXPECT_EQ(app.PlaceHistory.Entries(), std::vector{shown});
   screen.dirty = false;
-  Pick(kIdPlace, shown + u"い");
+  Pick(screen, kIdPlace, shown + u"い");
   EXPECT_FALSE(screen.dirty) << "nothing is left of the change";
 }
 
@@ -121,7 +102,7 @@ TEST_F(EditFields, TheMemoListKeepsTheLineBreaksOfAnUntouchedMemo) {
 
 TEST_F(EditFields, TheTopRowOfTheMemoListOpensTheEdit) {
   screen.fields.memo = u"一行目\n";
-  Pick(kIdMemo, u"<複数行枠で入力>");
+  Pick(screen, kIdMemo, u"<複数行枠で入力>");
   ASSERT_EQ(screen.editor, Editor::kMemoEdit);
   EXPECT_EQ(screen.editorText, u"一行目\n");
   screen.ChooseEditor();

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/app_state.h"
+#include "edit/edit_action.h"
 #include "platform/utf.h"
 #include "store/action_index.h"
 #include "store/session.h"
@@ -21,6 +22,20 @@ class EditTest : public store_test::StoreTest {
     noon = InsertAction(u"2010/06/23 12:00:00", u"2010/06/23 13:00:00", u"レストラン");
     evening = InsertAction(u"2010/06/23 19:00:00", u"2010/06/23 20:00:00", u"自宅");
     store::ReloadActionIndex(app);
+  }
+
+  // The screen on a position of the index.
+  edit::CEditAction OpenAt(int index, edit::OpenMode mode = edit::kOpenChange) {
+    app.SelIndex = index;
+    edit::CEditAction screen(app);
+    EXPECT_TRUE(screen.Open(mode));
+    return screen;
+  }
+  // Chooses in the editor that a field opens.
+  static void Pick(edit::CEditAction& screen, int controlId, std::u16string_view text) {
+    screen.OnCommand(controlId);
+    screen.editorText = text;
+    screen.ChooseEditor();
   }
 
   static store::Action Read(std::u16string_view id) {

@@ -22,10 +22,8 @@ TEST_F(EditPosition, IsTakenOnlyWithItsUsersConsent) {
          Answer::kNo}};
     edit.OnCommand(33103);
   };
-  app.SelIndex = 1;
   app.EditOpeCont = 1;
-  CEditAction edit(app);
-  ASSERT_TRUE(edit.Open(kOpenChange));
+  CEditAction edit = OpenAt(1);
   edit.fields.latitude = u"35/0/0.0";
   host.answers = {"位置情報取得"};
   edit.OnCommand(kIdLongitude);

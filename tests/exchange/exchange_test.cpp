@@ -30,8 +30,8 @@ constexpr char kImported[] = "インポートが完了しました。";
 
 class FileTest : public ExchangeTest {
  protected:
-  void Put(std::string_view bytes) { testing_support::WriteWholeFile(hostPath, bytes); }
-  std::string Bytes() const { return testing_support::ReadWholeFile(hostPath); }
+  void Put(std::string_view bytes) { testing_support::WriteWholeFile(csvOnDisk, bytes); }
+  std::string Bytes() const { return testing_support::ReadWholeFile(csvOnDisk); }
 
   // The rows of the index without their stamp, by id.
   std::map<std::u16string, store::Action> Rows() {
@@ -47,8 +47,8 @@ class FileTest : public ExchangeTest {
     return rows;
   }
 
-  std::u16string path = folder.Path(u"morvenly.csv");
-  std::string hostPath = folder.HostPath("morvenly.csv");
+  std::u16string csv = folder.Path(u"morvenly.csv");
+  std::string csvOnDisk = folder.HostPath("morvenly.csv");
 };
 
 // Brings Actions to what a block of docs/formats.md says: "1 Place = 自宅", "1 Latitude absent".
@@ -88,11 +88,11 @@ TEST_F(FileTest, TheDocumentsExamplesGoOutAndIn) {
         std::string("エクスポートが完了しました。") +
         (losesNone ? "" : "\n1個のアクションに、この形式では残せない文字があります。");
     host.answers = {exported, kImported, "エクスポートが完了しました。"};
-    EXPECT_EQ(RunExport(app, path, version), 2);
+    EXPECT_EQ(RunExport(app, csv, version), 2);
     EXPECT_EQ(Bytes(), bytes);
     EXPECT_EQ(store::dbSession().Session->Execute(u"delete from t_UserData"), 0);
     const int mode = version == kVer1 ? kReadAdd : kReadReplace;
-    EXPECT_EQ(RunImport(app, path, std::min<int>(version, kVer3), mode), 0);
+    EXPECT_EQ(RunImport(app, csv, std::min<int>(version, kVer3), mode), 0);
     std::vector<store::Action> wanted = diary, found(2);
     if (!losesNone) Apply(testing_support::FormatExample(kind + "-loss"), wanted);
     for (size_t i = 0; i < 2; ++i) {
@@ -100,7 +100,7 @@ TEST_F(FileTest, TheDocumentsExamplesGoOutAndIn) {
       if (!wanted[i][store::kActId]) found[i][store::kActId].reset();
     }
     EXPECT_EQ(found, wanted);
-    EXPECT_EQ(RunExport(app, path, version), 2);
+    EXPECT_EQ(RunExport(app, csv, version), 2);
     EXPECT_EQ(Bytes(), bytes);
   }
 }
@@ -122,7 +122,7 @@ TEST_F(FileTest, EveryCharacterComesBackAsItsEncodingHasIt) {
     Put(isUtf8 ? inUtf8 : inCodePage);
     ImportList list;
     int line = 0, detail = 0;
-    ASSERT_EQ(ReadImportFile(list, path, 3, line, detail), 0);
+    ASSERT_EQ(ReadImportFile(list, csv, 3, line, detail), 0);
     for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
       const std::u16string memo{static_cast<char16_t>(unit), u'n'};
       ASSERT_EQ(list[unit].Memo,
@@ -135,16 +135,16 @@ TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
   Insert(Of(u"09:00:00", u"10:00:00"));
   testing_support::FaultyFiles files;
   files.Fail(FileCall::kCreate, 1, 1);
-  const std::string file = "ファイル" + platform::ToUtf8(path);
+  const std::string file = "ファイル" + platform::ToUtf8(csv);
   const std::string failed = "エクスポートに失敗しました。(-1)";
   host.answers = {file + "のオープンに失敗しました。ファイル名を見直してください。", failed};
-  EXPECT_EQ(RunExport(app, path, 1), -1);
+  EXPECT_EQ(RunExport(app, csv, 1), -1);
   for (const FileCall call : {FileCall::kWrite, FileCall::kSync}) {
     SCOPED_TRACE(static_cast<int>(call));
     files.Fail(call, 1, 1);
     host.answers = {file + "の書込みに失敗(-1)しました。メモリの空き容量を確認してください。",
                     failed};
-    EXPECT_EQ(RunExport(app, path, 1), -1);
+    EXPECT_EQ(RunExport(app, csv, 1), -1);
   }
   // The log is gone while nobody has written, but the next write would find it.
   store::ConnectDataFile(folder.Path(u"user.sdf"));
@@ -156,9 +156,9 @@ TEST_F(FileTest, AFailedExportTellsWhyAndThatItFailed) {
   std::filesystem::create_symlink(folder.HostPath("user.sdf"), folder.HostPath("link.csv"));
   host.answers = {"ファイル名不正", "のオープンに失敗しました。", failed};
   EXPECT_EQ(RunImport(app, folder.Path(u"link.csv"), 1, kReadAdd), -101);
-  std::filesystem::rename(folder.HostPath("user.sdf"), hostPath);
-  EXPECT_EQ(RunExport(app, path, 1), -1) << "moved away while it was open";
-  std::filesystem::rename(hostPath, folder.HostPath("user.sdf"));
+  std::filesystem::rename(folder.HostPath("user.sdf"), csvOnDisk);
+  EXPECT_EQ(RunExport(app, csv, 1), -1) << "moved away while it was open";
+  std::filesystem::rename(csvOnDisk, folder.HostPath("user.sdf"));
   EXPECT_EQ(Rows().size(), 1u);
 }
 
@@ -177,11 +177,11 @@ TEST_F(FileTest, ARoundTripChangesNothingAndAddingDoubles) {
   const auto before = Rows();
   app.FindWhere = u"1 = 1";
   host.answers = {"エクスポートが完了しました。", kImported, kImported};
-  EXPECT_EQ(RunExport(app, path, 3), 250);
-  EXPECT_EQ(RunImport(app, path, 3, kReadReplace), 0);
+  EXPECT_EQ(RunExport(app, csv, 3), 250);
+  EXPECT_EQ(RunImport(app, csv, 3, kReadReplace), 0);
   EXPECT_FALSE(app.FindWhere);
   EXPECT_TRUE(Rows() == before);
-  EXPECT_EQ(RunImport(app, path, 3, kReadAdd), 0);
+  EXPECT_EQ(RunImport(app, csv, 3, kReadAdd), 0);
   EXPECT_EQ(Rows().size(), 500u);
 }
 
@@ -225,7 +225,7 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
     SCOPED_TRACE(why);
     Put(bytes);
     host.answers = {'|' + message + stopped, failed};
-    EXPECT_EQ(RunImport(app, path, version, kReadAdd), -1);
+    EXPECT_EQ(RunImport(app, csv, version, kReadAdd), -1);
     EXPECT_EQ(Rows().size(), 1u);
   }
   EXPECT_TRUE(app.FindWhere) << "nothing has changed";
@@ -235,13 +235,13 @@ TEST_F(FileTest, ABadLineIsToldAndNothingWritten) {
   EXPECT_EQ(RunImport(app, folder.Path(u""), 3, kReadAdd), -101) << "a folder";
   testing_support::FaultyFiles files;
   files.Fail(FileCall::kOpenForReading, 1, 1);
-  EXPECT_EQ(RunImport(app, path, 3, kReadAdd), -1);
+  EXPECT_EQ(RunImport(app, csv, 3, kReadAdd), -1);
   Put(good1);
   for (const int nth : {2, 3}) {  // as its encoding is found, and as its lines are taken
     SCOPED_TRACE(nth);
     files.Fail(FileCall::kRead, nth, nth);
     host.answers = {"|1 行目にてエラーが発生しました。(-12)" + stopped, failed};
-    EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -1);
+    EXPECT_EQ(RunImport(app, csv, 1, kReadAdd), -1);
   }
 }
 
@@ -256,7 +256,7 @@ TEST_F(FileTest, AFileThatIsNoCodePageIsReadAsUtf8) {
     Put(std::string(mark) + lines);
     ImportList list;
     int line = 0, detail = 0;
-    ASSERT_EQ(ReadImportFile(list, path, 1, line, detail), 0);
+    ASSERT_EQ(ReadImportFile(list, csv, 1, line, detail), 0);
     ASSERT_EQ(list.size(), 4000u);
     for (int i = 0; i < 4000; ++i) {
       ASSERT_EQ(list[static_cast<size_t>(i)].Place, u"昼食" + core::ZeroPadded(i, 1) + u"😀");
@@ -273,7 +273,7 @@ TEST_F(FileTest, WhatTheReaderMakesOfALine) {
       "bad line after the empty one\r");
   ImportList list;
   int line = 0, detail = 0;
-  ASSERT_EQ(ReadImportFile(list, path, 3, line, detail), 0);
+  ASSERT_EQ(ReadImportFile(list, csv, 3, line, detail), 0);
   ASSERT_EQ(list.size(), 3u);
   EXPECT_EQ(list[0].ActId.back(), u'1') << "by start, and then as the file has it";
   EXPECT_EQ(list[1].ActId.back(), u'2');
@@ -300,7 +300,7 @@ TEST_F(FileTest, AKillInTheMiddleLeavesWholeRecords) {
     if (child == 0) {
       store::ConnectDataFile(folder.Path(u"user.sdf"));
       testing_support::diskCalls().writesUntilDeath = writes;
-      RunImport(app, path, 1, kReadAdd);
+      RunImport(app, csv, 1, kReadAdd);
       _exit(1);
     }
     int status = 0;
@@ -326,7 +326,7 @@ TEST_F(FileTest, AFailureInTheMiddleKeepsWhatWasWritten) {
   }
   Put(lines);
   host.answers = {"レコード作成エラー(80004005)\nインポートを中止します。", Answer::kOk};
-  EXPECT_EQ(RunImport(app, path, 1, kReadAdd), -3);
+  EXPECT_EQ(RunImport(app, csv, 1, kReadAdd), -3);
   // What is written next doesn't hang in a transaction of the import.
   Insert(Of(u"09:00:00", u"10:00:00"));
   ASSERT_EQ(store::ConnectDataFile(folder.Path(u"user.sdf")), 0);
@@ -338,23 +338,23 @@ TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
   CExchange out(app, ExchangeKind::kExport);
   host.answers = {"対象ファイルが指定されていません。"};
   out.OnRun({});
-  std::string typed = platform::ToUtf8(path);
+  std::string typed = platform::ToUtf8(csv);
   std::replace(typed.begin(), typed.end(), '\\', '/');
   out.SetPath(u"a.csv");
   EXPECT_EQ(out.Path(), core::JoinModulePath(u"a.csv"));
   out.SetPath(platform::ToUtf16(typed));
-  const std::string file = platform::ToUtf8(path);
+  const std::string file = platform::ToUtf8(csv);
   const std::string question =
       "現在該当している1個のアクションを" + file + "へエクスポートしますか？";
   host.answers = {{question, Answer::kNo}, Answer::kYes, "エクスポートが完了しました。"};
   out.OnRun({});
   out.OnRun({});
   out.Close();
-  EXPECT_EQ(app.ExportPath, path);
+  EXPECT_EQ(app.ExportPath, csv);
   EXPECT_TRUE(Bytes().starts_with("ActId\t")) << "Ver.3 is chosen first";
   CExchange in(app, ExchangeKind::kImport);
   EXPECT_EQ(in.ReadMode(), kReadReplace);
-  in.SetPath(path);
+  in.SetPath(csv);
   host.answers = {{file + "をインポートしますか？", Answer::kYes}, kImported};
   in.OnRun({});
   EXPECT_EQ(Rows().size(), 1u) << "replaced";

@@ -80,14 +80,8 @@ TEST_F(FindDialogTest, AFailedFindKeepsTheDialogAndTheIndex) {
 }
 
 TEST_F(FindDialogTest, TypedTimes) {
-  struct Row {
-    const char* why;
-    FindEditor editor;
-    std::u16string_view typed;
-    bool taken;
-    std::u16string_view staTime, endTime;  // both 08:00 before
-  };
-  const Row rows[] = {
+  using Text = std::u16string_view;
+  const std::tuple<const char*, FindEditor, Text, bool, Text, Text> rows[] = {
       {"four digits", FindEditor::kStartTime, u"0930", true, u"09:30", u"08:00"},
       {"the end of the day", FindEditor::kEndTime, u"2400", true, u"08:00", u"24:00"},
       {"empty", FindEditor::kEndTime, u"", true, u"08:00", u""},
@@ -95,18 +89,18 @@ TEST_F(FindDialogTest, TypedTimes) {
       {"no time", FindEditor::kStartTime, u"25:00", false, u"08:00", u"08:00"},
       {"no mark for the end", FindEditor::kEndTime, u"<終日>", false, u"08:00", u"08:00"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, editor, typed, taken, staTime, endTime] : rows) {
+    SCOPED_TRACE(why);
     CFind find(app);
     find.fields.staTime = find.fields.endTime = u"08:00";
-    EXPECT_TRUE(find.OpenEditor(row.editor));
-    find.editorText = row.typed;
-    if (!row.taken) host.answers = {"入力値不正"};
-    EXPECT_EQ(find.ApplyEditor(), row.taken);
+    EXPECT_TRUE(find.OpenEditor(editor));
+    find.editorText = typed;
+    if (!taken) host.answers = {"入力値不正"};
+    EXPECT_EQ(find.ApplyEditor(), taken);
     EXPECT_EQ(find.editor, FindEditor::kNone);
-    EXPECT_EQ(find.fields.staTime, row.staTime);
-    EXPECT_EQ(find.fields.endTime, row.endTime);
-    EXPECT_EQ(find.IsEndTimeEnabled(), row.endTime != u"<終日>");
+    EXPECT_EQ(find.fields.staTime, staTime);
+    EXPECT_EQ(find.fields.endTime, endTime);
+    EXPECT_EQ(find.IsEndTimeEnabled(), endTime != u"<終日>");
   }
   CFind find(app);
   find.OpenEditor(FindEditor::kStartTime);

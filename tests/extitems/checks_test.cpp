@@ -85,11 +85,7 @@ TEST(ItemChecks, NamesAndLabels) {
 }
 
 TEST(ItemChecks, TheWholeItem) {
-  const struct {
-    ExtItem item;
-    int code;
-    size_t position;
-  } rows[] = {
+  const std::tuple<ExtItem, int, size_t> rows[] = {
       {{u"a", u"b", u"int", u"5"}, 0, 1},
       {{u"", u"", u"", u""}, -1000, 0},
       {{u"a", u"b:", u"int", u"x"}, -2000, 1},
@@ -101,11 +97,11 @@ TEST(ItemChecks, TheWholeItem) {
       {{u"a", u"b", u"mlstring", u""}, 0, 0},
       {{u"a", u"b", u"file", u"\\x"}, -12000, 0},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(platform::ToUtf8(row.item.type));
+  for (const auto& [item, code, stop] : rows) {
+    SCOPED_TRACE(platform::ToUtf8(item.type));
     size_t position = 12345;
-    EXPECT_EQ(CheckExtItem(row.item, position), row.code);
-    EXPECT_EQ(position, row.position);
+    EXPECT_EQ(CheckExtItem(item, position), code);
+    EXPECT_EQ(position, stop);
   }
 }
 

@@ -7,11 +7,7 @@ namespace {
 using platform::ToUtf16;
 
 TEST(Utf, ConvertsBothWays) {
-  const struct {
-    const char16_t* text;
-    const char* bytes;
-    const char* why;
-  } rows[] = {
+  const std::tuple<const char16_t*, const char*, const char*> rows[] = {
       {u"1234567", "1234567", "one short of a run"},
       {u"12345678é", "12345678\xC3\xA9", "a run, then two bytes"},
       {u"1234567é xxxxxxxx", "1234567\xC3\xA9 xxxxxxxx", "no run at first, one later"},
@@ -19,14 +15,14 @@ TEST(Utf, ConvertsBothWays) {
       {u"\U00010000\U0010FFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", "first and last pair"},
       {u"\xD83Dx\xDE00\xD83D", "\xED\xA0\xBDx\xED\xB8\x80\xED\xA0\xBD", "halves of a pair"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [utf16, utf8, why] : rows) {
+    SCOPED_TRACE(why);
     std::string bytes = "in front ";
     std::u16string text = u"in front ";
-    platform::AppendUtf8(row.text, bytes);
-    platform::AppendUtf16(row.bytes, text);
-    EXPECT_EQ(bytes, std::string("in front ") + row.bytes);
-    EXPECT_EQ(text, std::u16string(u"in front ") + row.text);
+    platform::AppendUtf8(utf16, bytes);
+    platform::AppendUtf16(utf8, text);
+    EXPECT_EQ(bytes, std::string("in front ") + utf8);
+    EXPECT_EQ(text, std::u16string(u"in front ") + utf16);
   }
 }
 

@@ -43,11 +43,7 @@ TEST(MapLink, NamesThePointInDecimalDegrees) {
 
 TEST(Coordinate, IsReadBack) {
   constexpr double kNone = 77;
-  const struct {
-    const char* why;
-    std::u16string text;
-    double value;  // kNone: it isn't
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, double> rows[] = {
       {"a usual latitude", u"35/41/22.2", 35.6895},
       {"south", u"-35/41/22.2", -35.6895},
       {"seconds may begin with the point", u"35/41/.5", 35.683472},
@@ -63,11 +59,11 @@ TEST(Coordinate, IsReadBack) {
       {"a second point", u"35/41/1.2.3", kNone},
       {"something after it", u"35/41/1 ", kNone},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, text, expected] : rows) {
+    SCOPED_TRACE(why);
     double value = kNone;
-    EXPECT_EQ(position::ParseCoordinate(row.text, value) == 0, row.value != kNone);
-    EXPECT_NEAR(value, row.value, 1e-6);
+    EXPECT_EQ(position::ParseCoordinate(text, value) == 0, expected != kNone);
+    EXPECT_NEAR(value, expected, 1e-6);
   }
 }
 

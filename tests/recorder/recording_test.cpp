@@ -11,6 +11,8 @@ namespace {
 
 class RecordingTest : public store_test::StoreTest {
  protected:
+  using Command = void (CRecorder::*)();
+
   RecordingTest() {
     CreateFile();
     store::LoadActionIndex(app);
@@ -50,12 +52,7 @@ TEST_F(RecordingTest, ATapWaitsForTheDiskOnce) {
 }
 
 TEST_F(RecordingTest, FaultsEndWhereTheyStand) {
-  const struct {
-    const char* why;
-    std::u16string_view statement;
-    void (CRecorder::*command)();
-    const char* message;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string_view, Command, const char*> rows[] = {
       {"the history's length cannot be written", u"drop table t_LongData", &CRecorder::OnBtnRec,
        "レコーダーの設定値(RcdrHistNum)書込みに時にエラー発生。"},
       {"nor when the chain is forgotten", u"", &CRecorder::OnBtnClear,
@@ -66,38 +63,34 @@ TEST_F(RecordingTest, FaultsEndWhereTheyStand) {
        "レコーダーの設定値(RcdrPreActId)書込みに時にエラー発生。"},
   };
   Tap(9, 0, u"自宅");
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    if (!row.statement.empty()) Spoil(row.statement);
+  for (const auto& [why, statement, command, message] : rows) {
+    SCOPED_TRACE(why);
+    if (!statement.empty()) Spoil(statement);
     host.now.minute++;
-    host.answers = {std::string("レコーダー書込みエラー|") + row.message + "(80004005)"};
-    (recorder.*row.command)();
+    host.answers = {std::string("レコーダー書込みエラー|") + message + "(80004005)"};
+    (recorder.*command)();
     EXPECT_EQ(host.waitDepth, 0);
   }
 }
 
 TEST_F(RecordingTest, WithoutActionsTheReadsTellTheirPlace) {
-  const struct {
-    void (CRecorder::*command)();
-    const char* place;
-    bool asks = false;
-  } rows[] = {
-      {&CRecorder::OnBtnRec, "OnBtnRec Select Err (ln=3963"},
-      {&CRecorder::RecStop, "RecStop Select Err (ln=4810"},
-      {&CRecorder::RecReopen, "RecReopen Select Err (ln=5063"},
-      {&CRecorder::SetActList, "SetActList Select Err (ln=1762"},
+  const std::tuple<Command, const char*, bool> rows[] = {
+      {&CRecorder::OnBtnRec, "OnBtnRec Select Err (ln=3963", false},
+      {&CRecorder::RecStop, "RecStop Select Err (ln=4810", false},
+      {&CRecorder::RecReopen, "RecReopen Select Err (ln=5063", false},
+      {&CRecorder::SetActList, "SetActList Select Err (ln=1762", false},
       {&CRecorder::FxBtnDelete, "FxBtnDelete Delete Err (ln=5272", true},
       {&CRecorder::OnBtnBack, "OnBtnBack Select Err (ln=4473", true},
   };
   Tap(9, 0, u"自宅");
   Tap(10, 0, u"会社");
   Spoil(u"drop table t_UserData");
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.place);
+  for (const auto& [command, place, asks] : rows) {
+    SCOPED_TRACE(place);
     recorder.lines.selected = {0};
-    host.answers = {std::string("ERROR|CRecorderDlg::") + row.place + ", hr=80004005)"};
-    if (row.asks) host.answers.push_front(platform::Answer::kYes);
-    (recorder.*row.command)();
+    host.answers = {std::string("ERROR|CRecorderDlg::") + place + ", hr=80004005)"};
+    if (asks) host.answers.push_front(platform::Answer::kYes);
+    (recorder.*command)();
   }
 }
 
@@ -126,24 +119,19 @@ TEST_F(RecordingTest, LoadingTellsItsStep) {
 }
 
 TEST_F(RecordingTest, EditorsTakeOrRefuseTheirText) {
-  const struct {
-    const char* why;
-    std::u16string_view typed;
-    const char* shown;
-    bool refused = false;
-  } rows[] = {
-      {"four digits", u"0930", "09:30"},
-      {"seconds are dropped", u"12:34:56", "12:34"},
+  const std::tuple<const char*, std::u16string_view, const char*, bool> rows[] = {
+      {"four digits", u"0930", "09:30", false},
+      {"seconds are dropped", u"12:34:56", "12:34", false},
       {"no such minute: the field stays", u"2460", "12:34", true},
-      {"the mark", u"<現在時刻>", "<現在時刻>"},
+      {"the mark", u"<現在時刻>", "<現在時刻>", false},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    if (row.refused) host.answers = {platform::Answer::kOk};
+  for (const auto& [why, typed, shown, refused] : rows) {
+    SCOPED_TRACE(why);
+    if (refused) host.answers = {platform::Answer::kOk};
     recorder.OpenEditor(InlineEditTarget::kTime);
-    recorder.editorText = row.typed;
-    EXPECT_EQ(recorder.ValidateInlineEdit(), row.refused ? -1 : 0);
-    EXPECT_EQ(store_test::Readable(recorder.fields.time), row.shown);
+    recorder.editorText = typed;
+    EXPECT_EQ(recorder.ValidateInlineEdit(), refused ? -1 : 0);
+    EXPECT_EQ(store_test::Readable(recorder.fields.time), shown);
     EXPECT_EQ(recorder.editor, InlineEditTarget::kNone);
   }
   recorder.OpenEditor(InlineEditTarget::kTime);

@@ -68,12 +68,7 @@ TEST_F(SideTablesTest, AColumnTypeThatIsNotOursIsTold) {
 }
 
 TEST(SqlText, LiteralsAreLifted) {
-  const struct {
-    const char* why;
-    std::u16string sql;
-    std::string shape;
-    std::vector<std::string> literals;
-  } rows[] = {
+  const std::tuple<const char*, std::u16string, std::string, std::vector<std::string>> rows[] = {
       {"none", u"select * from t", "select * from t", {}},
       {"several, and what follows",
        u"a like '%会社%' or b = '' order by a",
@@ -82,11 +77,11 @@ TEST(SqlText, LiteralsAreLifted) {
       {"doubled quotes", u"a = 'O''Brien''' and b = ''''", "a = ? and b = ?", {"O'Brien'", "'"}},
       {"left open: the engine is to refuse it", u"a = 'x", "a = '", {}},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    const SelectShape shape = LiftLiterals(row.sql);
-    EXPECT_EQ(shape.sql, row.shape);
-    EXPECT_EQ(shape.literals, row.literals);
+  for (const auto& [why, sql, lifted, literals] : rows) {
+    SCOPED_TRACE(why);
+    const SelectShape shape = LiftLiterals(sql);
+    EXPECT_EQ(shape.sql, lifted);
+    EXPECT_EQ(shape.literals, literals);
   }
 }
 

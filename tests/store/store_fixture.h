@@ -32,22 +32,24 @@ class StoreTest : public testing::Test {
   std::u16string InsertAction(std::u16string_view start, std::u16string_view end = {},
                               std::u16string_view place = {}) {
     store::Action action = MakeAction(start, end.empty() ? start : end);
-    action[store::kActId] = u"ID" + core::ZeroPadded(++lastId_, 16);
     if (!place.empty()) action[store::kPlace] = place;
+    return InsertAction(action);
+  }
+  std::u16string InsertAction(store::Action action) {
+    action[store::kActId] = u"ID" + core::ZeroPadded(++lastId_, 16);
     EXPECT_EQ(Users().Insert(action), 0);
     return *action[store::kActId];
   }
 
-  // How many Actions a file holds; -1 if it can't be opened. No file is open afterwards.
+  // The number of Actions in a file, -1 if it doesn't open. No file is open after it.
   static int RowsIn(std::u16string_view file) {
     store::DisconnectDataFile();
-    core::CAppState reader;
-    reader.DataFile = file;
-    const int opened = datafile::OpenDataFile(reader);
+    core::CAppState other;
+    other.DataFile = file;
+    const int opened = datafile::OpenDataFile(other);
     store::DisconnectDataFile();
-    return opened == 0 ? reader.IndexCount : -1;
+    return opened == 0 ? other.IndexCount : -1;
   }
-
   std::string FileBytes() const { return testing_support::ReadWholeFile(hostPath); }
 
   static store::CUserDataTable& Users() { return *store::dbSession().UserTable; }

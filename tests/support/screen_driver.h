@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTimer>
 #include <functional>
@@ -52,6 +53,16 @@ class ScreenDriver {
     return widget;
   }
   void Click(const char* name) { Find(name)->click(); }
+  std::string Shown(const char* field) {
+    return Find<QWidget>(field)->accessibleDescription().toStdString();
+  }
+  // Drives the next screen: types into its field and leaves it by a button.
+  void NextTyped(const char* field, const char* text, const char* button = "1") {
+    Next([this, field, text, button] {
+      Find<QLineEdit>(field)->setText(QString::fromUtf8(text));
+      Click(button);
+    });
+  }
 
   void Press(int key, const QString& text = {}) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);

@@ -67,10 +67,7 @@ class Recording : public ListCanvas {
 };
 
 TEST_F(InertListTest, ARowAtAnOffset) {
-  const struct {
-    const char* why;
-    int style, start, offset, row, y;
-  } rows[] = {
+  const std::tuple<const char*, int, int, int, int, int> rows[] = {
       {"at rest", 0, 3, 0, 3, 0},
       {"a little down: the row above covers the edge", 0, 3, 5, 2, -15},
       {"above the first row there are rows without data", 0, 0, 25, -2, -15},
@@ -80,12 +77,12 @@ TEST_F(InertListTest, ARowAtAnOffset) {
       {"a wheel comes from the end", ILS_WRAP, 0, 5, 29, -15},
       {"and goes on at the beginning", ILS_WRAP, 29, -25, 0, -5},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    list.ChangeStyle(ILS_WRAP, row.style);
+  for (const auto& [why, style, start, offset, found, edge] : rows) {
+    SCOPED_TRACE(why);
+    list.ChangeStyle(ILS_WRAP, style);
     int y = 99;
-    EXPECT_EQ(list.RowAtOffset(row.start, row.offset, y), row.row);
-    EXPECT_EQ(y, row.y);
+    EXPECT_EQ(list.RowAtOffset(start, offset, y), found);
+    EXPECT_EQ(y, edge);
   }
   list.SetHeight(4, 50);
   int y = 0;
@@ -191,11 +188,7 @@ TEST_F(InertListTest, PaintsRowsLinesAndWhatLiesBelow) {
 }
 
 TEST_F(InertListTest, KeysStayWithinTheRows) {
-  const struct {
-    ListKey key;
-    int style, top;
-    const char* why;
-  } rows[] = {
+  const std::tuple<ListKey, int, int, const char*> rows[] = {
       {ListKey::kEnd, 0, 24, "the last page"},
       {ListKey::kDown, 0, 24, "no further"},
       {ListKey::kHome, 0, 0, "the beginning"},
@@ -203,11 +196,11 @@ TEST_F(InertListTest, KeysStayWithinTheRows) {
       {ListKey::kUp, ILS_WRAP, 29, "every row of a wheel can be reached by the keys"},
       {ListKey::kDown, ILS_WRAP, 0, "round again"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    list.ChangeStyle(0, row.style);
-    list.Key(row.key);
-    EXPECT_EQ(list.Top(), row.top);
+  for (const auto& [key, style, top, why] : rows) {
+    SCOPED_TRACE(why);
+    list.ChangeStyle(0, style);
+    list.Key(key);
+    EXPECT_EQ(list.Top(), top);
   }
   list.ChangeStyle(ILS_WRAP, 0);
   list.Key(ListKey::kEnd);

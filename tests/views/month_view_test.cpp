@@ -18,19 +18,15 @@ class Month : public Diary {
 };
 
 TEST_F(Month, OpensWithADayOfTheMonthBefore) {
-  const struct {
-    int year, month;
-    const char16_t* first;
-    const char* why;
-  } rows[] = {
+  const std::tuple<int, int, const char16_t*, const char*> rows[] = {
       {2010, 6, u"2010/05/30", "begins on a Tuesday"},
       {2010, 8, u"2010/07/25", "begins on a Sunday: seven days before"},
       {2010, 12, u"2010/11/28", "over the year's end"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    const MonthData month = CountMonth(app, row.year, row.month);
-    EXPECT_EQ(core::DayText(month.MonthCells.front().day.value()), row.first);
+  for (const auto& [year, number, first, why] : rows) {
+    SCOPED_TRACE(why);
+    const MonthData month = CountMonth(app, year, number);
+    EXPECT_EQ(core::DayText(month.MonthCells.front().day.value()), first);
   }
   EXPECT_FALSE(CountMonth(app, -1, -1).MonthCells[0].day) << "there is no such month";
 }
@@ -54,13 +50,11 @@ TEST_F(Month, CountsWhatStartsOnADay) {
 
 TEST_F(Month, ACellLooksByItsDay) {
   const MonthData month = CountMonth(app, 2010, 6);
-  const struct {
-    int cell;
-    CellKind kind;
-  } rows[] = {{0, CellKind::kOutside}, {2, CellKind::kWorkday}, {6, CellKind::kSaturday},
-              {7, CellKind::kSunday},  {24, CellKind::kToday},  {32, CellKind::kOutside}};
-  for (const auto& row : rows)
-    EXPECT_EQ(KindOfCell(month, row.cell, core::DayOf(host.now)), row.kind) << row.cell;
+  const std::pair<int, CellKind> rows[] = {{0, CellKind::kOutside},  {2, CellKind::kWorkday},
+                                           {6, CellKind::kSaturday}, {7, CellKind::kSunday},
+                                           {24, CellKind::kToday},   {32, CellKind::kOutside}};
+  for (const auto& [cell, kind] : rows)
+    EXPECT_EQ(KindOfCell(month, cell, core::DayOf(host.now)), kind) << cell;
   EXPECT_EQ(CellOfCurDay(month), 24);
   core::CurDay = 31;
   EXPECT_EQ(CellOfCurDay(month), -1) << "June has 30 days";

@@ -47,18 +47,14 @@ TEST(RowGesture, ADragCoversTheRowsFromThePressOn) {
 }
 
 TEST(RowGesture, TheEdgesScroll) {
-  const struct {
-    int row;
-    RowRange visible;
-    int scrollBy;
-  } rows[] = {
+  const std::tuple<int, RowRange, int> rows[] = {
       {20, {20, 29}, -1}, {29, {20, 29}, 1}, {24, {20, 29}, 0},
       {20, {20, 20}, 0},  {30, {20, 29}, 1},
   };
-  for (const auto& row : rows) {
+  for (const auto& [to, visible, scrollBy] : rows) {
     RowGesture gesture;
     gesture.Press(25, false);
-    EXPECT_EQ(gesture.Move(row.row, row.visible).scrollBy, row.scrollBy) << row.row;
+    EXPECT_EQ(gesture.Move(to, visible).scrollBy, scrollBy) << to;
   }
 }
 

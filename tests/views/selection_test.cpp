@@ -33,12 +33,7 @@ class Selection : public Diary {
 };
 
 TEST_F(Selection, ARowMeansTheActionThatItShows) {
-  const struct {
-    ViewRows rows;
-    int row;
-    int position;  // -1: no Action
-    const char* why;
-  } cases[] = {
+  const std::tuple<ViewRows, int, int, const char*> cases[] = {
       {SetDataDayViewForSingle(app), 1, 3, "counted from the day's first"},
       {SetDataDayViewForSingle(app), 2, -1, "the row of a new Action"},
       {SetDataDayViewForSingle(app), -1, -1, "no row"},
@@ -47,13 +42,13 @@ TEST_F(Selection, ARowMeansTheActionThatItShows) {
       {SetDataListView(app), 3, 0, "down to the oldest"},
       {SetDataListView(app), 4, -1, "the row of a new Action on a page that is not full"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [view, row, position, why] : cases) {
+    SCOPED_TRACE(why);
     app.SelIndex = -7;
-    EXPECT_EQ(SelectRow(app, c.rows, c.row), c.position >= 0);
-    EXPECT_EQ(app.SelIndex, c.position >= 0 ? c.position : -7);
-    if (c.position >= 0) {
-      EXPECT_EQ(app.SelActId, app.ActIds.At(static_cast<size_t>(c.position)));
+    EXPECT_EQ(SelectRow(app, view, row), position >= 0);
+    EXPECT_EQ(app.SelIndex, position >= 0 ? position : -7);
+    if (position >= 0) {
+      EXPECT_EQ(app.SelActId, app.ActIds.At(static_cast<size_t>(position)));
     }
   }
 }

@@ -57,11 +57,7 @@ TEST_F(Week, Lanes) {
     int col, dup;
     bool operator==(const Lane&) const = default;
   };
-  const struct {
-    const char* why;
-    std::vector<std::pair<int, int>> hours;  // from and to
-    std::vector<Lane> lanes;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<std::pair<int, int>>, std::vector<Lane>> cases[] = {
       {"one ends as the next starts", {{1, 2}, {2, 3}}, {{0, 1}, {0, 1}}},
       {"three alike", {{1, 2}, {1, 2}, {1, 2}}, {{1, 3}, {2, 3}, {0, 3}}},
       {"one within a long one", {{1, 9}, {3, 4}}, {{0, 1}, {1, 2}}},
@@ -69,10 +65,10 @@ TEST_F(Week, Lanes) {
       {"a lane is free again", {{1, 3}, {2, 6}, {4, 5}}, {{0, 2}, {1, 2}, {0, 2}}},
   };
   const core::Day first = FirstDayOfWeek();
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, hours, expected] : cases) {
+    SCOPED_TRACE(why);
     WeekData data;
-    for (const auto& [from, to] : c.hours) {
+    for (const auto& [from, to] : hours) {
       WeekItem item;
       core::MakeCalendarValue(item.start, 2010, 6, 23, from, 0, 0);
       core::MakeCalendarValue(item.end, 2010, 6, 23, to, 0, 0);
@@ -81,7 +77,7 @@ TEST_F(Week, Lanes) {
     CalcWeekRepetition(first, data);
     std::vector<Lane> lanes;
     for (const WeekItem& item : data.WeekItems) lanes.push_back({item.col, item.dup});
-    EXPECT_EQ(lanes, c.lanes);
+    EXPECT_EQ(lanes, expected);
   }
 }
 

@@ -18,24 +18,7 @@ class EditActionScreen : public edit_test::EditTest, protected testing_support::
     app.SelIndex = 1;
     return Drive(CEditActionDlg(&window, app, kOpenChange), drive);
   }
-  std::string Shown(const char* name) { return Find(name)->accessibleDescription().toStdString(); }
 };
-
-TEST_F(EditActionScreen, ShowsTheAction) {
-  app.PlaceName = u"行き先";
-  EXPECT_EQ(Run([&] {
-              EXPECT_EQ(Find<QLabel>("1100")->text(), QStringLiteral("変更"));
-              EXPECT_EQ(Find<QLabel>("1112")->text(), QStringLiteral("行き先"));
-              EXPECT_EQ(Shown("1105"), "2010/06/23");
-              EXPECT_EQ(Shown("1110"), "13:00");
-              EXPECT_EQ(Shown("1113"), "レストラン");
-              EXPECT_TRUE(Find("5007")->isEnabled());
-              EXPECT_TRUE(Find<QAction>("32784")->isEnabled());
-              EXPECT_TRUE(Find("1110")->isEnabled());
-              Click("2");
-            }),
-            platform::qt::kResultCancel);
-}
 
 TEST_F(EditActionScreen, WithListsTimesAndValuesHaveScreensOfTheirOwn) {
   app.ItmSelMode = 2;
@@ -50,18 +33,14 @@ TEST_F(EditActionScreen, WithListsTimesAndValuesHaveScreensOfTheirOwn) {
     Next([&] { Click("extra"); });
     Click("1106");
     EXPECT_EQ(Shown("1106"), "<終日>");
-    Next([&] {
-      Find<QLineEdit>("value")->setText(QStringLiteral("公園"));
-      Click("1");
-    });
+    EXPECT_FALSE(Find("1110")->isEnabled());
+    NextTyped("value", "公園");
     Click("1113");
-    Next([&] {
-      Find<QLineEdit>("value")->setText(QStringLiteral("遊び"));
-      Click("2");
-    });
+    NextTyped("value", "遊び", "2");
     Click("1115");
     Click("1102");
   });
+  EXPECT_EQ(Stored(noon, store::kStaDateTime), "2010/06/23 00:00:00");
   EXPECT_EQ(Stored(noon, store::kEndDateTime), "2010/06/23 24:00:00");
   EXPECT_EQ(Stored(noon, store::kPlace), "公園");
   EXPECT_EQ(Stored(noon, store::kCategory1), "") << "the choice was given up";
@@ -69,7 +48,13 @@ TEST_F(EditActionScreen, WithListsTimesAndValuesHaveScreensOfTheirOwn) {
 }
 
 TEST_F(EditActionScreen, FieldsOpenTheirEditorsInPlace) {
+  app.PlaceName = u"行き先";
   Run([&] {
+    EXPECT_EQ(Find<QLabel>("1112")->text(), QStringLiteral("行き先"));
+    EXPECT_EQ(Shown("1110"), "13:00");
+    EXPECT_EQ(Shown("1113"), "レストラン");
+    EXPECT_TRUE(Find("5007")->isEnabled());
+    EXPECT_TRUE(Find<QAction>("32784")->isEnabled());
     Click("1109");
     Press(Qt::Key_Right);
     Press(Qt::Key_Escape);
@@ -103,6 +88,7 @@ TEST_F(EditActionScreen, ClosesWithItsWindow) {
     host.answers = {platform::Answer::kNo};
     EXPECT_TRUE(dialog.OnWindowClosing());
   });
+  EXPECT_EQ(Run([&] { Click("2"); }), platform::qt::kResultCancel);
   Run([&] { Click("1103"); });
   EXPECT_TRUE(window.isVisible()) << "until the screen has ended";
   QApplication::processEvents();

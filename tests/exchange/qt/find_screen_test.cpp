@@ -36,7 +36,7 @@ TEST_F(FindScreen, TheStartsListWritesTheMarkIntoBothTimes) {
     rows->scrollToTop();
     Tap(rows->viewport(), rows->visualItemRect(rows->item(1)).center());
     EXPECT_TRUE(Find<QWidget>("1270")->isHidden());
-    EXPECT_EQ(Find<QWidget>("1266")->accessibleDescription(), QStringLiteral("<終日>"));
+    EXPECT_EQ(Shown("1266"), "<終日>");
     EXPECT_FALSE(Find<QWidget>("1266")->isEnabled());
     for (const char* target : {"1256", "1257", "1258", "1259"}) Click(target);
     host.answers = {"1 個のアクションが見つかりました。"};
@@ -54,14 +54,14 @@ TEST_F(FindScreen, WithListsThePickersOpen) {
   Drive(dialog, [&] {
     Next([&] { Tap(Find<touch::INERT_LIST_VIEW>("rows"), {10, 5}); });
     Click("1272");
-    EXPECT_EQ(Find<QWidget>("1272")->accessibleDescription(), QStringLiteral("会社"));
+    EXPECT_EQ(Shown("1272"), "会社");
     Next([&] {
       Find("extra");  // the whole day
       Find<touch::INERT_LIST_VIEW>("hour")->List().SetTop(22);
       Click("1");
     });
     Click("1262");
-    EXPECT_EQ(Find<QWidget>("1262")->accessibleDescription(), QStringLiteral("01:00"));
+    EXPECT_EQ(Shown("1262"), "01:00");
     Click("1267");
     Click("2");
   });

@@ -45,18 +45,12 @@ TEST_F(ItemEditorScreen, WithListsNameAndTypeArePicked) {
   app.ItmSelMode = 2;
   CItemEditorDlg dialog(&window, app, u"a:a:int:1:b:b:date:\"2010/1/2\":");
   const int result = Drive(dialog, [&] {
-    Next([&] {
-      Find<QLineEdit>("value")->setText(QStringLiteral("b"));
-      Click("1");
-    });
+    NextTyped("value", "b");
     Click("pick_name");
     Click("pick_date");
     emit screen->findChild<platform::qt::MonthCalendar*>()->Chosen(QDate(2011, 12, 13));
     EXPECT_EQ(Find<QLineEdit>("line")->text(), QStringLiteral("2011/12/13"));
-    Next([&] {
-      Find<QLineEdit>("value")->setText(QStringLiteral("File"));
-      Click("1");
-    });
+    NextTyped("value", "File");
     Click("pick_type");
     EXPECT_TRUE(Find("pick_date")->isHidden());
     host.answers = {platform::Answer::kNo, platform::Answer::kYes};

@@ -54,10 +54,7 @@ TEST_F(FileSelectScreen, TheMenusActOnTheSelectedLine) {
   testing_support::WriteWholeFile(folder.HostPath("a.csv"), "");
   CFileSelectDlg dialog(&window, Params(kSelectToSave));
   const int result = Drive(dialog, [&] {
-    Next([&] {
-      Find<QLineEdit>("1500")->setText(QStringLiteral("火"));
-      Click("1");
-    });
+    NextTyped("1500", "火");
     Find<QAction>("33051")->trigger();
     EXPECT_TRUE(platform::files().Exists(folder.Path(u"火")));
     Send(Lines(), QEvent::MouseButtonPress, Line(1));

@@ -10,11 +10,7 @@ using namespace platform::qt;
 
 TEST(TextLines, BreakWhereAReaderWould) {
   const QFont font = FixedFont(12);
-  const struct {
-    const char* text;
-    const char* fits;  // the widest line
-    const char* lines;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*> rows[] = {
       {"有効なアクションが選択されていません。", "有効なアクションが選択",
        "有効なアクションが\n選択されていません。"},
       {"設定ファイルの書込みに失敗しました。", "設定ファイルの書",
@@ -25,9 +21,9 @@ TEST(TextLines, BreakWhereAReaderWould) {
       {"データファイル", "データファ", "データファ\nイル"},
       {"a\n\nb", "ab", "a\n\nb"},
   };
-  for (const auto& row : rows) {
-    const int width = QFontMetrics(font).horizontalAdvance(row.fits) + 2;
-    EXPECT_EQ(BreakIntoLines(row.text, font, width).toStdString(), row.lines);
+  for (const auto& [text, fits, lines] : rows) {
+    const int width = QFontMetrics(font).horizontalAdvance(fits) + 2;
+    EXPECT_EQ(BreakIntoLines(text, font, width).toStdString(), lines);
   }
 }
 
