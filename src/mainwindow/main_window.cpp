@@ -47,6 +47,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
       menus_(new CommandMenus(softKeys_->Menu(), *softKeys_)),
       popups_(new views::DatePopups(this, *header_)) {
   app_.CurView = app_.InitView;
+  list_->setAccessibleName(QStringLiteral("アクションの一覧"));
   setWindowTitle(ToQt(core::kProgramName));
   resize(Scaled(240), Scaled(320));
   setMinimumSize(Scaled(240), Scaled(200));
@@ -76,6 +77,7 @@ void CMainWnd::MakeCaption() {
   connect(this, &QWidget::windowTitleChanged, title, &QLabel::setText);
   auto* ok = new QPushButton(QStringLiteral("ok"), caption_);
   ok->setObjectName(QString::number(kShellOk));
+  ok->setAccessibleName(QStringLiteral("終了"));
   ok->setFixedWidth(Scaled(36));
   ok->setFocusPolicy(Qt::TabFocus);
   for (QWidget* part : {static_cast<QWidget*>(title), static_cast<QWidget*>(ok)}) {

@@ -57,7 +57,7 @@ position::Position MapPane::PositionAt(MapPoint pixel) const {
 }
 
 int MapPane::HitTest(MapPoint pixel) const {
-  const int reach = Scaled(5);
+  const int reach = Scaled(kMarkerReach);
   const auto isHit = [&](const MapItem& item) {
     const MapPoint marker = PixelOf({item.latitude, item.longitude});
     return item.valid && std::abs(marker.x - pixel.x) <= reach &&

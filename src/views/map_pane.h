@@ -28,6 +28,9 @@ struct MapPoint {
 
 enum class MapMode { kIdle = 0, kPressed = 1, kDragging = 2, kZooming = 3 };
 
+// Of a marker from its middle, in units.
+inline constexpr int kMarkerReach = 5;
+
 // Pixels per degree.
 inline constexpr int kSmallestScl = 10;
 inline constexpr int kLargestScl = 8589934;

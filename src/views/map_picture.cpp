@@ -75,8 +75,9 @@ void AddMarkers(const MapPane& pane, std::vector<MapLabel>& labels) {
         at.y > pane.Height() + reach) {
       continue;
     }
-    labels.push_back(
-        {{at.x - Scaled(5), at.y - Scaled(5)}, core::ZeroPadded(item.number, 2), kMarker});
+    labels.push_back({{at.x - Scaled(kMarkerReach), at.y - Scaled(kMarkerReach)},
+                      core::ZeroPadded(item.number, 2),
+                      kMarker});
   }
 }
 

@@ -79,4 +79,10 @@ ViewRows FillMonthList(const core::CAppState& app) {
   return rows;
 }
 
+std::u16string CellText(const MonthCell& cell) {
+  if (!cell.day) return {};
+  return core::ZeroPadded(cell.day->month, 1) + u"/" + core::ZeroPadded(cell.day->day, 1) + u" " +
+         core::ZeroPadded(cell.count, 1) + u"件";
+}
+
 }  // namespace views

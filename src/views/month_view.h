@@ -31,6 +31,9 @@ struct MonthData {
 // of the month before.
 MonthData CountMonth(const core::CAppState& app, int year, int month);
 
+// "6/23 2件": a cell in words; empty beyond the calendar's ends.
+std::u16string CellText(const MonthCell& cell);
+
 // "yyyy/mm/dd - total of the month(total of the index)".
 std::u16string MonthTitle(const core::CAppState& app, const MonthData& month);
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/date_time.h"
+#include "core/text.h"
 #include "views/navigation.h"
 #include "views/view_rows.h"
 
@@ -146,6 +147,18 @@ void CalcWeekRepetition(const Day& first, WeekData& week) {
       }
     }
   }
+}
+
+std::u16string BoxText(const WeekItem& item) {
+  core::CalendarParts start;
+  core::CalendarParts end;
+  core::CalendarToParts(item.start, start);
+  core::CalendarToParts(item.end, end);
+  const auto time = [](const core::CalendarParts& at) {
+    return core::ZeroPadded(at.hour, 2) + u":" + core::ZeroPadded(at.minute, 2);
+  };
+  return core::ZeroPadded(start.month, 1) + u"/" + core::ZeroPadded(start.day, 1) + u" " +
+         time(start) + u"-" + time(end) + u" " + item.text;
 }
 
 }  // namespace views

@@ -44,6 +44,9 @@ void ReadWeek(const core::CAppState& app, WeekData& week);
 // count, or -100 after the message of a failed read.
 int DbReadWeekData(const core::CAppState& app, const core::Day& first, WeekData& week);
 
+// "6/23 10:00-11:30 会社": a box in words.
+std::u16string BoxText(const WeekItem& item);
+
 // Sets row, dup and col of every item, and WeekRowMax.
 void CalcWeekRepetition(const core::Day& first, WeekData& week);
 

@@ -49,6 +49,7 @@ TEST_F(Week, ShowsWhatStartsOnItsDaysInAPieceADay) {
     EXPECT_EQ(week.WeekItems[piece].text, u"駅");
     EXPECT_EQ(week.WeekItems[piece].position, 2);
   }
+  EXPECT_EQ(BoxText(week.WeekItems[1]), u"6/22 23:00-23:59 駅");
   EXPECT_EQ(week.WeekRowMax, (std::array<int, 7>{1, 0, 1, 1, 1, 1, 1}));
 }
 

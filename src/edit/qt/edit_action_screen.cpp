@@ -91,6 +91,7 @@ void CEditActionDlg::MakeToolBar(QVBoxLayout& rows) {
     auto* button = controls_.Add(tool.id, new QToolButton(this));
     button->setText(ToQt(tool.text));
     button->setToolTip(ToQt(tool.name));
+    button->setAccessibleName(button->toolTip());
     button->setFont(FixedFont(11));
     button->setCheckable(tool.isToggle);
     button->setFocusPolicy(Qt::NoFocus);
@@ -99,14 +100,17 @@ void CEditActionDlg::MakeToolBar(QVBoxLayout& rows) {
     row->addWidget(button);
   }
   row->addStretch(1);
-  AddButton(kIdPrevious, QStringLiteral("↑"), *row, 29);
-  AddButton(kIdNext, QStringLiteral("↓"), *row, 29);
+  AddButton(kIdPrevious, QStringLiteral("↑"), *row, 29)
+      ->setAccessibleName(QStringLiteral("前のアクション"));
+  AddButton(kIdNext, QStringLiteral("↓"), *row, 29)
+      ->setAccessibleName(QStringLiteral("次のアクション"));
 }
 
-void CEditActionDlg::AddButton(int id, const QString& text, QBoxLayout& row, int width) {
+QPushButton* CEditActionDlg::AddButton(int id, const QString& text, QBoxLayout& row, int width) {
   QPushButton* button = controls_.AddButton(id, text, [this, id] { Run(id); });
   button->setFixedSize(Scaled(width), Scaled(26));
   row.addWidget(button);
+  return button;
 }
 
 void CEditActionDlg::MakeMenu() {

@@ -40,7 +40,7 @@ class CEditActionDlg : public pickers::FieldScreen {
   void MakeTitleRow(QVBoxLayout& rows);
   void MakeToolBar(QVBoxLayout& rows);
   void MakeMenu();
-  void AddButton(int id, const QString& text, QBoxLayout& row, int width);
+  QPushButton* AddButton(int id, const QString& text, QBoxLayout& row, int width);
 
   void Run(int commandId);
   void EditExtItems();

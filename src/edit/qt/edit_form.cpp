@@ -20,19 +20,22 @@ constexpr int kSmallestDigits = 9;  // below that of a text, where it would blot
 }  // namespace
 
 EditForm::EditForm(QWidget* parent, const core::CAppState& app, std::function<void(int)> onTap)
-    : QScrollArea(parent), controls_(new QWidget), onTap_(std::move(onTap)) {
+    : QScrollArea(parent),
+      controls_(new QWidget),
+      onTap_(std::move(onTap)),
+      memoName_(ToQt(app.MemoName)) {
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::NoFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWidget(controls_.Parent());
   AddLabel(kIdStartLabel, app.StaDtTmName);
-  AddField(kIdStartDate, app.StaDtTmName);
-  AddField(kIdStartTime, app.StaDtTmName);
-  AddButton(kIdStartNow, app.StaDtTmName)->setFont(platform::qt::DotFont());
+  AddField(kIdStartDate, app.StaDtTmName + u" 日付");
+  AddField(kIdStartTime, app.StaDtTmName + u" 時刻");
+  AddNow(kIdStartNow, app.StaDtTmName);
   AddLabel(kIdEndLabel, app.EndDtTmName);
-  AddField(kIdEndDate, app.EndDtTmName);
-  AddField(kIdEndTime, app.EndDtTmName);
-  AddButton(kIdEndNow, app.EndDtTmName)->setFont(platform::qt::DotFont());
+  AddField(kIdEndDate, app.EndDtTmName + u" 日付");
+  AddField(kIdEndTime, app.EndDtTmName + u" 時刻");
+  AddNow(kIdEndNow, app.EndDtTmName);
   AddLabel(kIdLatitudeLabel, app.LatName);
   AddField(kIdLatitude, app.LatName, kSmallestDigits);
   AddLabel(kIdLongitudeLabel, app.LonName);
@@ -45,13 +48,12 @@ EditForm::EditForm(QWidget* parent, const core::CAppState& app, std::function<vo
   AddField(kIdCategory2, app.Cate2Name);
   AddLabel(kIdMemoLabel, app.MemoName);
   AddField(kIdMemo, app.MemoName);
-  AddButton(kIdMemoInput, app.MemoName);
+  controls_.AddButton(kIdMemoInput, {}, [this] { onTap_(kIdMemoInput); });
 }
 
-void EditForm::AddField(int id, const std::u16string& name, int smallest) {
-  auto* field = pickers::AddField(
-      controls_, id, [this, id] { onTap_(id); }, smallest);
-  field->setAccessibleName(ToQt(name));
+void EditForm::AddField(int id, std::u16string_view name, int smallest) {
+  pickers::AddField(
+      controls_, id, name, [this, id] { onTap_(id); }, smallest);
   fields_.push_back(id);
 }
 
@@ -60,10 +62,11 @@ void EditForm::AddLabel(int id, const std::u16string& name) {
   labels_.back()->setIndent(Scaled(3));
 }
 
-QPushButton* EditForm::AddButton(int id, const std::u16string& name) {
-  auto* button = controls_.AddButton(id, QStringLiteral("・"), [this, id] { onTap_(id); });
-  button->setAccessibleName(ToQt(name));
-  return button;
+void EditForm::AddNow(int id, const std::u16string& name) {
+  controls_
+      .AddSign(id, QStringLiteral("・"), ToQt(name) + QStringLiteral("を現在時刻にする"),
+               [this, id] { onTap_(id); })
+      ->setFont(platform::qt::DotFont());
 }
 
 void EditForm::ShowState(const CEditAction& state) {
@@ -79,8 +82,11 @@ void EditForm::ShowState(const CEditAction& state) {
   Field(kIdCategory2)->ShowValue(ToQt(fields.category2));
   Field(kIdMemo)->ShowValue(ToQt(state.ShownMemo()));
   for (const int id : fields_) Field(id)->setEnabled(state.IsEnabled(id));
-  controls_.At<QPushButton>(kIdMemoInput)
-      ->setText(state.memoInput == MemoInput::kList ? QStringLiteral("▼") : QStringLiteral("≡"));
+  const bool isList = state.memoInput == MemoInput::kList;
+  auto* memoInput = controls_.At<QPushButton>(kIdMemoInput);
+  memoInput->setText(isList ? QStringLiteral("▼") : QStringLiteral("≡"));
+  memoInput->setAccessibleName(
+      memoName_ + (isList ? QStringLiteral("を一覧から選択") : QStringLiteral("を複数行で入力")));
 }
 
 void EditForm::LayOut(QWidget* before) {

@@ -5,6 +5,7 @@
 #include <QScrollArea>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/app_state.h"
@@ -26,13 +27,14 @@ class EditForm : public QScrollArea {
   void LayOut(QWidget* before);
 
  private:
-  void AddField(int id, const std::u16string& name, int smallest = 10);
+  void AddField(int id, std::u16string_view name, int smallest = 10);
   void AddLabel(int id, const std::u16string& name);
-  QPushButton* AddButton(int id, const std::u16string& name);
+  void AddNow(int id, const std::u16string& name);
   int LabelWidth() const;
 
   platform::qt::Controls controls_;
   std::function<void(int)> onTap_;
+  QString memoName_;
   std::vector<int> fields_;  // their ids
   std::vector<QLabel*> labels_;
   std::vector<QFrame*> separators_;

@@ -20,6 +20,7 @@ using platform::qt::FixedFont;
 using platform::qt::FromQt;
 using platform::qt::ToQt;
 
+constexpr std::u16string_view kPathLabel = u"対象ファイル:";
 constexpr int kProgressPause = 200;  // milliseconds
 constexpr int kChoicesARow = 3;
 
@@ -119,15 +120,18 @@ void CExchangeDlg::MakeTitleRow(QVBoxLayout& rows) {
 }
 
 void CExchangeDlg::MakePathRows(QVBoxLayout& rows) {
-  rows.addWidget(controls_.AddLabel(kIdPathLabel, u"対象ファイル:"));
+  rows.addWidget(controls_.AddLabel(kIdPathLabel, kPathLabel));
   auto* row = new QHBoxLayout;
   row->setSpacing(Scaled(1));
   rows.addLayout(row);
   path_->setObjectName(QString::number(kIdPath));
+  platform::qt::NameControl(*path_, kPathLabel);
   path_->setFont(FixedFont(12));
   path_->setFixedHeight(Scaled(26));
   row->addWidget(path_, 1);
-  row->addWidget(AddButton(kIdBrowse, QStringLiteral("..."), 28, [this] { OnBrowse(); }));
+  QPushButton* browse = AddButton(kIdBrowse, QStringLiteral("..."), 28, [this] { OnBrowse(); });
+  browse->setAccessibleName(QStringLiteral("ファイルの選択"));
+  row->addWidget(browse);
 }
 
 void CExchangeDlg::MakeRunRow(QVBoxLayout& rows) {
@@ -137,6 +141,7 @@ void CExchangeDlg::MakeRunRow(QVBoxLayout& rows) {
   QPushButton* run = AddButton(kIdRun, ToQt(exchange_.Title()), 84, [this] { OnRun(); });
   row->addWidget(run);
   keys_->FocusAfter(run);
+  progress_->setAccessibleName(QStringLiteral("進行状況"));
   progress_->setFont(FixedFont(12));
   QSizePolicy keepsItsPlace = progress_->sizePolicy();
   keepsItsPlace.setRetainSizeWhenHidden(true);

@@ -23,6 +23,7 @@ using platform::qt::ToQt;
 
 constexpr int kLongestFindText = 2000;  // the longest column that is looked into
 constexpr int kLongestTime = 8;
+constexpr std::u16string_view kTextLabel = u"検索文字列:";
 
 struct SpanField {
   FindEditor editor;
@@ -68,7 +69,7 @@ int CFindDlg::RunModal() {
 }
 
 void CFindDlg::MakeText() {
-  controls_.AddLabel(kIdTextLabel, u"検索文字列:");
+  controls_.AddLabel(kIdTextLabel, kTextLabel);
   text_->setEditable(true);
   text_->setInsertPolicy(QComboBox::NoInsert);
   text_->setCompleter(nullptr);
@@ -81,7 +82,10 @@ void CFindDlg::MakeText() {
           [this](const QString& text) { find_.fields.text = FromQt(text); });
   const bool byLists = app_.ItmSelMode == core::kPickByLists;
   text_->setHidden(byLists);
-  AddField(kIdTextField, [this] { OnTextField(); })->setHidden(!byLists);
+  for (QWidget* part : {static_cast<QWidget*>(text_), static_cast<QWidget*>(text_->lineEdit())}) {
+    platform::qt::NameControl(*part, kTextLabel);
+  }
+  AddField(kIdTextField, kTextLabel, [this] { OnTextField(); })->setHidden(!byLists);
 }
 
 void CFindDlg::MakeTargets() {
@@ -97,20 +101,25 @@ void CFindDlg::MakeSpans() {
   controls_.AddLabel(kIdStartLabel, app_.StaDtTmName);
   controls_.AddLabel(kIdEndLabel, app_.EndDtTmName);
   for (const SpanField& field : kSpanFields) {
-    AddField(field.id, [this, which = field.editor] {
+    const bool isStart =
+        field.editor == FindEditor::kStartDate || field.editor == FindEditor::kStartTime;
+    const std::u16string name = (isStart ? app_.StaDtTmName : app_.EndDtTmName) +
+                                (IsDate(field.editor) ? u" 日付" : u" 時刻");
+    AddField(field.id, name, [this, which = field.editor] {
       const bool byWheels = app_.ItmSelMode == core::kPickByLists && !IsDate(which);
       byWheels ? OnTimeField(which) : OpenEditor(which);
     });
   }
-  const auto addToday = [this](int id, void (CFind::*command)()) {
+  const auto addToday = [this](int id, const std::u16string& name, void (CFind::*command)()) {
     const auto take = [this, command] {
       (find_.*command)();
       ShowState();
     };
-    controls_.AddButton(id, QStringLiteral("・"), take)->setFont(platform::qt::DotFont());
+    controls_.AddSign(id, QStringLiteral("・"), ToQt(name) + QStringLiteral("を今日にする"), take)
+        ->setFont(platform::qt::DotFont());
   };
-  addToday(kIdStartToday, &CFind::OnBtnStartToday);
-  addToday(kIdEndToday, &CFind::OnBtnEndToday);
+  addToday(kIdStartToday, app_.StaDtTmName, &CFind::OnBtnStartToday);
+  addToday(kIdEndToday, app_.EndDtTmName, &CFind::OnBtnEndToday);
 }
 
 void CFindDlg::MakeButtons() {

@@ -27,6 +27,9 @@ using platform::qt::ToQt;
 using platform::qt::TypedText;
 
 constexpr int kNoon = 12;
+constexpr std::u16string_view kNameLabel = u"名前:";
+constexpr std::u16string_view kTypeLabel = u"タイプ:";
+constexpr std::u16string_view kValueLabel = u"値:";
 
 Qt::InputMethodHints LineHints(ItemType type) {
   switch (type) {
@@ -90,17 +93,24 @@ QPushButton* CItemEditorDlg::AddButton(const char* name, const QString& text,
   auto* button = platform::qt::MakeButton(QString::fromLatin1(name), text, this,
                                           [this, run = std::move(command)] { Run(run); });
   button->setFixedHeight(Scaled(25));
-  if (text == QStringLiteral("...")) button->setFixedWidth(Scaled(36));
+  return button;
+}
+
+QPushButton* CItemEditorDlg::AddDots(const char* name, const QString& what,
+                                     std::function<void()> command) {
+  QPushButton* button = AddButton(name, QStringLiteral("..."), std::move(command));
+  button->setAccessibleName(what);
+  button->setFixedWidth(Scaled(36));
   return button;
 }
 
 void CItemEditorDlg::MakeName() {
-  QHBoxLayout* row = AddRow(QStringLiteral("名前:"));
+  QHBoxLayout* row = AddRow(ToQt(kNameLabel));
   if (byLists_) {
     nameLine_ = new QLineEdit(this);
     nameLine_->setMinimumHeight(Scaled(25));
     row->addWidget(nameLine_, 1);
-    row->addWidget(AddButton("pick_name", QStringLiteral("..."), [this] { PickName(); }));
+    row->addWidget(AddDots("pick_name", QStringLiteral("名前の選択"), [this] { PickName(); }));
   } else {
     nameBox_ = new platform::qt::ChoiceBox(this);
     nameBox_->setMinimumHeight(Scaled(25));
@@ -115,6 +125,8 @@ void CItemEditorDlg::MakeName() {
     nameBox_->view()->installEventFilter(this);
     nameLine_ = nameBox_->lineEdit();
   }
+  if (nameBox_ != nullptr) platform::qt::NameControl(*nameBox_, kNameLabel);
+  platform::qt::NameControl(*nameLine_, kNameLabel);
   nameLine_->setObjectName(QStringLiteral("name"));
   nameLine_->setInputMethodHints(platform::qt::kLatinHints);
 }
@@ -134,17 +146,19 @@ bool CItemEditorDlg::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CItemEditorDlg::MakeType() {
-  QHBoxLayout* row = AddRow(QStringLiteral("タイプ:"));
+  QHBoxLayout* row = AddRow(ToQt(kTypeLabel));
   if (byLists_) {
     typeLine_ = new QLineEdit(this);
     typeLine_->setMinimumHeight(Scaled(25));
     typeLine_->setReadOnly(true);
+    platform::qt::NameControl(*typeLine_, kTypeLabel);
     row->addWidget(typeLine_, 1);
-    row->addWidget(AddButton("pick_type", QStringLiteral("..."), [this] { PickType(); }));
+    row->addWidget(AddDots("pick_type", QStringLiteral("タイプの選択"), [this] { PickType(); }));
     return;
   }
   typeBox_ = new platform::qt::ChoiceBox(this);
   typeBox_->setObjectName(QStringLiteral("type"));
+  platform::qt::NameControl(*typeBox_, kTypeLabel);
   typeBox_->setMinimumHeight(Scaled(25));
   for (const std::u16string_view name : kTypeNames) typeBox_->addItem(ToQt(name));
   row->addWidget(typeBox_, 1);
@@ -154,16 +168,19 @@ void CItemEditorDlg::MakeType() {
 
 // All controls of all types; ShowState hides what the type does not need.
 void CItemEditorDlg::MakeValue() {
-  const QString dots = QStringLiteral("...");
   line_->setObjectName(QStringLiteral("line"));
   time_->setObjectName(QStringLiteral("time"));
   time_->setInputMethodHints(platform::qt::kTimeHints);
   lines_->setObjectName(QStringLiteral("lines"));
   lines_->setTabChangesFocus(true);
-  dateButton_ = AddButton("pick_date", dots, [this] { ToggleCalendar(); });
-  timeButton_ = AddButton("pick_time", dots, [this] { PickTime(); });
-  fileButton_ = AddButton("pick_file", dots, [this] { PickFile(); });
-  QHBoxLayout* row = AddRow(QStringLiteral("値:"));
+  for (QWidget* value : {static_cast<QWidget*>(line_), static_cast<QWidget*>(lines_)}) {
+    platform::qt::NameControl(*value, kValueLabel);
+  }
+  time_->setAccessibleName(QStringLiteral("時刻"));
+  dateButton_ = AddDots("pick_date", QStringLiteral("日付の選択"), [this] { ToggleCalendar(); });
+  timeButton_ = AddDots("pick_time", QStringLiteral("時刻の選択"), [this] { PickTime(); });
+  fileButton_ = AddDots("pick_file", QStringLiteral("ファイルの選択"), [this] { PickFile(); });
+  QHBoxLayout* row = AddRow(ToQt(kValueLabel));
   auto* values = new QVBoxLayout;
   values->setSpacing(Scaled(3));
   row->addLayout(values, 1);

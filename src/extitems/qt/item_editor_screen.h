@@ -41,6 +41,8 @@ class CItemEditorDlg : public platform::qt::ModalScreen {
   void MakeButtons();
   QHBoxLayout* AddRow(const QString& label);
   QPushButton* AddButton(const char* name, const QString& text, std::function<void()> command);
+  // One with "..." on it, which opens what its accessible name says.
+  QPushButton* AddDots(const char* name, const QString& what, std::function<void()> command);
 
   // What was typed goes to the editor, the command runs, and the screen shows what came of it.
   void Run(const std::function<void()>& command);

@@ -98,6 +98,7 @@ void CFileSelectDlg::MakeHeader(QVBoxLayout& rows) {
 
 void CFileSelectDlg::MakeFolderRow(QVBoxLayout& rows) {
   folder_->setObjectName(QStringLiteral("1403"));
+  folder_->setAccessibleName(QStringLiteral("フォルダー"));
   folder_->setReadOnly(true);
   folder_->setFocusPolicy(Qt::ClickFocus);
   folder_->setFixedHeight(Scaled(24));
@@ -105,12 +106,17 @@ void CFileSelectDlg::MakeFolderRow(QVBoxLayout& rows) {
   row->setContentsMargins(Scaled(2), 0, 0, 0);
   row->setSpacing(Scaled(2));
   row->addWidget(folder_, 1);
-  row->addWidget(AddButton("1404", QStringLiteral("↑"), 36, [this] { GoUp(); }));
+  QPushButton* up = AddButton("1404", QStringLiteral("↑"), 36, [this] { GoUp(); });
+  for (QPushButton* key : {up, &keys_->LeftKey()}) {
+    key->setAccessibleName(QStringLiteral("上のフォルダーへ"));
+  }
+  row->addWidget(up);
   rows.addLayout(row);
 }
 
 void CFileSelectDlg::MakeList(QVBoxLayout& rows) {
   list_->setObjectName(QStringLiteral("1405"));
+  list_->setAccessibleName(QStringLiteral("ファイルの一覧"));
   list_->setModel(lines_);
   list_->setUniformItemSizes(true);
   list_->setEditTriggers(QAbstractItemView::NoEditTriggers);

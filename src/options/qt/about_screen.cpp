@@ -11,6 +11,7 @@
 #include "core/version.h"
 #include "options/options.h"
 #include "platform/metrics.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/drawn_icon.h"
 #include "platform/qt/qt_text.h"
 
@@ -50,6 +51,7 @@ QLineEdit* ReadOnly(const char* name, const QString& text) {
 
 QLineEdit* HomePageLine() {
   QLineEdit* line = ReadOnly("url", QStringLiteral("URL: ") + ToQt(kHomePage));
+  line->setAccessibleName(QStringLiteral("ホームページ"));
   line->setFrame(false);
   QPalette plain = line->palette();
   plain.setColor(QPalette::Base, Qt::transparent);
@@ -86,6 +88,7 @@ AboutDlg::AboutDlg(QWidget* over, const core::CAppState& app) : ModalScreen(over
   const auto addRow = [form](const char16_t* text, QLineEdit* field) {
     QLabel* label = Line(ToQt(text));
     label->setMinimumHeight(Scaled(kLevelLabel));
+    platform::qt::NameControl(*field, text);
     form->addRow(label, field);
   };
   addRow(u"ファイル:", ReadOnly("file", ToQt(app.DataFile)));

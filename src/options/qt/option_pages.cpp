@@ -21,6 +21,7 @@ using platform::qt::FromQt;
 using platform::qt::ToQt;
 
 constexpr std::u16string_view kSystems = u"<既定>";
+constexpr std::u16string_view kFileLabel = u"データファイル:";
 constexpr int kSmallestSize = 4;
 constexpr int kLargestSize = 48;
 constexpr int kLevelLabel = 16;  // a lower one stands above the middle of its field
@@ -172,12 +173,14 @@ void OptionPage::MakeData(const PageCommands& commands) {
   };
   dataFile_ = MakeText("DataFile", options_.values.DataFile);
   QPushButton* browse = addButton("browse", QStringLiteral("..."), commands.browse);
+  browse->setAccessibleName(QStringLiteral("ファイルの選択"));
   browse->setFixedWidth(Scaled(36));
   auto* file = new QHBoxLayout;
   file->setSpacing(Scaled(2));
   file->addWidget(dataFile_, 1);
   file->addWidget(browse);
-  form_->addRow(new QLabel(QStringLiteral("データファイル:")));
+  platform::qt::NameControl(*dataFile_, kFileLabel);
+  form_->addRow(new QLabel(ToQt(kFileLabel)));
   form_->addRow(file);
   form_->addRow(addButton("compact", QStringLiteral("データファイルの圧縮"), commands.compact));
   formatVersion_ = new QLineEdit;
@@ -207,6 +210,7 @@ void OptionPage::AddCheck(const char* name, std::u16string_view text, int& value
 void OptionPage::AddRow(const QString& text, QWidget* field) {
   auto* label = new QLabel(text);
   label->setMinimumHeight(Scaled(kLevelLabel));
+  platform::qt::NameControl(*field, FromQt(text));
   form_->addRow(label, field);
 }
 

@@ -28,7 +28,7 @@ constexpr QRgb kAcquiringTextColor = 0xFF0000FF;
 }  // namespace
 
 FieldButton::FieldButton(int smallest, QWidget* parent)
-    : QAbstractButton(parent), smallest_(Scaled(smallest)) {
+    : PaintedButton(parent), smallest_(Scaled(smallest)) {
   setFocusPolicy(Qt::StrongFocus);
   setFont(platform::qt::FixedFont(12));
   nextLook_.setSingleShot(true);
@@ -70,10 +70,7 @@ void FieldButton::paintEvent(QPaintEvent*) {
   } else {
     PaintLines(painter, area);
   }
-  if (hasFocus()) {
-    painter.setPen(QPen(palette().highlight(), Scaled(2)));
-    painter.drawRect(rect().adjusted(1, 1, -1, -1));
-  }
+  PaintFocus(painter);
 }
 
 int FieldButton::LineHeight() const {
@@ -103,9 +100,10 @@ void FieldButton::PaintLines(QPainter& painter, const QRect& area) {
   }
 }
 
-FieldButton* AddField(platform::qt::Controls& controls, int id, std::function<void()> onTap,
-                      int smallest) {
+FieldButton* AddField(platform::qt::Controls& controls, int id, std::u16string_view name,
+                      std::function<void()> onTap, int smallest) {
   auto* field = controls.Add(id, new FieldButton(smallest, controls.Parent()));
+  platform::qt::NameControl(*field, name);
   QObject::connect(field, &FieldButton::clicked, field, std::move(onTap));
   return field;
 }

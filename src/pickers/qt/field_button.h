@@ -2,17 +2,18 @@
 // text smaller before it cuts it; a higher one wraps it and cuts what does not fit.
 #pragma once
 
-#include <QAbstractButton>
 #include <QString>
 #include <QTimer>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "platform/qt/controls.h"
+#include "platform/qt/painted_button.h"
 
 namespace pickers {
 
-class FieldButton : public QAbstractButton {
+class FieldButton : public platform::qt::PaintedButton {
  public:
   // A line is set in `smallest` units at least.
   FieldButton(int smallest, QWidget* parent);
@@ -39,8 +40,9 @@ class FieldButton : public QAbstractButton {
   Qt::Alignment alignment_ = Qt::AlignLeft;  // of one line
 };
 
-// A field among the controls of a screen, connected to what a tap on it does.
-FieldButton* AddField(platform::qt::Controls& controls, int id, std::function<void()> onTap,
-                      int smallest = 9);
+// A field among the controls of a screen, connected to what a tap on it does. `name` is that of its
+// label.
+FieldButton* AddField(platform::qt::Controls& controls, int id, std::u16string_view name,
+                      std::function<void()> onTap, int smallest = 9);
 
 }  // namespace pickers

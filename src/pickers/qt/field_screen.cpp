@@ -16,8 +16,8 @@ FieldScreen::FieldScreen(QWidget* over)
   connect(editor_, &InlineEditor::Chosen, this, &FieldScreen::ChooseEditor);
 }
 
-FieldButton* FieldScreen::AddField(int id, std::function<void()> onTap) {
-  return pickers::AddField(controls_, id, std::move(onTap));
+FieldButton* FieldScreen::AddField(int id, std::u16string_view name, std::function<void()> onTap) {
+  return pickers::AddField(controls_, id, name, std::move(onTap));
 }
 
 void FieldScreen::OnEscape() {

@@ -16,7 +16,7 @@ class FieldScreen : public platform::qt::ModalScreen {
  protected:
   explicit FieldScreen(QWidget* over);
 
-  FieldButton* AddField(int id, std::function<void()> onTap);
+  FieldButton* AddField(int id, std::u16string_view name, std::function<void()> onTap);
   FieldButton* Field(int id) const { return controls_.At<FieldButton>(id); }
   QPushButton* Button(int id) const { return controls_.At<QPushButton>(id); }
 

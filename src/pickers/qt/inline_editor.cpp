@@ -71,6 +71,7 @@ void InlineEditor::OpenList(const Target& target, const ListContent& content) {
             [this](const QString& text) { emit TextChanged(FromQt(text)); });
     connect(list, &ListPicker::Chosen, this, &InlineEditor::Chosen);
   }
+  list->SetName(target.field->accessibleName());
   list->Open(content.rows, content.row, ToQt(content.text), content.longest,
              content.isTime ? platform::qt::kTimeHints : Qt::ImhNone);
   Open(target, list,
@@ -108,6 +109,7 @@ void InlineEditor::OpenLines(const Target& target, std::u16string_view text) {
     connect(lines, &QPlainTextEdit::textChanged, this,
             [this, lines] { emit TextChanged(platform::qt::TypedText(*lines)); });
   }
+  lines->setAccessibleName(target.field->accessibleName());
   const QSignalBlocker untyped(lines);
   lines->setPlainText(ToQt(text));
   lines->moveCursor(QTextCursor::End);

@@ -44,6 +44,12 @@ ListPicker::ListPicker(QWidget* parent)
   hide();
 }
 
+void ListPicker::SetName(const QString& name) {
+  for (QWidget* part : {static_cast<QWidget*>(line_), static_cast<QWidget*>(rows_)}) {
+    part->setAccessibleName(name);
+  }
+}
+
 void ListPicker::Open(const std::vector<std::u16string>& rows, int row, const QString& text,
                       int longest, Qt::InputMethodHints hints) {
   rows_->clear();

@@ -17,6 +17,8 @@ class ListPicker : public QWidget {
  public:
   explicit ListPicker(QWidget* parent);
 
+  // Of the line and the rows, for a screen reader.
+  void SetName(const QString& name);
   // `row` is marked and scrolled to; -1 for none. The line takes `longest` 16-bit units.
   void Open(const std::vector<std::u16string>& rows, int row, const QString& text, int longest,
             Qt::InputMethodHints hints = Qt::ImhNone);

@@ -36,10 +36,10 @@ TimeSelectDlg::TimeSelectDlg(QWidget* over, TimeSelectParams& params)
     : PickerDlg(over, params.title), params_(params) {
   const platform::LocalTime now = platform::host().Now();
   const bool onExtra = params.startHour == kExtraHour;
-  wheels_.push_back(AddWheel("hour", 24, onExtra ? now.hour : params.startHour));
-  wheels_.push_back(AddWheel("minute", 60, onExtra ? now.minute : params.startMinute));
+  wheels_.push_back(AddWheel("hour", u"時", 24, onExtra ? now.hour : params.startHour));
+  wheels_.push_back(AddWheel("minute", u"分", 60, onExtra ? now.minute : params.startMinute));
   if ((params.flags & kWithSeconds) != 0) {
-    wheels_.push_back(AddWheel("second", 60, onExtra ? now.second : params.startSecond));
+    wheels_.push_back(AddWheel("second", u"秒", 60, onExtra ? now.second : params.startSecond));
   }
   wheels_.front()->setFocus();
   if (params.showExtra <= 0) return;
@@ -48,9 +48,12 @@ TimeSelectDlg::TimeSelectDlg(QWidget* over, TimeSelectParams& params)
   if (onExtra) extra->setFocus();
 }
 
-touch::INERT_LIST_VIEW* TimeSelectDlg::AddWheel(const char* name, int count, int value) {
+touch::INERT_LIST_VIEW* TimeSelectDlg::AddWheel(const char* name, std::u16string_view unit,
+                                                int count, int value) {
   auto* wheel = new touch::INERT_LIST_VIEW(kCentred, touch::ILS_WRAP, this);
   wheel->setObjectName(QString::fromLatin1(name));
+  wheel->setAccessibleName(platform::qt::ToQt(unit));
+  wheel->SetValueRow(kValueRow);
   wheel->SetFont(FixedFont(24));
   for (const WheelColour& colour : kColours) wheel->List().SetColour(colour.which, colour.colour);
   for (std::u16string& text : WheelRows(count)) wheel->List().Add({0, 0, std::move(text)});

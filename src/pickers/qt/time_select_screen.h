@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "pickers/pickers.h"
@@ -23,7 +24,8 @@ class TimeSelectDlg : public PickerDlg {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  touch::INERT_LIST_VIEW* AddWheel(const char* name, int count, int value);
+  touch::INERT_LIST_VIEW* AddWheel(const char* name, std::u16string_view unit, int count,
+                                   int value);
   void TakeExtraButton();
 
   TimeSelectParams& params_;

@@ -24,6 +24,7 @@ ValueInputDlg::ValueInputDlg(QWidget* over, ValueInputParams& params)
       cancel_(new QPushButton(QStringLiteral("キャンセル"), box_)) {
   box_->setFrameShape(QFrame::Box);
   label_->setText(platform::qt::ToQt(params.title.value_or(u"値の入力")));
+  line_->setAccessibleName(label_->text());
   line_->setObjectName(QStringLiteral("1500"));
   ok_->setObjectName(QStringLiteral("1"));
   cancel_->setObjectName(QStringLiteral("2"));

@@ -26,6 +26,8 @@ ValueSelectDlg::ValueSelectDlg(QWidget* over, ValueSelectParams& params)
       line_(new QLineEdit(this)),
       rows_(new touch::INERT_LIST_VIEW(kWordBreak, 0, this)) {
   const QFont font = FixedFont(12);
+  line_->setAccessibleName(QStringLiteral("値"));
+  rows_->setAccessibleName(QStringLiteral("履歴"));
   line_->setObjectName(QStringLiteral("value"));
   line_->setFont(font);
   line_->setMaxLength(params.longest);

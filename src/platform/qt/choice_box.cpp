@@ -1,7 +1,9 @@
 #include "platform/qt/choice_box.h"
 
 #include <QAbstractItemView>
+#include <QAccessibleWidget>
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include "platform/qt/finger_scroll.h"
@@ -12,9 +14,37 @@ namespace {
 
 constexpr int kVisibleRows = 8;
 
+// Under Linux Qt calls a combo box by what is chosen in it, and not by its name.
+class BoxInterface : public QAccessibleWidget {
+ public:
+  explicit BoxInterface(QComboBox* box) : QAccessibleWidget(box, QAccessible::ComboBox) {}
+
+  QString text(QAccessible::Text which) const override {
+    const bool isValue = which == QAccessible::Value || which == QAccessible::Description;
+    return isValue ? Box()->currentText() : QAccessibleWidget::text(which);
+  }
+  QStringList actionNames() const override {
+    return QStringList(showMenuAction()) + QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& name) override {
+    if (name != showMenuAction()) return QAccessibleWidget::doAction(name);
+    QTimer::singleShot(0, Box(), &QComboBox::showPopup);
+  }
+
+ private:
+  QComboBox* Box() const { return static_cast<QComboBox*>(widget()); }
+};
+
+QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+  auto* box = dynamic_cast<ChoiceBox*>(object);
+  return box == nullptr ? nullptr : new BoxInterface(box);
+}
+
 }  // namespace
 
 ChoiceBox::ChoiceBox(QWidget* parent) : QComboBox(parent) {
+  [[maybe_unused]] static const bool isInstalled =
+      (QAccessible::installFactory(MakeInterface), true);
   setFont(FixedFont(12));
   setMaxVisibleItems(kVisibleRows);
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);

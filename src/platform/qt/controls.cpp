@@ -17,6 +17,11 @@ QPushButton* MakeButton(const QString& name, const QString& text, QWidget* paren
   return button;
 }
 
+void NameControl(QWidget& control, std::u16string_view label) {
+  if (label.ends_with(u':') || label.ends_with(u'：')) label.remove_suffix(1);
+  control.setAccessibleName(ToQt(label));
+}
+
 QLabel* MakeLabel(const QString& name, std::u16string_view text, QWidget* parent) {
   auto* label = new ElidedLabel(parent);
   label->setObjectName(name);
@@ -27,6 +32,13 @@ QLabel* MakeLabel(const QString& name, std::u16string_view text, QWidget* parent
 
 QPushButton* Controls::AddButton(int id, const QString& text, std::function<void()> onClick) {
   return Add(id, MakeButton({}, text, parent_, std::move(onClick)));
+}
+
+QPushButton* Controls::AddSign(int id, const QString& sign, const QString& name,
+                               std::function<void()> onClick) {
+  QPushButton* button = AddButton(id, sign, std::move(onClick));
+  button->setAccessibleName(name);
+  return button;
 }
 
 QLabel* Controls::AddLabel(int id, std::u16string_view text) {

@@ -17,6 +17,8 @@ namespace platform::qt {
 // In the fixed font, as all below; no default button of anything.
 QPushButton* MakeButton(const QString& name, const QString& text, QWidget* parent,
                         std::function<void()> onClick);
+// What a label says of a control is what a screen reader calls it, without a colon at its end.
+void NameControl(QWidget& control, std::u16string_view label);
 // One line, which ends in an ellipsis where it has to.
 QLabel* MakeLabel(const QString& name, std::u16string_view text, QWidget* parent);
 
@@ -27,6 +29,9 @@ class Controls {
   explicit Controls(QWidget* parent) : parent_(parent) {}
 
   QPushButton* AddButton(int id, const QString& text, std::function<void()> onClick);
+  // One whose face is a sign or a letter, with what it is called.
+  QPushButton* AddSign(int id, const QString& sign, const QString& name,
+                       std::function<void()> onClick);
   QLabel* AddLabel(int id, std::u16string_view text);
   // `onClick` is told whether the box is checked now.
   QCheckBox* AddCheck(int id, std::u16string_view text, std::function<void(bool)> onClick);

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QList>
 #include <QRadioButton>
 #include <QShortcut>
@@ -37,6 +38,8 @@ ModalScreen* ModalScreen::Topmost() {
 }
 
 int ModalScreen::RunModal() {
+  // A screen is called by its title, which is the first of its labels.
+  if (const auto* title = findChild<QLabel*>()) setAccessibleName(title->text());
   QWidget* window = parentWidget();
   const bool hasFocus = isAncestorOf(window->focusWidget());
   const QPointer<QWidget> formerFocus(hasFocus ? focusAtMaking_.data() : window->focusWidget());

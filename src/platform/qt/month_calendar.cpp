@@ -34,6 +34,10 @@ MonthCalendar::MonthCalendar(QWidget* parent)
   setAutoFillBackground(true);
   setFrameStyle(QFrame::Box | QFrame::Plain);
   setFocusProxy(days_);
+  for (QWidget* days : {static_cast<QWidget*>(days_),
+                        days_->findChild<QWidget*>(QStringLiteral("qt_calendar_calendarview"))}) {
+    days->setAccessibleName(QStringLiteral("カレンダー"));
+  }
   days_->setFont(FixedFont(12));
   days_->setLocale(QLocale(QLocale::Japanese, QLocale::Japan));
   days_->setNavigationBarVisible(false);
@@ -59,10 +63,12 @@ MonthCalendar::MonthCalendar(QWidget* parent)
 void MonthCalendar::MakeHeader() {
   auto* header = new QHBoxLayout;
   header->setSpacing(0);
-  const auto addStep = [&](const char* name, const QString& sign, auto step) {
+  const auto addStep = [&](const char* name, const QString& sign, const QString& meaning,
+                           auto step) {
     auto* button = new QToolButton(this);
     button->setObjectName(QString::fromLatin1(name));
     button->setText(sign);
+    button->setAccessibleName(meaning);
     button->setFont(FixedFont(14));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);
@@ -70,14 +76,18 @@ void MonthCalendar::MakeHeader() {
     connect(button, &QToolButton::clicked, days_, step);
     header->addWidget(button);
   };
-  addStep("previous_year", QStringLiteral("《"), &QCalendarWidget::showPreviousYear);
-  addStep("previous_month", QStringLiteral("<"), &QCalendarWidget::showPreviousMonth);
+  addStep("previous_year", QStringLiteral("《"), QStringLiteral("前の年"),
+          &QCalendarWidget::showPreviousYear);
+  addStep("previous_month", QStringLiteral("<"), QStringLiteral("前の月"),
+          &QCalendarWidget::showPreviousMonth);
   title_->setAlignment(Qt::AlignCenter);
   title_->setFont(FixedFont(13));
   title_->setObjectName(QStringLiteral("month_title"));
   header->addWidget(title_, 1);
-  addStep("next_month", QStringLiteral(">"), &QCalendarWidget::showNextMonth);
-  addStep("next_year", QStringLiteral("》"), &QCalendarWidget::showNextYear);
+  addStep("next_month", QStringLiteral(">"), QStringLiteral("次の月"),
+          &QCalendarWidget::showNextMonth);
+  addStep("next_year", QStringLiteral("》"), QStringLiteral("次の年"),
+          &QCalendarWidget::showNextYear);
   static_cast<QVBoxLayout*>(layout())->addLayout(header);
 }
 

@@ -78,11 +78,12 @@ void CRecorderDlg::MakeLabels() {
 }
 
 void CRecorderDlg::MakeFields() {
-  AddField(kIdTime, [this] { OnTimeField(); });
-  AddField(kIdLatitude, [this] { Run(&CRecorder::AskPosition); });
-  AddField(kIdLongitude, [this] { Run(&CRecorder::AskPosition); });
+  AddField(kIdTime, u"時刻", [this] { OnTimeField(); });
+  AddField(kIdLatitude, app_.LatName, [this] { Run(&CRecorder::AskPosition); });
+  AddField(kIdLongitude, app_.LonName, [this] { Run(&CRecorder::AskPosition); });
   for (const ValueField& field : kValueFields) {
-    AddField(field.id, [this, &field] { OnValueField(field.target, app_.*field.name); });
+    AddField(field.id, app_.*field.name,
+             [this, &field] { OnValueField(field.target, app_.*field.name); });
   }
 }
 
@@ -92,15 +93,21 @@ void CRecorderDlg::MakeButtons() {
   };
   controls_.AddButton(kIdExit, QStringLiteral("終了"), [this] { OnBtnExit(); });
   controls_.AddButton(kIdClose, QStringLiteral("閉じる"), [this] { Leave(); });
-  add(kIdNow, QStringLiteral("・"), &CRecorder::OnBtnNow)->setFont(platform::qt::DotFont());
+  const auto addSign = [this](int id, const QString& sign, const QString& name,
+                              void (CRecorder::*command)()) {
+    return controls_.AddSign(id, sign, name, [this, command] { Run(command); });
+  };
+  addSign(kIdNow, QStringLiteral("・"), QStringLiteral("現在時刻"), &CRecorder::OnBtnNow)
+      ->setFont(platform::qt::DotFont());
   add(kIdClear, QStringLiteral("クリア"), &CRecorder::OnBtnClear);
   add(kIdDelete, QStringLiteral("削除"), &CRecorder::FxBtnDelete);
-  add(kIdBack, QStringLiteral("<="), &CRecorder::OnBtnBack);
-  add(kIdRecord, QStringLiteral("●"), &CRecorder::OnBtnRec);
+  addSign(kIdBack, QStringLiteral("<="), QStringLiteral("戻る"), &CRecorder::OnBtnBack);
+  addSign(kIdRecord, QStringLiteral("●"), QStringLiteral("記録"), &CRecorder::OnBtnRec);
   add(kIdStop, QString(), &CRecorder::OnBtnStop);
 }
 
 void CRecorderDlg::MakeList() {
+  list_->setAccessibleName(QStringLiteral("記録の一覧"));
   list_->setFont(platform::qt::SettingFont(app_.RcdrFntName, app_.RcdrFntSize));
   connect(list_, &QListWidget::itemSelectionChanged, this,
           [this] { recorder_.lines.selected = list_->SelectedLines(); });
@@ -269,8 +276,9 @@ void CRecorderDlg::ShowState() {
   Button(kIdBack)->setEnabled(recorder_.canGoBack);
   Button(kIdStop)->setEnabled(recorder_.canStop);
   Button(kIdStop)->setText(recorder_.isRunning ? QStringLiteral("■") : QStringLiteral("◆"));
-  MenuItem(kMenuStop)->setText(recorder_.isRunning ? QStringLiteral("停止")
-                                                   : QStringLiteral("再開"));
+  const QString stop = recorder_.isRunning ? QStringLiteral("停止") : QStringLiteral("再開");
+  Button(kIdStop)->setAccessibleName(stop);
+  MenuItem(kMenuStop)->setText(stop);
   MenuItem(kMenuAtStart)->setChecked(recorder_.opensAtStart);
   ShowLines();
   ShowEditor();

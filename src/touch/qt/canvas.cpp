@@ -3,6 +3,8 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 
+#include "platform/qt/focus_frame.h"
+
 namespace touch {
 
 Canvas::Canvas(QWidget* parent)
@@ -20,6 +22,7 @@ void Canvas::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), Qt::white);
   paint_(painter);
+  if (hasFocus()) platform::qt::PaintFocusFrame(painter, *this);
 }
 
 void Canvas::mousePressEvent(QMouseEvent* event) {

@@ -6,16 +6,19 @@
 #include <functional>
 
 #include "platform/qt/device_shell.h"
+#include "touch/qt/surface.h"
 
 namespace touch {
 
-class Canvas : public QWidget {
+class Canvas : public QWidget, public Surface {
   Q_OBJECT
 
  public:
   explicit Canvas(QWidget* parent);
 
   void SetPaint(std::function<void(QPainter&)> paint) { paint_ = std::move(paint); }
+  void SetSpots(std::function<std::vector<Spot>()> spots) { spots_ = std::move(spots); }
+  std::vector<Spot> Spots() const override { return spots_ ? spots_() : std::vector<Spot>(); }
 
  signals:
   // Pressed and released; the owner tells whether both points mean the same thing.
@@ -41,6 +44,7 @@ class Canvas : public QWidget {
 
  private:
   std::function<void(QPainter&)> paint_;
+  std::function<std::vector<Spot>()> spots_;
   QPoint press_;
   bool pressed_ = false;
 };

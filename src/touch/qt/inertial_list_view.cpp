@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "platform/host.h"
+#include "platform/qt/focus_frame.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/text_lines.h"
 
@@ -128,8 +129,7 @@ void INERT_LIST_VIEW::paintEvent(QPaintEvent*) {
   }
   if (!hasFocus()) return;
   QPainter painter(this);
-  painter.setPen(QPen(palette().highlight().color(), 1, Qt::DotLine));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  platform::qt::PaintFocusFrame(painter, *this);
 }
 
 void INERT_LIST_VIEW::resizeEvent(QResizeEvent*) {
@@ -158,20 +158,20 @@ void INERT_LIST_VIEW::mouseReleaseEvent(QMouseEvent* event) {
 
 void INERT_LIST_VIEW::wheelEvent(QWheelEvent* event) {
   wheel_ += event->angleDelta().y();
-  for (; wheel_ >= kWheelNotch; wheel_ -= kWheelNotch) list_.Key(ListKey::kUp);
-  for (; wheel_ <= -kWheelNotch; wheel_ += kWheelNotch) list_.Key(ListKey::kDown);
+  for (; wheel_ >= kWheelNotch; wheel_ -= kWheelNotch) Step(ListKey::kUp);
+  for (; wheel_ <= -kWheelNotch; wheel_ += kWheelNotch) Step(ListKey::kDown);
 }
 
 void INERT_LIST_VIEW::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Home:
-      return list_.Key(ListKey::kHome);
+      return Step(ListKey::kHome);
     case Qt::Key_End:
-      return list_.Key(ListKey::kEnd);
+      return Step(ListKey::kEnd);
     case Qt::Key_Up:
-      return list_.Key(ListKey::kUp);
+      return Step(ListKey::kUp);
     case Qt::Key_Down:
-      return list_.Key(ListKey::kDown);
+      return Step(ListKey::kDown);
     default:
       QWidget::keyPressEvent(event);
   }
@@ -184,7 +184,48 @@ void INERT_LIST_VIEW::changeEvent(QEvent* event) {
 
 void INERT_LIST_VIEW::Tick() {
   list_.CoastTick();
-  if (!list_.IsCoasting()) coast_.stop();
+  if (list_.IsCoasting()) return;
+  coast_.stop();
+  TellCurrentSpot(*this);
+}
+
+void INERT_LIST_VIEW::Step(ListKey key) {
+  list_.Key(key);
+  TellCurrentSpot(*this);
+}
+
+// The row that is the wheel's value, -1 in a list.
+int INERT_LIST_VIEW::WheelRow() const {
+  const bool isWheel = valueRow_ >= 0 && list_.Count() > 0;
+  return isWheel ? (list_.Top() + valueRow_) % list_.Count() : -1;
+}
+
+// Below the window's top edge, as long as nothing drags the rows.
+int INERT_LIST_VIEW::TopOf(int row) const {
+  const bool wraps = (list_.Style() & ILS_WRAP) != 0;
+  const int down = row - list_.Top();
+  return (wraps && down < 0 ? down + list_.Count() : down) * list_.GetHeight(-1);
+}
+
+std::vector<Spot> INERT_LIST_VIEW::Spots() const {
+  std::vector<Spot> spots;
+  auto* list = const_cast<INERT_LIST_VIEW*>(this);
+  for (int row = 0; row < list_.Count(); ++row) {
+    spots.push_back({.place = {0, TopOf(row), width(), list_.GetHeight(-1)},
+                     .name = platform::qt::ToQt(list_.GetText(row)),
+                     .press = [list, row] { list->PressRow(row); },
+                     .isCurrent = row == WheelRow()});
+  }
+  return spots;
+}
+
+void INERT_LIST_VIEW::PressRow(int row) {
+  if (valueRow_ < 0) {
+    emit Tapped(row);
+    return;
+  }
+  list_.SetTop((row - valueRow_ + list_.Count()) % list_.Count());
+  TellCurrentSpot(*this);
 }
 
 }  // namespace touch

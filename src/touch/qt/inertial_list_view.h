@@ -7,10 +7,11 @@
 #include <QWidget>
 
 #include "touch/inertial_list.h"
+#include "touch/qt/surface.h"
 
 namespace touch {
 
-class INERT_LIST_VIEW : public QWidget {
+class INERT_LIST_VIEW : public QWidget, public Surface {
   Q_OBJECT
 
  public:
@@ -21,6 +22,9 @@ class INERT_LIST_VIEW : public QWidget {
   InertList& List() { return list_; }
   // Of the rows, whose height becomes that of its text.
   void SetFont(const QFont& font);
+  // The list is a wheel: its value is the text of this row, counted from the top one in sight.
+  void SetValueRow(int row) { valueRow_ = row; }
+  std::vector<Spot> Spots() const override;
   // The list's interface for those who know it by its messages; a font is a const QFont*.
   intptr_t SendMessage(uint32_t message, intptr_t wparam, intptr_t lparam) {
     return list_.Send(message, wparam, lparam);
@@ -54,6 +58,10 @@ class INERT_LIST_VIEW : public QWidget {
 
   int TakeFont(intptr_t font);
   const QStaticText& LayoutOf(int row, const QString& text, QSize room);
+  int WheelRow() const;
+  int TopOf(int row) const;
+  void Step(ListKey key);
+  void PressRow(int row);
   void Tick();
 
   RowTextFormat format_;
@@ -61,7 +69,8 @@ class INERT_LIST_VIEW : public QWidget {
   InertList list_;
   QTimer coast_;
   bool pressSeen_ = false;
-  int wheel_ = 0;  // turned, not yet a notch
+  int valueRow_ = -1;  // of a wheel
+  int wheel_ = 0;      // turned, not yet a notch
 };
 
 }  // namespace touch

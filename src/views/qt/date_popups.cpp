@@ -16,6 +16,7 @@ constexpr int kCalendarId = 1125;
 
 PageBox::PageBox(QWidget* parent) : ChoiceBox(parent) {
   setObjectName(QString::number(kPageComboId));
+  setAccessibleName(QStringLiteral("ページ"));
 }
 
 void PageBox::hidePopup() {

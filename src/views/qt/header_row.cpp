@@ -40,6 +40,27 @@ QString StepText(int id, core::View view) {
   }
 }
 
+// What a step moves by depends on the view.
+QString StepName(int id, core::View view) {
+  const bool list = view == core::kViewList;
+  const bool month = view == core::kViewMonth;
+  const auto name = [=](const char16_t* ofList, const char16_t* ofMonth, const char16_t* ofDays) {
+    return ToQt(list ? ofList : month ? ofMonth : ofDays);
+  };
+  switch (id) {
+    case kBigStepBack:
+      return name(u"最初のページ", u"前の年", u"前の週");
+    case kStepBack:
+      return name(u"前のページ", u"前の月", u"前の日");
+    case kToday:
+      return QStringLiteral("今日");
+    case kStepForward:
+      return name(u"次のページ", u"次の月", u"次の日");
+    default:
+      return name(u"最後のページ", u"次の年", u"次の週");
+  }
+}
+
 HeaderButton::Colors WeekdayColors(size_t weekday) {
   HeaderButton::Colors colors;
   colors.background = kWeekdayBackground;
@@ -51,7 +72,7 @@ HeaderButton::Colors WeekdayColors(size_t weekday) {
 }  // namespace
 
 HeaderButton::HeaderButton(int id, const QString& text, const Colors& colors, QWidget* parent)
-    : QAbstractButton(parent), colors_(colors) {
+    : PaintedButton(parent), colors_(colors) {
   setObjectName(QString::number(id));
   setText(text);
   setFocusPolicy(Qt::TabFocus);  // a tap leaves the focus in the list
@@ -66,7 +87,7 @@ void HeaderButton::SetBackground(QRgb background) {
 void HeaderButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), QColor(isDown() ? colors_.pressedBackground : colors_.background));
-  painter.setPen(QColor(hasFocus() ? 0xFF000000 : 0xFFA0A0A0));
+  painter.setPen(QColor(0xFFA0A0A0));
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
   painter.setPen(QColor(isDown() ? colors_.pressedText : colors_.text));
   painter.setFont(platform::qt::FittedFont(font(), text(), width() - 2));
@@ -75,6 +96,7 @@ void HeaderButton::paintEvent(QPaintEvent*) {
   const int x = (width() - ink.width()) / 2 - ink.left();
   painter.drawText(QRect(x, 0, x + kEndless, height()), Qt::AlignVCenter | Qt::TextSingleLine,
                    text());
+  PaintFocus(painter);
 }
 
 HeaderRow::HeaderRow(QWidget* parent)
@@ -96,7 +118,9 @@ void HeaderRow::MakeButton(size_t place) {
   const bool weekday = place < kWeekdays;
   auto* button = new HeaderButton(id, weekday ? QString(QChar(kWeekdayLetters[place])) : QString(),
                                   weekday ? WeekdayColors(place) : HeaderButton::Colors(), this);
-  if (!weekday) {
+  if (weekday) {
+    button->setAccessibleName(button->text() + QStringLiteral("曜日"));
+  } else {
     button->setFont(id == kToday ? platform::qt::DotFont() : platform::qt::FixedFont(16));
   }
   connect(button, &QAbstractButton::clicked, this, [this, id] { emit Pressed(id); });
@@ -107,6 +131,7 @@ void HeaderRow::SetView(core::View view) {
   view_ = view;
   for (size_t place = kWeekdays; place < buttons_.size(); ++place) {
     buttons_[place]->setText(StepText(kHeaderButtonIds[place], view));
+    buttons_[place]->setAccessibleName(StepName(kHeaderButtonIds[place], view));
   }
   Place();
 }

@@ -2,18 +2,18 @@
 // shows what the window sets, and reports the number of a pressed control.
 #pragma once
 
-#include <QAbstractButton>
 #include <QLabel>
 #include <QWidget>
 #include <array>
 
 #include "core/app_state.h"
+#include "platform/qt/painted_button.h"
 #include "views/header_layout.h"
 
 namespace views {
 
 // A flat button in colours of its own.
-class HeaderButton : public QAbstractButton {
+class HeaderButton : public platform::qt::PaintedButton {
  public:
   struct Colors {
     QRgb text = 0xFF000000;

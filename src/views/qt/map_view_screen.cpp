@@ -56,6 +56,8 @@ MapViewScreen::MapViewScreen(core::CAppState& app, SharedControls controls)
       canvas_(new MapCanvas(controls.list.parentWidget(), controls.popups, controls.map)),
       blank_(new QWidget(controls.list.parentWidget())) {
   canvas_->setObjectName(QStringLiteral("map"));
+  canvas_->setAccessibleName(QStringLiteral("マップ"));
+  canvas_->SetSpots([this] { return Spots(); });
   canvas_->setFocusPolicy(Qt::NoFocus);  // the keys stay with the list
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
   blank_->setPalette(QPalette(Qt::black, Qt::white));
@@ -120,8 +122,26 @@ void MapViewScreen::MoveToSelected() {
 }
 
 void MapViewScreen::OnTapped(QPoint press) {
-  tapItem_ = controls_.map.HitTest({press.x(), press.y()});
+  OpenMarker(controls_.map.HitTest({press.x(), press.y()}));
+}
+
+void MapViewScreen::OpenMarker(int item) {
+  tapItem_ = item;
   if (tapItem_ >= 0) emit Commanded(kMarkerChange);
+}
+
+std::vector<touch::Spot> MapViewScreen::Spots() {
+  std::vector<touch::Spot> spots;
+  for (int item = 0; item < std::ssize(controls_.map.MapItems); ++item) {
+    const MapItem& marker = controls_.map.MapItems[static_cast<size_t>(item)];
+    if (!marker.valid) continue;
+    const MapPoint at = controls_.map.PixelOf({marker.latitude, marker.longitude});
+    spots.push_back({.place = QRect(at.x - Scaled(kMarkerReach), at.y - Scaled(kMarkerReach),
+                                    2 * Scaled(kMarkerReach) + 1, 2 * Scaled(kMarkerReach) + 1),
+                     .name = QString::number(marker.number) + u' ' + ToQt(marker.place),
+                     .press = [this, item] { OpenMarker(item); }});
+  }
+  return spots;
 }
 
 void MapViewScreen::OnHeld(QPoint press) {

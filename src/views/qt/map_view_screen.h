@@ -39,6 +39,8 @@ class MapViewScreen : public ViewScreen {
   // The widths of the settings for the orientation of the window.
   std::array<int, 5>& Widths();
   void OnTapped(QPoint press);
+  void OpenMarker(int item);
+  std::vector<touch::Spot> Spots();
   void OnHeld(QPoint press);
   void Paint(QPainter& painter) const;
   void PaintLabel(QPainter& painter, const MapLabel& label) const;

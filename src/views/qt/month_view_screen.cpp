@@ -48,6 +48,9 @@ MonthViewScreen::MonthViewScreen(core::CAppState& app, SharedControls controls)
       list_(new ActionList(controls.list.parentWidget(), kMonthListId)) {
   canvas_->setObjectName(QStringLiteral("month"));
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
+  canvas_->setAccessibleName(QStringLiteral("1ヶ月表示"));
+  list_->setAccessibleName(QStringLiteral("選択日のアクション"));
+  canvas_->SetSpots([this] { return Spots(); });
   connect(canvas_, &ViewCanvas::Tapped, this, &MonthViewScreen::OnTapped);
   connect(canvas_, &ViewCanvas::Held, this, &MonthViewScreen::OnHeld);
   connect(canvas_, &ViewCanvas::MenuKeyPressed, this, [this] {
@@ -110,6 +113,7 @@ void MonthViewScreen::Count() {
 void MonthViewScreen::ShowCount() {
   controls_.header.SetTitle(MonthTitle(app_, month_));
   canvas_->update();
+  touch::TellCurrentSpot(*canvas_);
 }
 
 void MonthViewScreen::Refill() {
@@ -147,9 +151,26 @@ void MonthViewScreen::GoToPressedDay() {
 }
 
 void MonthViewScreen::OnTapped(QPoint press, QPoint release) {
-  pressedCell_ = CellAt(press);
-  if (pressedCell_ < 0 || pressedCell_ != CellAt(release)) return;
+  const int cell = CellAt(press);
+  if (cell >= 0 && cell == CellAt(release)) OpenCell(cell);
+}
+
+void MonthViewScreen::OpenCell(int cell) {
+  pressedCell_ = cell;
   emit Commanded(app_.MonViewTapOpeMode == core::kMonthTapOpensDay ? kMonthShowDay : kMonthOpen);
+}
+
+std::vector<touch::Spot> MonthViewScreen::Spots() {
+  std::vector<touch::Spot> spots;
+  for (int cell = 0; cell < kMonthCells; ++cell) {
+    const MonthCell& shown = month_.MonthCells[static_cast<size_t>(cell)];
+    if (!shown.day) continue;
+    spots.push_back({.place = ToQt(CellRect(layout_, cell)),
+                     .name = ToQt(CellText(shown)),
+                     .press = [this, cell] { OpenCell(cell); },
+                     .isCurrent = cell == CellOfCurDay(month_)});
+  }
+  return spots;
 }
 
 void MonthViewScreen::OnHeld(QPoint press) {

@@ -36,6 +36,8 @@ class MonthViewScreen : public ViewScreen {
   }
   int CellAt(QPoint point) const { return views::CellAt(layout_, point.x(), point.y()); }
   void OnTapped(QPoint press, QPoint release);
+  void OpenCell(int cell);
+  std::vector<touch::Spot> Spots();
   void OnHeld(QPoint press);
   void Paint(QPainter& painter) const;
   void PaintLines(QPainter& painter) const;

@@ -26,6 +26,8 @@ WeekViewScreen::WeekViewScreen(core::CAppState& app, SharedControls controls)
       canvas_(new ViewCanvas(controls.list.parentWidget(), controls.popups, controls.map)) {
   canvas_->setObjectName(QStringLiteral("week"));
   canvas_->SetPaint([this](QPainter& painter) { Paint(painter); });
+  canvas_->setAccessibleName(QStringLiteral("1週間表示"));
+  canvas_->SetSpots([this] { return Spots(); });
   connect(canvas_, &ViewCanvas::Tapped, this, &WeekViewScreen::OnTapped);
   connect(canvas_, &ViewCanvas::Held, this, &WeekViewScreen::OnHeld);
   connect(canvas_, &ViewCanvas::MenuKeyPressed, this, &WeekViewScreen::OnMenuKey);
@@ -54,6 +56,7 @@ bool WeekViewScreen::TakesKey(QKeyCombination key) {
     if (key.key() != arrow || key.keyboardModifiers() != Qt::ControlModifier) continue;
     keyBox_ = NextBox(week_.WeekItems, keyBox_, step, kDaysBeforeCurDate);
     canvas_->update();
+    touch::TellCurrentSpot(*canvas_);
     return true;
   }
   if (keyBox_ < 0) return false;
@@ -89,13 +92,29 @@ void WeekViewScreen::OnTapped(QPoint press, QPoint release) {
   const int band = BandAt(press);
   if (box != BoxAt(release) || band < 0 || band != BandAt(release)) return;
   if (box >= 0) {
-    tapItem_ = week_.WeekItems[static_cast<size_t>(box)].id;
-    emit Commanded(kBoxChange);
+    OpenBox(week_.WeekItems[static_cast<size_t>(box)].id);
   } else {
     GoToBand(band);
     app_.SelIndex = -1;
     emit Commanded(kNew);
   }
+}
+
+void WeekViewScreen::OpenBox(const std::u16string& id) {
+  tapItem_ = id;
+  emit Commanded(kBoxChange);
+}
+
+std::vector<touch::Spot> WeekViewScreen::Spots() {
+  std::vector<touch::Spot> spots;
+  for (size_t box = 0; box < week_.WeekItems.size(); ++box) {
+    const WeekItem& item = week_.WeekItems[box];
+    spots.push_back({.place = ToQt(BoxRect(Grid(), item)),
+                     .name = ToQt(BoxText(item)),
+                     .press = [this, id = item.id] { OpenBox(id); },
+                     .isCurrent = static_cast<int>(box) == keyBox_});
+  }
+  return spots;
 }
 
 void WeekViewScreen::OnHeld(QPoint press) {

@@ -31,7 +31,9 @@ class WeekViewScreen : public ViewScreen {
   void OnTapped(QPoint press, QPoint release);
   void OnHeld(QPoint press);
   void HoldBox(int box, QPoint at);
+  void OpenBox(const std::u16string& id);
   void OnMenuKey();
+  std::vector<touch::Spot> Spots();
   void GoToBand(int band);
   void Paint(QPainter& painter) const;
   void PaintBands(QPainter& painter, const WeekGrid& grid) const;

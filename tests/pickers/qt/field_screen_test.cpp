@@ -19,8 +19,8 @@ constexpr int kIdEditor = 3;
 class Form : public FieldScreen {
  public:
   explicit Form(QWidget* over) : FieldScreen(over) {
-    AddField(kIdFirst, [this] { open(*editor_, {1, kIdEditor, Field(kIdFirst)}); });
-    AddField(kIdNext, [this] { open(*editor_, {2, kIdEditor, Field(kIdNext)}); });
+    AddField(kIdFirst, u"場所", [this] { open(*editor_, {1, kIdEditor, Field(kIdFirst)}); });
+    AddField(kIdNext, u"分類1", [this] { open(*editor_, {2, kIdEditor, Field(kIdNext)}); });
   }
 
   std::function<void(InlineEditor&, const InlineEditor::Target&)> open;

@@ -1,6 +1,8 @@
 // The finger's pickers, which cover the screen.
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
 #include "support/fake_host.h"
@@ -30,6 +32,26 @@ TEST_F(Pickers, TheTimePickerGivesBackWhatWasChosen) {
   EXPECT_EQ(Drive(TimeSelectDlg(&window, time), [&] { Click("extra"); }), 1);
   EXPECT_EQ(time.hour, 25);
   EXPECT_EQ(Drive(TimeSelectDlg(&window, time), [&] { Click("2"); }), 2);
+}
+
+TEST_F(Pickers, AScreenReaderReadsTheWheelsAndTurnsThem) {
+  TimeSelectParams time;
+  time.startHour = 1;
+  const int result = Drive(TimeSelectDlg(&window, time), [&] {
+    auto* wheel = QAccessible::queryAccessibleInterface(Find<QWidget>("hour"));
+    EXPECT_EQ(wheel->text(QAccessible::Name), QStringLiteral("時"));
+    EXPECT_EQ(wheel->text(QAccessible::Value), QStringLiteral("01"));
+    ASSERT_EQ(wheel->childCount(), 24);
+    QAccessibleInterface* hour = wheel->child(3);
+    EXPECT_EQ(wheel->childAt(hour->rect().center().x(), hour->rect().center().y()), hour);
+    hour->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QApplication::processEvents();
+    EXPECT_EQ(wheel->text(QAccessible::Value), QStringLiteral("03"));
+    EXPECT_EQ(wheel->focusChild(), hour);
+    Click("1");
+  });
+  EXPECT_EQ(result, 1);
+  EXPECT_EQ(time.hour, 3);
 }
 
 // A drag on the list of values coasts; only a tap chooses.
