@@ -2,9 +2,9 @@
 # Looks at the form of the sources, builds everything with warnings as errors, gives each fuzz
 # target a few seconds, and runs every test.
 #   ./test.sh              what a change needs before it's shared
-#   ./test.sh --full       besides, as CI does: the package, clang-tidy, every test again with the
-#                          address and undefined behaviour sanitizers, and the threads' tests
-#                          with the thread's
+#   ./test.sh --full       besides, as CI does: the package, clang-tidy, the names of all controls,
+#                          every test again with the address and undefined behaviour sanitizers, and
+#                          the threads' tests with the thread's
 # Packages that are missing are installed on the way, as root or by sudo.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
@@ -32,5 +32,6 @@ run_tests dev
 [ -n "$full" ] || exit 0
 check_package
 check_habits
+check_names
 run_tests asan
 check_threads

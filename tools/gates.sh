@@ -2,7 +2,8 @@
 # shellcheck shell=bash
 
 test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev shellcheck gpsd xvfb xauth
-               matchbox-window-manager xdotool scrot sqlite3)
+               matchbox-window-manager xdotool scrot sqlite3 at-spi2-core dbus-daemon python3-gi
+               gir1.2-atspi-2.0)
 
 # The tools of other releases find other things; those of Debian 12 are the measure.
 measured_by() {  # TOOL
@@ -37,6 +38,12 @@ check_threads() {
   cmake --preset tsan
   cmake --build build/tsan -j "$(build_jobs)" --target position_test
   build/tsan/tests/position_test
+}
+
+# Every control has a name for those who cannot see it.
+check_names() {
+  say "Walking the screens by at-spi"
+  tools/walk-screens build/dev/morvenly
 }
 
 # run_tests PRESET
