@@ -75,7 +75,7 @@ std::optional<Summary> Candidate::Take(std::u16string_view chosen) {
   const std::unique_ptr<store::Engine> engine = store::Engine::Open(path_);
   if (!engine) return {};
   engine->TakeCharge();
-  const std::optional<Summary> found = CheckWhole(*engine);
+  std::optional<Summary> found = CheckWhole(*engine);
   if (found) formatVersion_ = found->formatVersion;
   return found;
 }

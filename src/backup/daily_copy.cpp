@@ -59,7 +59,7 @@ void RemoveOutdated(const Text& folder, const Text& dataFile, const Day& today) 
     if (!entry.isFolder) names.push_back(std::move(entry.name));
   }
   for (const Text& name : OutdatedCopies(names, dataFile, today)) {
-    store::Engine::Remove(folder + u'\\' + name);
+    store::Engine::Remove((folder + u'\\') += name);
   }
 }
 
