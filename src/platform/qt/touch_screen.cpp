@@ -21,7 +21,10 @@ void Learn(const QInputDevice* device) {
   if (HasTouchScreen() || device == nullptr || !IsTouchScreen(device)) return;
   isKnown = true;
   for (QWidget* widget : QApplication::allWidgets()) {
-    if (qobject_cast<QAbstractScrollArea*>(widget) == nullptr) continue;
+    auto* area = qobject_cast<QAbstractScrollArea*>(widget);
+    if (area == nullptr) continue;
+    area->verticalScrollBar()->updateGeometry();  // forgets the width that it had
+    area->horizontalScrollBar()->updateGeometry();
     QEvent restyled(QEvent::StyleChange);
     QCoreApplication::sendEvent(widget, &restyled);
   }
