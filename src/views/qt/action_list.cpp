@@ -241,7 +241,7 @@ void ActionList::contextMenuEvent(QContextMenuEvent* event) {
 
 // The base class would give the focus to the first row after a fill that left it with none.
 void ActionList::focusInEvent(QFocusEvent* event) {
-  QAbstractScrollArea::focusInEvent(event);
+  QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
   viewport()->update();
 }
 
