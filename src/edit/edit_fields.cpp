@@ -3,6 +3,7 @@
 
 #include "core/date_time.h"
 #include "core/settings_choices.h"
+#include "core/time_list.h"
 #include "edit/edit_action.h"
 #include "edit/editor_table.h"
 #include "platform/conversion.h"
@@ -56,16 +57,9 @@ std::vector<std::u16string> CEditAction::EditorRows() const {
   return rows;
 }
 
-// Of times the last one that is not later than the text, so that the list opens where it belongs.
 int CEditAction::EditorRow() const {
   const bool isTime = EntryOf(editor).kind == EditorKind::kTime;
-  const std::vector<std::u16string> rows = EditorRows();
-  int nearest = -1;
-  for (size_t i = 0; i < rows.size(); i++) {
-    if (rows[i] == editorText) return static_cast<int>(i);
-    if (isTime && rows[i] < editorText) nearest = static_cast<int>(i);
-  }
-  return nearest;
+  return isTime ? core::RowOfTime(EditorRows(), editorText) : core::RowOf(EditorRows(), editorText);
 }
 
 size_t CEditAction::LongestEditorText() const {
@@ -143,8 +137,7 @@ bool CEditAction::ReadTime(Editor which, StartEnd& times) const {
   }
   int hour = 0, minute = 0, second = 0;
   if (core::ParseTimeEntry(editorText, hour, minute, second) != 0) {
-    platform::ShowNotice(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
-                         platform::Icon::kWarning);
+    core::ShowBadTime();
     return false;
   }
   EntryOf(which).set(times, core::FormatHourMinute(hour, minute));

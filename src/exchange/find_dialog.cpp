@@ -6,6 +6,7 @@
 #include "core/date_time.h"
 #include "core/settings_choices.h"
 #include "core/text.h"
+#include "core/time_list.h"
 #include "exchange/find.h"
 #include "platform/host.h"
 
@@ -70,17 +71,9 @@ std::vector<std::u16string> CFind::EditorRows() const {
   return rows;
 }
 
-// Of the times the last one that is not later than the field's, so that the list opens where it
-// belongs; noon for an empty field.
+// Noon for an empty field.
 int CFind::EditorRow() const {
-  const std::vector<std::u16string> rows = EditorRows();
-  const std::u16string_view wanted = editorText.empty() ? kNoon : std::u16string_view(editorText);
-  int nearest = 0;
-  for (size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i] == wanted) return static_cast<int>(i);
-    if (rows[i] != core::kAllDayMark && rows[i] < wanted) nearest = static_cast<int>(i);
-  }
-  return nearest;
+  return core::RowOfTime(EditorRows(), editorText.empty() ? kNoon : editorText);
 }
 
 void CFind::PickerTime(FindEditor which, int& hour, int& minute) const {
@@ -144,8 +137,7 @@ void CFind::SetStartTime(std::u16string_view time) {
 
 bool CFind::ApplyEditor() {
   if (CloseFindEditor() == 0) return true;
-  ShowNotice(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
-             Icon::kWarning);
+  core::ShowBadTime();
   return false;
 }
 

@@ -5,6 +5,7 @@
 
 #include "core/date_time.h"
 #include "core/text.h"
+#include "core/time_list.h"
 #include "platform/host.h"
 #include "store/action_index.h"
 #include "store/session.h"
@@ -93,7 +94,7 @@ std::optional<Moment> CRecorder::TakeMoment() const {
   const platform::LocalTime now = platform::host().Now();
   int hour = now.hour, minute = now.minute, second = now.second;
   if (fields.time != kCurrentTimeMark && core::ParseTime(fields.time, hour, minute, second) != 0) {
-    Tell(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正", Icon::kWarning);
+    core::ShowBadTime();
     return {};
   }
   return Moment{core::DateOf(now), core::FormatTime(hour, minute, second)};

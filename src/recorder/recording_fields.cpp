@@ -3,6 +3,7 @@
 
 #include "core/date_time.h"
 #include "core/settings_choices.h"
+#include "core/time_list.h"
 #include "platform/host.h"
 #include "recorder/recording.h"
 
@@ -19,8 +20,7 @@ int CRecorder::ValidateInlineEdit() {
   if (closed == InlineEditTarget::kTime && editorText != kCurrentTimeMark) {
     int hour = 0, minute = 0, second = 0;
     if (core::ParseTimeEntry(editorText, hour, minute, second) != 0) {
-      Tell(u"入力した時刻の値が不正です。入力値を見直してください。", u"入力値不正",
-           platform::Icon::kWarning);
+      core::ShowBadTime();
       return -1;
     }
     editorText = core::FormatHourMinute(hour, minute);
@@ -73,13 +73,8 @@ std::vector<std::u16string> CRecorder::EditorRows(InlineEditTarget which) const 
 
 int CRecorder::EditorRow() const {
   const std::vector<std::u16string> rows = EditorRows(editor);
-  int nearest = -1;
-  for (size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i] == editorText) return static_cast<int>(i);
-    const bool isEarlier = editor == InlineEditTarget::kTime && i > 0 && rows[i] < editorText;
-    if (isEarlier) nearest = static_cast<int>(i);
-  }
-  return nearest;
+  return editor == InlineEditTarget::kTime ? core::RowOfTime(rows, editorText)
+                                           : core::RowOf(rows, editorText);
 }
 
 void CRecorder::TakeValue(InlineEditTarget which, std::u16string_view text) {
