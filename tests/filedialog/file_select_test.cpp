@@ -161,6 +161,7 @@ TEST_F(FileSelect, TheOpenDiaryStaysWhereItIs) {
 
 TEST_F(FileSelect, FilterFaultsAndPatterns) {
   for (const char16_t* filter : {u"", u"CSV", u"CSV|", u"CSV|*.csv|All", u"CSV|*.csv|All|"}) {
+    SCOPED_TRACE(platform::ToUtf8(filter));
     CFileSelect select({kSelectToOpen, u"", filter, u"\\", u""});
     host.answers = {"内部エラー"};
     EXPECT_FALSE(select.Open());

@@ -255,7 +255,7 @@ TEST_F(MainWindow, TheTabKeyVisitsWhatIsInSightFromTheTopDown) {
   for (const bool bars : {false, true}) {
     app.ToolBarVwMode = app.OkBtnVwMode = bars ? 2 : 1;
     for (const int view : {kShowDay, kShowWeek, kShowMonth, kShowList, kShowMap}) {
-      SCOPED_TRACE(view);
+      SCOPED_TRACE(testing::Message() << view << (bars ? " with bars" : ""));
       main->OnCommand(view);
       QWidget* const first = main->focusWidget();
       int wraps = 0;
@@ -372,7 +372,8 @@ TEST_F(MainWindow, TheMonthsNumbersStayWithinTheCellsOfLandscape) {
   main->OnCommand(kShowMonth);
   const QImage month = Find<QWidget>("month")->grab().toImage();
   for (int line = 1; line < 7; ++line) {
-    for (int y = 20; y < 60; ++y) EXPECT_EQ(month.pixel(line * (160 / 7), y), 0xFF000000u) << y;
+    for (int y = 20; y < 60; ++y)
+      EXPECT_EQ(month.pixel(line * (160 / 7), y), 0xFF000000u) << line << " " << y;
   }
 }
 

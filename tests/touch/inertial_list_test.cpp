@@ -162,7 +162,7 @@ TEST_F(InertListTest, AWheelHasNoEnd) {
     while (list.IsCoasting()) {
       Recording canvas;
       list.Paint(canvas);
-      EXPECT_EQ(canvas.out.find("E0E0E0"), std::string::npos);
+      EXPECT_EQ(canvas.out.find("E0E0E0"), std::string::npos) << dy << " to " << list.Top();
       list.CoastTick();
     }
     EXPECT_GE(list.Top(), 0);

@@ -86,7 +86,7 @@ TEST_F(Map, TheScaleIsARoundNumberOfMetres) {
       {30, 0.0, u"100km", 26},       {12, 0.0, u"200km", 21},  {100000, 36.5, u"50m", 44},
       {kLargestScl, 0.0, u"1m", 77}, {100, 89.0, u"50km", 45}};
   for (const auto& [scl, latitude, text, pitch] : rows) {
-    SCOPED_TRACE(scl);
+    SCOPED_TRACE(testing::Message() << scl << " at " << latitude);
     pane.Scl = scl;
     pane.mLat = latitude;
     EXPECT_EQ(ScaleText(ScaleOf(pane).ScaleUnit), text);

@@ -45,6 +45,7 @@ TEST_F(Week, ShowsWhatStartsOnItsDaysInAPieceADay) {
                                               "5:00:00:00-00:00:00", "6:10:00:00-23:59:59",
                                               "7:00:00:00-23:59:59", "8:00:00:00-23:59:59"}));
   for (const size_t piece : {1u, 2u}) {
+    SCOPED_TRACE(piece);
     EXPECT_EQ(week.WeekItems[piece].id, night);
     EXPECT_EQ(week.WeekItems[piece].text, u"駅");
     EXPECT_EQ(week.WeekItems[piece].position, 2);
