@@ -50,7 +50,7 @@ void RefuseWithoutDisplay(QtMsgType type, const QMessageLogContext&, const QStri
 std::optional<std::string> FindFolder(const app::CommandLine& line) {
   std::error_code error;
   const std::string program = std::filesystem::read_symlink("/proc/self/exe", error).string();
-  const std::optional<std::string> folder =
+  std::optional<std::string> folder =
       line.folder ? std::filesystem::absolute(*line.folder, error).lexically_normal().string()
                   : platform::UsersFolder({program, ValueOf("XDG_DATA_HOME"), ValueOf("HOME")});
   if (!folder) {
