@@ -86,30 +86,24 @@ TEST_F(FileSelect, LeavesOutWhatWouldMakeTooLongAPath) {
 TEST_F(FileSelect, OkChecksTheName) {
   WriteWholeFile(folder.HostPath("there.csv"), "");
   platform::files().MakeFolder(folder.Path(u"f.csv"));
-  const struct {
-    const char* why;
-    int mode;
-    const char16_t* name;
-    const char* told;
-    std::optional<std::u16string> result;
-  } rows[] = {
-      {"empty", kSelectToSave, u"", "ファイル名未指定", {}},
+  const std::tuple<const char*, int, const char16_t*, const char*, const char16_t*> rows[] = {
+      {"empty", kSelectToSave, u"", "ファイル名未指定", nullptr},
       {"the first pattern's extension", kSelectToSave, u"abc", "", u"abc.csv"},
       {"a point keeps the name as it is", kSelectToSave, u"abc.", "", u"abc."},
       {"no question before overwriting", kSelectToSave, u"there", "", u"there.csv"},
       {"opens what is there", kSelectToOpen, u"there", "", u"there.csv"},
-      {"opens nothing else", kSelectToOpen, u"abc", "ファイル名不正", {}},
-      {"a folder is no file", kSelectToOpen, u"f.csv", "ファイル名不正", {}},
+      {"opens nothing else", kSelectToOpen, u"abc", "ファイル名不正", nullptr},
+      {"a folder is no file", kSelectToOpen, u"f.csv", "ファイル名不正", nullptr},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
-    CFileSelect select = Opened(row.mode);
+  for (const auto& [why, mode, name, told, result] : rows) {
+    SCOPED_TRACE(why);
+    CFileSelect select = Opened(mode);
     select.ChooseFilter(1);
-    if (*row.told) host.answers = {row.told};
-    EXPECT_EQ(select.OnOk(row.name), row.result.has_value());
-    ASSERT_EQ(select.ResultPath().has_value(), row.result.has_value());
-    if (!row.result) continue;
-    EXPECT_EQ(select.ResultPath(), folder.Path(*row.result));
+    if (*told) host.answers = {told};
+    EXPECT_EQ(select.OnOk(name), result != nullptr);
+    ASSERT_EQ(select.ResultPath().has_value(), result != nullptr);
+    if (!result) continue;
+    EXPECT_EQ(select.ResultPath(), folder.Path(result));
   }
 }
 

@@ -64,36 +64,24 @@ TEST_F(Selection, WithoutAnActionTheCommandsSaySo) {
 }
 
 TEST_F(Selection, DeleteTakesTheActionsOfTheMarkedRows) {
-  const struct {
-    std::vector<int> marked;
-    Answer answer;
-    const char16_t* question;
-    const char16_t* left;
-    const char* why;
-  } cases[] = {
-      {{0, 1}, Answer::kNo, u"これらの 2個のアクションを削除しますか？", u"1234", "No"},
-      {{2, 3},
-       Answer::kYes,
-       u"このアクションを削除しますか？",
-       u"123",
-       "of a spanning day, with the row of a new Action"},
-      {{0, 1},
-       Answer::kYes,
-       u"これらの 2個のアクションを削除しますか？",
-       u"24",
-       "the Action between the two is not on show and stays"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.why);
+  const std::u16string one = u"この", two = u"これらの 2個の";
+  const std::tuple<std::vector<int>, Answer, std::u16string, std::u16string, const char*> cases[] =
+      {
+          {{0, 1}, Answer::kNo, two, u"1234", "No"},
+          {{2, 3}, Answer::kYes, one, u"123", "of a spanning day, with the row of a new Action"},
+          {{0, 1}, Answer::kYes, two, u"24", "the Action between the two is not on show and stays"},
+      };
+  for (const auto& [marked, answer, which, left, why] : cases) {
+    SCOPED_TRACE(why);
     Fill();
     app.FindWhere = u"1 = 1";
-    host.answers = {c.answer};
-    EXPECT_EQ(FxEditDelete(app, SetDataDayViewForMulti(app), c.marked), c.answer == Answer::kYes);
-    EXPECT_EQ(host.messages.back().text, c.question);
+    host.answers = {answer};
+    EXPECT_EQ(FxEditDelete(app, SetDataDayViewForMulti(app), marked), answer == Answer::kYes);
+    EXPECT_EQ(host.messages.back().text, which + u"アクションを削除しますか？");
     EXPECT_EQ(host.messages.back().title, u"アクションの削除の確認");
     EXPECT_EQ(host.messages.back().icon, platform::Icon::kQuestion);
-    EXPECT_EQ(LeftIds(), c.left);
-    EXPECT_EQ(app.FindWhere.has_value(), c.answer == Answer::kNo) << "a delete ends the find";
+    EXPECT_EQ(LeftIds(), left);
+    EXPECT_EQ(app.FindWhere.has_value(), answer == Answer::kNo) << "a delete ends the find";
   }
 }
 

@@ -4,9 +4,9 @@
 #include <sys/stat.h>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <filesystem>
 
+#include "support/process.h"
 #include "support/temp_folder.h"
 
 using platform::qt::SingleInstance;
@@ -31,7 +31,10 @@ TEST(SingleInstance, TellsTheFirstOfEveryLaterStart) {
     SingleInstance later(folder.HostPath());
     EXPECT_FALSE(later.Claim('n', [](char) { FAIL(); }));
   }
-  while (told.size() < 3) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  testing_support::WaitUntil([&] {
+    QCoreApplication::processEvents();
+    return told.size() == 3;
+  });
   EXPECT_EQ(told, "nnn");
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.lock")), 0600);
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.socket")), 0600);
