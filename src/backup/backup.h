@@ -5,7 +5,7 @@
 
 namespace backup {
 
-// Writes the open diary's copy to `path`, after a question if something stands there, and tells
+// Writes the open diary's copy to `path`, after a question if something stands there, and says
 // where it lies and how many Actions it holds, or why there is none. Nothing half-made is left, and
 // what stood there stays until the copy is whole.
 void MakeBackup(std::u16string_view path);

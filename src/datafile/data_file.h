@@ -15,7 +15,7 @@ inline constexpr std::u16string_view kFormatVersion = u"3.2.2010.0623";
 
 // A new file with its system information and the recorder's first values, in the place of whatever
 // stands at `path`, and opened. Made whole under another name first: a full disk or a kill leaves
-// no half file behind that every later start would refuse. An HRESULT, or a negative step
+// no half file that every later start would refuse. An HRESULT, or a negative step
 // number of WriteSystemInfo or InitRecorderValues.
 store::HRESULT CreateDataFile(std::u16string_view path);
 

@@ -1,4 +1,4 @@
-// A find narrows the Action index to the rows of a condition, and leaves the condition behind for
+// A find narrows the Action index to the rows of a condition, and leaves the condition for
 // the views' own queries. ReloadActionIndex drops it again.
 #pragma once
 

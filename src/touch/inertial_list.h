@@ -88,7 +88,7 @@ struct RowTextFormat {
   Align across = Align::kBegin;
   Align down = Align::kBegin;
   bool breaksWords = false;   // else a single line
-  bool cutsAnywhere = false;  // the ellipsis stands behind any character, else behind a word
+  bool cutsAnywhere = false;  // the ellipsis follows any character, otherwise a word
 
   static RowTextFormat OfStyle(int windowStyle);
 };

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <vector>
 
 #include "e2e/pocket_device.h"
 #include "platform/utf.h"
@@ -66,7 +67,7 @@ std::set<std::string> FilesIn(const TempFolder& folder) {
   return names;
 }
 
-void PressAll(PocketDevice& device, std::initializer_list<const char*> keys) {
+void PressAll(PocketDevice& device, const std::vector<const char*>& keys) {
   for (const char* key : keys) device.Press(key);
 }
 
@@ -219,7 +220,7 @@ TEST(Diary, ADayOfTheRecorderThoughItIsKilled) {
 TEST(Diary, EndsInOrderWhenTheSessionDoes) {
   PocketDevice device;
   Installed diary;
-  const std::pair<const char*, std::initializer_list<const char*>> rows[] = {
+  const std::pair<const char*, std::vector<const char*>> rows[] = {
       {"in the main window", {}},
       {"in the edit screen", {"F1"}},
       {"in an open menu", {"F2"}},

@@ -73,7 +73,7 @@ TEST_F(InertListTest, ARowAtAnOffset) {
       {"above the first row there are rows without data", 0, 0, 25, -2, -15},
       {"up by a whole row: that row still counts", 0, 3, -20, 3, -20},
       {"and one pixel more", 0, 3, -21, 4, -1},
-      {"behind the last row", 0, 29, -45, 31, -5},
+      {"below the last row", 0, 29, -45, 31, -5},
       {"a wheel comes from the end", ILS_WRAP, 0, 5, 29, -15},
       {"and goes on at the beginning", ILS_WRAP, 29, -25, 0, -5},
   };

@@ -44,7 +44,7 @@ class CFileSelectDlg : public platform::qt::ModalScreen {
   QPushButton* AddButton(const char* name, const QString& text, int units,
                          std::function<void()> onClick);
 
-  // Shows the folder anew; the list stays scrolled as it was if the folder is the same.
+  // Shows the folder again; the list stays scrolled as it was if the folder is the same.
   void ShowFolder();
   void PressLine(QPoint point);
   void TapLine(int line);
