@@ -4,6 +4,13 @@
 #   ./run.sh --uninstall [FOLDER]     removes all of it but the diary and its backups
 # Packages that are missing are installed on the way, as root or by sudo.
 set -euo pipefail
+case ${1:-} in
+  --uninstall) ;;
+  -*)
+    echo "Usage: ./run.sh [--uninstall] [FOLDER]" >&2
+    exit 2
+    ;;
+esac
 action=install
 if [ "${1:-}" = --uninstall ]; then
   action=uninstall
@@ -60,7 +67,7 @@ uninstall() {
     say "Morvenly is running there: end it first."
     exit 1
   fi
-  rm -rf "$folder/manual"
+  rm -rf "$folder/Morvenly.manual"
   rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket} \
     "$share/applications/$app_id.desktop" "$share/icons/hicolor/scalable/apps/morvenly.svg"
   rmdir "$folder" 2>/dev/null || say "The diary stays in $folder."
@@ -81,8 +88,8 @@ build release -DMORVENLY_TESTS=OFF
 umask 077  # a diary is private, and so is its folder
 install_file build/release/morvenly "$folder/morvenly"
 chmod 700 "$folder/morvenly"
-rm -rf "$folder/manual"
-cp -r build/release/docs/html "$folder/manual"
+rm -rf "$folder/Morvenly.manual"
+cp -r build/release/docs/html "$folder/Morvenly.manual"
 if has_display; then
   [ -z "${WAYLAND_DISPLAY:-}" ] || require_packages qt6-wayland
   install_menu_entry

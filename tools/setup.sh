@@ -16,7 +16,7 @@ require_packages() {
     exit 1
   fi
   local installed missing
-  # dpkg-query fails when one of them is unknown to it, and still tells of the others.
+  # dpkg-query fails when one of them is unknown to it, and still lists the others.
   installed=$( (dpkg-query -W -f='${db:Status-Status} ${Package}\n' "$@" 2>/dev/null || true) |
     sed -n 's/^installed //p')
   missing=$(comm -13 <(sort <<<"$installed") <(printf '%s\n' "$@" | sort -u) | xargs)

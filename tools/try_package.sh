@@ -2,7 +2,7 @@
 # Installs the package into a root of its own, starts it there as an ordinary user, makes an Action,
 # removes the package again, and looks whether the diary is untouched.
 #   tools/try_package.sh PACKAGE
-# As root or not; the program's own packages have to be there.
+# As root; the program's own packages have to be there.
 set -euo pipefail
 package=$(realpath "$1")
 place=$(mktemp -d)

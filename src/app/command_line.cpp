@@ -103,7 +103,9 @@ CommandLine ReadCommandLine(int argc, char* const* argv) {
     if (word == -1) break;
     if (word == ':') return Refused(std::string(argv[at]) + " needs a folder");
     if (word == '?') return Refused(std::string(argv[at]) + " means nothing here");
-    if (optarg != nullptr && *optarg == '\0')
+    const bool isNextWord = optarg != nullptr && optarg == argv[optind - 1];
+    if (optarg != nullptr &&
+        (*optarg == '\0' || (isNextWord && std::string_view(optarg).starts_with("--"))))
       return Refused(std::string(argv[at]) + " needs a folder");
     Take(word, line);
   }

@@ -6,6 +6,7 @@
 
 #include "backup/backup_names.h"
 #include "backup/summary.h"
+#include "core/paths.h"
 #include "core/text.h"
 #include "platform/device_paths.h"
 #include "platform/files.h"
@@ -72,7 +73,7 @@ bool TakeName(const Text& copy, std::u16string_view path) {
 void MakeBackup(std::u16string_view path) {
   if (!MayReplace(path)) return;
   store::NoteTrouble(store::Trouble::kUnknown);
-  const Text unfinished = Text(path) += kUnfinished;
+  const Text unfinished = core::FreePath(Text(path) += kUnfinished);
   std::optional<Summary> written;
   {
     const platform::WaitCursor waiting;

@@ -24,7 +24,7 @@ std::u16string DailyName(std::u16string_view dataFile, const core::Day& day);
 // "user_20261122_104530.sdf", what a restored file took the place of.
 std::u16string MomentName(std::u16string_view dataFile, const platform::LocalTime& moment);
 
-// Behind a name: a copy that isn't whole yet.
+// After a name: a copy that isn't whole yet.
 inline constexpr std::u16string_view kUnfinished = u".new";
 
 // Those of `names` that are copies of days and may go: all but the newest seven, and the last one

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <memory>
+#include <string_view>
 
 #include "backup/backup_names.h"
 #include "datafile/data_file.h"
@@ -28,6 +29,19 @@ constexpr size_t kBlock = 1 << 16;
 bool FailToWrite() {
   store::NoteSystemError(errno);
   return false;
+}
+
+// By its first bytes: a film that was chosen by mistake isn't copied first.
+bool LooksLikeDatabase(std::u16string_view path) {
+  constexpr std::string_view kMagic("SQLite format 3\0", 16);
+  const auto file = files().OpenForReading(path);
+  if (!file) {
+    NoteTrouble(Trouble::kNotOpened);
+    return false;
+  }
+  std::array<char, kMagic.size()> head{};
+  return file->Read(head.data(), head.size()) == static_cast<int64_t>(head.size()) &&
+         std::string_view(head.data(), head.size()) == kMagic;
 }
 
 }  // namespace
@@ -66,6 +80,7 @@ std::optional<Summary> Candidate::Take(std::u16string_view chosen) {
     NoteTrouble(lock ? Trouble::kForeignLog : Trouble::kInUse);
     return {};
   }
+  if (!LooksLikeDatabase(source)) return {};
   store::Engine::Remove(path_);
   for (const std::u16string_view suffix : {u"-journal", u"-wal", u""}) {
     const Text part = source + Text(suffix);

@@ -171,7 +171,7 @@ bool AgreeToCreate(std::u16string_view path) {
   if (!AskYesNo(u"指定されたフォルダは存在しません。作成しますか。", u"フォルダ作成確認")) {
     return false;
   }
-  core::EnsureFolder(folder);  // without it the creation fails, and tells
+  core::EnsureFolder(folder);  // without it the creation fails, and says so
   return true;
 }
 

@@ -1,4 +1,4 @@
-// The pickers that open in place: what they offer, and what becomes of the text they hold.
+// The editors that open in place: what they offer, and what becomes of the text they hold.
 #include <utility>
 
 #include "core/date_time.h"

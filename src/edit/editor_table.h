@@ -1,4 +1,4 @@
-// The pickers of the edit screen as one table: the control that each stands for, the field that it
+// The editors of the edit screen as one table: the control that each stands for, the field that it
 // fills, and what it offers.
 #pragma once
 

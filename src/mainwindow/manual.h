@@ -6,7 +6,7 @@
 
 namespace mainwindow {
 
-// The page beside the program, in its folder `manual`, or where a package puts it, in
+// The page beside the program, in the folder `Morvenly.manual`, or where a package puts it, in
 // share/doc/morvenly/html; none if neither is there.
 std::optional<QUrl> ManualPage();
 

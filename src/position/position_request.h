@@ -10,8 +10,6 @@
 namespace position {
 
 // Results of StartPositionRequest.
-inline constexpr int kNoMemoryForSink = -103;
-inline constexpr int kNoMemoryForMonitor = -104;
 inline constexpr int kNotOpened = -105;
 
 // Asks for a reading; as the first one arrives, `command` is posted to `window`, which may be gone

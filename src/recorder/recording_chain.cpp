@@ -89,7 +89,7 @@ std::optional<CRecorder::Ending> CRecorder::WriteStepBack() {
   if (store::Failed(counted)) return Ending{CountFault(core::Hex(counted)), kWriteFaultTitle};
   if (!app_.RcdrHistory.Empty()) return ReopenLast();
   SetRunning(u"", {});
-  const std::optional<Ending> ending = WritePreActId();
+  std::optional<Ending> ending = WritePreActId();
   if (!ending) ShowButtons(false);
   return ending;
 }
@@ -136,7 +136,7 @@ void CRecorder::OnBtnClear() {
 
 std::optional<CRecorder::Ending> CRecorder::ForgetChain() {
   SetRunning(u"", {});
-  const std::optional<Ending> ending = WritePreActId();
+  std::optional<Ending> ending = WritePreActId();
   if (ending) return ending;
   app_.RcdrHistory.Clear();
   const store::HRESULT counted = WriteHistNum();

@@ -19,7 +19,7 @@ std::optional<CRecorder::Ending> CRecorder::InBurst(
     if (store::LastTrouble() == store::Trouble::kExchanged) SetActList();
     return refused;
   }
-  const std::optional<Ending> ending = steps();
+  std::optional<Ending> ending = steps();
   const store::HRESULT synced = burst.End();
   if (ending || !store::Failed(synced)) return ending;
   return KeyFault(kPreActIdKey, core::Hex(synced));

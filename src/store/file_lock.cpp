@@ -13,7 +13,7 @@
 namespace store {
 namespace {
 
-// Behind the bytes that SQLite locks, in the page that it never writes.
+// After the bytes that SQLite locks, in the page that it never writes.
 constexpr off_t kLockedByte = 0x40000000 + 1024;
 
 bool IsSameFile(const struct stat& a, const struct stat& b) {

@@ -14,7 +14,7 @@
 namespace touch {
 
 // Messages, the list's interface for those who have nothing but its number: wparam and lparam as
-// Send tells them.
+// Send takes them.
 enum ListMessage : uint32_t {
   WM_SETFONT = 0x30,
   WM_GETFONT = 0x31,

@@ -30,6 +30,7 @@ TEST(CommandLine, TakesItsWordsAndRefusesEveryOther) {
                                                 {"diary"},
                                                 {"--folder"},
                                                 {"--folder="},
+                                                {"--folder", "--new"},
                                                 {"--new=1"},
                                                 {"--new", "diary"},
                                                 {"--", "diary"},

@@ -20,7 +20,7 @@ namespace extitems {
 
 class CItemEditorDlg : public platform::qt::ModalScreen {
  public:
-  // `text` is the text form; `app` tells how values are picked.
+  // `text` is the text form; `app` says how values are picked.
   CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u16string_view text);
 
   // After kResultOk.

@@ -20,7 +20,7 @@ class FieldButton : public platform::qt::PaintedButton {
 
   // The text as it is: no character of it is a mnemonic.
   void ShowValue(const QString& value);
-  // The text of a position field: centred while it tells that a position is awaited. Until the
+  // The text of a position field: centred while it says that a position is awaited. Until the
   // receiver's next reading such a field is painted in other colours.
   void ShowPosition(const std::u16string& text);
 

@@ -70,9 +70,12 @@ void QtHost::BringForward() {
   const QString title = front->windowTitle();
   front->setWindowTitle(title + QChar(0x200B));
   front->setWindowTitle(title);
-  QTimer::singleShot(kTimeStampMilliseconds, front, [front] {
-    front->raise();
-    front->activateWindow();
+  // By then something else may stand over it, which has to have the keys.
+  QTimer::singleShot(kTimeStampMilliseconds, front, [this] {
+    if (QWidget* foremost = Foremost()) {
+      foremost->raise();
+      foremost->activateWindow();
+    }
   });
 }
 

@@ -22,6 +22,7 @@ bool IsHiragana(QChar c) {
 // a hyphen stays whole.
 bool StaysTogether(QChar before, QChar after) {
   if (before == u'-') return after.isLetterOrNumber();
+  if (QStringView(u"、。，．」』）！？").contains(after)) return true;
   const bool isInJapanese = IsJapanese(before) || IsJapanese(after);
   return isInJapanese && before.isLetterOrNumber() && after.isLetterOrNumber() &&
          (IsHiragana(after) || !IsHiragana(before));

@@ -209,6 +209,7 @@ int INERT_LIST_VIEW::TopOf(int row) const {
 
 std::vector<Spot> INERT_LIST_VIEW::Spots() const {
   std::vector<Spot> spots;
+  spots.reserve(static_cast<size_t>(list_.Count()));
   auto* list = const_cast<INERT_LIST_VIEW*>(this);
   for (int row = 0; row < list_.Count(); ++row) {
     spots.push_back({.place = {0, TopOf(row), width(), list_.GetHeight(-1)},
