@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Looks at the form of the sources, builds everything with warnings as errors, gives each fuzz
 # target a few seconds, and runs every test.
-#   ./test.sh              what a change needs before it's shared
-#   ./test.sh --full       besides, as CI does: the package, clang-tidy, the names of all controls,
-#                          every test again with the address and undefined behaviour sanitizers, and
-#                          the threads' tests with the thread's
+#   ./test.sh              what a change needs before it's shared, and what CI runs
+#   ./test.sh --full       besides: the package, clang-tidy, the names of all controls, every test
+#                          again with the address and undefined behaviour sanitizers, and the
+#                          receiver's monitor with the thread's
 # Packages that are missing are installed on the way, as root or by sudo.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
