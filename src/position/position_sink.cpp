@@ -19,7 +19,7 @@ void PositionSink::OnPosition(platform::GPS_POSITION position) {
   platform::host().PostCommand(window_, command_);
 }
 
-void PositionSink::OnDeviceState(platform::GPS_DEVICE device) {
+void PositionSink::OnDeviceState(const platform::GPS_DEVICE& device) {
   const std::scoped_lock lock(mutex_);
   deviceName_ = device.szGPSFriendlyName.substr(0, kLongestDeviceName);
 }

@@ -22,7 +22,7 @@ class PositionSink {
   // A reading. The first one after a request clears the in-progress flag and posts the command of
   // the request to its window; later ones are only kept.
   virtual void OnPosition(platform::GPS_POSITION position);
-  virtual void OnDeviceState(platform::GPS_DEVICE device);
+  virtual void OnDeviceState(const platform::GPS_DEVICE& device);
 
   // A request: forgets the last reading.
   void Expect(platform::WindowId window, uint16_t command);
