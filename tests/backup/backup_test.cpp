@@ -180,13 +180,16 @@ TEST_F(Backup, WhatIsNoWholeDiaryIsRefused) {
   Copy("other.sdf", "trigger.sdf");
   ASSERT_EQ(ConnectDataFile(folder.Path(u"trigger.sdf")), 0);
   dbSession().Session->Execute(u"create trigger t after insert on t_UserData begin select 1; end");
+  Copy("other.sdf", "columns.sdf");
+  ASSERT_EQ(ConnectDataFile(folder.Path(u"columns.sdf")), 0);
+  dbSession().Session->Execute(u"alter table t_LongData rename column f_i4Value to other");
   ASSERT_EQ(OpenDataFile(app), 0);
   const auto names = Names("");
   for (const auto& [name, says] :
        {std::pair(u"text.sdf", u"復元できません"), std::pair(u"cut.sdf", u"壊れています"),
         std::pair(u"empty.sdf", u"復元できません"), std::pair(u"log.sdf", u"書込み記録が残って"),
-        std::pair(u"trigger.sdf", u"復元できません"), std::pair(u"user.sdf", u"開いている"),
-        std::pair(u"none.sdf", u"読み取る権限")}) {
+        std::pair(u"trigger.sdf", u"復元できません"), std::pair(u"columns.sdf", u"復元できません"),
+        std::pair(u"user.sdf", u"開いている"), std::pair(u"none.sdf", u"読み取る権限")}) {
     host.answers = {says};
     EXPECT_EQ(Restore(app, folder.Path(name)), Restored::kNo);
     EXPECT_EQ(Names(""), names);
