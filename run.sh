@@ -63,13 +63,17 @@ uninstall() {
     say "No Morvenly lies in $folder."
     exit 1
   fi
-  if ! flock -n "$folder/.morvenly.lock" true; then
+  local held=0 entry=$share/applications/$app_id.desktop
+  flock -n -E 9 "$folder/.morvenly.lock" true 2>/dev/null || held=$?
+  if [ $held = 9 ]; then
     say "Morvenly is running there: end it first."
     exit 1
   fi
   rm -rf "$folder/Morvenly.manual"
-  rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket} \
-    "$share/applications/$app_id.desktop" "$share/icons/hicolor/scalable/apps/morvenly.svg"
+  rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket}
+  if grep -qF "Exec=$(exec_word "$folder/morvenly")" "$entry" 2>/dev/null; then
+    rm -f "$entry" "$share/icons/hicolor/scalable/apps/morvenly.svg"
+  fi
   rmdir "$folder" 2>/dev/null || say "The diary stays in $folder."
 }
 
