@@ -120,6 +120,7 @@ TEST_F(Backup, IsWholeAndReplacesNothingUnasked) {
   MakeBackup(path + u"-wal");
   const std::string before = Bytes("mine.sdf");
   for (const FileCall call : {FileCall::kCreate, FileCall::kSync, FileCall::kRename}) {
+    SCOPED_TRACE(static_cast<int>(call));
     FaultyFiles faulty;
     faulty.Fail(call);
     host.answers = {kYes, "作成できませんでした"};
@@ -190,6 +191,7 @@ TEST_F(Backup, WhatIsNoWholeDiaryIsRefused) {
         std::pair(u"empty.sdf", u"復元できません"), std::pair(u"log.sdf", u"書込み記録が残って"),
         std::pair(u"trigger.sdf", u"復元できません"), std::pair(u"columns.sdf", u"復元できません"),
         std::pair(u"user.sdf", u"開いている"), std::pair(u"none.sdf", u"読み取る権限")}) {
+    SCOPED_TRACE(platform::ToUtf8(name));
     host.answers = {says};
     EXPECT_EQ(Restore(app, folder.Path(name)), Restored::kNo);
     EXPECT_EQ(Names(""), names);

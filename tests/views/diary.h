@@ -33,8 +33,8 @@ class Diary : public store_test::StoreTest {
     return Add(action);
   }
   std::u16string Add(store::Action action) {
-    EXPECT_EQ(0, store::dbSession().UserTable->Insert(action));
-    EXPECT_EQ(0, store::ReloadActionIndex(app));
+    EXPECT_EQ(store::dbSession().UserTable->Insert(action), 0);
+    EXPECT_EQ(store::ReloadActionIndex(app), 0);
     return *action[store::kActId];
   }
 };
