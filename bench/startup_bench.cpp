@@ -49,7 +49,7 @@ int RunProgram(int argc, char** argv) {
   platform::qt::DressApplication(application);
   FirstPaint firstPaint;
   application.installEventFilter(&firstPaint);
-  return app::WinMain(host, plan);
+  return app::WinMain(host, plan, app::FirstScreen::kBySetting);
 }
 
 int RunSmallest(int argc, char** argv) {

@@ -1,9 +1,9 @@
 # Sourced by test.sh, in the top folder, after setup.sh: what is looked at besides the tests.
 # shellcheck shell=bash
 
-test_packages=(libgtest-dev clang clang-format clang-tidy libclang-rt-dev shellcheck gpsd xvfb xauth
-               matchbox-window-manager xdotool scrot sqlite3 at-spi2-core dbus-daemon python3-gi
-               gir1.2-atspi-2.0)
+test_packages=(libgtest-dev libbenchmark-dev clang clang-format clang-tidy libclang-rt-dev shellcheck
+               gpsd xvfb xauth matchbox-window-manager xdotool scrot sqlite3 at-spi2-core dbus-daemon
+               python3-gi gir1.2-atspi-2.0)
 
 # The tools of other releases find other things; those of Debian 12 are the measure.
 measured_by() {  # TOOL
