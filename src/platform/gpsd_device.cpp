@@ -46,6 +46,21 @@ int ConnectTo(uint16_t port, int socket) {
   return error;
 }
 
+// What stands between the first `key` and the next quote; empty without both.
+std::string_view ValueAfter(std::string_view report, std::string_view key) {
+  const size_t found = report.find(key);
+  if (found == std::string_view::npos) return {};
+  const size_t begin = found + key.size();
+  const size_t end = report.find('"', begin);
+  return end == std::string_view::npos ? std::string_view() : report.substr(begin, end - begin);
+}
+
+// Empty for a line that isn't one report.
+std::string_view KindOf(std::string_view report) {
+  constexpr std::string_view kKey = "\"class\":\"";
+  return report.find(kKey) == report.rfind(kKey) ? ValueAfter(report, kKey) : std::string_view();
+}
+
 float OrZero(double value) {
   return std::isfinite(value) ? static_cast<float>(value) : 0.0f;
 }
@@ -68,6 +83,7 @@ class GpsdDevice : public GpsDevice {
   void Receive();
   std::optional<GpsEvent> TakeReport();
   std::optional<GpsEvent> Read(std::string& report);
+  std::optional<GpsEvent> ReadFirstDevice(std::string_view report);
   void TakeFix();
 
   const uint16_t port_;
@@ -129,17 +145,25 @@ std::optional<GpsEvent> GpsdDevice::TakeReport() {
 }
 
 std::optional<GpsEvent> GpsdDevice::Read(std::string& report) {
+  // The library goes round for ever in a list of more than four devices, or with a path of 128
+  // characters: it gets positions and satellites, and the list is read here.
+  if (report.find("\"class\":\"DEVICES\"") != std::string::npos) return ReadFirstDevice(report);
+  const std::string_view kind = KindOf(report);
+  if (kind != "TPV" && kind != "SKY") return {};
   session_->set = 0;
   if (gps_unpack(report.data(), session_.get()) != 0) return {};
-  if ((session_->set & DEVICELIST_SET) != 0 && session_->devices.ndevices > 0) {
-    deviceName_ = session_->devices.list[0].path;
-    return GpsEvent::kDeviceState;
-  }
   const gps_fix_t& fix = session_->fix;
   const bool isFix = (session_->set & LATLON_SET) != 0 && fix.mode >= MODE_2D;
   if (!isFix || !std::isfinite(fix.latitude) || !std::isfinite(fix.longitude)) return {};
   TakeFix();
   return GpsEvent::kPosition;
+}
+
+std::optional<GpsEvent> GpsdDevice::ReadFirstDevice(std::string_view report) {
+  const std::string_view path = ValueAfter(report, "\"path\":\"");
+  if (path.empty()) return {};
+  deviceName_ = path;
+  return GpsEvent::kDeviceState;
 }
 
 void GpsdDevice::TakeFix() {

@@ -79,17 +79,24 @@ TEST_F(PositionRequest, GetsTheReadingOfTheRealDaemonWhateverBecomesOfIt) {
 }
 
 TEST_F(PositionRequest, TakesNothingButAFix) {
-  const Speaker speaker(R"({
+  std::string devices = R"({"class":"DEVICES","devices":[{"path":"/dev/)" + std::string(200, 'a');
+  for (int more = 0; more < 5; ++more) devices += R"("},{"class":"DEVICE","path":"/dev/b)";
+  devices += "\"}]}\n";
+  const Speaker speaker(devices + R"({
 {"class":"TPV"}
 {"class":"TPV","mode":1,"lat":1.5,"lon":2.5}
 {"class":"TPV","mode":3}
 {"class":"TPV","mode":3,"lat":1e999,"lon":2.5}
-{"class":"DEVICES","devices":[{"path":"/dev/a"}]}
-)" + std::string(kFix));
+{"class":"TPV","mode":3}{"class":"SKY","uSat":3}
+)" + devices + std::string(kFix));
   int error = 0;
   const auto device = platform::OpenGpsd(speaker.Port(), error);
   ASSERT_NE(device, nullptr);
   EXPECT_EQ(device->WaitForEvent(), platform::GpsEvent::kDeviceState);
+  EXPECT_EQ(device->WaitForEvent(), platform::GpsEvent::kDeviceState);
+  platform::GPS_DEVICE state;
+  EXPECT_EQ(device->GPSGetDeviceState(state), 0);
+  EXPECT_EQ(state.szGPSFriendlyName, u"/dev/" + std::u16string(200, u'a'));
   platform::GPS_POSITION position;
   EXPECT_NE(device->GPSGetPosition(position, std::chrono::hours(1)), 0) << "none has come yet";
   EXPECT_EQ(device->WaitForEvent(), platform::GpsEvent::kPosition);
