@@ -2,6 +2,7 @@
 #include "views/week_view.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/date_time.h"
 #include "core/text.h"
@@ -62,7 +63,7 @@ void AddPieces(const store::Action& action, int position, const CalendarValue& l
 
 // Half a second makes up for what the fraction of a day has lost.
 int RowOf(const WeekItem& item, const CalendarValue& first) {
-  return static_cast<int>(item.start.dt - first.dt + 0.5 / kSecondsPerDay);
+  return static_cast<int>(std::floor(item.start.dt - first.dt + 0.5 / kSecondsPerDay));
 }
 
 // The first lane that is not in `taken`, which may name one twice.
@@ -137,6 +138,8 @@ void CalcWeekRepetition(const Day& first, WeekData& week) {
   std::array<std::vector<WeekItem*>, kMostRows> bands;
   for (WeekItem& item : week.WeekItems) {
     item.row = RowOf(item, firstDay);
+    // As a text "2010/1/011" sorts after September, and is a day of January.
+    if (item.row < 0) continue;
     bands[static_cast<size_t>(item.row)].push_back(&item);
   }
   for (size_t row = 0; row < bands.size(); ++row) {

@@ -22,7 +22,7 @@ struct WeekItem {
   core::CalendarValue end;    // on the same day, at most 23:59:59
   std::u16string text;        // the place
   int dup = 0;  // boxes that share the height of the band; 0 before the lanes are made
-  int row = 0;  // band, 0 the first day. An Action that lasts on has rows of 7 and more
+  int row = 0;  // band, 0 the first day. Pieces outside the week have rows below 0, or 7 and more
   int col = 0;  // lane, 0 the top one
 };
 

@@ -54,6 +54,15 @@ TEST_F(Week, ShowsWhatStartsOnItsDaysInAPieceADay) {
   EXPECT_EQ(week.WeekRowMax, (std::array<int, 7>{1, 0, 1, 1, 1, 1, 1}));
 }
 
+TEST_F(Week, HasNoBoxForADayBeforeIt) {
+  Add(u"01", u"2010/1/011 10:00:00", u"2010/1/011 11:00:00");
+  core::SetCurDate(u"2010/10/02");
+  ReadWeek(app, week);
+  ASSERT_EQ(week.WeekItems.size(), 1u) << "as a text it is in it";
+  EXPECT_EQ(BoxRect(LayoutWeek(240, 200), week.WeekItems[0]), platform::Rect());
+  EXPECT_EQ(NextBox(week.WeekItems, -1, BoxStep::kDown, 0), -1);
+}
+
 TEST_F(Week, Lanes) {
   struct Lane {
     int col, dup;
