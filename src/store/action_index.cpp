@@ -1,6 +1,7 @@
 // The index is rebuilt after every change, but only what has changed is read from the file.
 #include "store/action_index.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -53,7 +54,7 @@ int ReloadActionIndex(core::CAppState& app) {
   const int loaded = LoadActionIndex(app);
   if (loaded != 0) return loaded;
   const int page = FindActionIndexByPosition(app, core::CurDate(), core::kEndOfDay, app.SeqViewRng);
-  app.ListPage = page;
+  app.ListPage = std::max(0, page);
   return page < 0 ? -2 : 0;
 }
 

@@ -56,6 +56,17 @@ TEST_F(ActionIndexTest, ReloadSortsByStartAndKeepsTheOrderOfEqualStarts) {
   EXPECT_EQ(FindActionPosition(app, unknown), -1) << "a row that isn't in the index";
 }
 
+TEST_F(ActionIndexTest, AStartAtTheEndOfTheCurrentDayLeavesTheFirstPage) {
+  CreateFile();
+  const Field row[] = {{kActionColumns[kActId], u"ID0000000000000001"},
+                       {kActionColumns[kStaDateTime], u"2010/06/23 24:00:00"}};
+  ASSERT_EQ(dbSession().Session->Insert(u"t_UserData", row), S_OK);
+  core::SetCurDate(u"2010/06/23");
+  app.SeqViewRng = 10;
+  EXPECT_EQ(ReloadActionIndex(app), -2);
+  EXPECT_EQ(app.ListPage, 0);
+}
+
 TEST_F(ActionIndexTest, ReloadSeesEveryChangeWhoeverMadeIt) {
   CreateFile();
   for (int i = 0; i < 40; ++i) InsertAction(u"2010/06/23 12:00:00");
