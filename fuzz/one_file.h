@@ -25,6 +25,7 @@ class OneFile : public platform::Files {
   std::optional<uint32_t> Attributes(std::u16string_view) override { return 0; }
   bool Remove(std::u16string_view) override { return true; }
   bool Rename(std::u16string_view, std::u16string_view) override { return true; }
+  bool KeepAs(std::u16string_view, std::u16string_view) override { return true; }
   bool IsSameFile(std::u16string_view, std::u16string_view) override { return false; }
   std::optional<std::u16string> FollowLink(std::u16string_view path) override {
     return std::u16string(path);

@@ -53,11 +53,15 @@ Text FreeTemporaryPath(const Text& folder) {
   return {};
 }
 
-// The old file becomes the backup before the copy takes its name: nothing is ever replaced.
+// The old file is the backup before the copy takes its name: at no moment does a start find none.
 bool ChangePlaces(const Text& path, const Text& backup, const Text& copy) {
-  if (files().Exists(backup) || !files().Rename(path, backup)) return false;
+  if (!files().KeepAs(path, backup)) return false;
   if (files().Rename(copy, path)) return true;
-  files().Rename(backup, path);
+  if (files().Exists(path)) {
+    files().Remove(backup);
+  } else {
+    files().Rename(backup, path);
+  }
   return false;
 }
 

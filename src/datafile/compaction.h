@@ -1,6 +1,6 @@
 // Compaction of the data file: the engine writes a compacted copy under a temporary name, the old
-// file becomes the backup, and the copy takes the data file's name. Whatever interrupts it, the old
-// file stands whole under one of its two names. All of it is dialogue with the user.
+// file gets the backup's name as well, and the copy takes the data file's. Whatever interrupts it,
+// a whole file stands under the data file's name. All of it is dialogue with the user.
 #pragma once
 
 #include <string>

@@ -25,7 +25,7 @@ class File {
   virtual int64_t Read(void* data, size_t size) = 0;
   // Writes all of `bytes` at the current position; false if any of them could not be written.
   virtual bool Write(std::string_view bytes) = 0;
-  // Forces what was written to the disk; false on failure.
+  // Forces what was written to the disk, and the name of a file that was created; false on failure.
   virtual bool Sync() = 0;
 };
 
@@ -54,6 +54,9 @@ class Files {
   virtual bool RemoveFolder(std::u16string_view path) = 0;
   // Replaces a file that stands at `to`, in one step; a power cut does not undo it.
   virtual bool Rename(std::u16string_view from, std::u16string_view to) = 0;
+  // A second name for a file, so that it never lacks one; its only name, where the file system
+  // gives no two. False if something stands at `to`.
+  virtual bool KeepAs(std::u16string_view from, std::u16string_view to) = 0;
   // Brings a file that was written otherwise, and its name in its folder, to the disk.
   virtual bool SyncToDisk(std::u16string_view path) = 0;
   // A new folder is open to its owner alone.

@@ -27,9 +27,26 @@ auto Uninterrupted(Call call) {
   return result;
 }
 
+std::string_view WithoutEndSlashes(std::string_view hostPath) {
+  return hostPath.substr(0, hostPath.find_last_not_of('/') + 1);
+}
+
+// Brings the names in a file's folder to the disk, so that a power cut cannot undo a rename after
+// which the file was written on. Not every file system offers it.
+void SyncFolderOf(std::string_view hostPath) {
+  const size_t slash = WithoutEndSlashes(hostPath).rfind('/');
+  const std::string folder(slash == std::string_view::npos ? "." : hostPath.substr(0, slash + 1));
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
 class PosixFile : public File {
  public:
-  explicit PosixFile(int descriptor) : descriptor_(descriptor) {}
+  // `hostPath` is that of a file that's being made, empty for any other.
+  explicit PosixFile(int descriptor, std::string hostPath = {})
+      : descriptor_(descriptor), hostPath_(std::move(hostPath)) {}
   ~PosixFile() override { close(descriptor_); }
   PosixFile(const PosixFile&) = delete;
   PosixFile& operator=(const PosixFile&) = delete;
@@ -49,11 +66,14 @@ class PosixFile : public File {
   }
 
   bool Sync() override {
-    return Uninterrupted([&] { return fsync(descriptor_); }) == 0;
+    if (Uninterrupted([&] { return fsync(descriptor_); }) != 0) return false;
+    if (!hostPath_.empty()) SyncFolderOf(hostPath_);
+    return true;
   }
 
  private:
   int descriptor_;
+  std::string hostPath_;
 };
 
 // A descriptor, or -1.
@@ -62,10 +82,6 @@ int Open(std::u16string_view path, int flags) {
   if (!hostPath) return -1;
   return Uninterrupted(
       [&] { return open(hostPath->c_str(), flags | kOpenFlags, S_IRUSR | S_IWUSR); });
-}
-
-std::string_view WithoutEndSlashes(std::string_view hostPath) {
-  return hostPath.substr(0, hostPath.find_last_not_of('/') + 1);
 }
 
 // The last name of a path; npos + 1 is 0, so that a path without a slash is all name.
@@ -80,17 +96,6 @@ bool IsDots(std::string_view name) {
 
 bool IsHiddenName(std::string_view name) {
   return name.starts_with('.') && !IsDots(name);
-}
-
-// Brings the names in a file's folder to the disk, so that a power cut cannot undo a rename after
-// which the file was written on. Not every file system offers it.
-void SyncFolderOf(std::string_view hostPath) {
-  const size_t slash = WithoutEndSlashes(hostPath).rfind('/');
-  const std::string folder(slash == std::string_view::npos ? "." : hostPath.substr(0, slash + 1));
-  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  fsync(descriptor);
-  close(descriptor);
 }
 
 enum class EntryKind { kFile, kFolder, kOther };
@@ -122,7 +127,7 @@ std::unique_ptr<File> PosixFiles::OpenForReading(std::u16string_view path) {
 std::unique_ptr<File> PosixFiles::Create(std::u16string_view path) {
   const int descriptor = Open(path, O_WRONLY | O_CREAT | O_TRUNC);
   if (descriptor < 0) return nullptr;
-  return std::make_unique<PosixFile>(descriptor);
+  return std::make_unique<PosixFile>(descriptor, *ToHostPath(path));
 }
 
 std::optional<uint32_t> PosixFiles::Attributes(std::u16string_view path) {
@@ -170,6 +175,17 @@ bool PosixFiles::Rename(std::u16string_view from, std::u16string_view to) {
   const auto hostFrom = ToHostPath(from);
   const auto hostTo = ToHostPath(to);
   if (!hostFrom || !hostTo || rename(hostFrom->c_str(), hostTo->c_str()) != 0) return false;
+  SyncFolderOf(*hostTo);
+  return true;
+}
+
+bool PosixFiles::KeepAs(std::u16string_view from, std::u16string_view to) {
+  const auto hostFrom = ToHostPath(from);
+  const auto hostTo = ToHostPath(to);
+  if (!hostFrom || !hostTo) return false;
+  if (link(hostFrom->c_str(), hostTo->c_str()) != 0) {
+    return errno != EEXIST && !Exists(to) && Rename(from, to);
+  }
   SyncFolderOf(*hostTo);
   return true;
 }

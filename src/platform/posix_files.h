@@ -16,6 +16,7 @@ class PosixFiles : public Files {
   bool Remove(std::u16string_view path) override;
   bool RemoveFolder(std::u16string_view path) override;
   bool Rename(std::u16string_view from, std::u16string_view to) override;
+  bool KeepAs(std::u16string_view from, std::u16string_view to) override;
   bool SyncToDisk(std::u16string_view path) override;
   bool MakeFolder(std::u16string_view path) override;
   std::optional<std::vector<FolderEntry>> List(std::u16string_view folder) override;

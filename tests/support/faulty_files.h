@@ -35,6 +35,9 @@ class FaultyFiles : public platform::Files {
   bool Rename(std::u16string_view from, std::u16string_view to) override {
     return !Fails(FileCall::kRename) && real_.Rename(from, to);
   }
+  bool KeepAs(std::u16string_view from, std::u16string_view to) override {
+    return !Fails(FileCall::kRename) && real_.KeepAs(from, to);
+  }
   bool SyncToDisk(std::u16string_view path) override {
     return !Fails(FileCall::kSync) && real_.SyncToDisk(path);
   }
