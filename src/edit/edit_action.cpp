@@ -221,8 +221,8 @@ void CEditAction::RunActionText() {
 // A list view behind this screen goes to the page of the selected date, unless nothing has moved.
 void CEditAction::End(int result) {
   if (changed_) {
-    app_.ListPage = std::max(0, store::FindActionIndexByPosition(
-                                    app_, core::CurDate(), core::kEndOfDay, app_.SeqViewRng));
+    app_.ListPage = std::max(0, store::FindActionIndexByPosition(app_, core::CurDate(),
+                                                                 core::kEndOfDay, app_.SeqViewRng));
   }
   ended = result;
 }
