@@ -7,6 +7,7 @@
 
 namespace edit {
 
+using platform::PlacedControl;
 using platform::Rect;
 
 // Ids of the labels in front of the fields.
@@ -19,11 +20,6 @@ enum LabelId {
   kIdMemoLabel = 1118,
   kIdLatitudeLabel = 1127,
   kIdLongitudeLabel = 1129
-};
-
-struct PlacedControl {
-  int id;
-  Rect rect;
 };
 
 struct EditLayout {

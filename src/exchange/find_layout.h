@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include "platform/rect.h"
+
 namespace exchange {
 
 // Ids of the controls and commands.
@@ -36,13 +38,8 @@ enum FindControl {
   kIdKeyFind = 40002
 };
 
-struct PlacedControl {
-  int id;
-  int x, y, width, height;
-};
-
 // In reading order, which is the order of the focus. `height` is that above the soft keys; the
 // combo box and the field of the find text share a place. All lengths in pixels.
-std::vector<PlacedControl> LayOutFind(int width, int height, int labelWidth);
+std::vector<platform::PlacedControl> LayOutFind(int width, int height, int labelWidth);
 
 }  // namespace exchange

@@ -1,4 +1,4 @@
-// A rectangle of a window, as the layouts give it to the screens.
+// Rectangles of a window, in pixels, as the layouts give them to the screens.
 #pragma once
 
 namespace platform {
@@ -13,6 +13,12 @@ struct Rect {
   bool Contains(int pointX, int pointY) const {
     return pointX >= x && pointX < x + width && pointY >= y && pointY < y + height;
   }
+};
+
+// Where the control with this id stands.
+struct PlacedControl {
+  int id;
+  Rect rect;
 };
 
 }  // namespace platform

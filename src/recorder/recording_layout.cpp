@@ -38,21 +38,21 @@ void PlaceTitle(RecorderLayout& layout, int width) {
   const int button = Scaled(kButtonWidth);
   const int height = Scaled(kTitleHeight);
   layout.controls.push_back(
-      {kIdTitle, Scaled(3), 0, std::max(width - 2 * button - Scaled(3), 0), height});
-  layout.controls.push_back({kIdExit, width - 2 * button, 0, button, height});
-  layout.controls.push_back({kIdClose, width - button, 0, button, height});
+      {kIdTitle, {Scaled(3), 0, std::max(width - 2 * button - Scaled(3), 0), height}});
+  layout.controls.push_back({kIdExit, {width - 2 * button, 0, button, height}});
+  layout.controls.push_back({kIdClose, {width - button, 0, button, height}});
 }
 
 void PlaceField(RecorderLayout& layout, const FieldRow& row, int x, int y, int width,
                 int labelWidth) {
   const int height = Scaled(kRowHeight);
   const int nowWidth = row.field == kIdTime ? Scaled(kNowWidth) : 0;
-  layout.controls.push_back({row.label, x + Scaled(3), y, labelWidth, height - 1});
+  layout.controls.push_back({row.label, {x + Scaled(3), y, labelWidth, height - 1}});
   const int fieldX = x + Scaled(3) + labelWidth;
   const int fieldWidth = std::max(x + width - fieldX - nowWidth, 0);
-  layout.controls.push_back({row.field, fieldX, y, fieldWidth, height - 1});
+  layout.controls.push_back({row.field, {fieldX, y, fieldWidth, height - 1}});
   if (nowWidth > 0) {
-    layout.controls.push_back({kIdNow, fieldX + fieldWidth, y, nowWidth, height - 1});
+    layout.controls.push_back({kIdNow, {fieldX + fieldWidth, y, nowWidth, height - 1}});
   }
 }
 
@@ -62,7 +62,7 @@ void PlaceFoot(RecorderLayout& layout, int width, int y) {
   for (const FootButton& button : kFootButtons) {
     shares += button.share;
     const int right = width * shares / 10;
-    layout.controls.push_back({button.id, x, y, right - x, Scaled(kFootHeight)});
+    layout.controls.push_back({button.id, {x, y, right - x, Scaled(kFootHeight)}});
     x = right;
   }
 }
@@ -86,11 +86,11 @@ RecorderLayout LayOutRecorder(int width, int height, int labelWidth) {
     ++rows;
   }
   for (int row = 1; row <= rows; ++row) {
-    layout.separators.push_back({0, 0, top + row * Scaled(kRowHeight) - 1, width, 1});
+    layout.separators.push_back({0, top + row * Scaled(kRowHeight) - 1, width, 1});
   }
   const int listTop = top + rows * Scaled(kRowHeight);
   const int footTop = height - Scaled(kFootHeight);
-  layout.controls.push_back({kIdList, 0, listTop, width, std::max(footTop - listTop, 0)});
+  layout.controls.push_back({kIdList, {0, listTop, width, std::max(footTop - listTop, 0)}});
   PlaceFoot(layout, width, footTop);
   return layout;
 }

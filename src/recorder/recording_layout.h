@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "platform/rect.h"
+
 namespace recorder {
 
 // Ids of the controls.
@@ -52,14 +54,10 @@ enum MenuId {
   kMenuExit = 40102
 };
 
-struct Placed {
-  int id;
-  int x, y, width, height;
-};
-
 struct RecorderLayout {
-  std::vector<Placed> controls;    // in reading order, which is the order of the focus
-  std::vector<Placed> separators;  // thin lines between the rows of fields; without ids
+  std::vector<platform::PlacedControl>
+      controls;                            // in reading order, which is the order of the focus
+  std::vector<platform::Rect> separators;  // thin lines between the rows of fields
 };
 
 // `height` is that above the soft keys. All lengths in pixels.

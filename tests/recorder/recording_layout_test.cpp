@@ -7,7 +7,7 @@
 namespace recorder {
 namespace {
 
-bool Overlap(const Placed& a, const Placed& b) {
+bool Overlap(const platform::Rect& a, const platform::Rect& b) {
   return a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height;
 }
 
@@ -24,12 +24,12 @@ TEST(RecorderLayout, EverythingHasAPlaceOfItsOwnOnTheScreen) {
     const RecorderLayout layout = LayOutRecorder(width, height, labelWidth);
     EXPECT_EQ(layout.controls.size(), 22u);
     for (size_t i = 0; i < layout.controls.size(); i++) {
-      const Placed& a = layout.controls[i];
-      SCOPED_TRACE(a.id);
+      const auto& [id, a] = layout.controls[i];
+      SCOPED_TRACE(id);
       EXPECT_TRUE(a.x >= 0 && a.y >= 0 && a.x + a.width <= width && a.y + a.height <= height);
-      EXPECT_GE(a.width, a.id == kIdTime ? 68 : 20);
-      EXPECT_GE(a.height, a.id == kIdList ? listHeight : 20);
-      for (size_t k = 0; k < i; k++) EXPECT_FALSE(Overlap(a, layout.controls[k]));
+      EXPECT_GE(a.width, id == kIdTime ? 68 : 20);
+      EXPECT_GE(a.height, id == kIdList ? listHeight : 20);
+      for (size_t k = 0; k < i; k++) EXPECT_FALSE(Overlap(a, layout.controls[k].rect));
     }
   }
 }

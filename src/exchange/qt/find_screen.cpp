@@ -11,6 +11,7 @@
 #include "pickers/qt/time_select_screen.h"
 #include "pickers/qt/value_select_screen.h"
 #include "platform/metrics.h"
+#include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 
 namespace exchange {
@@ -228,9 +229,9 @@ bool CFindDlg::eventFilter(QObject* watched, QEvent* event) {
 
 void CFindDlg::LayOut() {
   QWidget* before = nullptr;
-  for (const PlacedControl& placed :
+  for (const platform::PlacedControl& placed :
        LayOutFind(width(), height() - keys_->height(), LabelWidth())) {
-    controls_.Place(placed.id, {placed.x, placed.y, placed.width, placed.height}, before);
+    controls_.Place(placed.id, ToQt(placed.rect), before);
   }
   keys_->FocusAfter(before);
 }

@@ -10,6 +10,7 @@
 #include "pickers/qt/value_select_screen.h"
 #include "platform/metrics.h"
 #include "platform/qt/menu_place.h"
+#include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 #include "recorder/recording_layout.h"
 #include "store/session.h"
@@ -248,16 +249,16 @@ void CRecorderDlg::mousePressEvent(QMouseEvent* event) {
 void CRecorderDlg::LayOut() {
   const RecorderLayout layout = LayOutRecorder(width(), height() - keys_->height(), LabelWidth());
   QWidget* before = nullptr;
-  for (const Placed& placed : layout.controls) {
-    controls_.Place(placed.id, {placed.x, placed.y, placed.width, placed.height}, before);
+  for (const platform::PlacedControl& placed : layout.controls) {
+    controls_.Place(placed.id, ToQt(placed.rect), before);
   }
   keys_->FocusAfter(before);
   qDeleteAll(separators_);
   separators_.clear();
-  for (const Placed& placed : layout.separators) {
+  for (const platform::Rect& separator : layout.separators) {
     auto* line = new QFrame(this);
     line->setFrameShape(QFrame::HLine);
-    line->setGeometry(placed.x, placed.y, placed.width, placed.height);
+    line->setGeometry(ToQt(separator));
     line->show();
     line->lower();
     separators_.push_back(line);
