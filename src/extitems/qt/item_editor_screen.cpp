@@ -5,7 +5,7 @@
 #include <QInputMethod>
 #include <QKeyEvent>
 #include <QLabel>
-#include <algorithm>
+#include <utility>
 
 #include "core/date_time.h"
 #include "core/settings_choices.h"
@@ -323,14 +323,8 @@ void CItemEditorDlg::TakeDate(const QDate& date) {
   line_->setFocus();
 }
 
-// Below the date, a little smaller if need be, or as far up as it has to be to stay above the keys.
 void CItemEditorDlg::PlaceCalendar() {
-  const int room = height() - keys_->height();
-  const int below = line_->geometry().bottom() + 1;
-  const QSize size(std::min(Scaled(228), width()),
-                   std::min(room, std::clamp(room - below, Scaled(160), Scaled(200))));
-  const QPoint corner(width() - size.width(), std::min(below, room - size.height()));
-  calendar_->setGeometry(QRect(corner, size));
+  calendar_->PlaceBy(line_->geometry(), QRect(0, 0, width(), height() - keys_->height()));
 }
 
 void CItemEditorDlg::OnEscape() {

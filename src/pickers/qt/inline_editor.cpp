@@ -22,16 +22,6 @@ using platform::qt::LinesEdit;
 using platform::qt::MonthCalendar;
 using platform::qt::ToQt;
 
-QRect PlaceOfCalendar(const QRect& field, const QRect& area) {
-  const QSize size = QSize(Scaled(228), Scaled(200)).boundedTo(area.size());
-  const bool fitsBelow = field.bottom() + size.height() <= area.bottom();
-  const bool fitsAbove = field.top() >= size.height();
-  const int y = fitsBelow   ? field.bottom() + 1
-                : fitsAbove ? field.top() - size.height()
-                            : area.bottom() + 1 - size.height();
-  return QRect(QPoint(std::min(field.left(), area.right() + 1 - size.width()), y), size);
-}
-
 // Some lines high; it grows upward, as a field that is edited so is the last of its form.
 QRect PlaceOfLines(const QRect& field) {
   const int height = std::max(field.height(), std::min(Scaled(78), field.bottom() + 1));
@@ -82,12 +72,12 @@ void InlineEditor::OpenCalendar(const Target& target, std::u16string_view date) 
   auto* calendar = Known<MonthCalendar>(target.id);
   if (calendar == nullptr) {
     calendar = Adopt(target.id, new MonthCalendar(screen_));
-    const auto tell = [this](const QDate& day) {
+    const auto report = [this](const QDate& day) {
       emit TextChanged(core::FormatDate(day.year(), day.month(), day.day()));
     };
-    connect(calendar, &MonthCalendar::Moved, this, tell);
-    connect(calendar, &MonthCalendar::Chosen, this, [this, tell](const QDate& day) {
-      tell(day);
+    connect(calendar, &MonthCalendar::Moved, this, report);
+    connect(calendar, &MonthCalendar::Chosen, this, [this, report](const QDate& day) {
+      report(day);
       emit Chosen();
     });
   }
@@ -95,9 +85,8 @@ void InlineEditor::OpenCalendar(const Target& target, std::u16string_view date) 
   core::ParseDate(date, year, month, day);
   const QSignalBlocker unmoved(calendar);
   calendar->Select(QDate(year, month, day));
-  Open(target, calendar, [calendar](const QRect& field, const QRect& area) {
-    calendar->setGeometry(PlaceOfCalendar(field, area));
-  });
+  Open(target, calendar,
+       [calendar](const QRect& field, const QRect& area) { calendar->PlaceBy(field, area); });
 }
 
 void InlineEditor::OpenLines(const Target& target, std::u16string_view text) {

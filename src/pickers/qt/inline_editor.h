@@ -25,7 +25,7 @@ class InlineEditor : public QObject {
   // Which editor of which field.
   struct Target {
     int which;  // the screen's own number for it, above 0
-    int id;     // of the editor's control; several targets may share it
+    int id;     // of the editor's control; targets that share it open the same kind of editor
     QWidget* field;
   };
   struct ListContent {

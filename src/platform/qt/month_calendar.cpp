@@ -5,6 +5,7 @@
 #include <QTextCharFormat>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/host.h"
 #include "platform/metrics.h"
@@ -100,6 +101,18 @@ void MonthCalendar::Select(const QDate& date) {
   days_->setSelectedDate(shown);
   days_->setCurrentPage(shown.year(), shown.month());
   ShowTitle(shown.year(), shown.month());
+}
+
+void MonthCalendar::PlaceBy(const QRect& field, const QRect& area) {
+  QSize size = QSize(Scaled(228), Scaled(200)).boundedTo(area.size());
+  const int below = area.bottom() - field.bottom();
+  const bool fitsAbove = field.top() >= size.height();
+  if (!fitsAbove && below >= Scaled(160)) size.setHeight(std::min(size.height(), below));
+  const int x = std::min(field.left(), area.right() + 1 - size.width());
+  const int y = size.height() <= below ? field.bottom() + 1
+                : fitsAbove            ? field.top() - size.height()
+                                       : area.bottom() + 1 - size.height();
+  setGeometry(QRect(QPoint(x, y), size));
 }
 
 void MonthCalendar::ShowTitle(int year, int month) {

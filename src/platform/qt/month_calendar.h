@@ -1,5 +1,5 @@
 // A month calendar for a finger: a header "2009年3月" between its steps, and the days below, weeks
-// from Sunday on. The edit screen and the main window share it.
+// from Sunday on.
 #pragma once
 
 #include <QCalendarWidget>
@@ -19,6 +19,9 @@ class MonthCalendar : public QFrame {
   // before 1900.
   void Select(const QDate& date);
   QDate Selected() const { return days_->selectedDate(); }
+  // Below or above a field, a little lower if need be; as far down in `area` as it goes where it
+  // can't but cover the field.
+  void PlaceBy(const QRect& field, const QRect& area);
 
  signals:
   // A tap on a day, or Enter on the selected one.
