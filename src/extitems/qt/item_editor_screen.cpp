@@ -62,7 +62,7 @@ CItemEditorDlg::CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u
   setFont(FixedFont(12));
   rows_->setContentsMargins(0, 0, 0, 0);
   rows_->setSpacing(Scaled(3));
-  auto* title = new QLabel(QStringLiteral("拡張項目編集"), this);
+  QLabel* title = platform::qt::MakeLabel({}, u"拡張項目編集", this);
   title->setIndent(Scaled(3));
   title->setFixedHeight(Scaled(24));
   rows_->addWidget(title);
@@ -77,8 +77,8 @@ CItemEditorDlg::CItemEditorDlg(QWidget* over, const core::CAppState& app, std::u
   (byLists_ ? nameLine_ : nameBox_->lineEdit())->setFocus();
 }
 
-QHBoxLayout* CItemEditorDlg::AddRow(const QString& label) {
-  auto* text = new QLabel(label, this);
+QHBoxLayout* CItemEditorDlg::AddRow(std::u16string_view label) {
+  QLabel* text = platform::qt::MakeLabel({}, label, this);
   text->setFixedSize(Scaled(44), Scaled(25));
   auto* row = new QHBoxLayout;
   row->setContentsMargins(Scaled(3), 0, Scaled(3), 0);
@@ -105,7 +105,7 @@ QPushButton* CItemEditorDlg::AddDots(const char* name, const QString& what,
 }
 
 void CItemEditorDlg::MakeName() {
-  QHBoxLayout* row = AddRow(ToQt(kNameLabel));
+  QHBoxLayout* row = AddRow(kNameLabel);
   if (byLists_) {
     nameLine_ = new QLineEdit(this);
     nameLine_->setMinimumHeight(Scaled(25));
@@ -146,7 +146,7 @@ bool CItemEditorDlg::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CItemEditorDlg::MakeType() {
-  QHBoxLayout* row = AddRow(ToQt(kTypeLabel));
+  QHBoxLayout* row = AddRow(kTypeLabel);
   if (byLists_) {
     typeLine_ = new QLineEdit(this);
     typeLine_->setMinimumHeight(Scaled(25));
@@ -180,7 +180,7 @@ void CItemEditorDlg::MakeValue() {
   dateButton_ = AddDots("pick_date", QStringLiteral("日付の選択"), [this] { ToggleCalendar(); });
   timeButton_ = AddDots("pick_time", QStringLiteral("時刻の選択"), [this] { PickTime(); });
   fileButton_ = AddDots("pick_file", QStringLiteral("ファイルの選択"), [this] { PickFile(); });
-  QHBoxLayout* row = AddRow(ToQt(kValueLabel));
+  QHBoxLayout* row = AddRow(kValueLabel);
   auto* values = new QVBoxLayout;
   values->setSpacing(Scaled(3));
   row->addLayout(values, 1);

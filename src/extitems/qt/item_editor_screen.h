@@ -39,7 +39,7 @@ class CItemEditorDlg : public platform::qt::ModalScreen {
   void MakeType();
   void MakeValue();
   void MakeButtons();
-  QHBoxLayout* AddRow(const QString& label);
+  QHBoxLayout* AddRow(std::u16string_view label);
   QPushButton* AddButton(const char* name, const QString& text, std::function<void()> command);
   // One with "..." on it, which opens what its accessible name says.
   QPushButton* AddDots(const char* name, const QString& what, std::function<void()> command);

@@ -52,7 +52,7 @@ CFileSelectDlg::CFileSelectDlg(QWidget* over, FileSelectParams params)
       lines_(new Lines(select_, this)),
       folder_(new QLineEdit(this)),
       list_(new QListView(this)),
-      unreadable_(new QLabel(QStringLiteral("フォルダを開けません。"), list_)),
+      unreadable_(platform::qt::MakeLabel({}, u"フォルダを開けません。", list_)),
       name_(new QLineEdit(ToQt(select_.StartName()), this)),
       filter_(new platform::qt::ChoiceBox(this)),
       keys_(new platform::qt::SoftKeyBar(this)),
@@ -80,9 +80,7 @@ QPushButton* CFileSelectDlg::AddButton(const char* name, const QString& text, in
 }
 
 void CFileSelectDlg::MakeHeader(QVBoxLayout& rows) {
-  auto* caption = new QLabel(ToQt(select_.Caption()), this);
-  caption->setObjectName(QStringLiteral("1402"));
-  caption->setTextFormat(Qt::PlainText);
+  QLabel* caption = platform::qt::MakeLabel(QStringLiteral("1402"), select_.Caption(), this);
   caption->setIndent(Scaled(3));
   auto* row = new QHBoxLayout;
   row->setSpacing(0);
@@ -140,10 +138,9 @@ void CFileSelectDlg::MakeList(QVBoxLayout& rows) {
 void CFileSelectDlg::MakeNameRows(QVBoxLayout& rows) {
   name_->setObjectName(QStringLiteral("1407"));
   filter_->setObjectName(QStringLiteral("1409"));
-  const auto addRow = [&](const char* id, const QString& text, QWidget* field) {
-    auto* label = new QLabel(text, this);
-    label->setObjectName(QString::fromLatin1(id));
-    label->setFixedWidth(Scaled(64));
+  const auto addRow = [&](const char* id, std::u16string_view text, QWidget* field) {
+    QLabel* label = platform::qt::MakeLabel(QString::fromLatin1(id), text, this);
+    label->setFixedWidth(Scaled(66));
     label->setBuddy(field);
     field->setFixedHeight(Scaled(24));
     auto* row = new QHBoxLayout;
@@ -153,8 +150,8 @@ void CFileSelectDlg::MakeNameRows(QVBoxLayout& rows) {
     row->addWidget(field, 1);
     rows.addLayout(row);
   };
-  addRow("1406", QStringLiteral("ファイル名:"), name_);
-  addRow("1408", QStringLiteral("種類:"), filter_);
+  addRow("1406", u"ファイル名:", name_);
+  addRow("1408", u"種類:", filter_);
   connect(name_, &QLineEdit::returnPressed, this, [this] { Accept(); });
   connect(filter_, &QComboBox::activated, this, [this](int position) {
     select_.ChooseFilter(position);

@@ -63,11 +63,9 @@ QLineEdit* HomePageLine() {
 }  // namespace
 
 AboutDlg::AboutDlg(QWidget* over, const core::CAppState& app) : ModalScreen(over) {
-  auto* leave = new QPushButton(QStringLiteral("閉じる"), this);
-  leave->setObjectName(QStringLiteral("2"));
-  leave->setFont(FixedFont(12));
+  QPushButton* leave = platform::qt::MakeButton(QStringLiteral("2"), QStringLiteral("閉じる"), this,
+                                                [this] { OnEscape(); });
   leave->setFixedSize(Scaled(56), Scaled(kUpperRule) - 1);
-  connect(leave, &QPushButton::clicked, this, [this] { OnEscape(); });
   auto* header = new QHBoxLayout;
   header->setContentsMargins(Scaled(3), 0, 0, 0);
   header->addWidget(Line(QStringLiteral("バージョン情報 ") + ToQt(core::kProgramName)), 1);

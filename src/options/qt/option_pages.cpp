@@ -198,12 +198,11 @@ void OptionPage::ShowState() {
 }
 
 void OptionPage::AddCheck(const char* name, std::u16string_view text, int& value, int on, int off) {
-  auto* check = new QCheckBox(ToQt(text));
-  check->setObjectName(QString::fromLatin1(name));
+  QCheckBox* check =
+      platform::qt::MakeCheck(QString::fromLatin1(name), text, nullptr,
+                              [&value, on, off](bool checked) { value = checked ? on : off; });
   check->setMinimumHeight(Scaled(24));
   check->setChecked(value == on);
-  connect(check, &QCheckBox::toggled, this,
-          [&value, on, off](bool checked) { value = checked ? on : off; });
   form_->addRow(check);
 }
 

@@ -3,14 +3,15 @@
 #include <algorithm>
 
 #include "platform/metrics.h"
-#include "platform/qt/elided_label.h"
+#include "platform/qt/controls.h"
 #include "platform/qt/qt_text.h"
 
 namespace pickers {
 namespace {
 
 using platform::Scaled;
-using platform::qt::FixedFont;
+using platform::qt::MakeButton;
+using platform::qt::MakeLabel;
 
 }  // namespace
 
@@ -18,25 +19,18 @@ ValueInputDlg::ValueInputDlg(QWidget* over, ValueInputParams& params)
     : ModalScreen(over),
       params_(params),
       box_(new QFrame(this)),
-      label_(new platform::qt::ElidedLabel(box_)),
+      label_(MakeLabel({}, params.title.value_or(u"値の入力"), box_)),
       line_(new QLineEdit(platform::qt::ToQt(params.value), box_)),
-      ok_(new QPushButton(QStringLiteral("OK"), box_)),
-      cancel_(new QPushButton(QStringLiteral("キャンセル"), box_)) {
+      ok_(MakeButton(QStringLiteral("1"), QStringLiteral("OK"), box_, [this] { Accept(); })),
+      cancel_(MakeButton(QStringLiteral("2"), QStringLiteral("キャンセル"), box_,
+                         [this] { OnEscape(); })) {
   box_->setFrameShape(QFrame::Box);
-  label_->setText(platform::qt::ToQt(params.title.value_or(u"値の入力")));
   line_->setAccessibleName(label_->text());
   line_->setObjectName(QStringLiteral("1500"));
-  ok_->setObjectName(QStringLiteral("1"));
-  cancel_->setObjectName(QStringLiteral("2"));
-  for (QWidget* widget : {static_cast<QWidget*>(label_), static_cast<QWidget*>(line_),
-                          static_cast<QWidget*>(ok_), static_cast<QWidget*>(cancel_)}) {
-    widget->setFont(FixedFont(12));
-  }
+  line_->setFont(platform::qt::FixedFont(12));
   line_->selectAll();
   line_->setFocus();
   connect(line_, &QLineEdit::returnPressed, this, &ValueInputDlg::Accept);
-  connect(ok_, &QPushButton::clicked, this, &ValueInputDlg::Accept);
-  connect(cancel_, &QPushButton::clicked, this, [this] { OnEscape(); });
 }
 
 // Follows whatever makes the screen smaller, an input panel above all.

@@ -17,6 +17,15 @@ QPushButton* MakeButton(const QString& name, const QString& text, QWidget* paren
   return button;
 }
 
+QCheckBox* MakeCheck(const QString& name, std::u16string_view text, QWidget* parent,
+                     std::function<void(bool)> onClick) {
+  auto* check = new QCheckBox(ToQt(text).replace(u'&', QStringLiteral("&&")), parent);
+  check->setObjectName(name);
+  check->setFont(FixedFont(12));
+  QObject::connect(check, &QCheckBox::clicked, check, std::move(onClick));
+  return check;
+}
+
 void NameControl(QWidget& control, std::u16string_view label) {
   if (label.ends_with(u':') || label.ends_with(u'：')) label.remove_suffix(1);
   control.setAccessibleName(ToQt(label));
@@ -45,12 +54,8 @@ QLabel* Controls::AddLabel(int id, std::u16string_view text) {
   return Add(id, MakeLabel({}, text, parent_));
 }
 
-// No character of the text is a mnemonic.
 QCheckBox* Controls::AddCheck(int id, std::u16string_view text, std::function<void(bool)> onClick) {
-  auto* check = Add(id, new QCheckBox(ToQt(text).replace(u'&', QStringLiteral("&&")), parent_));
-  check->setFont(FixedFont(12));
-  QObject::connect(check, &QCheckBox::clicked, check, std::move(onClick));
-  return check;
+  return Add(id, MakeCheck({}, text, parent_, std::move(onClick)));
 }
 
 QAction* Controls::AddMenuItem(QMenu& menu, int id, const QString& text,

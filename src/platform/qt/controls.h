@@ -17,6 +17,9 @@ namespace platform::qt {
 // In the fixed font, as all below; no default button of anything.
 QPushButton* MakeButton(const QString& name, const QString& text, QWidget* parent,
                         std::function<void()> onClick);
+// No character of the text is a mnemonic. `onClick` gets whether the box is checked now.
+QCheckBox* MakeCheck(const QString& name, std::u16string_view text, QWidget* parent,
+                     std::function<void(bool)> onClick);
 // What a label says of a control is what a screen reader calls it, without a colon at its end.
 void NameControl(QWidget& control, std::u16string_view label);
 // One line, which ends in an ellipsis where it has to.
@@ -33,7 +36,6 @@ class Controls {
   QPushButton* AddSign(int id, const QString& sign, const QString& name,
                        std::function<void()> onClick);
   QLabel* AddLabel(int id, std::u16string_view text);
-  // `onClick` is told whether the box is checked now.
   QCheckBox* AddCheck(int id, std::u16string_view text, std::function<void(bool)> onClick);
   QAction* AddMenuItem(QMenu& menu, int id, const QString& text, std::function<void()> onChosen);
   // The left one of the soft keys.
