@@ -25,8 +25,7 @@ struct Frame {
   Text before, after;
 
   explicit Frame(std::u16string_view dataFile) {
-    Text folder, name;
-    core::SplitPath(RealPath(dataFile), folder, name);
+    const Text name = core::NameOf(RealPath(dataFile));
     const size_t point = std::min(name.rfind(u'.'), name.size());
     before = name.substr(0, point) + u'_';
     after = name.substr(point);
@@ -70,8 +69,7 @@ Text RealPath(std::u16string_view path) {
 }
 
 Text BackupFolder(std::u16string_view dataFile) {
-  const Text path = RealPath(dataFile);
-  return path.substr(0, path.rfind(u'\\') + 1) + u"backup";
+  return core::FolderOf(RealPath(dataFile)) + u"\\backup";
 }
 
 Text DatedName(std::u16string_view dataFile, const Day& day) {

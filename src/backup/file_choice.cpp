@@ -26,7 +26,7 @@ FileSelectParams Ask(const core::CAppState& app, int mode, Text caption, Text na
   params.Caption = std::move(caption);
   params.FilterText =
       u"データファイル (" + pattern + u")|" + pattern + u"|すべてのファイル (*.*)|*.*";
-  params.StartFolder = isThere ? folder : folder.substr(0, folder.rfind(u'\\'));
+  params.StartFolder = isThere ? folder : core::FolderOf(folder);
   params.StartName = std::move(name);
   return params;
 }
@@ -37,9 +37,8 @@ FileSelectParams AskForBackup(const core::CAppState& app) {
   const Text folder = BackupFolder(app.DataFile);
   core::EnsureFolder(folder);
   const Text name = DatedName(app.DataFile, core::DayOf(platform::host().Now()));
-  const Text free = core::FreePath(folder + u'\\' + name);
   return Ask(app, filedialog::kSelectToSave, u"バックアップの保存先",
-             free.substr(folder.size() + 1));
+             core::NameOf(core::FreePath(folder + u'\\' + name)));
 }
 
 void DropEmptyFolder(const core::CAppState& app) {

@@ -38,10 +38,10 @@ Restored TellNotRestored(const Text& why) {
 bool Agrees(std::u16string_view chosen, const Summary& found, const Text& kept) {
   const auto present = ReadSummary(*store::dbSession().Session);
   const Text now = present ? SummaryText(*present) : Text(u"読み込めません");
-  const size_t folder = kept.rfind(u'\\', kept.rfind(u'\\') - 1) + 1;
-  return platform::AskYesNo(u"データファイルを '" + Text(chosen.substr(chosen.rfind(u'\\') + 1)) +
+  const Text shown = core::NameOf(core::FolderOf(kept)) + u'\\' + core::NameOf(kept);
+  return platform::AskYesNo(u"データファイルを '" + core::NameOf(chosen) +
                                 u"' の内容に置き換えます。\n現在: " + now + u"\n復元後: " +
-                                SummaryText(found) + u"\n現在の内容は '" + kept.substr(folder) +
+                                SummaryText(found) + u"\n現在の内容は '" + shown +
                                 u"' に残ります。\n復元しますか。",
                             kTitle, Icon::kQuestion, platform::kNoButton);
 }
@@ -49,9 +49,9 @@ bool Agrees(std::u16string_view chosen, const Summary& found, const Text& kept) 
 // The closed diary, byte by byte, even if it's damaged. What a kill leaves unfinished has one name,
 // so that the next one replaces it.
 bool KeepDiary(const Text& diary, const Text& kept) {
-  const Text folder = kept.substr(0, kept.rfind(u'\\'));
+  const Text folder = core::FolderOf(kept);
   core::EnsureFolder(folder);
-  const Text unfinished = folder + diary.substr(diary.rfind(u'\\')) + Text(kUnfinished);
+  const Text unfinished = folder + u'\\' + core::NameOf(diary) + Text(kUnfinished);
   const bool isKept = CopyBytes(diary, unfinished) && files().SyncToDisk(unfinished) &&
                       !files().Exists(kept) && files().Rename(unfinished, kept);
   if (!isKept) files().Remove(unfinished);

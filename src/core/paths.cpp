@@ -61,14 +61,22 @@ bool IsStorablePath(std::u16string_view path) {
   return isOneLine && platform::DecodeCodePage(platform::EncodeCodePage(path)) == path;
 }
 
-int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& name) {
+std::u16string FolderOf(std::u16string_view path) {
   const size_t backslash = path.rfind(u'\\');
-  if (backslash == std::u16string_view::npos) return -110;
-  std::u16string before(path.substr(0, backslash));
-  std::u16string behind(path.substr(backslash + 1));
-  if (before.size() > kMaxPath || behind.size() > kMaxPath) return -101;
+  return std::u16string(path.substr(0, backslash == path.npos ? 0 : backslash));
+}
+
+std::u16string NameOf(std::u16string_view path) {
+  return std::u16string(path.substr(path.rfind(u'\\') + 1));
+}
+
+int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& name) {
+  if (path.find(u'\\') == path.npos) return -110;
+  std::u16string before = FolderOf(path);
+  std::u16string after = NameOf(path);
+  if (before.size() > kMaxPath || after.size() > kMaxPath) return -101;
   folder = std::move(before);
-  name = std::move(behind);
+  name = std::move(after);
   return 0;
 }
 

@@ -25,6 +25,9 @@ std::optional<std::u16string> RootedPath(std::u16string_view typed);
 // it.
 bool IsStorablePath(std::u16string_view path);
 
+// What stands before the last backslash, and after it. Without one all of the path is the name.
+std::u16string FolderOf(std::u16string_view path);
+std::u16string NameOf(std::u16string_view path);
 // Splits at the last backslash, which belongs to neither part. 0; -110 if there is none; -101 if
 // either part has more than kMaxPath characters. The outputs are written on success only.
 int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& name);

@@ -14,8 +14,6 @@
 namespace core {
 namespace {
 
-constexpr std::u16string_view kSettingsFile = u"Morvenly.dat";
-
 struct Font {
   std::u16string CAppState::*name;
   int CAppState::*size;

@@ -8,6 +8,7 @@
 
 namespace core {
 
+inline constexpr std::u16string_view kSettingsFile = u"Morvenly.dat";
 // The data file's name beside the program, where the settings name none.
 inline constexpr std::u16string_view kDefaultDataFile = u"user.sdf";
 

@@ -151,6 +151,10 @@ bool WriteSettings(core::CAppState& app, const std::vector<Action>& year,
   return core::WriteSettings(app, path) == 0;
 }
 
+std::u16string PathIn(const std::u16string& folder, std::u16string_view name) {
+  return folder + u'\\' + std::u16string(name);
+}
+
 // The folder's path, made and without a diary; or none, and `why`.
 std::optional<std::u16string> PrepareFolder(const std::string& folder, std::string& why) {
   std::error_code error;
@@ -165,7 +169,8 @@ std::optional<std::u16string> PrepareFolder(const std::string& folder, std::stri
   platform::Files& files = platform::files();
   if ((files.Attributes(*path).value_or(0) & platform::kAttributeDirectory) == 0) {
     why = "the folder cannot be made: " + absolute;
-  } else if (files.Exists(*path + u"\\user.sdf") || files.Exists(*path + u"\\Morvenly.dat")) {
+  } else if (files.Exists(PathIn(*path, core::kDefaultDataFile)) ||
+             files.Exists(PathIn(*path, core::kSettingsFile))) {
     why = "this folder holds a diary already; a sample diary needs one of its own: " + absolute;
   }
   return why.empty() ? path : std::nullopt;
@@ -181,8 +186,8 @@ std::string MakeDiary(const std::string& folder) {
   core::CAppState app;
   core::SetDefaults(app);
   std::vector<Action> year = YearUntilNow();
-  if (!WriteDataFile(app, *path + u'\\' + std::u16string(core::kDefaultDataFile), year) ||
-      !WriteSettings(app, year, *path + u"\\Morvenly.dat")) {
+  if (!WriteDataFile(app, PathIn(*path, core::kDefaultDataFile), year) ||
+      !WriteSettings(app, year, PathIn(*path, core::kSettingsFile))) {
     return "the sample diary cannot be written into " + folder +
            (host.LastMessage().empty() ? "" : ": " + platform::ToUtf8(host.LastMessage()));
   }

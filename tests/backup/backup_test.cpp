@@ -89,12 +89,14 @@ TEST(BackupNames, KeepSevenDaysAndTwelveMonthsOfAYearAndAHalf) {
       u"user_20250601.sdf",       u"user_20250230_auto.sdf",   u"other_20250601_auto.sdf",
       u"user_20250601_auto.sdf2", u"user_20250601_104530.sdf", u"user_2025060l_auto.sdf",
       u"user_20250601_auto.new",  u"user_20250601_auto_2.sdf"};
+  // As long as what a link may lead to.
+  const std::u16string diary = u"\\" + std::u16string(300, u'a') + u"\\user.sdf";
   std::vector<std::u16string> names = strangers;
   for (core::Day day{2025, 6, 3}; day <= core::Day{2026, 11, 22}; day = *core::DaysLater(day, 1)) {
     if (day == core::Day{2026, 2, 28}) continue;  // nothing was written
-    names.push_back(DailyName(u"\\a\\user.sdf", day));
+    names.push_back(DailyName(diary, day));
     names.push_back(names.back() + u".new");
-    for (const auto& outdated : OutdatedCopies(names, u"\\a\\user.sdf", day)) {
+    for (const auto& outdated : OutdatedCopies(names, diary, day)) {
       std::erase(names, outdated);
     }
   }
