@@ -33,7 +33,7 @@ class FirstPaint : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::Paint && watched->isWidgetType()) {
       QTimer::singleShot(0, [] {
-        [[maybe_unused]] const ssize_t told = write(kReportHandle, "!", 1);
+        [[maybe_unused]] const ssize_t written = write(kReportHandle, "!", 1);
         _exit(0);
       });
     }

@@ -20,7 +20,7 @@ run_without_display() {  # PROGRAM PICTURE
   "$1" &
   program=$!
   if ! wait_for_window; then
-    say "Morvenly has ended already: it was running before, or has told why."
+    say "Morvenly has ended already: it was running before, or has said why."
     wait "$program"
     return
   fi

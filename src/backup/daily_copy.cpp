@@ -26,7 +26,7 @@ struct State {
   Day day;
   platform::WindowId window = 0;
   int command = 0;
-  std::optional<Text> failure;  // that is still to be told
+  std::optional<Text> failure;  // that is still to be reported
   bool hasTold = false;
 };
 

@@ -1,6 +1,6 @@
 // One copy of the diary a day, made by itself in `backup` beside it: what the diary held before the
-// day's first write. It's made by a thread of the engine's while the program goes on; what fails is
-// told once a run and holds nothing up. Interface thread only.
+// day's first write. It's made by a thread of the engine's while the program goes on; a failure
+// is reported once a run and holds nothing up. Interface thread only.
 #pragma once
 
 #include "platform/host.h"
@@ -13,7 +13,7 @@ void KeepDailyCopies();
 void PostDailyCopies(platform::WindowId window, int command);
 
 // What the posted command does: gives the copy its name and takes outdated ones away. Closing the
-// diary does it, too. True if a failure, the first of the run, has yet to be told.
+// diary does it, too. True if a failure, the first of the run, has yet to be reported.
 bool FinishDailyCopy();
 // Harmless if there is none.
 void TellDailyFailure();

@@ -14,7 +14,7 @@ enum class Restored { kNo, kYes, kNoDataFile };
 
 // Says what `chosen` would bring, beside what is there now, and asks. On Yes the diary is kept as a
 // backup, the content of `chosen` takes its place, and it's opened again, with its index loaded and
-// no find. After a No or a failure, which is told, the diary is open as it was.
+// no find. After a No or a failure, which is reported, the diary is open as before.
 Restored Restore(core::CAppState& app, std::u16string_view chosen);
 
 }  // namespace backup

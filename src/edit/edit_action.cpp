@@ -218,7 +218,7 @@ void CEditAction::RunActionText() {
   expansion_ = actiontext::ParseActionText(expanded_);
 }
 
-// A list view behind this screen goes to the page of the selected date, unless nothing has moved.
+// A list view below this screen goes to the page of the selected date, unless nothing has moved.
 void CEditAction::End(int result) {
   if (changed_) {
     app_.ListPage = std::max(0, store::FindActionIndexByPosition(app_, core::CurDate(),

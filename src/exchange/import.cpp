@@ -73,7 +73,8 @@ store::Action ToAction(ImportRecord&& record) {
   return action;
 }
 
-// A file can't tell absent from empty: a column that it has nothing for stays absent where it is.
+// A file doesn't distinguish absent from empty: a column that it has nothing for stays absent where
+// it is.
 class Replacer {
  public:
   explicit Replacer(store::CUserDataTable& table) : table_(table) {}

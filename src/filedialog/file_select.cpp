@@ -28,7 +28,7 @@ bool IsHidden(std::u16string_view name) {
   return name.starts_with(u'.');
 }
 
-// Hidden names last; without the case of ASCII letters, unless nothing else tells two names apart.
+// Hidden names last; without the case of ASCII letters, unless two names differ in nothing else.
 bool StandsBefore(const std::u16string& a, const std::u16string& b) {
   if (IsHidden(a) != IsHidden(b)) return IsHidden(b);
   constexpr auto kFold = core::FoldAscii<char16_t>;
@@ -113,12 +113,12 @@ bool CFileSelect::ParseFilter() {
   while (filters_.size() < kMaxPatterns) {
     const size_t labelEnd = rest.find(u'|');
     if (labelEnd == std::u16string_view::npos || labelEnd + 1 == rest.size()) return false;
-    const std::u16string_view behind = rest.substr(labelEnd + 1);
-    const size_t patternEnd = behind.find(u'|');
+    const std::u16string_view after = rest.substr(labelEnd + 1);
+    const size_t patternEnd = after.find(u'|');
     filters_.push_back(
-        {std::u16string(rest.substr(0, labelEnd)), std::u16string(behind.substr(0, patternEnd))});
+        {std::u16string(rest.substr(0, labelEnd)), std::u16string(after.substr(0, patternEnd))});
     if (patternEnd == std::u16string_view::npos) return true;
-    rest = behind.substr(patternEnd + 1);
+    rest = after.substr(patternEnd + 1);
   }
   return true;
 }

@@ -233,7 +233,7 @@ void CMainWnd::OnCommand(int id) {
   row->run(*this);
 }
 
-// The copy has its name at once. A failure is told when nothing stands over the window any more.
+// The copy has its name at once. A failure is reported once nothing stands over the window.
 void CMainWnd::OnDailyCopyEnd() {
   if (!backup::FinishDailyCopy()) return;
   if (platform::qt::ModalScreen::IsInFront(nullptr)) return backup::TellDailyFailure();

@@ -23,8 +23,8 @@ class COptions {
 
   // A page comes on show for the first time or again.
   void OpenPage(int page) { opened_[static_cast<size_t>(page)] = true; }
-  // Before OnOk: roots the path that the data page names. False, after telling why, if it names no
-  // file that could be opened again at the next start.
+  // Before OnOk: roots the path that the data page names. False, after a message that says why, if
+  // it names no file that could be opened again at the next start.
   bool CheckDataFile();
   // Takes over the values of the opened pages, and the data file that the data page names, after
   // its questions. kSheetApplied or kNoDataFile.

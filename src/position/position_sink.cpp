@@ -1,4 +1,4 @@
-// Keeping the last reading and telling of the first.
+// Keeps the last reading and announces the first.
 #include "position/position_sink.h"
 
 #include <utility>

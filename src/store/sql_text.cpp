@@ -79,12 +79,12 @@ std::optional<std::string> WithDeclaration(std::string_view createSql, std::stri
     if (!SameLetters(createSql.substr(i, column.size()), column)) continue;
     if (!BeginsDefinition(createSql, i)) continue;
     const std::string_view rest = createSql.substr(i + column.size());
-    const std::string_view behind = WithoutLeadingBlanks(rest);
-    if (behind.size() == rest.size()) continue;
-    if (!SameLetters(behind.substr(0, oldDeclaration.size()), oldDeclaration)) continue;
-    std::string changed(createSql.substr(0, createSql.size() - behind.size()));
+    const std::string_view after = WithoutLeadingBlanks(rest);
+    if (after.size() == rest.size()) continue;
+    if (!SameLetters(after.substr(0, oldDeclaration.size()), oldDeclaration)) continue;
+    std::string changed(createSql.substr(0, createSql.size() - after.size()));
     changed += newDeclaration;
-    changed += behind.substr(oldDeclaration.size());
+    changed += after.substr(oldDeclaration.size());
     return changed;
   }
   return {};

@@ -1,4 +1,4 @@
-// Why the store last failed, in words for the user: what the codes of messages cannot tell. Noted
+// Why the store last failed, in words for the user: what the codes of messages do not say. Noted
 // where a failure is met, asked for where it is reported. Interface thread only.
 #pragma once
 

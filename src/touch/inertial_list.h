@@ -46,7 +46,7 @@ enum ListMessage : uint32_t {
   ILM_CANCELPRESS
 };
 
-// Told to the list's owner.
+// Sent to the list's owner.
 inline constexpr int ILN_COASTSTART = 1280;
 inline constexpr int ILN_COASTEND = 1281;
 

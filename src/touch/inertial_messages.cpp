@@ -7,7 +7,7 @@ namespace touch {
 namespace {
 
 template <typename Type>
-Type& Behind(intptr_t address) {
+Type& At(intptr_t address) {
   return *reinterpret_cast<Type*>(address);
 }
 
@@ -163,13 +163,13 @@ intptr_t InertList::SendForRows(uint32_t message, int index, intptr_t lparam) {
       Reset();
       return 0;
     case ILM_ADD:
-      return Add(Behind<InertItem>(lparam));
+      return Add(At<InertItem>(lparam));
     case ILM_INSERT:
-      return Insert(index, Behind<InertItem>(lparam));
+      return Insert(index, At<InertItem>(lparam));
     case ILM_DELETE:
       return Delete(index);
     case ILM_FIND:
-      return Find(index, Behind<InertItem>(lparam));
+      return Find(index, At<InertItem>(lparam));
     case ILM_GETDATA:
       return GetData(index);
     case ILM_SETDATA:
@@ -178,18 +178,18 @@ intptr_t InertList::SendForRows(uint32_t message, int index, intptr_t lparam) {
       return Count();
     case ILM_GETITEMRECT:
       if (GetHeight(index) == kBadIndex) return kBadIndex;
-      Behind<ListRect>(lparam) = {0, 0, width_, GetHeight(index)};
+      At<ListRect>(lparam) = {0, 0, width_, GetHeight(index)};
       return 0;
     case ILM_GETHEIGHT:
       return GetHeight(index);
     case ILM_SETHEIGHT:
       return SetHeight(index, static_cast<int>(lparam));
     case ILM_GETITEM:
-      return GetItem(index, Behind<InertItem>(lparam));
+      return GetItem(index, At<InertItem>(lparam));
     case ILM_SETITEM:
-      return SetItem(index, Behind<InertItem>(lparam));
+      return SetItem(index, At<InertItem>(lparam));
     case ILM_FREEITEM:
-      ops_.As<FreeItemFunction>(kOpFreeItem)(Behind<InertItem>(lparam));
+      ops_.As<FreeItemFunction>(kOpFreeItem)(At<InertItem>(lparam));
       return 0;
     default:
       return 0;

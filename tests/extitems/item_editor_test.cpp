@@ -56,11 +56,11 @@ TEST_F(ItemEditor, CreatesChecksAndWarns) {
       {u"have", kInt, u"1", "すでに同じ名前の項目が登録されています。"},
       {u"n", kString, u"caf\u00E9", "値の4文字目は、保存した後に読み戻せない文字です。"},
   };
-  for (const auto& [name, type, value, told] : rows) {
-    SCOPED_TRACE(told);
+  for (const auto& [name, type, value, message] : rows) {
+    SCOPED_TRACE(message);
     CItemEditor editor(u"have:have:int:1:");
     editor.fields = {name, type, value, u"", u""};
-    host.answers = {{told, type == kString ? Answer::kNo : Answer::kOk}};
+    host.answers = {{message, type == kString ? Answer::kNo : Answer::kOk}};
     editor.OnBtnCreate();
     EXPECT_EQ(editor.Items().size(), 1u);
   }

@@ -95,11 +95,11 @@ TEST_F(FileSelect, OkChecksTheName) {
       {"opens nothing else", kSelectToOpen, u"abc", "ファイル名不正", nullptr},
       {"a folder is no file", kSelectToOpen, u"f.csv", "ファイル名不正", nullptr},
   };
-  for (const auto& [why, mode, name, told, result] : rows) {
+  for (const auto& [why, mode, name, message, result] : rows) {
     SCOPED_TRACE(why);
     CFileSelect select = Opened(mode);
     select.ChooseFilter(1);
-    if (*told) host.answers = {told};
+    if (*message) host.answers = {message};
     EXPECT_EQ(select.OnOk(name), result != nullptr);
     ASSERT_EQ(select.ResultPath().has_value(), result != nullptr);
     if (!result) continue;

@@ -49,7 +49,7 @@ void FieldButton::ShowPosition(const std::u16string& text) {
   update();  // its colours may have changed alone
 }
 
-// A reading for which another screen has asked is told to that one alone: look again.
+// A reading that another screen has asked for is reported to that one alone: look again.
 void FieldButton::paintEvent(QPaintEvent*) {
   const bool isAcquiring = isPosition_ && position::IsRequestInProgress();
   if (isAcquiring) nextLook_.start(kLookMilliseconds);

@@ -92,7 +92,7 @@ bool ListPicker::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-// The line hands on the Enter that it has acted upon; nothing behind this picker may see it.
+// The line hands on the Enter that it has acted upon; nothing below this picker may see it.
 void ListPicker::keyPressEvent(QKeyEvent* event) {
   if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
     QWidget::keyPressEvent(event);

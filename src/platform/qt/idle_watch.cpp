@@ -16,7 +16,7 @@ namespace {
 constexpr std::chrono::seconds kPause{1};
 constexpr std::chrono::milliseconds kFarewell{100};  // for a signal that is on its way
 
-// Without this look first, a bus would be started for nobody but us, and stay behind.
+// Without this look first, a bus would be started for nobody but us, and stay.
 bool BusMayBeThere() {
   const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
   return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||

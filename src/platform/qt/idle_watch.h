@@ -1,5 +1,5 @@
-// The desktop's idle watch, which blanks the screen or locks it when nobody touches anything: told
-// over the session bus that somebody is there.
+// The desktop's idle watch, which blanks the screen or locks it when nobody touches anything: we
+// signal over the session bus that somebody is there.
 #pragma once
 
 #include <chrono>
@@ -8,7 +8,7 @@
 namespace platform::qt {
 
 // Interface thread. Nothing is asked of the bus before the first signal, and nothing ever waits for
-// it: a thread of its own talks to it, and is left behind when the bus does not answer.
+// it: a thread of its own talks to it, and is abandoned when the bus does not answer.
 class IdleWatch {
  public:
   ~IdleWatch();

@@ -20,7 +20,7 @@ bool Decides(int key) {
          key == Qt::Key_Back;
 }
 
-// Under Wayland no program is told where its messages stand.
+// Under Wayland no program knows where its messages stand.
 bool StandsAnywhere(const QWidget& window) {
   static const bool isWayland =
       QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));

@@ -1,5 +1,5 @@
 // Where menus open: inside the window, beside what opened them. What lies beyond the window may be
-// a phone's bars, and under Wayland nobody tells a program where they are.
+// a phone's bars, and under Wayland a program cannot know where they are.
 #pragma once
 
 #include <QMenu>

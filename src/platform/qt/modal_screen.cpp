@@ -69,8 +69,8 @@ int ModalScreen::RunModal() {
   return result_;
 }
 
-// A field that got the focus while it was hidden gets it once more: the input method has been told
-// the place that it had then.
+// A field that got the focus while it was hidden gets it once more: the input method only knows the
+// place that it had then.
 void ModalScreen::TakeFocus() {
   QWidget* field = parentWidget()->focusWidget();
   if (field == nullptr || !isAncestorOf(field)) return setFocus();

@@ -13,8 +13,8 @@ namespace platform::qt {
 // Whether there is one: the system names it, or it has been touched.
 bool HasTouchScreen();
 
-// Two fingers on any scroll area move it with them. What the first one has pressed meanwhile is
-// told by a TouchCancel, and gets no more of that finger's moves nor its release.
+// Two fingers on any scroll area move it with them. What the first one has pressed meanwhile gets
+// a TouchCancel, and no more of that finger's moves nor its release.
 class TouchWatch : public QObject {
  public:
   // Filters all events of the application from now on. `parent` owns it.

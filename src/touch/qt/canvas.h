@@ -21,14 +21,14 @@ class Canvas : public QWidget, public Surface {
   std::vector<Spot> Spots() const override { return spots_ ? spots_() : std::vector<Spot>(); }
 
  signals:
-  // Pressed and released; the owner tells whether both points mean the same thing.
+  // Pressed and released; the owner decides whether both points mean the same thing.
   void Tapped(QPoint press, QPoint release);
   void Held(QPoint press);
   // The menu key, which Shift+F10 is, too.
   void MenuKeyPressed();
 
  protected:
-  // What the pointer does here besides. OnPress tells whether the press may become a tap.
+  // What else the pointer does here. OnPress returns whether the press may become a tap.
   virtual bool OnPress(QPoint) { return true; }
   virtual void OnMove(QPoint) {}
   virtual void OnHold() {}

@@ -24,18 +24,18 @@ int PermissionsOf(const std::string& path) {
 TEST(SingleInstance, TellsTheFirstOfEveryLaterStart) {
   const TempFolder folder;
   testing_support::WriteWholeFile(folder.HostPath(".morvenly.socket"), "");  // of a killed one
-  std::string told;
+  std::string wishes;
   SingleInstance first(folder.HostPath());
-  ASSERT_TRUE(first.Claim('s', [&told](char wish) { told += wish; }));
+  ASSERT_TRUE(first.Claim('s', [&wishes](char wish) { wishes += wish; }));
   for (int start = 0; start < 3; start++) {
     SingleInstance later(folder.HostPath());
     EXPECT_FALSE(later.Claim('n', [](char) { FAIL(); }));
   }
   testing_support::WaitUntil([&] {
     QCoreApplication::processEvents();
-    return told.size() == 3;
+    return wishes.size() == 3;
   });
-  EXPECT_EQ(told, "nnn");
+  EXPECT_EQ(wishes, "nnn");
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.lock")), 0600);
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.socket")), 0600);
 }
