@@ -145,6 +145,7 @@ TEST_F(Settings, WritesTheViewByItsModeAndLineBreaksAsTheyAre) {
   app.InitView = kViewList;
   app.MemoHistory.Add(u"one\r\ntwo");
   for (const int save : {1, 0}) {
+    SCOPED_TRACE(save);
     app.ViewModeSave = save;
     ASSERT_EQ(WriteSettings(app, File()), 0);
     CAppState read;

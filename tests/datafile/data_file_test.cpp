@@ -200,6 +200,7 @@ TEST_F(DataFileTest, DeclinedUpgradeLeavesTheFile) {
   const std::string before = FileBytes();
   const char* stopped = "更新中止|フォーマットの更新が中止されました。\nプログラムを終了します。";
   for (const Replies& answers : {Replies{kNo, stopped}, Replies{kYes, kNo, stopped}}) {
+    SCOPED_TRACE(answers.size());
     host.answers = answers;
     EXPECT_EQ(OpenDataFile(app), -110);
     EXPECT_EQ(FileBytes(), before);

@@ -349,9 +349,10 @@ TEST_F(MainWindow, KeysReachTheBoxesOfTheWeek) {
   for (const auto& [key, last] :
        {std::pair(Qt::Key_Up, u'2'), std::pair(Qt::Key_Right, u'3'), std::pair(Qt::Key_Right, u'3'),
         std::pair(Qt::Key_Up, u'1'), std::pair(Qt::Key_Down, u'2')}) {
+    SCOPED_TRACE(key);
     Stroke(key, week, Qt::ControlModifier);
     EXPECT_EQ(EditTitleAfter([&] { Stroke(Qt::Key_Return, week); }), "変更");
-    EXPECT_EQ(app.SelActId.back(), last) << key;
+    EXPECT_EQ(app.SelActId.back(), last);
   }
   EXPECT_EQ(core::CurDate(), u"2010/06/23") << "the date has not moved";
   host.answers = {platform::Answer::kYes};

@@ -42,7 +42,7 @@ TEST(CodePage, IsMicrosoftsTableInBothDirections) {
   Sum decoded;
   for (const std::string& bytes : AllCells()) {
     const std::u16string text = DecodeCodePage(bytes);
-    ASSERT_EQ(text.size(), 1u);
+    ASSERT_EQ(text.size(), 1u) << testing::PrintToString(bytes);
     decoded.Add(text[0]);
   }
   EXPECT_EQ(decoded.Value(), 0x7FAA590FABC4337Du);

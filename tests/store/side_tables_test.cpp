@@ -50,6 +50,7 @@ TEST_F(SideTablesTest, NamedNumbers) {
   EXPECT_EQ(static_cast<uint32_t>(table.GetLong(u"none", read)), 0x80040E19u);
   EXPECT_EQ(read, 99);
   for (const int32_t value : {7, INT32_MIN}) {
+    SCOPED_TRACE(value);
     ASSERT_EQ(table.SetLong(u"Number", value), 0);
     ASSERT_EQ(table.GetLong(u"Number", read), 0);
     EXPECT_EQ(read, value);

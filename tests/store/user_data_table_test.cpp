@@ -137,6 +137,7 @@ TEST_F(UserDataTableTest, RowSetEndsRestartsAndCloses) {
   std::optional<std::u16string> id;
   ASSERT_EQ(Users().GetRS(u"select * from t_UserData", kOneColumn), 0);
   for (int round = 0; round < 2; ++round) {
+    SCOPED_TRACE(round);
     for (int i = 0; i < 2; ++i) {
       EXPECT_EQ(Users().CRowsetTable::GetNextRS({&id, 1}, 2), 0) << "one row, also of two asked";
       EXPECT_TRUE(id);

@@ -35,9 +35,9 @@ class InertListTest : public testing::Test {
     return ticks;
   }
 
-  std::vector<int> told;
+  std::vector<int> sent;
   InertList list{{{},
-                  [this](int code) { told.push_back(code); },
+                  [this](int code) { sent.push_back(code); },
                   {},
                   [](intptr_t) { return 20; },
                   [] { return intptr_t{7}; }},
@@ -96,7 +96,7 @@ TEST_F(InertListTest, AFlingCoastsWithConstantDeceleration) {
   Fling(100, 100);
   EXPECT_TRUE(list.IsCoasting());
   EXPECT_EQ(Coast(), 25);
-  EXPECT_EQ(told, (std::vector<int>{ILN_COASTSTART, ILN_COASTEND}));
+  EXPECT_EQ(sent, (std::vector<int>{ILN_COASTSTART, ILN_COASTEND}));
   EXPECT_EQ(list.Top(), 2);  // 100 by the drag, 250 by the coast: 350 pixels are 17.5 rows
   EXPECT_FALSE(list.IsDragging());
 }
@@ -126,12 +126,12 @@ TEST_F(InertListTest, PressesTapsAndDrags) {
   list.Move({53, 50}, 10);  // five pixels of 320 / 50
   list.Release({53, 50}, 20);
   EXPECT_FALSE(list.IsDragging());
-  EXPECT_TRUE(told.empty());
+  EXPECT_TRUE(sent.empty());
   list.Press({50, 45}, 0);
   list.Move({60, 45}, 10);
   EXPECT_TRUE(list.IsDragging());
-  list.Release({60, 45}, 20);  // sideways: both are told at once
-  EXPECT_EQ(told, (std::vector<int>{ILN_COASTSTART, ILN_COASTEND}));
+  list.Release({60, 45}, 20);  // sideways: both are sent at once
+  EXPECT_EQ(sent, (std::vector<int>{ILN_COASTSTART, ILN_COASTEND}));
   EXPECT_FALSE(list.IsDragging());
   Fill(3);
   list.SetTop(0);
@@ -158,11 +158,12 @@ TEST_F(InertListTest, AWheelHasNoEnd) {
   list.ChangeStyle(0, ILS_WRAP);
   list.SetTop(22);
   for (const int dy : {-300, 17, 300, -40, 20, -20}) {
+    SCOPED_TRACE(dy);
     Fling(dy, 30);
     while (list.IsCoasting()) {
       Recording canvas;
       list.Paint(canvas);
-      EXPECT_EQ(canvas.out.find("E0E0E0"), std::string::npos) << dy << " to " << list.Top();
+      EXPECT_EQ(canvas.out.find("E0E0E0"), std::string::npos) << list.Top();
       list.CoastTick();
     }
     EXPECT_GE(list.Top(), 0);

@@ -31,15 +31,20 @@ TEST(ApplicationLook, IsLightAndReadableWhateverTheDesktopWears) {
       {QPalette::LinkVisited, QPalette::Window},
       {QPalette::ToolTipText, QPalette::ToolTipBase},
       {QPalette::HighlightedText, QPalette::Highlight}};
-  for (const QPalette& palette :
-       {QMenu().palette(), QLineEdit().palette(), QToolTip::palette(), QApplication::palette()}) {
+  const std::pair<const char*, QPalette> palettes[] = {{"a menu", QMenu().palette()},
+                                                       {"a line", QLineEdit().palette()},
+                                                       {"a tip", QToolTip::palette()},
+                                                       {"all else", QApplication::palette()}};
+  for (const auto& [of, palette] : palettes) {
+    SCOPED_TRACE(of);
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
       for (const auto& [text, ground] : pairs) {
         const double on = Luminance(palette.color(group, ground)) + 0.05;
-        const double of = Luminance(palette.color(group, text)) + 0.05;
-        EXPECT_GE(std::max(on, of) / std::min(on, of), 4.5) << group << " " << text;
+        const double ink = Luminance(palette.color(group, text)) + 0.05;
+        EXPECT_GE(std::max(on, ink) / std::min(on, ink), 4.5) << group << " " << text;
       }
-      EXPECT_EQ(palette.color(group, QPalette::Window), QApplication::palette().window().color());
+      EXPECT_EQ(palette.color(group, QPalette::Window), QApplication::palette().window().color())
+          << group;
     }
   }
 }
