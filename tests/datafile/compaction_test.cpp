@@ -1,9 +1,6 @@
 // Compaction on real files: what the user is asked, and what stands when it is cut short.
 #include "datafile/compaction.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <filesystem>
 
 #include "recorder/recorder_state.h"
@@ -12,6 +9,7 @@
 #include "store/write_burst.h"
 #include "support/disk_calls.h"
 #include "support/faulty_files.h"
+#include "support/process.h"
 
 namespace store_test {
 namespace {
@@ -108,18 +106,15 @@ TEST_F(Compaction, AFailureLeavesTheFileAsItWas) {
 TEST_F(Compaction, AKillLeavesAWholeFileUnderItsName) {
   DisconnectDataFile();
   const auto dies = [&](int writes, int calls) {
-    const pid_t child = fork();
-    if (child == 0) {
+    const int result = testing_support::InACopy([&] {
       testing_support::FaultyFiles dying;
       dying.Die(calls);
       testing_support::diskCalls().writesUntilDeath = writes;
       host.answers = {Answer::kYes, Answer::kYes};
-      _exit(CompactDataFile(path) == 0 ? 1 : 2);
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_NE(WEXITSTATUS(status), 2);
-    return WEXITSTATUS(status) == 0;
+      return CompactDataFile(path) == 0 ? 1 : 2;
+    });
+    EXPECT_TRUE(result == 0 || result == 1) << result;
+    return result == 0;
   };
   int writes = 0;
   for (; dies(writes, -1); writes += 3) {

@@ -2,7 +2,6 @@
 // another program holds: the message that belongs to it, nothing lost, nothing changed.
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -14,6 +13,7 @@
 #include "store/action_index.h"
 #include "store/store_fixture.h"
 #include "store/trouble.h"
+#include "support/process.h"
 
 namespace store_test {
 namespace {
@@ -126,21 +126,18 @@ TEST_F(DamagedFileTest, TwoOfOursNeverHaveOneFile) {
   std::filesystem::create_symlink("user.sdf", folder.HostPath("soft.sdf"));
   ASSERT_EQ(OpenDataFile(app), 0);
   std::ifstream(hostPath).get();
-  const pid_t other = fork();
-  if (other == 0) {
+  const auto refuses = [&] {
     dbSession().Session.release();  // the parent's
-    bool refused = true;
+    int refused = 0;
     host.answers.assign(6, Answer::kOk);
     for (const char16_t* name : {u"user.sdf", u"hard.sdf", u"soft.sdf"}) {
       app.DataFile = folder.Path(name);
-      refused = refused && OpenDataFile(app) == -200 && LastTrouble() == Trouble::kInUse &&
-                CompactDataFile(app.DataFile) == -108;
+      refused += OpenDataFile(app) == -200 && LastTrouble() == Trouble::kInUse &&
+                 CompactDataFile(app.DataFile) == -108;
     }
-    _exit(refused ? 0 : 1);
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(other, &status, 0), other);
-  EXPECT_EQ(status, 0);
+    return refused;
+  };
+  EXPECT_EQ(testing_support::InACopy(refuses), 3);
   EXPECT_TRUE(FileBytes() == before);
   DisconnectDataFile();
   app.DataFile = folder.Path(u"hard.sdf");

@@ -1,9 +1,6 @@
 // Files out and in again: their bytes, what is refused, and what a failure leaves.
 #include "exchange/exchange.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <map>
 #include <sstream>
@@ -19,6 +16,7 @@
 #include "support/disk_calls.h"
 #include "support/document.h"
 #include "support/faulty_files.h"
+#include "support/process.h"
 
 namespace exchange {
 namespace {
@@ -294,18 +292,16 @@ TEST_F(FileTest, AKillInTheMiddleLeavesWholeRecords) {
   Put(lines);
   int kept = 0;
   for (const int writes : {1, 40, 80, 120, 160, 200}) {
+    SCOPED_TRACE(writes);
     store::DisconnectDataFile();
     ++host.now.hour;  // other ids
-    const pid_t child = fork();
-    if (child == 0) {
+    const auto import = [&] {
       store::ConnectDataFile(folder.Path(u"user.sdf"));
       testing_support::diskCalls().writesUntilDeath = writes;
       RunImport(app, csv, 1, kReadAdd);
-      _exit(1);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0) << "was not killed";
+      return 1;
+    };
+    ASSERT_EQ(testing_support::InACopy(import), 0) << "was not killed";
     ASSERT_EQ(store::ConnectDataFile(folder.Path(u"user.sdf")), 0);
     const auto rows = Rows();
     for (const auto& [id, row] : rows) ASSERT_EQ(row[store::kMemo], u"the whole memo");

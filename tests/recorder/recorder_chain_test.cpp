@@ -1,8 +1,5 @@
 // The chain over random taps, stops and steps back, then a restart, or a kill between two writes:
 // what every step leaves is whole, and nothing of it is lost.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <map>
 #include <random>
 
@@ -11,6 +8,7 @@
 #include "store/action_index.h"
 #include "store/store_fixture.h"
 #include "support/disk_calls.h"
+#include "support/process.h"
 
 namespace recorder {
 namespace {
@@ -134,7 +132,7 @@ class RecorderChain : public store_test::StoreTest {
       ASSERT_TRUE(chain.actions.contains(chain.ids[i]));
       const bool isLast = i + 1 == chain.ids.size();
       if (!isUnbroken) continue;
-      EXPECT_EQ(recorder->lines.texts[i].find(u"...::") != Text::npos, isLast && runs);
+      EXPECT_EQ(recorder->lines.texts[i].find(u"...::") != Text::npos, isLast && runs) << i;
       if (isLast) continue;
       EXPECT_EQ(chain.actions.at(chain.ids[i])[store::kEndDateTime],
                 chain.actions.at(chain.ids[i + 1])[store::kStaDateTime]);
@@ -175,23 +173,19 @@ class RecorderChain : public store_test::StoreTest {
     if (deletes) host.answers = {Answer::kYes};
     store::DisconnectDataFile();
     const int writes = Pick(15);
-    const pid_t child = fork();
-    if (child == 0) {
-      store::ConnectDataFile(path);
-      store::PrepareToWrite();  // its writes belong to no command
-      testing_support::diskCalls().writesUntilDeath = writes;
-      (*recorder.*command)();
-      _exit(1);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    killed += WEXITSTATUS(status) == 0;
+    killed += 0 == testing_support::InACopy([&] {
+                store::ConnectDataFile(path);
+                store::PrepareToWrite();  // its writes belong to no command
+                testing_support::diskCalls().writesUntilDeath = writes;
+                (*recorder.*command)();
+                return 1;
+              });
     host.answers.clear();
     Start();
     const Chain left = Read();
     for (const auto& [id, action] : before.actions) {
       const bool mayGo = deletes && id == before.ids.back();
-      EXPECT_TRUE(mayGo || left.actions.contains(id));
+      EXPECT_TRUE(mayGo || left.actions.contains(id)) << platform::ToUtf8(id);
     }
     Text running;
     store::dbSession().TextTable->GetText(u"RcdrPreActId", running);

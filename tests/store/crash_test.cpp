@@ -1,8 +1,6 @@
 // A program that is killed between any two of its writes loses at most the change that had not
 // returned yet.
 #include <sys/mman.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <map>
@@ -10,6 +8,7 @@
 #include "store/action_index.h"
 #include "store/store_fixture.h"
 #include "support/disk_calls.h"
+#include "support/process.h"
 
 namespace store_test {
 namespace {
@@ -68,17 +67,13 @@ TEST_F(CrashTest, EveryChangeThatHadReturnedIsThere) {
     DisconnectDataFile();
     testing_support::WriteWholeFile(hostPath, empty);
     *returned = 0;
-    const pid_t child = fork();
-    if (child == 0) {
-      testing_support::diskCalls().writesUntilDeath = writes;
-      datafile::OpenDataFile(app);
-      while (*returned < kChanges && Change(*returned) == S_OK) ++*returned;
-      DisconnectDataFile();
-      _exit(1);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    killed = status == 0;
+    killed = 0 == testing_support::InACopy([&] {
+               testing_support::diskCalls().writesUntilDeath = writes;
+               datafile::OpenDataFile(app);
+               while (*returned < kChanges && Change(*returned) == S_OK) ++*returned;
+               DisconnectDataFile();
+               return 1;
+             });
     ASSERT_EQ(datafile::OpenDataFile(app), 0);
     const Diary found = ReadDiary();
     const auto at = diaries.begin() + *returned;
@@ -102,16 +97,15 @@ TEST_F(CrashTest, ALogThatBelongsToAnotherFileIsNeverMixedIn) {
   const std::string copiedWhileOpen = FileBytes();
   DisconnectDataFile();
   const std::string closed = FileBytes();
-  const pid_t killed = fork();
-  if (killed == 0) {
+  testing_support::InACopy([&] {
     actions(2);
-    _exit(0);
-  }
-  waitpid(killed, nullptr, 0);
+    return 0;
+  });
   const std::string own = FileBytes();
   const std::string log = testing_support::ReadWholeFile(hostPath + "-wal");
   ASSERT_FALSE(log.empty());
   for (const std::string& backup : {closed, copiedWhileOpen}) {
+    SCOPED_TRACE(backup == closed ? "a copy of the closed diary" : "a copy of the open one");
     testing_support::WriteWholeFile(hostPath, backup);
     host.answers = {platform::Answer::kNo, platform::Answer::kOk};
     EXPECT_EQ(datafile::OpenDataFile(app), -200);

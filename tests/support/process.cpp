@@ -74,6 +74,14 @@ void Process::Kill() {
   Wait();
 }
 
+int InACopy(const std::function<int()>& run) {
+  const pid_t copy = fork();
+  if (copy == 0) _exit(run());
+  int status = 0;
+  if (waitpid(copy, &status, 0) != copy) return -1000;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
 std::string OutputOf(const std::vector<std::string>& argv) {
   std::string command;
   for (const std::string& word : argv) command += Quoted(word) + " ";

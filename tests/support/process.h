@@ -29,6 +29,10 @@ class Process {
   int status_ = 0;
 };
 
+// The result of `run` in a copy of this process, which ends with it; 0 if it was killed on its way
+// by a test's own means.
+int InACopy(const std::function<int()>& run);
+
 // What a command writes to its standard output; its failure is an empty text.
 std::string OutputOf(const std::vector<std::string>& argv);
 
