@@ -264,12 +264,6 @@ TEST_F(EditAction, LeavesWithTheResultThatTheViewsNeed) {
   CEditAction exited = OpenAt(1);
   exited.OnCommand(kIdExit);
   EXPECT_TRUE(exited.closeProgram);
-  CEditAction framed = OpenAt(1);
-  framed.fields.place = u"公園";
-  framed.dirty = true;
-  host.answers = {Answer::kCancel};
-  EXPECT_FALSE(framed.OnWindowClosing());
-  EXPECT_FALSE(framed.ended);
 }
 
 TEST_F(EditAction, TheStartUpToggleGoesBackToTheFormerScreen) {
