@@ -52,7 +52,6 @@ TEST_F(Options, OnlyOpenedPagesAreTakenOver) {
 TEST_F(Options, ADataFileIsChangedCreatedOrLost) {
   COptions sheet(app);
   sheet.OpenPage(kData);
-  EXPECT_EQ(sheet.FormatVersion(), u"3.2.2010.0623");
   sheet.values.DataFile = folder.Path(u"new/user.sdf");
   host.answers = {Answer::kYes};
   ASSERT_TRUE(sheet.CheckDataFile());
@@ -66,10 +65,6 @@ TEST_F(Options, ADataFileIsChangedCreatedOrLost) {
   sheet.values.DataFile = folder.Path(u"third.sdf");
   host.answers = {Answer::kYes, "初期化に失敗しました。"};
   EXPECT_EQ(sheet.OnOk(), kNoDataFile);
-  sheet.values.DataFile = app.DataFile = folder.Path(u"gone.sdf");
-  host.answers = {"指定のデータファイルは存在しません。",
-                  "データファイル読込み中にエラーが発生しました。"};
-  EXPECT_FALSE(sheet.OnBtnCompact());
 }
 
 TEST_F(Options, OnlyAPathThatOpensAtTheNextStartIsTaken) {
