@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "backup/backup_names.h"
+#include "backup/candidate.h"
 #include "backup/summary.h"
 #include "core/paths.h"
 #include "core/text.h"
@@ -29,15 +30,19 @@ bool IsFolder(std::u16string_view path) {
   return (files().Attributes(path).value_or(0) & platform::kAttributeDirectory) != 0;
 }
 
-// What stands at `path` may be replaced.
+// What stands at `path` may be replaced. A log beside it may hold writes that are nowhere else, and
+// would be taken for the copy's own: neither it nor its file is touched.
 bool MayReplace(std::u16string_view path) {
-  if (store::dbSession().Session->Keeps(path) || IsFolder(path)) {
-    ShowNotice(u"'" + Text(path) + u"' には保存できません。別の名前を指定してください。", kTitle,
-               Icon::kStop);
+  const Text name = u"'" + Text(path);
+  const bool hasLog = HasLog(path);
+  if (hasLog || store::dbSession().Session->Keeps(path) || IsFolder(path)) {
+    ShowNotice(name + (hasLog ? u"' のそばに書込み記録が残っているため、" : u"' には") +
+                   u"保存できません。別の名前を指定してください。",
+               kTitle, Icon::kStop);
     return false;
   }
   return !files().Exists(path) ||
-         platform::AskYesNo(u"'" + Text(path) + u"' は既に存在します。\n置き換えますか。", kTitle,
+         platform::AskYesNo(name + u"' は既に存在します。\n置き換えますか。", kTitle,
                             Icon::kQuestion, platform::kNoButton);
 }
 
@@ -52,15 +57,11 @@ std::optional<Summary> WriteChecked(std::u16string_view path) {
   return written && written->actions == wanted->actions ? written : std::nullopt;
 }
 
-// A log that was left beside what stood there would be taken for the copy's own.
 bool TakeName(const Text& copy, std::u16string_view path) {
   const auto lock = store::FileLock::Take(platform::ToHostPath(path).value_or(""));
-  if (!lock) {
-    store::NoteTrouble(store::Trouble::kInUse);
+  if (!lock || HasLog(path)) {
+    store::NoteTrouble(lock ? store::Trouble::kBusy : store::Trouble::kInUse);
     return false;
-  }
-  for (const std::u16string_view suffix : {u"-journal", u"-wal", u"-shm"}) {
-    files().Remove(Text(path) += suffix);
   }
   errno = 0;
   if (files().Rename(copy, path)) return true;
