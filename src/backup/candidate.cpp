@@ -69,7 +69,9 @@ bool HasLog(std::u16string_view path) {
 }
 
 Candidate::~Candidate() {
+  if (!hasFolder_) return;
   store::Engine::Remove(path_);
+  files().RemoveFolder(folder_);
 }
 
 std::optional<Summary> Candidate::Take(std::u16string_view chosen) {
@@ -81,7 +83,12 @@ std::optional<Summary> Candidate::Take(std::u16string_view chosen) {
     return {};
   }
   if (!LooksLikeDatabase(source)) return {};
-  store::Engine::Remove(path_);
+  errno = 0;
+  hasFolder_ = files().MakeFolder(folder_);
+  if (!hasFolder_) {
+    FailToWrite();
+    return {};
+  }
   for (const std::u16string_view suffix : {u"-journal", u"-wal", u""}) {
     const Text part = source + Text(suffix);
     const bool isNeeded = suffix.empty() || files().Exists(part);

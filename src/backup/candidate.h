@@ -1,6 +1,6 @@
-// A copy of the file to restore, beside the diary, where one rename gives it the diary's name. What
-// was looked into is so what takes the place, and the file that was chosen may lie on a disk that
-// nobody can write to.
+// A copy of the file to restore, in a folder of its own beside the diary, from where one rename
+// gives it the diary's name. So what was looked into is what takes the place, and the file that was
+// chosen may lie on a disk that nobody can write to.
 #pragma once
 
 #include <optional>
@@ -14,16 +14,16 @@ namespace backup {
 
 enum class Outcome { kDone, kFailed, kTold };  // kFailed has its trouble noted, as far as known
 
-// Byte by byte, into a file that is its owner's alone and may be replaced. False with the trouble
-// noted; what was copied stays.
+// Byte by byte, into a new file that is its owner's alone. False with the trouble noted; what was
+// copied stays.
 bool CopyBytes(std::u16string_view from, std::u16string_view to);
 // An engine that didn't close the file left a journal beside it, or has it open.
 bool HasLog(std::u16string_view path);
 
 class Candidate {
  public:
-  // Nothing is made yet.
-  explicit Candidate(std::u16string path) : path_(std::move(path)) {}
+  // `folder` is a free name; nothing is made yet.
+  explicit Candidate(std::u16string folder) : folder_(std::move(folder)) {}
   ~Candidate();
   Candidate(const Candidate&) = delete;
   Candidate& operator=(const Candidate&) = delete;
@@ -38,7 +38,9 @@ class Candidate {
   bool MoveTo(std::u16string_view diary);
 
  private:
-  std::u16string path_;
+  const std::u16string folder_;
+  const std::u16string path_ = folder_ + u"\\diary";
+  bool hasFolder_ = false;
   std::u16string formatVersion_;
 };
 

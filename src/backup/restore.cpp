@@ -46,16 +46,19 @@ bool Agrees(std::u16string_view chosen, const Summary& found, const Text& kept) 
                             kTitle, Icon::kQuestion, platform::kNoButton);
 }
 
-// The closed diary, byte by byte, even if it's damaged. What a kill leaves unfinished has one name,
-// so that the next one replaces it.
+// Byte by byte; `to` has the whole copy, or is as it was.
+bool CopyFile(const Text& from, const Text& to) {
+  const Text unfinished = core::FreePath(to + Text(kUnfinished));
+  const bool isCopied = CopyBytes(from, unfinished) && files().SyncToDisk(unfinished) &&
+                        files().Rename(unfinished, to);
+  if (!isCopied) files().Remove(unfinished);
+  return isCopied;
+}
+
+// The closed diary, even if it's damaged.
 bool KeepDiary(const Text& diary, const Text& kept) {
-  const Text folder = core::FolderOf(kept);
-  core::EnsureFolder(folder);
-  const Text unfinished = folder + u'\\' + core::NameOf(diary) + Text(kUnfinished);
-  const bool isKept = CopyBytes(diary, unfinished) && files().SyncToDisk(unfinished) &&
-                      !files().Exists(kept) && files().Rename(unfinished, kept);
-  if (!isKept) files().Remove(unfinished);
-  return isKept;
+  core::EnsureFolder(core::FolderOf(kept));
+  return !files().Exists(kept) && CopyFile(diary, kept);
 }
 
 // With no data file open. Nothing of the diary has changed if it fails.
@@ -85,8 +88,7 @@ bool Reopen(core::CAppState& app) {
 // What can't be opened makes way for what was there before.
 bool PutBack(const Text& kept, const Text& diary) {
   store::DisconnectDataFile();
-  const Text copy = diary + Text(kUnfinished);
-  return CopyBytes(kept, copy) && files().SyncToDisk(copy) && files().Rename(copy, diary);
+  return CopyFile(kept, diary);
 }
 
 Restored Replace(core::CAppState& app, Candidate& candidate, const Text& diary, const Text& kept) {
@@ -127,7 +129,7 @@ Restored Restore(core::CAppState& app, std::u16string_view chosen) {
     NoteTrouble(Trouble::kReadOnly);
     return TellNotRestored(u"復元できません。");
   }
-  Candidate candidate(diary + u".restore");
+  Candidate candidate(core::FreePath(diary + u".restore"));
   const std::optional<Summary> found = candidate.Take(chosen);
   if (!found) {
     const bool isStrange = store::LastTrouble() == Trouble::kUnknown;

@@ -194,7 +194,7 @@ ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
 
 store::HRESULT CreateDataFile(std::u16string_view path) {
   const platform::WaitCursor waiting;
-  const Text newPath = Text(path) + u".new";
+  const Text newPath = core::FreePath(Text(path) + u".new");
   store::HRESULT result = store::CreateEmptyDataFile(newPath);
   if (result >= 0) result = WriteSystemInfo();
   if (result >= 0) result = recorder::InitRecorderValues();

@@ -164,7 +164,12 @@ TEST_F(Backup, RestoringBringsTheWholeFileAndKeepsTheFormerOne) {
                    "復元後: 6個のアクション\n2010/06/01～2010/06/06\n",
                    kYes},
                   "復元しました"};
+  const std::string strangers[] = {"user.sdf.restore", "user.sdf.new", "backup/user.sdf.new",
+                                   "backup/user_20100623_104530.sdf.new"};
+  fs::create_directory(folder.HostPath("backup"));
+  for (const std::string& name : strangers) WriteWholeFile(folder.HostPath(name), "a stranger's");
   EXPECT_EQ(Restore(app, mine), Restored::kYes);
+  for (const std::string& name : strangers) EXPECT_EQ(Bytes(name), "a stranger's");
   EXPECT_EQ(app.IndexCount, 6);
   EXPECT_FALSE(app.FindWhere || app.RcdrLoaded);
   EXPECT_EQ(Bytes("mine.sdf"), before);
@@ -244,7 +249,7 @@ TEST_F(Backup, AFailureAtAnyStepLeavesTheDiaryOpenAndWhole) {
       EXPECT_EQ(app.IndexCount, came ? 3 : 5);
       EXPECT_FALSE(files().Exists(path + u".restore"));
       EXPECT_EQ(files().Exists(kept), !came);
-      EXPECT_FALSE(files().Exists(folder.Path(u"backup\\user.sdf.new")));
+      EXPECT_FALSE(files().Exists(kept + u".new"));
       if (!came) break;
     }
     AgreeingHost agreeing;
@@ -288,7 +293,7 @@ class DamagingFiles : public FaultyFiles {
  public:
   bool Rename(std::u16string_view from, std::u16string_view to) override {
     const bool renamed = FaultyFiles::Rename(from, to);
-    if (from.ends_with(u".restore")) fs::resize_file(*platform::ToHostPath(to), 2000);
+    if (from.find(u".restore") != from.npos) fs::resize_file(*platform::ToHostPath(to), 2000);
     return renamed;
   }
 };
