@@ -1,9 +1,12 @@
 #include "platform/qt/message_box.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QMessageBox>
 #include <QStyle>
+#include <QTimer>
+#include <QWindow>
 #include <vector>
 
 #include "platform/qt/qt_text.h"
@@ -13,6 +16,7 @@ namespace platform::qt {
 namespace {
 
 constexpr int kMostTextUnits = 420;  // a line that is still read with ease
+constexpr int kGiveBackMilliseconds = 100;
 
 QMessageBox::Icon IconOf(Icon icon) {
   switch (icon) {
@@ -71,6 +75,20 @@ void SetTextOfWidth(QMessageBox& box, const QString& text, int width) {
   label->setMinimumWidth(QFontMetrics(box.font()).size(0, lines).width());
 }
 
+// Some window managers of small screens give a tap's window the keys, even one that a box covers.
+// The box asks for them back, but not at once: on the way to it they may pass its window again.
+void KeepKeys(QMessageBox& box) {
+  auto* timer = new QTimer(&box);
+  timer->setSingleShot(true);
+  timer->setInterval(kGiveBackMilliseconds);
+  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, timer, [timer] { timer->start(); });
+  QObject::connect(timer, &QTimer::timeout, &box, [&box] {
+    const QWindow* focus = QGuiApplication::focusWindow();
+    const bool isFirst = QApplication::activeModalWidget() == &box;
+    if (isFirst && focus != nullptr && focus != box.windowHandle()) box.activateWindow();
+  });
+}
+
 }  // namespace
 
 Answer RunMessageBox(QWidget* over, const Message& message) {
@@ -87,6 +105,7 @@ Answer RunMessageBox(QWidget* over, const Message& message) {
   box.setDefaultButton(choices[static_cast<size_t>(message.defaultButton)].button);
   box.setEscapeButton(choices.back().button);
 
+  KeepKeys(box);
   const int pressed = box.exec();
   for (const Choice& choice : choices) {
     if (choice.button == pressed) return choice.answer;
