@@ -1,6 +1,7 @@
 #include "filedialog/file_select.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -55,6 +56,18 @@ std::u16string& LastFolder() {
 
 bool IsInHomeFolder(std::u16string_view typedName) {
   return typedName == u"~" || typedName.starts_with(u"~\\");
+}
+
+bool RefuseName(std::u16string why, std::u16string title = u"ファイル名不正") {
+  ShowNotice(std::move(why), std::move(title), Icon::kWarning);
+  return false;
+}
+
+// A name with a point keeps it; an extension with a star is none.
+std::u16string WithExtension(std::u16string path, const std::u16string& extension) {
+  const bool hasPoint = path.find(u'.', path.rfind(u'\\') + 1) != std::u16string::npos;
+  const bool isNone = extension.empty() || extension.find(u'*') != std::u16string::npos;
+  return hasPoint || isNone ? path : path + u'.' + extension;
 }
 
 bool IsGivenName(std::u16string_view name) {
@@ -163,6 +176,16 @@ std::u16string CFileSelect::PathOf(std::u16string_view name) const {
   return path.append(name);
 }
 
+// Without a backslash at its end, and without "." and "..".
+std::u16string CFileSelect::TypedPath(std::u16string_view name) const {
+  const bool isRooted = name.starts_with(u'\\') || IsInHomeFolder(name);
+  const std::u16string path =
+      isRooted ? core::RootedPath(name).value_or(std::u16string(name)) : PathOf(name);
+  // A name at the end, so that the end is the same whether or not a slash was typed.
+  const std::filesystem::path host(platform::ToHostPath(path + u"\\x").value_or(""));
+  return platform::FromHostPath(host.lexically_normal().parent_path().string()).value_or(path);
+}
+
 std::u16string CFileSelect::LineText(int line) const {
   return (IsFolder(line) ? u"+" : u" ") + Name(line);
 }
@@ -197,28 +220,20 @@ void CFileSelect::ChooseFilter(int position) {
 
 bool CFileSelect::OnOk(std::u16string_view typedName) {
   std::u16string name = platform::FromTypedPath(typedName);
-  if (name.empty()) {
-    ShowNotice(u"ファイル名が指定されていません。", u"ファイル名未指定", Icon::kWarning);
+  if (name.empty()) return RefuseName(u"ファイル名が指定されていません。", u"ファイル名未指定");
+  const bool isPath = IsInHomeFolder(name) || name.find(u'\\') != std::u16string::npos;
+  if (isPath && IsFolderAt(TypedPath(name))) {
+    ListFolder(TypedPath(name), filters_[CurPattern_].pattern);
     return false;
   }
-  const auto inHome = IsInHomeFolder(name) ? core::RootedPath(name) : std::nullopt;
-  if (inHome && IsFolderAt(*inHome)) {
-    ListFolder(*inHome, filters_[CurPattern_].pattern);
-    return false;
+  name = WithExtension(std::move(name), core::FileExtension(filters_.front().pattern));
+  std::u16string path = isPath ? TypedPath(name) : PathOf(name);
+  if (isPath && !IsFolderAt(path.substr(0, path.rfind(u'\\') + 1))) {
+    return RefuseName(u"指定されたフォルダは存在しません。");
   }
-  const std::u16string extension = core::FileExtension(filters_.front().pattern);
-  if (name.find(u'.') == std::u16string::npos && !extension.empty() &&
-      extension.find(u'*') == std::u16string::npos) {
-    name += u'.' + extension;
-  }
-  std::u16string path = inHome ? core::RootedPath(name).value_or(u"") : PathOf(name);
   if (params_.Mode == kSelectToOpen) {
-    const bool exists = files().Exists(path);
-    if (!exists || IsFolderAt(path)) {
-      ShowNotice(exists ? u"同名のフォルダが存在します。" : u"指定されたファイルは存在しません。",
-                 u"ファイル名不正", Icon::kWarning);
-      return false;
-    }
+    if (IsFolderAt(path)) return RefuseName(u"同名のフォルダが存在します。");
+    if (!files().Exists(path)) return RefuseName(u"指定されたファイルは存在しません。");
   }
   ResultPath_ = std::move(path);
   return true;

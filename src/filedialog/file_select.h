@@ -62,7 +62,8 @@ class CFileSelect {
   void GoUp();
   void ChooseFilter(int position);
   // The name goes through the checks of the mode. True ends the dialog: ResultPath is there. A name
-  // that begins with "~/" lies in the user's home folder; a folder so named is listed.
+  // with a slash is a path from the shown folder, the root, or ("~/") the user's home folder; a
+  // folder so named is listed.
   bool OnOk(std::u16string_view name);
   // Each takes the name that the user typed.
   void MakeFolder(std::u16string_view name);
@@ -80,6 +81,7 @@ class CFileSelect {
   void ListAgain();
   void SelectName(std::u16string_view name);
   std::u16string PathOf(std::u16string_view name) const;
+  std::u16string TypedPath(std::u16string_view name) const;
 
   FileSelectParams params_;
   std::vector<Filter> filters_;

@@ -46,8 +46,28 @@ TEST_F(FileSelect, BeginsWhereTheLastOneEndedAndKnowsTheHomeFolder) {
   host.homeFolder = folder.Path(u"");
   EXPECT_FALSE(next.OnOk(u"~"));
   EXPECT_EQ(Lines(next), Texts{u"+sub"});
-  EXPECT_TRUE(next.OnOk(u"~/a"));
-  EXPECT_EQ(next.ResultPath(), folder.Path(u"a.csv"));
+}
+
+TEST_F(FileSelect, TakesPathsAsTheyAreTyped) {
+  host.homeFolder = folder.Path(u"");
+  platform::files().MakeFolder(folder.Path(u"sub.d"));
+  const std::u16string rooted = platform::ToUtf16(folder.HostPath(""));
+  CFileSelect select = Opened(kSelectToSave);
+  for (const auto& typed :
+       {std::u16string(u"~/a"), std::u16string(u"sub.d/../a"), rooted + u"/a"}) {
+    EXPECT_TRUE(select.OnOk(typed));
+    EXPECT_EQ(select.ResultPath(), folder.Path(u"a.csv")) << platform::ToUtf8(typed);
+  }
+  EXPECT_TRUE(select.OnOk(u"sub.d/a"));
+  EXPECT_EQ(select.ResultPath(), folder.Path(u"sub.d\\a.csv"));
+  for (const char16_t* typed : {u"none/a", u"none/", u"~none/a"}) {
+    host.answers = {"指定されたフォルダは存在しません。"};
+    EXPECT_FALSE(select.OnOk(typed));
+  }
+  EXPECT_FALSE(select.OnOk(u"./sub.d/"));
+  EXPECT_EQ(select.CurFolder(), folder.Path(u"sub.d"));
+  EXPECT_FALSE(select.OnOk(u"/"));
+  EXPECT_EQ(select.CurFolder(), u"\\");
 }
 
 TEST_F(FileSelect, ListsFoldersThenMatchingFilesAndGoesUpToTheRoot) {
