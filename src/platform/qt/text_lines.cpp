@@ -32,7 +32,7 @@ QString WithPlacesToBreak(const QString& text) {
   QString marked;
   for (qsizetype i = 0; i < text.size(); ++i) {
     marked += text[i];
-    if (text[i] == u'\\' || text[i] == u'/') marked += kBreakHere;
+    if (QStringView(u"\\/_").contains(text[i])) marked += kBreakHere;
     if (i + 1 < text.size() && StaysTogether(text[i], text[i + 1])) marked += kJoin;
   }
   return marked;

@@ -8,8 +8,8 @@
 namespace platform::qt {
 
 // A message's `text` with line breaks so that no line is wider than `width`: between words, after
-// the separators of a path, and in Japanese where a phrase ends. A word or phrase is taken apart
-// only if it is wider than a line.
+// the separators and underscores of a path, and in Japanese where a phrase ends. A word or phrase
+// is taken apart only if it is wider than a line.
 QString BreakIntoLines(const QString& text, const QFont& font, int width);
 
 // The lines of a value, broken where the script allows it: `most` at most, which is 1 or more. The

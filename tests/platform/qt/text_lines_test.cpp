@@ -18,6 +18,7 @@ TEST(TextLines, BreakWhereAReaderWould) {
       {"/home/diary/user.sdf", "/home/diary/us", "/home/diary/\nuser.sdf"},
       {"\\data\\とても長い名前", "\\data\\とても", "\\data\\とても\n長い名前"},
       {"\\data\\back-up", "\\data\\back-", "\\data\\\nback-up"},
+      {"\\data\\user_20261122.sdf", "\\data\\user_2026", "\\data\\user_\n20261122.sdf"},
       {"データファイル", "データファ", "データファ\nイル"},
       {"a\n\nb", "ab", "a\n\nb"},
   };
