@@ -10,7 +10,9 @@ trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$place"' EXIT
 root=$place/root
 home=$place/home
 mkdir -p "$root/var/lib/dpkg/"{info,updates} "$home"
-touch "$root/var/lib/dpkg/"{status,available}
+# The root knows this machine's packages, so that dpkg looks for those that the package wants: apt
+# would fetch them all again.
+sed '/^Package: morvenly$/,/^$/d' /var/lib/dpkg/status >"$root/var/lib/dpkg/status"
 chmod 755 "$place"
 user=()
 if [ "$(id -u)" = 0 ]; then
@@ -19,11 +21,12 @@ if [ "$(id -u)" = 0 ]; then
 fi
 
 packages() {
-  dpkg --root="$root" --log=/dev/null --force-not-root --force-depends --force-script-chrootless "$@"
+  dpkg --root="$root" --log=/dev/null --force-not-root --force-script-chrootless "$@"
 }
 fail() { printf 'The package: %s\n' "$*" >&2; exit 1; }
 
-packages --install "$package" >/dev/null 2>&1 || fail "isn't installed"
+packages --install "$package" >"$place/log" 2>&1 ||
+  fail "isn't installed: $(grep -v '^dpkg: warning' "$place/log")"
 [ -x "$root/usr/bin/morvenly" ] || fail "brings no program"
 system=$(cd "$root" && find . -not -path './var/lib/dpkg*' | sort)
 
