@@ -77,7 +77,8 @@ uninstall() {
   rmdir "$folder" 2>/dev/null || say "The diary stays in $folder."
 }
 
-if [ -n "${SUDO_USER:-}" ] || [ "$(stat -c %u "$HOME")" != "$(id -u)" ]; then
+# In a shell of root's, be it from `sudo -i`, root means itself; by `sudo ./run.sh` somebody else.
+if [[ ${SUDO_COMMAND:-} = *run.sh* ]] || [ "$(stat -c %u "$HOME")" != "$(id -u)" ]; then
   say "Start it without sudo, in your own name: it asks for sudo where a package is missing."
   exit 1
 fi
