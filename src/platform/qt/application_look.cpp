@@ -107,7 +107,7 @@ class FingerStyle : public QProxyStyle {
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                           QPainter* painter, const QWidget* widget) const override {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_ToolButton) DrawFocus(option, painter, widget);
+    if (control == CC_ToolButton || control == CC_ComboBox) DrawFocus(option, painter, widget);
   }
 
   // Fusion's own is a line that is hardly seen at a pixel a unit, and nothing after a tap.
