@@ -28,11 +28,20 @@ bool StaysTogether(QChar before, QChar after) {
          (IsHiragana(after) || !IsHiragana(before));
 }
 
+bool IsSeparator(QChar c) {
+  return c == u'\\' || c == u'/';
+}
+
+bool IsQuote(QChar c) {
+  return c == u'\'' || c == u'"';
+}
+
 QString WithPlacesToBreak(const QString& text) {
   QString marked;
   for (qsizetype i = 0; i < text.size(); ++i) {
     marked += text[i];
-    if (QStringView(u"\\/_").contains(text[i])) marked += kBreakHere;
+    const bool isRoot = i == 0 || text[i - 1].isSpace() || IsQuote(text[i - 1]);
+    if (text[i] == u'_' || (IsSeparator(text[i]) && !isRoot)) marked += kBreakHere;
     if (i + 1 < text.size() && StaysTogether(text[i], text[i + 1])) marked += kJoin;
   }
   return marked;

@@ -19,6 +19,7 @@ TEST(TextLines, BreakWhereAReaderWould) {
       {"\\data\\とても長い名前", "\\data\\とても", "\\data\\とても\n長い名前"},
       {"\\data\\back-up", "\\data\\back-", "\\data\\\nback-up"},
       {"\\data\\user_20261122.sdf", "\\data\\user_2026", "\\data\\user_\n20261122.sdf"},
+      {"個を '\\data'", "個を '\\d", "個を \n'\\data'"},
       {"データファイル", "データファ", "データファ\nイル"},
       {"a\n\nb", "ab", "a\n\nb"},
   };
