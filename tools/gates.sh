@@ -17,7 +17,7 @@ check_form() {
   shellcheck --check-sourced --external-sources run.sh test.sh .ci/run tools/rooms \
     tools/package.sh tools/try_package.sh tools/manual-pictures
   ! measured_by clang-format ||
-    find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) \
+    find src tests bench fuzz reliability \( -name '*.cpp' -o -name '*.h' \) \
       -exec clang-format --dry-run --Werror {} +
 }
 
