@@ -183,6 +183,7 @@ void OptionPage::MakeData(const PageCommands& commands) {
   form_->addRow(new QLabel(ToQt(kFileLabel)));
   form_->addRow(file);
   form_->addRow(addButton("compact", QStringLiteral("データファイルの圧縮"), commands.compact));
+  form_->addRow(addButton("inspect", QStringLiteral("データファイルの検査"), commands.inspect));
   formatVersion_ = new QLineEdit;
   formatVersion_->setObjectName(QStringLiteral("DBFmtVer"));
   formatVersion_->setReadOnly(true);

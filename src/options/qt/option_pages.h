@@ -20,6 +20,7 @@ namespace options {
 struct PageCommands {
   std::function<void()> browse;   // another data file
   std::function<void()> compact;  // the data file
+  std::function<void()> inspect;  // the open one
 };
 
 class OptionPage : public QScrollArea {

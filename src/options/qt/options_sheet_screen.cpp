@@ -7,6 +7,8 @@
 
 #include "core/settings.h"
 #include "filedialog/qt/file_select_screen.h"
+#include "inspection/inspection.h"
+#include "platform/host.h"
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
 
@@ -35,7 +37,7 @@ OptionsSheet::OptionsSheet(QWidget* over, core::CAppState& app, int page)
 }
 
 void OptionsSheet::MakePages() {
-  const PageCommands commands{[this] { Browse(); }, [this] { Compact(); }};
+  const PageCommands commands{[this] { Browse(); }, [this] { Compact(); }, [this] { Inspect(); }};
   for (int page = 0; page < kPageCount; ++page) {
     QPushButton* tab = platform::qt::MakeButton(QStringLiteral("tab%1").arg(page),
                                                 platform::qt::ToQt(kTabTexts[page]), this, [] {});
@@ -107,6 +109,22 @@ void OptionsSheet::Compact() {
   lostDataFile_ = !options_.OnBtnCompact();
   static_cast<OptionPage*>(pages_->currentWidget())->ShowState();
   if (lostDataFile_) EndScreen(platform::qt::kResultCancel);
+}
+
+// The button shows how far it has come.
+void OptionsSheet::Inspect() {
+  auto* button = pages_->currentWidget()->findChild<QPushButton*>(QStringLiteral("inspect"));
+  const QString text = button->text();
+  const auto show = [button](const QString& progress) {
+    button->setText(QStringLiteral("検査中...") + progress);
+    button->repaint();
+  };
+  show({});
+  inspection::OnBtnInspect([&](int done, int total) {
+    platform::host().SignalActivity();
+    show(QStringLiteral(" %1%").arg(std::int64_t{done} * 100 / std::max(1, total)));
+  });
+  button->setText(text);
 }
 
 void OptionsSheet::resizeEvent(QResizeEvent* event) {

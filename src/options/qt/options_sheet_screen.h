@@ -33,6 +33,7 @@ class OptionsSheet : public platform::qt::ModalScreen {
   void OnOk();
   void Browse();
   void Compact();
+  void Inspect();
   int PlaceTabs(int top);
 
   COptions options_;

@@ -41,7 +41,10 @@ QString WithPlacesToBreak(const QString& text) {
   for (qsizetype i = 0; i < text.size(); ++i) {
     marked += text[i];
     const bool isRoot = i == 0 || text[i - 1].isSpace() || IsQuote(text[i - 1]);
-    if (text[i] == u'_' || (IsSeparator(text[i]) && !isRoot)) marked += kBreakHere;
+    const bool isInDate =
+        i > 0 && i + 1 < text.size() && text[i - 1].isDigit() && text[i + 1].isDigit();
+    const bool endsName = IsSeparator(text[i]) && !isRoot && !isInDate;
+    if (text[i] == u'_' || endsName) marked += kBreakHere;
     if (i + 1 < text.size() && StaysTogether(text[i], text[i + 1])) marked += kJoin;
   }
   return marked;
