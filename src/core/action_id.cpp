@@ -14,7 +14,7 @@ std::u16string GenerateActId(const platform::LocalTime& moment) {
   for (const int part : {moment.month, moment.day, moment.hour, moment.minute, moment.second}) {
     id += ZeroPadded(part, 2);
   }
-  // Kept on purpose: the one draw of 32767 gives "100" and an id that is refused.
+  // Kept on purpose: the one draw of 32767 gives "100" and an id that CheckActId refuses.
   return id + ZeroPadded(platform::host().Draw() * 100 / 32767, 2);
 }
 

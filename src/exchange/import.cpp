@@ -153,9 +153,9 @@ class Writer {
     if (mode_ == kReadReplace) {
       code = replacer_.Replace(action);
     } else {
-      action[store::kActId] = table_.MakeUniqueActId(moment_);
-      if (!action[store::kActId]) return kNoId;
-      code = table_.Insert(action);
+      code = table_.MakeUniqueActId(moment_, action[store::kActId]);
+      if (code == store::E_ABORT) return kNoId;
+      if (code == store::S_OK) code = table_.Insert(action);
     }
     return code == store::S_OK ? 0 : kNotWritten;
   }

@@ -76,12 +76,12 @@ HRESULT CUserDataTable::ReadById(std::u16string_view id,
 HRESULT CUserDataTable::Insert(Action& action) {
   const bool idIsMade = !action[kActId];
   if (idIsMade) {
-    action[kActId] = MakeUniqueActId();
-    if (!action[kActId]) {
+    const HRESULT made = MakeUniqueActId(action[kActId]);
+    if (made == E_ABORT) {
       platform::ShowNotice(u"ユニークキーの生成に失敗しました。", u"アクションの作成失敗",
                            platform::Icon::kStop);
-      return E_ABORT;
     }
+    if (Failed(made)) return made;
   } else if (core::CheckActId(*action[kActId]) != 0) {
     return E_INVALIDARG;
   }
@@ -106,32 +106,31 @@ HRESULT CUserDataTable::Delete(std::u16string_view id) {
   return Session.DeleteFirst(kUserDataTable, IdField(id));
 }
 
-CUserDataTable::IdState CUserDataTable::LookUp(const std::u16string& id) {
+// An id of 19 characters would be cut to one that nothing finds.
+HRESULT CUserDataTable::TakeIfFree(std::u16string id, MadeId& made) {
+  if (core::CheckActId(id) != 0) return E_ABORT;
   std::optional<std::u16string> found;
   const HRESULT result = ReadById(id, {&kActionColumns[kActId], 1}, {&found, 1});
-  if (result == DB_E_NOTFOUND) return IdState::kFree;
-  return Failed(result) ? IdState::kUnknown : IdState::kTaken;
+  if (result != DB_E_NOTFOUND) return Failed(result) ? result : E_ABORT;
+  made = std::move(id);
+  return S_OK;
 }
 
-std::optional<std::u16string> CUserDataTable::MakeUniqueActId() {
-  for (int draw = 0; draw < kMaxIdDraws; ++draw) {
-    std::u16string id = core::GenerateActId();
-    const IdState state = LookUp(id);
-    if (state == IdState::kUnknown) return {};
-    if (state == IdState::kFree) return id;
+HRESULT CUserDataTable::MakeUniqueActId(MadeId& id) {
+  HRESULT result = E_ABORT;
+  for (int draw = 0; draw < kMaxIdDraws && result == E_ABORT; ++draw) {
+    result = TakeIfFree(core::GenerateActId(), id);
   }
-  return {};
+  return result;
 }
 
-std::optional<std::u16string> CUserDataTable::MakeUniqueActId(platform::LocalTime& moment) {
-  for (int draw = 0; draw < kMaxIdDraws; ++draw) {
-    std::u16string id = core::GenerateActId(moment);
-    const IdState state = LookUp(id);
-    if (state == IdState::kUnknown) return {};
-    if (state == IdState::kFree && core::CheckActId(id) == 0) return id;
-    moment = SecondBefore(moment);
+HRESULT CUserDataTable::MakeUniqueActId(platform::LocalTime& moment, MadeId& id) {
+  HRESULT result = E_ABORT;
+  for (int draw = 0; draw < kMaxIdDraws && result == E_ABORT; ++draw) {
+    result = TakeIfFree(core::GenerateActId(moment), id);
+    if (result == E_ABORT) moment = SecondBefore(moment);
   }
-  return {};
+  return result;
 }
 
 int CheckActionTimes(const Action& action) {

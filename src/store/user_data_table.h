@@ -26,23 +26,23 @@ class CUserDataTable : public CRowsetTable {
                    ColumnTexts row);
 
   // Stamps kLastUpdate, and makes an id if kActId is none. E_INVALIDARG if the id or the times are
-  // refused; E_ABORT, after a message, if no unique id could be made. On a failure nothing is
+  // refused; E_ABORT, after a message, if all ids are taken. On a failure nothing is
   // written and a made id is taken out again.
   HRESULT Insert(Action& action);
   // Writes all columns but the id, which never changes. DB_E_NOTFOUND if there is no such row.
   HRESULT Update(std::u16string_view id, Action& action);
   HRESULT Delete(std::u16string_view id);
 
-  // At most 50 draws; none if all of them are taken.
-  std::optional<std::u16string> MakeUniqueActId();
+  // At most 50 draws; E_ABORT if none of them gave a free id. `id` is written on success only.
+  using MadeId = std::optional<std::u16string>;
+  HRESULT MakeUniqueActId(MadeId& id);
   // For many ids in a row: a second has only a hundred. They are of `moment`, which begins
   // at the clock; a draw that is taken moves it back by a second. The seconds to come are left to
   // the Actions that their user makes then.
-  std::optional<std::u16string> MakeUniqueActId(platform::LocalTime& moment);
+  HRESULT MakeUniqueActId(platform::LocalTime& moment, MadeId& id);
 
  private:
-  enum class IdState { kFree, kTaken, kUnknown };
-  IdState LookUp(const std::u16string& id);
+  HRESULT TakeIfFree(std::u16string id, MadeId& made);
 };
 
 // 0, or the code of the first test that fails:

@@ -41,7 +41,7 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
     SCOPED_TRACE(why);
     Action action = MakeAction(kNoon, kOne);
     action[column] = written;
-    action[kActId] = u"ID'" + core::ZeroPadded(++number, 15);
+    action[kActId] = u"ID'or 1=1 or " + core::ZeroPadded(++number, 1) + u"  >'";
     ASSERT_EQ(Users().Insert(action), 0);
     Action byId, bySelect;
     ASSERT_EQ(Users().ReadById(*action[kActId], byId), 0);
@@ -82,6 +82,7 @@ TEST_F(UserDataTableTest, InsertRefuses) {
 TEST_F(UserDataTableTest, InsertMakesTheIdAndEveryWriteTheStamp) {
   Action action = MakeAction(kNoon, kOne);
   action[kLastUpdate] = u"whatever the caller put there";
+  host.draws = {32767, 0};  // the first gives an id of 19 characters
   ASSERT_EQ(Users().Insert(action), 0);
   EXPECT_EQ(action[kActId], u"ID2010062310453000");
   host.now.second = 31;
@@ -124,6 +125,7 @@ TEST_F(UserDataTableTest, FiftyTakenIdsEndInAMessage) {
   host.draws = {7};
   ASSERT_EQ(Users().Insert(action), 0);
   host.draws.assign(50, 7);
+  host.draws[3] = 32767;
   host.answers = {"アクションの作成失敗|ユニークキーの生成に失敗しました。"};
   Action late = MakeAction(kNoon, kOne);
   EXPECT_EQ(static_cast<uint32_t>(Users().Insert(late)), 0x80004004u);
