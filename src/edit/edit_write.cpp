@@ -75,7 +75,7 @@ bool CEditAction::WriteRow(store::Action& action) {
                          u"アクション変更エラー", Icon::kStop);
   }
   // A write that never reached the diary says nothing of the values.
-  if (result != store::E_FAIL || !store::IsDisplacement(store::LastTrouble())) {
+  if (result != store::E_FAIL || !store::NeverReachedFile(store::LastTrouble())) {
     platform::ShowNotice(u"入力値が不正です。値を見直しください", u"入力値不正", Icon::kWarning);
   }
   return false;

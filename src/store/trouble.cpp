@@ -27,8 +27,9 @@ Trouble LastTrouble() {
   return lastTrouble;
 }
 
-bool IsDisplacement(Trouble trouble) {
-  return trouble == Trouble::kDisplaced || trouble == Trouble::kExchanged;
+bool NeverReachedFile(Trouble trouble) {
+  return trouble == Trouble::kDisplaced || trouble == Trouble::kExchanged ||
+         trouble == Trouble::kBusy;
 }
 
 std::u16string_view TroubleText() {

@@ -29,8 +29,8 @@ void NoteTrouble(Trouble trouble);
 // The same by errno, after a call of files() that was to write something.
 void NoteSystemError(int error);
 Trouble LastTrouble();
-// The write was refused, or has yet to be made again, because the open file was displaced.
-bool IsDisplacement(Trouble trouble);
+// The write has yet to be made again: the open file was displaced, or another program holds it.
+bool NeverReachedFile(Trouble trouble);
 
 // A line in plain words on what was noted last; empty for kUnknown.
 std::u16string_view TroubleText();

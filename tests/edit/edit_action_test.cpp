@@ -156,7 +156,15 @@ TEST_F(EditAction, AFailedWriteKeepsTheScreen) {
   EXPECT_FALSE(screen.ended);
   EXPECT_TRUE(screen.dirty);
   EXPECT_EQ(screen.fields.place, u"公園");
-  // A diary that was displaced is no fault of the values.
+  // A diary that another program holds is no fault of the values, nor is one that was displaced.
+  const auto holder = store::Engine::Open(path);
+  ASSERT_EQ(holder->BeginTransaction(), 0);
+  const std::string held = "(80004005)\nほかのプログラムがデータファイルを使用中です。";
+  host.answers = {"アクションの変更に失敗しました。" + held};
+  screen.OnCommand(kIdWrite);
+  CEditAction another = OpenNew();
+  host.answers = {"アクションの作成に失敗しました。" + held};
+  another.OnCommand(kIdWrite);
   std::filesystem::rename(folder.HostPath("user.sdf"), folder.HostPath("moved.sdf"));
   host.answers = {Answer::kOk};
   screen.OnCommand(kIdWrite);
