@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/text.h"
+#include "store/diary_check.h"
 #include "store/trouble.h"
 
 namespace backup {
@@ -25,27 +26,6 @@ std::optional<std::array<std::optional<Text>, N>> ReadRow(
   return row;
 }
 
-bool HoldsOurTables(store::Engine& engine) {
-  const auto found = ReadRow<2>(
-      engine,
-      u"select sum(type='table' and name collate nocase in ('t_UserData','t_SysInfo','t_LongData',"
-      u"'t_TextData','t_RcdrData')) as tables, sum(type in ('view','trigger')) as others from "
-      u"sqlite_schema",
-      {u"tables", u"others"});
-  return found && (*found)[0] == u"5" && (*found)[1] == u"0";
-}
-
-// Those of the Actions show in what the index reads; the others are asked for by name.
-bool HaveOurColumns(store::Engine& engine) {
-  return ReadRow<1>(engine,
-                    u"select count(*) as entries from (select f_nvcItem, f_nvcValue from t_SysInfo "
-                    u"union all select f_nvcItem, f_nvcValue from t_TextData "
-                    u"union all select f_nvcItem, f_i4Value from t_LongData "
-                    u"union all select f_i4SNo, f_nchActId from t_RcdrData)",
-                    {u"entries"})
-      .has_value();
-}
-
 }  // namespace
 
 std::optional<Summary> ReadSummary(store::Engine& engine) {
@@ -64,7 +44,7 @@ std::optional<Summary> ReadSummary(store::Engine& engine) {
 
 std::optional<Summary> CheckWhole(store::Engine& engine) {
   store::NoteTrouble(store::Trouble::kUnknown);
-  if (!HoldsOurTables(engine) || !HaveOurColumns(engine)) return {};
+  if (!store::IsDiary(engine)) return {};
   const auto check = ReadRow<1>(engine, u"PRAGMA integrity_check(1)", {u"integrity_check"});
   if (!check) return {};
   if ((*check)[0] == u"ok") return ReadSummary(engine);

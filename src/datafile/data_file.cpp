@@ -51,11 +51,15 @@ ChangeResult TellLost() {
 }
 
 // The connected file is none of ours, or damaged, or cannot be read for the moment.
+void TellNotOurs(const Text& text) {
+  const store::Trouble trouble = store::LastTrouble();
+  const bool saysMore = trouble == store::Trouble::kBusy || trouble == store::Trouble::kReadOnly ||
+                        trouble == store::Trouble::kForeignSql;
+  ShowNotice(saysMore ? store::WithReason(text) : text, u"データファイル不正", Icon::kStop);
+}
+
 OpenResult TellForeign() {
-  const bool isHindered = store::LastTrouble() == store::Trouble::kBusy ||
-                          store::LastTrouble() == store::Trouble::kReadOnly;
-  const Text text = u"データファイルの内容が不正です。\nプログラムを終了します。";
-  ShowNotice(isHindered ? store::WithReason(text) : text, u"データファイル不正", Icon::kStop);
+  TellNotOurs(u"データファイルの内容が不正です。\nプログラムを終了します。");
   store::DisconnectDataFile();
   return kFormatRefused;
 }
@@ -129,8 +133,7 @@ void TellUnchanged(UpgradeResult upgraded) {
   if (upgraded == kUpgradeRefused) {
     ShowNotice(u"フォーマットの更新が中止されました。", u"更新中止", Icon::kInformation);
   } else if (upgraded == kNotOurs) {
-    ShowNotice(u"データファイルの内容が不正です。\nデータファイルの変更を中止します。",
-               u"データファイル不正", Icon::kStop);
+    TellNotOurs(u"データファイルの内容が不正です。\nデータファイルの変更を中止します。");
   } else {
     ShowNotice(
         u"データファイルのフォーマット更新に失敗しました。\nデータファイルの変更を中止します。",

@@ -8,6 +8,7 @@
 #include "core/version.h"
 #include "datafile/data_file.h"
 #include "platform/host.h"
+#include "store/diary_check.h"
 #include "store/session.h"
 #include "store/trouble.h"
 
@@ -27,8 +28,10 @@ constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
 UpgradeResult UpgradeDataFile(core::CAppState& app) {
   static constexpr std::u16string_view kTitle = u"バージョン更新確認";
   Text version;
-  if (store::Failed(store::dbSession().SysInfoTable->GetText(u"DBFmtVer", version)))
+  if (!store::IsDiary(*store::dbSession().Session) ||
+      store::Failed(store::dbSession().SysInfoTable->GetText(u"DBFmtVer", version))) {
     return kNotOurs;
+  }
   if (version >= kFormatVersion) {  // kept on purpose: a later one is taken as it is
     store::dbSession().Session->TakeCharge();
     return kCurrent;

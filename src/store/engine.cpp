@@ -131,6 +131,11 @@ HRESULT Engine::CopyCompacted(const std::string& destination) {
 Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock)
     : lock_(std::move(lock)), database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);
+  // No SQL runs that somebody put into the file.
+  for (const int option : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
+                           SQLITE_DBCONFIG_TRUSTED_SCHEMA}) {
+    sqlite3_db_config(database_, option, 0, nullptr);
+  }
   struct stat status;
   if (stat(hostPath_.c_str(), &status) == 0) {
     device_ = status.st_dev;

@@ -52,6 +52,8 @@ std::u16string_view TroubleText() {
       return u"データファイルを読み取る権限がありません。";
     case Trouble::kDamaged:
       return u"データファイルが壊れています。";
+    case Trouble::kForeignSql:
+      return u"ビューまたはトリガーを含むファイルは使用できません。";
     case Trouble::kForeignLog:
       return u"別のデータファイルの書込み記録が残っています。";
     case Trouble::kDisplaced:

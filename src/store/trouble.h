@@ -20,6 +20,7 @@ enum class Trouble {
   kFolder,     // a folder stands at its path
   kNotOpened,  // it may not be read
   kDamaged,
+  kForeignSql,  // a view or a trigger stands in it
   kForeignLog,  // another file's log lies beside it
   kDisplaced,   // the open file is no longer what stands at its path
   kExchanged,   // another file was opened in place of a displaced one

@@ -60,6 +60,13 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
       {"without Actions", after(u"drop table t_UserData")},
       {"without our rows", after(u"delete from t_SysInfo")},
       {"without our tables", after(u"drop table t_SysInfo")},
+      {"without our columns", after(u"alter table t_RcdrData rename column f_i4SNo to f_no")},
+      {"an endless view in a table's place",
+       after(
+           u"drop table t_SysInfo; create view t_SysInfo(f_nvcItem, f_nvcValue) as with recursive "
+           u"n(i) as (select 1 union all select i + 1 from n) select i, i from n where i < 0")},
+      {"a trigger",
+       after(u"create trigger t after insert on t_UserData begin delete from t_UserData; end")},
       {"zeros after a good header", good.substr(0, 100) + std::string(8092, '\0')},
   };
   for (const auto& [why, bytes] : rows) {
