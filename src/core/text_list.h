@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace core {
@@ -34,8 +35,12 @@ class TextList {
     std::rotate(spans_.begin() + static_cast<ptrdiff_t>(index), spans_.end() - 1, spans_.end());
   }
 
-  // Closes the gap; the characters themselves are given back by Clear.
-  void RemoveAt(size_t index) { spans_.erase(spans_.begin() + static_cast<ptrdiff_t>(index)); }
+  // Closes the gap. The text's characters go once most of the block belongs to no text any more.
+  void RemoveAt(size_t index) {
+    unused_ += spans_[index].length;
+    spans_.erase(spans_.begin() + static_cast<ptrdiff_t>(index));
+    if (unused_ > characters_.size() / 2) Pack();
+  }
 
   void Reserve(size_t texts, size_t characters) {
     spans_.reserve(texts);
@@ -45,6 +50,7 @@ class TextList {
   void Clear() {
     spans_.clear();
     characters_.clear();
+    unused_ = 0;
   }
 
  private:
@@ -53,8 +59,16 @@ class TextList {
     uint32_t length;
   };
 
+  void Pack() {
+    TextList packed;
+    packed.Reserve(Count(), characters_.size() - unused_);
+    for (size_t i = 0; i < Count(); ++i) packed.Append(At(i));
+    *this = std::move(packed);
+  }
+
   std::u16string characters_;
   std::vector<Span> spans_;
+  size_t unused_ = 0;  // characters of removed texts
 };
 
 }  // namespace core

@@ -58,6 +58,11 @@ TEST(TextList, KeepsTheOthersWhenOneGoesOrComes) {
   EXPECT_EQ(list.At(0), u"");
   EXPECT_EQ(list.At(1), u"公園");
   EXPECT_EQ(list.At(2), u"学校");
+  for (int i = 0; i < 1000; ++i) {
+    list.RemoveAt(2);
+    list.InsertAt(2, u"学校");
+  }
+  EXPECT_LT(list.At(2).data() - list.At(1).data(), 20) << "what was removed takes no room";
   const TextList copy = list;
   list.Clear();
   EXPECT_TRUE(list.Empty());
