@@ -22,10 +22,15 @@ class OneFile : public platform::Files {
     content.clear();
     return std::make_unique<Stream>(content);
   }
+  std::unique_ptr<platform::File> CreateInPlace(std::u16string_view path) override {
+    return Create(path);
+  }
+  void Narrow(std::u16string_view) override {}
   std::optional<uint32_t> Attributes(std::u16string_view) override { return 0; }
   bool Remove(std::u16string_view) override { return true; }
   bool Rename(std::u16string_view, std::u16string_view) override { return true; }
   bool KeepAs(std::u16string_view, std::u16string_view) override { return true; }
+  bool RenameToFree(std::u16string_view, std::u16string_view) override { return true; }
   bool IsSameFile(std::u16string_view, std::u16string_view) override { return false; }
   std::optional<std::u16string> FollowLink(std::u16string_view path) override {
     return std::u16string(path);

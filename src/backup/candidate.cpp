@@ -53,7 +53,7 @@ bool CopyBytes(std::u16string_view from, std::u16string_view to) {
     return false;
   }
   errno = 0;
-  const auto copy = files().Create(to);
+  const auto copy = files().CreateInPlace(to);
   if (!copy) return FailToWrite();
   std::array<char, kBlock> block;
   int64_t size = 0;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::u16string_view kRoot = u"\\";
 constexpr size_t kMaxModulePath = 260;
+constexpr int kLastNumber = 1000;  // beyond them the disk is at fault, and no name free
 
 bool BeginsWithDrive(std::u16string_view path) {
   return path.size() >= 2 && path[1] == u':' &&
@@ -91,7 +92,7 @@ std::u16string FreePath(std::u16string_view path) {
   const size_t point = std::min(path.rfind(u'.'), path.size());
   const size_t end = point < name ? path.size() : point;
   std::u16string free(path);
-  for (int number = 2; platform::files().Exists(free); ++number) {
+  for (int number = 2; number <= kLastNumber && platform::files().Exists(free); ++number) {
     free = std::u16string(path.substr(0, end)) + u'_' + ZeroPadded(number, 1);
     free += path.substr(end);
   }

@@ -35,7 +35,8 @@ int SplitPath(std::u16string_view path, std::u16string& folder, std::u16string& 
 // What stands after the last "."; empty if there is no point or it is the last character.
 std::u16string FileExtension(std::u16string_view fileName);
 
-// The path itself if nothing stands there, else "name_2.ext" and so on beside it.
+// The path itself if nothing stands there, else "name_2.ext" and so on beside it; the last of them,
+// taken or not, is 1000.
 std::u16string FreePath(std::u16string_view path);
 
 // Makes a folder and its parents. 0 if it exists or its making was tried (the result of the making

@@ -1,5 +1,6 @@
 #include "datafile/data_file.h"
 
+#include <cerrno>
 #include <cstdint>
 #include <string>
 
@@ -54,7 +55,7 @@ ChangeResult TellLost() {
 void TellNotOurs(const Text& text) {
   const store::Trouble trouble = store::LastTrouble();
   const bool saysMore = trouble == store::Trouble::kBusy || trouble == store::Trouble::kReadOnly ||
-                        trouble == store::Trouble::kForeignSql;
+                        trouble == store::Trouble::kForeignSql || trouble == store::Trouble::kDisk;
   ShowNotice(saysMore ? store::WithReason(text) : text, u"データファイル不正", Icon::kStop);
 }
 
@@ -106,8 +107,9 @@ OpenResult TakeMissingFile(core::CAppState& app) {
   return connected == kOpened ? kOpenedOther : connected;
 }
 
+// What has come there while the question stood is taken as it is.
 bool CreateAndName(std::u16string_view path, Text& newPath) {
-  if (CreateDataFile(path) != 0) return false;
+  if (!platform::files().Exists(path) && CreateDataFile(path) != 0) return false;
   newPath = path;
   return true;
 }
@@ -180,6 +182,7 @@ bool AgreeToCreate(std::u16string_view path) {
 
 ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
   if (!AgreeToCreate(path)) return kNotChanged;
+  if (platform::files().Exists(path)) return ChangeToExisting(app, path);  // it has come meanwhile
   recorder::CloseRecorderSession(app);
   const int created = CreateDataFile(path);
   if (created < 0) {
@@ -193,10 +196,24 @@ ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
   return kChanged;
 }
 
+// What came there while the file was made stays, and so does a link that leads nowhere. A log
+// beside it would be brought into the new file.
+bool TakePlace(const Text& newPath, std::u16string_view path, bool replaces) {
+  if (replaces) platform::files().Remove(path);
+  const bool taken = platform::files().RenameToFree(newPath, path);
+  if (taken) {
+    store::Engine::RemoveBeside(path);
+  } else if (errno == EEXIST) {
+    store::NoteTrouble(store::Trouble::kTaken);
+  }
+  return taken;
+}
+
 }  // namespace
 
 store::HRESULT CreateDataFile(std::u16string_view path) {
   const platform::WaitCursor waiting;
+  const bool replaces = platform::files().Exists(path);
   const Text newPath = core::FreePath(Text(path) + u".new");
   store::HRESULT result = store::CreateEmptyDataFile(newPath);
   if (result >= 0) result = WriteSystemInfo();
@@ -207,10 +224,7 @@ store::HRESULT CreateDataFile(std::u16string_view path) {
     store::NoteTrouble(store::Trouble::kDiskFull);
     result = store::E_FAIL;
   }
-  if (result >= 0) {
-    store::Engine::Remove(path);
-    if (!platform::files().Rename(newPath, path)) result = store::E_FAIL;
-  }
+  if (result >= 0 && !TakePlace(newPath, path, replaces)) result = store::E_FAIL;
   if (result < 0) {
     store::Engine::Remove(newPath);
     return result;

@@ -264,7 +264,7 @@ void CFileSelect::Rename(std::u16string_view typedName) {
   const std::u16string path = PathOf(name);
   const std::u16string formerPath = PathOf(formerName);
   const bool renamed = name == formerName || (!files().Exists(path) && !IsDiary(formerPath) &&
-                                              files().Rename(formerPath, path));
+                                              files().RenameToFree(formerPath, path));
   if (!renamed) {
     ShowNotice(u"指定されたファイルまたはフォルダの名前の変更に失敗しました。", u"名称変更エラー",
                Icon::kStop);

@@ -16,6 +16,8 @@ namespace platform {
 inline constexpr uint32_t kAttributeReadOnly = 0x01;   // its owner may not write it
 inline constexpr uint32_t kAttributeHidden = 0x02;     // its name begins with a point
 inline constexpr uint32_t kAttributeDirectory = 0x10;  // a folder
+// Whether anything stands there is unknown: the disk fails, or a folder on the way is closed to us.
+inline constexpr uint32_t kAttributeUnknown = 0x80000000;
 
 // An open file. Destroying it closes it.
 class File {
@@ -37,10 +39,14 @@ struct FolderEntry {
 class Files {
  public:
   virtual ~Files() = default;
-  // Both answer nullptr on failure. Create empties an existing file; a new one is readable and
-  // writable by its owner alone.
+  // All three answer nullptr on failure. Create empties an existing file, and CreateInPlace makes
+  // one in the place of what stands there, be it a link. A new file is readable and writable by its
+  // owner alone.
   virtual std::unique_ptr<File> OpenForReading(std::u16string_view path) = 0;
   virtual std::unique_ptr<File> Create(std::u16string_view path) = 0;
+  virtual std::unique_ptr<File> CreateInPlace(std::u16string_view path) = 0;
+  // Takes away what others than the owner may do with a file; somebody else's is left alone.
+  virtual void Narrow(std::u16string_view path) = 0;
   // The attributes of what stands at `path` (links followed), or none if nothing does.
   virtual std::optional<uint32_t> Attributes(std::u16string_view path) = 0;
   // Both paths lead to the same file, whatever links and repeated backslashes they go through.
@@ -54,6 +60,8 @@ class Files {
   virtual bool RemoveFolder(std::u16string_view path) = 0;
   // Replaces a file that stands at `to`, in one step; a power cut does not undo it.
   virtual bool Rename(std::u16string_view from, std::u16string_view to) = 0;
+  // The same where nothing stands at `to`, not even a link; false if anything does.
+  virtual bool RenameToFree(std::u16string_view from, std::u16string_view to) = 0;
   // A second name for a file, so that it never lacks one; its only name, where the file system
   // gives no two. False if something stands at `to`.
   virtual bool KeepAs(std::u16string_view from, std::u16string_view to) = 0;
@@ -65,6 +73,7 @@ class Files {
   // of the device's form can name them; none if it is no folder or cannot be read.
   virtual std::optional<std::vector<FolderEntry>> List(std::u16string_view folder) = 0;
 
+  // True, too, if there is no telling: what may stand there isn't to be made again.
   bool Exists(std::u16string_view path) { return Attributes(path).has_value(); }
 };
 

@@ -98,6 +98,13 @@ bool IsHiddenName(std::string_view name) {
   return name.starts_with('.') && !IsDots(name);
 }
 
+// Where the file system knows no rename that replaces nothing.
+int RenameAfterLook(const char* from, const char* to) {
+  struct stat status;
+  if (lstat(to, &status) == 0) errno = EEXIST;
+  return MeansAbsent(errno) ? rename(from, to) : -1;
+}
+
 enum class EntryKind { kFile, kFolder, kOther };
 
 // Most file systems give the kind along with the name; a link has to be followed.
@@ -115,6 +122,10 @@ EntryKind KindOf(DIR* folder, const dirent& entry) {
 
 }  // namespace
 
+bool MeansAbsent(int error) {
+  return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG;
+}
+
 std::unique_ptr<File> PosixFiles::OpenForReading(std::u16string_view path) {
   const int descriptor = Open(path, O_RDONLY);
   if (descriptor < 0) return nullptr;
@@ -130,10 +141,29 @@ std::unique_ptr<File> PosixFiles::Create(std::u16string_view path) {
   return std::make_unique<PosixFile>(descriptor, *ToHostPath(path));
 }
 
+std::unique_ptr<File> PosixFiles::CreateInPlace(std::u16string_view path) {
+  Remove(path);
+  const int descriptor = Open(path, O_WRONLY | O_CREAT | O_EXCL);
+  if (descriptor < 0) return nullptr;
+  return std::make_unique<PosixFile>(descriptor, *ToHostPath(path));
+}
+
+void PosixFiles::Narrow(std::u16string_view path) {
+  const auto hostPath = ToHostPath(path);
+  struct stat status;
+  if (!hostPath || stat(hostPath->c_str(), &status) != 0 || status.st_uid != geteuid()) return;
+  if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+    chmod(hostPath->c_str(), status.st_mode & S_IRWXU);
+  }
+}
+
 std::optional<uint32_t> PosixFiles::Attributes(std::u16string_view path) {
   const auto hostPath = ToHostPath(path);
   struct stat status;
-  if (!hostPath || stat(hostPath->c_str(), &status) != 0) return {};
+  if (!hostPath) return {};
+  if (stat(hostPath->c_str(), &status) != 0) {
+    return MeansAbsent(errno) ? std::nullopt : std::optional(kAttributeUnknown);
+  }
   uint32_t attributes = 0;
   if ((status.st_mode & S_IWUSR) == 0) attributes |= kAttributeReadOnly;
   if (IsHiddenName(LastName(*hostPath))) attributes |= kAttributeHidden;
@@ -179,12 +209,25 @@ bool PosixFiles::Rename(std::u16string_view from, std::u16string_view to) {
   return true;
 }
 
+bool PosixFiles::RenameToFree(std::u16string_view from, std::u16string_view to) {
+  const auto hostFrom = ToHostPath(from);
+  const auto hostTo = ToHostPath(to);
+  if (!hostFrom || !hostTo) return false;
+  const char* const newName = hostTo->c_str();
+  int result = renameat2(AT_FDCWD, hostFrom->c_str(), AT_FDCWD, newName, RENAME_NOREPLACE);
+  if (result != 0 && (errno == EINVAL || errno == ENOSYS)) {
+    result = RenameAfterLook(hostFrom->c_str(), newName);
+  }
+  if (result == 0) SyncFolderOf(*hostTo);
+  return result == 0;
+}
+
 bool PosixFiles::KeepAs(std::u16string_view from, std::u16string_view to) {
   const auto hostFrom = ToHostPath(from);
   const auto hostTo = ToHostPath(to);
   if (!hostFrom || !hostTo) return false;
   if (link(hostFrom->c_str(), hostTo->c_str()) != 0) {
-    return errno != EEXIST && !Exists(to) && Rename(from, to);
+    return errno != EEXIST && RenameToFree(from, to);
   }
   SyncFolderOf(*hostTo);
   return true;

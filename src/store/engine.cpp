@@ -11,6 +11,7 @@
 
 #include "platform/device_paths.h"
 #include "platform/files.h"
+#include "platform/posix_files.h"
 #include "platform/utf.h"
 #include "store/engine_snapshot.h"
 #include "store/engine_statement.h"
@@ -34,19 +35,10 @@ bool LeadsTo(std::u16string_view path, std::u16string_view file) {
          files.IsSameFile(path.substr(0, pathName), file.substr(0, fileName));
 }
 
-// Takes away what others than the owner may do; another's file is left alone.
-void NarrowRights(const std::string& hostPath) {
-  struct stat status;
-  if (stat(hostPath.c_str(), &status) != 0 || status.st_uid != geteuid()) return;
-  if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-    chmod(hostPath.c_str(), status.st_mode & S_IRWXU);
-  }
-}
-
 // Made here and not by the engine, because files() makes it its owner's alone.
 bool MakeFile(std::u16string_view path) {
   errno = 0;
-  const bool made = platform::files().Create(path) != nullptr;
+  const bool made = platform::files().CreateInPlace(path) != nullptr;
   if (!made) NoteSystemError(errno);
   return made;
 }
@@ -65,16 +57,25 @@ std::unique_ptr<Engine> Engine::Open(std::u16string_view path, std::unique_ptr<F
   if (sqlite3_open_v2(hostPath->c_str(), &database, flags, nullptr) != SQLITE_OK) {
     const uint32_t attributes = platform::files().Attributes(path).value_or(0);
     const bool isFolder = (attributes & platform::kAttributeDirectory) != 0;
-    NoteTrouble(isFolder ? Trouble::kFolder : Trouble::kNotOpened);
+    const bool isDisks = sqlite3_system_errno(database) == EIO;
+    NoteTrouble(isFolder ? Trouble::kFolder : isDisks ? Trouble::kDisk : Trouble::kNotOpened);
     sqlite3_close(database);
     return nullptr;
   }
-  return std::unique_ptr<Engine>(new Engine(database, *hostPath, std::move(lock)));
+  std::unique_ptr<Engine> engine(new Engine(database, *hostPath, std::move(lock)));
+  if (engine->IsInPlace()) return engine;
+  NoteTrouble(Trouble::kDisk);
+  return nullptr;
 }
 
 void Engine::Remove(std::u16string_view path) {
-  for (const std::string_view suffix : kFileSuffixes) {
-    platform::files().Remove(std::u16string(path) + platform::ToUtf16(suffix));
+  platform::files().Remove(path);
+  RemoveBeside(path);
+}
+
+void Engine::RemoveBeside(std::u16string_view path) {
+  for (const std::u16string_view suffix : {u"-journal", u"-wal", u"-shm"}) {
+    platform::files().Remove(std::u16string(path).append(suffix));
   }
 }
 
@@ -182,10 +183,12 @@ void Engine::Become(Engine& other) {
   WatchRows(watched_);
 }
 
-bool Engine::IsOpenFile(const std::string& hostPath) const {
+std::optional<bool> Engine::IsOpenFile(const std::string& hostPath) const {
   struct stat status;
-  return stat(hostPath.c_str(), &status) == 0 && status.st_dev == device_ &&
-         status.st_ino == inode_;
+  if (stat(hostPath.c_str(), &status) == 0) {
+    return status.st_dev == device_ && status.st_ino == inode_;
+  }
+  return platform::MeansAbsent(errno) ? std::optional(false) : std::nullopt;
 }
 
 bool Engine::WasOpenedAs(std::u16string_view path) const {
@@ -193,7 +196,7 @@ bool Engine::WasOpenedAs(std::u16string_view path) const {
 }
 
 bool Engine::IsInPlace() const {
-  return IsOpenFile(hostPath_);
+  return IsOpenFile(hostPath_).value_or(false);
 }
 
 HRESULT Engine::ConfirmPlace() {
@@ -210,7 +213,7 @@ std::optional<std::u16string> Engine::Whereabouts() {
 
 bool Engine::Keeps(std::u16string_view path) const {
   // Wherever it lies now, and under whatever name.
-  if (IsOpenFile(platform::ToHostPath(path).value_or(""))) return true;
+  if (IsOpenFile(platform::ToHostPath(path).value_or("")).value_or(false)) return true;
   // Of a link this is the file that it leads to, and beside that one lies all the rest.
   const std::string_view hostFile = sqlite3_db_filename(database_, "main");
   const std::u16string file = platform::FromHostPath(hostFile).value_or(u"");
@@ -227,7 +230,10 @@ bool Engine::Keeps(std::u16string_view path) const {
 
 void Engine::TakeCharge() {
   inCharge_ = true;
-  for (const std::string_view suffix : kFileSuffixes) NarrowRights(hostPath_ + std::string(suffix));
+  const std::u16string path = platform::FromHostPath(hostPath_).value_or(u"");
+  for (const std::string_view suffix : kFileSuffixes) {
+    platform::files().Narrow(path + platform::ToUtf16(suffix));
+  }
 }
 
 HRESULT Engine::ResultOf(int code) {

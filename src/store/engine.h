@@ -112,6 +112,8 @@ class Engine {
                                       std::unique_ptr<FileLock> lock = nullptr);
   // Removes a file, and what an engine that did not close it left beside it.
   static void Remove(std::u16string_view path);
+  // The latter alone.
+  static void RemoveBeside(std::u16string_view path);
   // Writes a compacted copy of a closed file to `destination`, which is replaced: whole and on the
   // disk when it returns, or gone after a failure. The source's content stays as it is; what an
   // engine that did not close it left beside it is taken in.
@@ -204,7 +206,8 @@ class Engine {
   Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock);
 
   HRESULT ResultOf(int code);
-  bool IsOpenFile(const std::string& hostPath) const;
+  // None if there is no telling.
+  std::optional<bool> IsOpenFile(const std::string& hostPath) const;
   StatementLoan Borrow(std::string_view sql);
   HRESULT RunScript(const std::string& sql);
   HRESULT CopyCompacted(const std::string& destination);

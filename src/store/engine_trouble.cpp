@@ -23,6 +23,8 @@ Trouble TroubleOf(int extendedCode, int systemError) {
       return Trouble::kBusy;
     case SQLITE_CORRUPT:
       return Trouble::kDamaged;
+    case SQLITE_IOERR:
+      return Trouble::kDisk;
   }
   return Trouble::kUnknown;
 }

@@ -19,10 +19,16 @@ constexpr size_t kMaxNotedRows = 256;
 // Within a transaction nothing comes to the file before its commit, which looks again.
 HRESULT Engine::BeginWrite() {
   if (inTransaction_) return S_OK;
-  if (refusing_ || !IsInPlace()) {
+  if (refusing_) return E_FAIL;
+  const std::optional<bool> isInPlace = IsOpenFile(hostPath_);
+  if (!isInPlace) {
+    NoteTrouble(Trouble::kDisk);
+    return E_FAIL;
+  }
+  if (!*isInPlace) {
     NoteTrouble(Trouble::kDisplaced);
-    const bool mayMove = !refusing_ && !inBurst_ && openRowSets_ == 0 &&
-                         sqlite3_get_autocommit(database_) != 0 && settle_;
+    const bool mayMove =
+        !inBurst_ && openRowSets_ == 0 && sqlite3_get_autocommit(database_) != 0 && settle_;
     if (!mayMove || !settle_()) return E_FAIL;
   }
   PrepareJournal();

@@ -101,7 +101,7 @@ bool SetLogAside(std::u16string_view path) {
                         aside + u"' に移し、データファイルをそのまま開きますか。";
   if (!platform::AskYesNo(question, u"データファイル確認", platform::Icon::kWarning,
                           platform::kNoButton) ||
-      platform::files().Exists(aside) || !platform::files().Rename(log, aside)) {
+      platform::files().Exists(aside) || !platform::files().RenameToFree(log, aside)) {
     return false;
   }
   platform::files().Remove(RealPath(path) + u"-shm");

@@ -80,7 +80,7 @@ HRESULT CreateEmptyDataFile(std::u16string_view path) {
   Engine::Remove(path);
   if (!EngineAvailable()) return E_FAIL;
   // Made here and not by the engine, because files() makes it its owner's alone.
-  if (!platform::files().Create(path)) return E_FAIL;
+  if (!platform::files().CreateInPlace(path)) return E_FAIL;
   dbSession().Session = OpenEngine(path);
   const HRESULT result = dbSession().Session ? MakeSchema(*dbSession().Session) : E_FAIL;
   if (Failed(result)) {

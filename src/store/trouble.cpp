@@ -36,6 +36,8 @@ std::u16string_view TroubleText() {
   switch (lastTrouble) {
     case Trouble::kDiskFull:
       return u"保存先の空き容量が不足しています。";
+    case Trouble::kDisk:
+      return u"ディスクの読み書きに失敗しました。";
     case Trouble::kReadOnly:
       return u"データファイルまたはそのフォルダは書込み禁止になっています。";
     case Trouble::kBusy:
@@ -48,6 +50,8 @@ std::u16string_view TroubleText() {
       return u"保存先のフォルダは書込み禁止になっています。";
     case Trouble::kFolder:
       return u"同じ名前のフォルダがあります。";
+    case Trouble::kTaken:
+      return u"同じ名前のファイルまたはリンクがあります。";
     case Trouble::kNotOpened:
       return u"データファイルを読み取る権限がありません。";
     case Trouble::kDamaged:

@@ -12,12 +12,14 @@ namespace store {
 enum class Trouble {
   kUnknown,
   kDiskFull,
+  kDisk,       // it fails to read or write, or to tell what stands where
   kReadOnly,   // the file, its folder or its disk
   kBusy,       // another program holds it locked
   kInUse,      // another running program of ours has it open
   kNoFolder,   // the one that something was to be written into
   kForbidden,  // to write into it
   kFolder,     // a folder stands at its path
+  kTaken,      // anything does
   kNotOpened,  // it may not be read
   kDamaged,
   kForeignSql,  // a view or a trigger stands in it

@@ -1,11 +1,13 @@
 #include "datafile/data_file.h"
 
 #include <filesystem>
+#include <functional>
 #include <vector>
 
 #include "recorder/recording.h"
 #include "store/store_fixture.h"
 #include "support/document.h"
+#include "support/faulty_files.h"
 
 namespace store_test {
 namespace {
@@ -152,6 +154,45 @@ TEST_F(DataFileTest, MissingFileRoads) {
     EXPECT_EQ(app.DataFile, result == -1 ? path : dataFile);
     EXPECT_EQ(dbSession().UserTable != nullptr, result == -1);
   }
+}
+
+// Brings a file into its place while a question stands.
+class Interloper : public testing_support::FakeHost {
+ public:
+  std::function<void()> comes;
+  platform::Answer ShowMessage(const platform::Message& message) override {
+    comes();
+    return FakeHost::ShowMessage(message);
+  }
+};
+
+TEST_F(DataFileTest, WhatStandsThereOrMayStandThereIsNotMadeAgain) {
+  CreateFile();
+  InsertAction(u"2010/06/23 10:00:00");
+  DisconnectDataFile();
+  const std::string whole = FileBytes();
+  {
+    testing_support::FaultyFiles faulty;
+    faulty.Fail(testing_support::FileCall::kAttributes, 1, faulty.kForever);
+    EXPECT_EQ(OpenDataFile(app), 0) << "no question";
+  }
+  DisconnectDataFile();
+  const auto comes = [&] { testing_support::WriteWholeFile(hostPath, whole); };
+  for (const bool changes : {false, true}) {
+    std::filesystem::remove(hostPath);
+    Interloper asked;
+    asked.comes = comes;
+    asked.answers = {kYes};
+    if (changes) asked.answers.push_back(kOk);
+    EXPECT_EQ(changes ? int{ChangeDataFile(app, path)} : int{OpenDataFile(app)}, changes ? 0 : -1);
+    EXPECT_EQ(app.IndexCount, 1);
+    DisconnectDataFile();
+  }
+  std::filesystem::remove(hostPath);
+  std::filesystem::create_symlink("nowhere/user.sdf", hostPath);
+  host.answers = {kYes, "同じ名前のファイルまたはリンクがあります。"};
+  EXPECT_EQ(OpenDataFile(app), -101);
+  EXPECT_TRUE(std::filesystem::is_symlink(hostPath));
 }
 
 TEST_F(DataFileTest, FormatsAreUpgraded) {

@@ -83,10 +83,13 @@ TEST(Files, TellsAttributes) {
   ASSERT_EQ(symlink(".folder", folder.HostPath("link").c_str()), 0);
   ASSERT_EQ(symlink("nowhere", folder.HostPath("broken").c_str()), 0);
   const std::pair<const char16_t*, std::optional<uint32_t>> rows[] = {
-      {u"plain", 0},          {u".hidden", 0x02},   {u"fixed", 0x01},
-      {u".folder", 0x12},     {u".folder\\", 0x12}, {u"link", 0x10},
-      {u".folder\\..", 0x10}, {u"broken", {}},      {u"missing", {}},
+      {u"plain", 0},          {u".hidden", 0x02},
+      {u"fixed", 0x01},       {u".folder", 0x12},
+      {u".folder\\", 0x12},   {u"link", 0x10},
+      {u".folder\\..", 0x10}, {u"broken", {}},
+      {u"missing", {}},       {u"loop", kAttributeUnknown},
   };
+  ASSERT_EQ(symlink("loop", folder.HostPath("loop").c_str()), 0);
   for (const auto& [name, attributes] : rows) {
     EXPECT_EQ(files().Attributes(folder.Path(name)), attributes) << testing::PrintToString(name);
   }
@@ -101,8 +104,15 @@ TEST(Files, RenamesOverAFileAndRemoves) {
   EXPECT_EQ(ReadWholeFile(folder.HostPath("old")), "new");
   EXPECT_FALSE(files().Exists(folder.Path(u"new")));
   EXPECT_FALSE(files().Rename(folder.Path(u"new"), folder.Path(u"old")));
-  EXPECT_TRUE(files().Remove(folder.Path(u"old")));
-  EXPECT_FALSE(files().Remove(folder.Path(u"old")));
+  ASSERT_EQ(symlink("nowhere", folder.HostPath("broken").c_str()), 0);
+  WriteWholeFile(folder.HostPath("other"), "other");
+  for (const char16_t* taken : {u"other", u"broken"}) {
+    EXPECT_FALSE(files().RenameToFree(folder.Path(u"old"), folder.Path(taken)));
+  }
+  EXPECT_TRUE(files().RenameToFree(folder.Path(u"old"), folder.Path(u"free")));
+  EXPECT_EQ(ReadWholeFile(folder.HostPath("free")), "new");
+  EXPECT_TRUE(files().Remove(folder.Path(u"free")));
+  EXPECT_FALSE(files().Remove(folder.Path(u"free")));
 }
 
 TEST(Files, ListsWhatThePathsOfTheProgramCanName) {

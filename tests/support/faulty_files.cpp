@@ -27,7 +27,7 @@ class FaultyFiles::FaultyFile : public platform::File {
 };
 
 bool FaultyFiles::Fails(FileCall call) {
-  if (callsUntilDeath_-- == 0) _exit(0);
+  if (call != FileCall::kAttributes && callsUntilDeath_-- == 0) _exit(0);
   Order& order = orders_[static_cast<size_t>(call)];
   ++order.count;
   return order.count >= order.first && order.count <= order.last;
@@ -43,6 +43,10 @@ std::unique_ptr<platform::File> FaultyFiles::OpenForReading(std::u16string_view 
 
 std::unique_ptr<platform::File> FaultyFiles::Create(std::u16string_view path) {
   return Fails(FileCall::kCreate) ? nullptr : Wrap(real_.Create(path));
+}
+
+std::unique_ptr<platform::File> FaultyFiles::CreateInPlace(std::u16string_view path) {
+  return Fails(FileCall::kCreate) ? nullptr : Wrap(real_.CreateInPlace(path));
 }
 
 }  // namespace testing_support

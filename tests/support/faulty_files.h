@@ -9,7 +9,16 @@
 
 namespace testing_support {
 
-enum class FileCall { kOpenForReading, kCreate, kRename, kMakeFolder, kRead, kWrite, kSync };
+enum class FileCall {
+  kOpenForReading,
+  kCreate,
+  kRename,
+  kMakeFolder,
+  kRead,
+  kWrite,
+  kSync,
+  kAttributes
+};
 
 // The process's Files for the scope of the object, which must outlive the files that it opened.
 class FaultyFiles : public platform::Files {
@@ -25,15 +34,21 @@ class FaultyFiles : public platform::Files {
     orders_[static_cast<size_t>(call)] = {first, last, 0};
   }
   void Fail(FileCall call, int nth = 1) { Fail(call, nth, nth); }
-  // The process ends as by a kill at the call of that number, of any kind, from 0; below 0 never.
+  // The process ends as by a kill at the call of that number, of any kind but a look at attributes,
+  // from 0; below 0 never.
   void Die(int call) { callsUntilDeath_ = call; }
   // How often `call` came since its order, or since the beginning.
   int Count(FileCall call) const { return orders_[static_cast<size_t>(call)].count; }
 
   std::unique_ptr<platform::File> OpenForReading(std::u16string_view path) override;
   std::unique_ptr<platform::File> Create(std::u16string_view path) override;
+  std::unique_ptr<platform::File> CreateInPlace(std::u16string_view path) override;
+  void Narrow(std::u16string_view path) override { real_.Narrow(path); }
   bool Rename(std::u16string_view from, std::u16string_view to) override {
     return !Fails(FileCall::kRename) && real_.Rename(from, to);
+  }
+  bool RenameToFree(std::u16string_view from, std::u16string_view to) override {
+    return !Fails(FileCall::kRename) && real_.RenameToFree(from, to);
   }
   bool KeepAs(std::u16string_view from, std::u16string_view to) override {
     return !Fails(FileCall::kRename) && real_.KeepAs(from, to);
@@ -45,7 +60,7 @@ class FaultyFiles : public platform::Files {
     return !Fails(FileCall::kMakeFolder) && real_.MakeFolder(path);
   }
   std::optional<uint32_t> Attributes(std::u16string_view path) override {
-    return real_.Attributes(path);
+    return Fails(FileCall::kAttributes) ? platform::kAttributeUnknown : real_.Attributes(path);
   }
   bool IsSameFile(std::u16string_view a, std::u16string_view b) override {
     return real_.IsSameFile(a, b);
@@ -72,7 +87,7 @@ class FaultyFiles : public platform::Files {
 
   platform::Files& real_;
   int callsUntilDeath_ = -1;
-  std::array<Order, static_cast<size_t>(FileCall::kSync) + 1> orders_;
+  std::array<Order, static_cast<size_t>(FileCall::kAttributes) + 1> orders_;
 };
 
 }  // namespace testing_support
