@@ -62,6 +62,7 @@ void RepairListRange(CAppState& app) {
 int ReadOrInitialize(CAppState& app) {
   const std::u16string path = JoinModulePath(kSettingsFile);
   if (platform::files().Exists(path)) {
+    platform::files().Narrow(path);
     if (ReadSettings(app, path) == 0) return 0;
     platform::ShowNotice(u"設定ファイルが読込めません。\nプログラムを終了します。", u"起動時エラー",
                          platform::Icon::kStop);

@@ -93,7 +93,7 @@ bool MayBeReplaced(std::u16string_view path) {
 // The whole file under a name of its own; 0, -1 if it cannot be created, -2 if its first line, -3
 // if a later one or the way to the disk fails.
 int WriteNewFile(const CAppState& app, std::u16string_view path) {
-  const std::unique_ptr<platform::File> file = platform::files().Create(path);
+  const std::unique_ptr<platform::File> file = platform::files().CreateInPlace(path);
   if (!file) return -1;
   if (WriteTextLine(*file, kSystemHeader) != 0) return -2;
   return WriteLines(app, *file) && file->Sync() ? 0 : -3;

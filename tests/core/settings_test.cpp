@@ -221,6 +221,19 @@ TEST_F(Settings, LosesNothingWhenWritingFails) {
   }
 }
 
+TEST_F(Settings, BelongsToItsOwnerAndFollowsNoLink) {
+  testing_support::WriteWholeFile(folder.HostPath("user.sdf"), "a diary");
+  std::filesystem::create_symlink("user.sdf", HostFile() + ".new");
+  Put("[System]\r\n");
+  std::filesystem::permissions(HostFile(), std::filesystem::perms(0644));
+  CAppState app;
+  EXPECT_EQ(InitApp(app), 0);
+  EXPECT_EQ(std::filesystem::status(HostFile()).permissions(), std::filesystem::perms(0600));
+  EXPECT_EQ(WriteSettings(app, File()), 0);
+  EXPECT_EQ(testing_support::ReadWholeFile(folder.HostPath("user.sdf")), "a diary");
+  EXPECT_FALSE(std::filesystem::is_symlink(HostFile()));
+}
+
 TEST_F(Settings, LeavesAReadOnlyFileAlone) {
   Put("[System]\r\n");
   std::filesystem::permissions(HostFile(), std::filesystem::perms::owner_read);

@@ -11,6 +11,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <thread>
 
 namespace platform::qt {
@@ -36,6 +37,26 @@ sockaddr_un AddressIn(int folderHandle) {
 
 int OpenSocket() {
   return socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+}
+
+// The length of a letter; -1 if there is none, or another user sent it.
+ssize_t ReceiveFromOwnUser(int socket, char* letter, size_t size) {
+  alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control{};
+  iovec block{letter, size};
+  msghdr message{};
+  message.msg_iov = &block;
+  message.msg_iovlen = 1;
+  message.msg_control = control.data();
+  message.msg_controllen = control.size();
+  const ssize_t length = recvmsg(socket, &message, MSG_CMSG_CLOEXEC);
+  const cmsghdr* const header = length < 0 ? nullptr : CMSG_FIRSTHDR(&message);
+  if (header == nullptr || header->cmsg_level != SOL_SOCKET ||
+      header->cmsg_type != SCM_CREDENTIALS) {
+    return -1;
+  }
+  ucred sender;
+  std::memcpy(&sender, CMSG_DATA(header), sizeof sender);
+  return sender.uid == getuid() ? length : -1;
 }
 
 }  // namespace
@@ -73,7 +94,11 @@ bool SingleInstance::Claim(char wish, std::function<void(char wish)> onLaterStar
 }
 
 SingleInstance::Lock SingleInstance::TakeLock() {
-  if (lock_ < 0) lock_ = openat(folderHandle_, kLockName, O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  constexpr int kFlags = O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC;
+  if (lock_ < 0) lock_ = openat(folderHandle_, kLockName, kFlags, 0600);
+  if (lock_ < 0 && errno == ELOOP && unlinkat(folderHandle_, kLockName, 0) == 0) {
+    lock_ = openat(folderHandle_, kLockName, kFlags, 0600);
+  }
   if (lock_ < 0) return Lock::kImpossible;
   if (flock(lock_, LOCK_EX | LOCK_NB) == 0) return Lock::kTaken;
   return errno == EWOULDBLOCK ? Lock::kHeldByAnother : Lock::kImpossible;
@@ -83,6 +108,8 @@ void SingleInstance::Listen() {
   unlinkat(folderHandle_, kSocketName, 0);  // of a first instance that was killed
   socket_ = OpenSocket();
   fchmod(socket_, S_IRUSR | S_IWUSR);  // the file that bind makes takes this mode
+  constexpr int kOn = 1;               // each letter names its sender
+  if (setsockopt(socket_, SOL_SOCKET, SO_PASSCRED, &kOn, sizeof kOn) != 0) return;
   const sockaddr_un address = AddressIn(folderHandle_);
   if (bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return;
   notifier_ = std::make_unique<QSocketNotifier>(socket_, QSocketNotifier::Read);
@@ -92,6 +119,10 @@ void SingleInstance::Listen() {
 
 // One byte of wish, then the token.
 bool SingleInstance::TellFirst(char wish) const {
+  struct stat status;
+  const bool isSocket = fstatat(folderHandle_, kSocketName, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+                        S_ISSOCK(status.st_mode);
+  if (!isSocket) return false;
   const int sender = OpenSocket();
   const QByteArray letter = wish + qgetenv(kActivationVariable);
   const sockaddr_un address = AddressIn(folderHandle_);
@@ -104,7 +135,7 @@ bool SingleInstance::TellFirst(char wish) const {
 
 void SingleInstance::Receive() {
   std::array<char, 4096> letter;
-  const ssize_t length = recv(socket_, letter.data(), letter.size(), 0);
+  const ssize_t length = ReceiveFromOwnUser(socket_, letter.data(), letter.size());
   if (length < 1) return;
   if (length > 1) qputenv(kActivationVariable, QByteArray(letter.data() + 1, length - 1));
   onLaterStart_(letter[0]);

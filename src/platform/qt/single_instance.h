@@ -1,6 +1,7 @@
 // One running program for each folder that it is installed in. The first one holds a lock beside
 // the program, which the kernel gives back however it ends, and listens on a socket there for the
-// starts that come after it. Both are their owner's alone.
+// starts that come after it. Both are their owner's alone: no link in their place is followed, and
+// what another user sends is dropped.
 #pragma once
 
 #include <QSocketNotifier>

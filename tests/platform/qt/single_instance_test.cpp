@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <filesystem>
@@ -38,6 +40,35 @@ TEST(SingleInstance, TellsTheFirstOfEveryLaterStart) {
   EXPECT_EQ(wishes, "nnn");
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.lock")), 0600);
   EXPECT_EQ(PermissionsOf(folder.HostPath(".morvenly.socket")), 0600);
+}
+
+TEST(SingleInstance, FollowsNoLinkAndHearsNobodyElse) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root, to be somebody else";
+  const TempFolder folder;
+  testing_support::WriteWholeFile(folder.HostPath("diary"), "");
+  std::filesystem::create_symlink("diary", folder.HostPath(".morvenly.lock"));
+  std::string told;
+  SingleInstance first(folder.HostPath());
+  ASSERT_TRUE(first.Claim('s', [&told](char wish) { told += wish; }));
+  EXPECT_FALSE(std::filesystem::is_symlink(folder.HostPath(".morvenly.lock")));
+  for (const char* name : {"", ".morvenly.lock", ".morvenly.socket"}) {
+    chmod(folder.HostPath(name).c_str(), 0777);
+  }
+  const pid_t other = fork();
+  if (other == 0) {
+    SingleInstance stranger(folder.HostPath());
+    _exit(setuid(65534) == 0 && !stranger.Claim('x', [](char) {}) ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(other, &status, 0), other);
+  EXPECT_EQ(status, 0);
+  SingleInstance later(folder.HostPath());
+  EXPECT_FALSE(later.Claim('n', [](char) { FAIL(); }));
+  testing_support::WaitUntil([&] {
+    QCoreApplication::processEvents();
+    return !told.empty();
+  });
+  EXPECT_EQ(told, "n");
 }
 
 TEST(SingleInstance, IsOneForEachFolderHoweverLongItsName) {
