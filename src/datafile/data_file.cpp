@@ -79,7 +79,8 @@ OpenResult CheckFormat(core::CAppState& app) {
     case kNotOurs:
       return TellForeign();
     case kUpgradeFailed:
-      ShowNotice(u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。",
+      ShowNotice(store::WithReason(
+                     u"データファイルのフォーマット更新に失敗しました。\nプログラムを終了します。"),
                  u"フォーマット更新失敗", Icon::kStop);
   }
   store::DisconnectDataFile();
@@ -137,9 +138,9 @@ void TellUnchanged(UpgradeResult upgraded) {
   } else if (upgraded == kNotOurs) {
     TellNotOurs(u"データファイルの内容が不正です。\nデータファイルの変更を中止します。");
   } else {
-    ShowNotice(
-        u"データファイルのフォーマット更新に失敗しました。\nデータファイルの変更を中止します。",
-        u"フォーマット更新失敗", Icon::kStop);
+    ShowNotice(store::WithReason(u"データファイルのフォーマット更新に失敗しました。\n"
+                                 u"データファイルの変更を中止します。"),
+               u"フォーマット更新失敗", Icon::kStop);
   }
 }
 

@@ -1,6 +1,5 @@
-// What a new file is stamped with, and what brings an older one up to date. What was written before
-// a failure stays: the steps of an upgrade are not one transaction. The new version is written
-// last, so that an upgrade that broke off begins again at the next start.
+// What a new file is stamped with, and what brings an older one up to date: all of it or nothing,
+// as a file with some of the changes would be refused from then on.
 #include <string>
 
 #include "core/date_time.h"
@@ -22,6 +21,23 @@ using Text = std::u16string;
 
 constexpr std::u16string_view kFormatWithRcdrPosition = u"3.1.2010.0430";
 constexpr std::u16string_view kFormatWithExtItems = u"3.1.2010.0623";
+
+UpgradeStep ChangeFormat(std::u16string_view oldVersion) {
+  store::CNamedValueTable& texts = *store::dbSession().TextTable;
+  if (oldVersion < kFormatWithRcdrPosition) {
+    if (store::Failed(texts.SetText(u"RcdrLatitude", u""))) return kLatitudeStep;
+    if (store::Failed(texts.SetText(u"RcdrLongitude", u""))) return kLongitudeStep;
+  }
+  const bool hasColumns = oldVersion >= kFormatWithExtItems;
+  return hasColumns || !store::Failed(store::AlterUserData()) ? kEveryStep : kColumnsStep;
+}
+
+bool WriteStamps() {
+  store::CNamedValueTable& values = *store::dbSession().SysInfoTable;
+  return !store::Failed(values.SetText(u"UpdProgVer", core::kProgramVersion)) &&
+         !store::Failed(values.SetText(u"UpdateTime", core::MomentOf(platform::host().Now()))) &&
+         !store::Failed(values.SetText(u"DBFmtVer", kFormatVersion));
+}
 
 }  // namespace
 
@@ -57,18 +73,14 @@ UpgradeResult UpgradeDataFile(core::CAppState& app) {
 
 UpgradeStep ApplyFormatUpgrade(core::CAppState&, std::u16string_view oldVersion) {
   const platform::WaitCursor waiting;
-  const store::CDbSession& session = store::dbSession();
-  if (oldVersion < kFormatWithRcdrPosition) {
-    if (store::Failed(session.TextTable->SetText(u"RcdrLatitude", u""))) return kLatitudeStep;
-    if (store::Failed(session.TextTable->SetText(u"RcdrLongitude", u""))) return kLongitudeStep;
-  }
-  if (oldVersion < kFormatWithExtItems && store::Failed(store::AlterUserData()))
-    return kColumnsStep;
-  // Kept on purpose: a stamp that can't be written is no failure; the next start asks again.
-  session.SysInfoTable->SetText(u"UpdProgVer", core::kProgramVersion);
-  session.SysInfoTable->SetText(u"UpdateTime", core::MomentOf(platform::host().Now()));
-  session.SysInfoTable->SetText(u"DBFmtVer", kFormatVersion);
-  return kEveryStep;
+  store::Engine& engine = *store::dbSession().Session;
+  // Kept on purpose: stamps alone that can't be written are no failure; the next start asks again.
+  const UpgradeStep unwritten = oldVersion < kFormatWithExtItems ? kColumnsStep : kEveryStep;
+  if (store::Failed(engine.BeginTransaction())) return unwritten;
+  const UpgradeStep failed = ChangeFormat(oldVersion);
+  if (failed == kEveryStep && WriteStamps() && !store::Failed(engine.Commit())) return kEveryStep;
+  engine.Rollback();
+  return failed == kEveryStep ? unwritten : failed;
 }
 
 int WriteSystemInfo() {

@@ -156,13 +156,12 @@ Engine::~Engine() {
 // What takes the file's place is empty: every statement on a table fails there.
 void Engine::Close() {
   FinishCopy();  // its connection would keep the file in the log's form
-  idle_.clear();
-  tables_.clear();
+  Rollback();
   if (inCharge_) RunScript("PRAGMA journal_mode=DELETE");
   sqlite3_close(database_);
   lock_.reset();
   sqlite3_open_v2(":memory:", &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-  inCharge_ = inTransaction_ = journalReady_ = false;
+  inCharge_ = journalReady_ = false;
   settle_ = nullptr;
   onWrite_ = nullptr;
 }

@@ -163,9 +163,11 @@ class Engine {
   void TakeCharge();
 
   // All writes until Commit are one; a Commit that fails, as it does where the file was displaced
-  // meanwhile, and closing without one, undo them.
+  // meanwhile, Rollback, and closing without either, undo them. Rollback is harmless where there is
+  // nothing to undo, and no row set may be open.
   HRESULT BeginTransaction();
   HRESULT Commit();
+  void Rollback();
   // Between these two a write returns before the disk has it; EndBurst waits for all of them.
   // E_FAIL if the disk did not take them. After a BeginBurst that failed all of them are refused.
   // Use WriteBurst.

@@ -9,6 +9,7 @@
 #include "store/engine.h"
 #include "store/engine_statement.h"
 #include "store/sql_text.h"
+#include "store/trouble.h"
 
 namespace store {
 namespace {
@@ -131,11 +132,17 @@ HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields)
   return Failed(result) ? result : ResultOf(sqlite3_step(statement->Get()));
 }
 
+// A savepoint and no transaction: it also stands inside one.
 HRESULT Engine::ChangeColumn(const ColumnChange& change) {
-  HRESULT result = RunScript("PRAGMA writable_schema=ON; BEGIN IMMEDIATE");
+  HRESULT result = RunScript("PRAGMA writable_schema=ON; SAVEPOINT change");
   if (!Failed(result)) result = ReplaceDeclaration(change);
-  if (!Failed(result)) result = Commit();
-  if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
+  if (!Failed(result)) {
+    result = RunScript("RELEASE change");
+  } else if (!sqlite3_get_autocommit(database_)) {
+    const Trouble trouble = LastTrouble();
+    RunScript("ROLLBACK TO change; RELEASE change");
+    NoteTrouble(trouble);
+  }
   RunScript("PRAGMA writable_schema=OFF");
   return result;
 }

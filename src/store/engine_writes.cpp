@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "store/engine.h"
+#include "store/engine_statement.h"
 #include "store/trouble.h"
 
 namespace store {
@@ -67,6 +68,13 @@ HRESULT Engine::Commit() {
   const HRESULT result = Failed(ready) ? ready : RunScript("COMMIT");
   if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
   return result;
+}
+
+void Engine::Rollback() {
+  inTransaction_ = false;
+  idle_.clear();
+  tables_.clear();
+  if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
 }
 
 // The log's frames carry a running checksum: what a power cut leaves of an unsynced log is read up

@@ -249,6 +249,36 @@ TEST_F(DamagedFileTest, CreationOnAFullDiskTellsItself) {
   }
 }
 
+TEST_F(DamagedFileTest, AnUpgradeOnAFullDiskIsMadeAgain) {
+  SomeDataFile();
+  ASSERT_EQ(ConnectDataFile(path), 0);
+  dbSession().Session->Execute(u"alter table t_UserData drop column f_nvcExtItems");
+  dbSession().SysInfoTable->SetText(u"DBFmtVer", u"3.1.2010.0429");
+  DisconnectDataFile();
+  const std::string old = FileBytes();
+  int refused = 0;
+  for (rlim_t bytes = 0; bytes < 120000; bytes += 6000) {
+    SCOPED_TRACE(bytes);
+    WriteWholeFile(hostPath, old);
+    host.answers = {Answer::kYes, Answer::kYes, ""};
+    {
+      const FullDisk full(bytes);
+      if (OpenDataFile(app) == -110) ++refused;
+      DisconnectDataFile();
+    }
+    host.answers = {Answer::kYes, Answer::kYes, "更新完了"};
+    const OpenResult opened = OpenDataFile(app);
+    if (opened == kOpened) host.answers.clear();
+    EXPECT_TRUE(opened == kOpened || opened == kOpenedUpgraded);
+    EXPECT_EQ(app.IndexCount, 50);
+    Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
+    action[kExtItems] = u"x";
+    EXPECT_EQ(Users().Insert(action), S_OK);
+    DisconnectDataFile();
+  }
+  EXPECT_GT(refused, 5);
+}
+
 // Without root's rights for a scope.
 class AsNobody {
  public:
