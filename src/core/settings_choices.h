@@ -14,8 +14,8 @@ enum SwitchChoice { kOff = 0, kOn = 1 };
 // StartupMode
 enum StartupChoice { kStartBrowsing = 0, kStartRecorder = 1, kStartNewAction = 2 };
 
-// SeqViewRng, besides the rows of a page.
-enum ListRangeChoice { kFitsScreen = 0 };
+// SeqViewRng, besides the rows of a page, of which more are taken for the most.
+enum ListRangeChoice { kFitsScreen = 0, kMostRowsPerPage = 1000 };
 
 // MonViewTapOpeMode
 enum MonthTapChoice { kMonthTapSelects = 1, kMonthTapOpensDay = 2 };

@@ -1,6 +1,6 @@
 // Sections are read line by line and written in one go, beside the old file. Values are checked for
 // their form, never for their range: the place that uses a setting decides what an unknown value
-// means.
+// means, and which is the greatest.
 #include <memory>
 #include <string>
 
@@ -16,6 +16,10 @@ struct ListSection {
   std::u16string_view header;
   HistoryList CAppState::*list;
 };
+
+// No text of the program's comes near it, and a file of any size takes little memory.
+constexpr size_t kLongestLine = 65536;
+constexpr char16_t kNoSeparator = u'\n';  // which no line holds
 
 constexpr std::u16string_view kSystemHeader = u"[System]";
 
@@ -110,6 +114,7 @@ int ReadSettings(CAppState& app, std::u16string_view path) {
   const std::unique_ptr<platform::File> file = platform::files().OpenForReading(path);
   if (!file) return -1;
   LineReader lines(*file);
+  lines.LimitFields(kNoSeparator, 1, kLongestLine);
   SectionReader sections(app);
   std::u16string line;
   size_t byteLength;

@@ -200,8 +200,8 @@ ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
 // What came there while the file was made stays, and so does a link that leads nowhere. A log
 // beside it would be brought into the new file.
 bool TakePlace(const Text& newPath, std::u16string_view path, bool replaces) {
-  if (replaces) platform::files().Remove(path);
-  const bool taken = platform::files().RenameToFree(newPath, path);
+  const bool taken = replaces ? platform::files().Rename(newPath, path)
+                              : platform::files().RenameToFree(newPath, path);
   if (taken) {
     store::Engine::RemoveBeside(path);
   } else if (errno == EEXIST) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/date_time.h"
+#include "core/settings_choices.h"
 #include "core/text.h"
 #include "store/session.h"
 
@@ -72,7 +73,8 @@ int FindActionIndexByPosition(const core::CAppState& app, std::u16string_view da
                               std::u16string_view time, int pageSize) {
   if (app.IndexCount <= 0 || date.empty()) return 0;
   if (time.empty()) time = core::kEndOfDay;
-  const auto rows = static_cast<size_t>(pageSize > 0 ? pageSize : app.ListRowsPerScreen);
+  const auto rows = static_cast<size_t>(
+      std::clamp(pageSize > 0 ? pageSize : app.ListRowsPerScreen, 1, int{core::kMostRowsPerPage}));
   const size_t last = static_cast<size_t>(app.IndexCount) - 1;
   const size_t oldestPage = last / rows;
   const size_t firstBoundary = last - oldestPage * rows;

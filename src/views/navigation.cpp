@@ -79,7 +79,8 @@ void GoToToday(core::CAppState& app) {
 }
 
 int RowsPerPage(const core::CAppState& app) {
-  return std::max(1, app.SeqViewRng != core::kFitsScreen ? app.SeqViewRng : app.ListRowsPerScreen);
+  const bool fits = app.SeqViewRng == core::kFitsScreen;
+  return std::clamp(fits ? app.ListRowsPerScreen : app.SeqViewRng, 1, int{core::kMostRowsPerPage});
 }
 
 int LastPage(const core::CAppState& app) {

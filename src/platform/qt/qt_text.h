@@ -4,6 +4,7 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QString>
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -24,12 +25,13 @@ inline std::u16string FromQt(const QString& text) {
 // The text of an edit as it is: unlike its plain text, with no character exchanged.
 std::u16string TypedText(const QPlainTextEdit& edit);
 
-// A font by the name and size of a setting: a size below 0 is 9 units, the system's own; an empty
-// name leaves the system's face.
+// A font by the name and size of a setting: a size below 1 is 9 units, the system's own, and one
+// beyond 100 units, which takes minutes and gigabytes to paint, is that; an empty name leaves the
+// system's face.
 inline QFont SettingFont(std::u16string_view name, int size) {
   QFont font;
   if (!name.empty()) font.setFamily(ToQt(name));
-  font.setPixelSize(size > 0 ? size : Scaled(9));
+  font.setPixelSize(size > 0 ? std::min(size, Scaled(100)) : Scaled(9));
   return font;
 }
 

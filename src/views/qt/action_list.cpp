@@ -18,6 +18,8 @@ namespace {
 
 using platform::Scaled;
 
+constexpr int kWidestColumn = 10000;  // in pixels, of a number in the settings
+
 int RowHeight(const QFont& font) {
   return std::max(Scaled(24), QFontMetrics(font).height() + Scaled(4));
 }
@@ -78,7 +80,7 @@ void ActionList::SetColumns(const QFont& font, const QStringList& headers,
   header()->setFont(font);
   setHeaderItem(new QTreeWidgetItem(headers));
   for (size_t column = 0; column < widths.size(); ++column) {
-    setColumnWidth(static_cast<int>(column), widths[column]);
+    setColumnWidth(static_cast<int>(column), std::min(widths[column], kWidestColumn));
   }
   lastWidth_ = columnWidth(columnCount() - 1);
   updateGeometries();  // RowsPerScreen counts with the new header
@@ -132,7 +134,7 @@ void ActionList::FitColumns(std::span<const int> widths) {
   for (size_t k = 0; k < widths.size(); ++k) {
     const int column = static_cast<int>(k);
     if (widths[k] > 0) {
-      setColumnWidth(column, widths[k]);
+      setColumnWidth(column, std::min(widths[k], kWidestColumn));
     } else if (topLevelItemCount() > 0) {
       resizeColumnToContents(column);
       setColumnWidth(column, std::min(columnWidth(column), 2 * width()));
