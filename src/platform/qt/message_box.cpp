@@ -76,16 +76,19 @@ void SetTextOfWidth(QMessageBox& box, const QString& text, int width) {
 }
 
 // Some window managers of small screens give a tap's window the keys, even one that a box covers.
-// The box asks for them back, but not at once: on the way to it they may pass its window again.
+// The box asks for them back until it has them, but not at once: on the way to it they may pass
+// that window again.
 void KeepKeys(QMessageBox& box) {
   auto* timer = new QTimer(&box);
   timer->setSingleShot(true);
   timer->setInterval(kGiveBackMilliseconds);
   QObject::connect(qApp, &QGuiApplication::focusWindowChanged, timer, [timer] { timer->start(); });
-  QObject::connect(timer, &QTimer::timeout, &box, [&box] {
+  QObject::connect(timer, &QTimer::timeout, &box, [&box, timer] {
     const QWindow* focus = QGuiApplication::focusWindow();
     const bool isFirst = QApplication::activeModalWidget() == &box;
-    if (isFirst && focus != nullptr && focus != box.windowHandle()) box.activateWindow();
+    if (!isFirst || focus == nullptr || focus == box.windowHandle()) return;
+    box.activateWindow();
+    timer->start();
   });
 }
 
