@@ -214,8 +214,17 @@ int open64(const char* path, int flags, ...) {
 
 int rename(const char* from, const char* to) noexcept {
   if (Fails(Call::kRename, EIO)) return -1;
-  if (!NameIn(from).empty()) Log({Event::kRename, 0, 0, NameIn(to), NameIn(from)});
-  return static_cast<int>(syscall(SYS_rename, from, to));
+  const int result = static_cast<int>(syscall(SYS_rename, from, to));
+  if (result == 0 && !NameIn(from).empty()) Log({Event::kRename, 0, 0, NameIn(to), NameIn(from)});
+  return result;
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
+              unsigned flags) noexcept {
+  if (Fails(Call::kRename, EIO)) return -1;
+  const long result = syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags);
+  if (result == 0 && !NameIn(from).empty()) Log({Event::kRename, 0, 0, NameIn(to), NameIn(from)});
+  return static_cast<int>(result);
 }
 
 int link(const char* from, const char* to) noexcept {

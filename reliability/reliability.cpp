@@ -1,8 +1,8 @@
 // Tries what is promised of the diary.
 //
-//   reliability fail [--every N] [--call NAME]   every Nth call of the system fails once
-//   reliability kill [--count N] [--seed N]      the program is killed at N moments
-//   reliability cut [--count N] [--seed N]       the power goes at N moments
+//   reliability fail [--every N] [--from N] [--call NAME]   every Nth call fails once
+//   reliability kill [--count N] [--seed N]                 the program is killed at N moments
+//   reliability cut [--count N] [--seed N]                  the power goes at N moments
 //
 // Exit status 1 after a finding, each of which is printed.
 #include <sys/mman.h>
@@ -225,7 +225,7 @@ Lived LiveWithAFault(const fs::path& folder, const Pictures& pictures, unsigned 
   return kWell;
 }
 
-long FailEvery(long every, const std::string& only) {
+long FailEvery(long every, long first, const std::string& only) {
   constexpr unsigned kVariation = 5;
   const Pictures pictures = LivePeacefully(kVariation);
   const auto counts = calls().counts;
@@ -233,7 +233,7 @@ long FailEvery(long every, const std::string& only) {
   for (size_t kind = 0; kind < kCallNames.size(); ++kind) {
     if (!only.empty() && kCallNames[kind] != only) continue;
     long tried = 0;
-    for (long nth = 0; nth < counts[kind]; nth += every, ++tried) {
+    for (long nth = first; nth < counts[kind]; nth += every, ++tried) {
       const std::string now = std::string(kCallNames[kind]) + " " + std::to_string(nth);
       moment = &now;
       const fs::path folder = FreshFolder("fault");
@@ -354,8 +354,9 @@ int main(int argc, char** argv) {
   const auto seed = static_cast<unsigned>(std::atol(Option(argc, argv, "--seed", "1")));
   long found = -1;
   if (mode == "fail") {
-    found = FailEvery(std::max(1L, std::atol(Option(argc, argv, "--every", "1"))),
-                      Option(argc, argv, "--call", ""));
+    found =
+        FailEvery(std::max(1L, std::atol(Option(argc, argv, "--every", "1"))),
+                  std::atol(Option(argc, argv, "--from", "0")), Option(argc, argv, "--call", ""));
   }
   if (mode == "kill") found = KillAt(count, seed);
   if (mode == "cut") found = CutAt(count, seed);
