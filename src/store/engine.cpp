@@ -124,9 +124,9 @@ void Engine::FinishCopy() {
 
 HRESULT Engine::CopyCompacted(const std::string& destination) {
   const StatementLoan statement = Borrow("VACUUM INTO ?");
-  if (!statement) return E_FAIL;
+  if (!statement) return NotPrepared();
   statement->BindText(1, destination);
-  return ResultOf(sqlite3_step(statement->Get()));
+  return ResultOf(statement->Step());
 }
 
 Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock)

@@ -211,9 +211,12 @@ class Engine {
   // None if there is no telling.
   std::optional<bool> IsOpenFile(const std::string& hostPath) const;
   StatementLoan Borrow(std::string_view sql);
+  HRESULT NotPrepared();  // why Borrow has lent none
   HRESULT RunScript(const std::string& sql);
   HRESULT CopyCompacted(const std::string& destination);
   HRESULT BeginWrite();
+  HRESULT SettleLeftovers();
+  HRESULT ConfirmWritable();
   HRESULT ChangeColumn(const ColumnChange& change);
   HRESULT ReplaceDeclaration(const ColumnChange& change);
   std::optional<std::string> ReadValue(std::string_view sql,
@@ -242,6 +245,7 @@ class Engine {
   bool inCharge_ = false;
   bool inTransaction_ = false;
   bool inBurst_ = false;
+  bool isLax_ = false;        // writes return before the disk has them
   bool refusing_ = false;     // a burst that could not begin
   std::string_view watched_;  // a table, or empty
   RowChanges changes_;        // of its rows

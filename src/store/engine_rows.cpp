@@ -68,14 +68,17 @@ HRESULT Engine::ReadFirst(std::u16string_view table, const Field& key,
              [&sql](std::u16string_view column) { platform::AppendUtf8(column, sql); });
   AppendSeek(sql, table, key);
   const StatementLoan statement = Borrow(sql);
-  if (!statement) return E_FAIL;
+  if (!statement) return NotPrepared();
   const HRESULT bound = Bind(*statement, ColumnsOf(table), {&key, 1});
   if (Failed(bound)) return bound;
-  const int code = sqlite3_step(statement->Get());
+  const int code = statement->Step();
   if (code != SQLITE_ROW) return code == SQLITE_DONE ? DB_E_NOTFOUND : ResultOf(code);
   const size_t count = std::min(row.size(), columns.size());
-  for (size_t i = 0; i < count; ++i) statement->Read(static_cast<int>(i), row[i]);
-  return S_OK;
+  bool isRead = true;
+  for (size_t i = 0; i < count; ++i) {
+    isRead = isRead && statement->Read(static_cast<int>(i), row[i]);
+  }
+  return isRead ? S_OK : E_OUTOFMEMORY;
 }
 
 HRESULT Engine::UpdateFirst(std::u16string_view table, const Field& key,
@@ -105,9 +108,9 @@ HRESULT Engine::WriteFirst(std::string_view sql, std::u16string_view table,
   const HRESULT ready = BeginWrite();
   if (Failed(ready)) return ready;
   const StatementLoan statement = Borrow(sql);
-  if (!statement) return E_FAIL;
+  if (!statement) return NotPrepared();
   HRESULT result = Bind(*statement, ColumnsOf(table), fields);
-  if (!Failed(result)) result = ResultOf(sqlite3_step(statement->Get()));
+  if (!Failed(result)) result = ResultOf(statement->Step());
   if (Failed(result)) return result;
   return sqlite3_changes(database_) == 0 ? DB_E_NOTFOUND : S_OK;
 }
@@ -123,13 +126,13 @@ HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields)
   const HRESULT ready = BeginWrite();
   if (Failed(ready)) return ready;
   const StatementLoan statement = Borrow(sql);
-  if (!statement) return E_FAIL;
+  if (!statement) return NotPrepared();
   const Columns& columns = ColumnsOf(table);
   for (const Column& column : columns) {
     if (column.type == ColumnType::kBytes) TellForeignType(column);
   }
   const HRESULT result = Bind(*statement, columns, fields);
-  return Failed(result) ? result : ResultOf(sqlite3_step(statement->Get()));
+  return Failed(result) ? result : ResultOf(statement->Step());
 }
 
 // A savepoint and no transaction: it also stands inside one.
@@ -163,7 +166,7 @@ HRESULT Engine::ReplaceDeclaration(const ColumnChange& change) {
   if (!changed || !update) return E_FAIL;
   update->BindText(1, *changed);
   update->BindText(2, change.table);
-  const HRESULT result = ResultOf(sqlite3_step(update->Get()));
+  const HRESULT result = ResultOf(update->Step());
   return Failed(result) ? result : RunScript("PRAGMA schema_version=" + *version);
 }
 
@@ -174,9 +177,10 @@ Engine::Columns Engine::ReadColumns(std::u16string_view table) {
   if (!all) return columns;
   const int count = sqlite3_column_count(all->Get());
   for (int i = 0; i < count; ++i) {
+    const char* const name = sqlite3_column_name(all->Get(), i);
     const char* const declaration = sqlite3_column_decltype(all->Get(), i);
-    columns.push_back(ReadDeclaration(platform::ToUtf16(sqlite3_column_name(all->Get(), i)),
-                                      declaration ? declaration : ""));
+    if (!name) return {};
+    columns.push_back(ReadDeclaration(platform::ToUtf16(name), declaration ? declaration : ""));
   }
   return columns;
 }

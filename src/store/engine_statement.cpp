@@ -24,7 +24,8 @@ Statement::Statement(sqlite3_stmt* prepared, std::string_view sql)
     : prepared_(prepared), sql_(sql) {
   const int count = sqlite3_column_count(prepared);
   for (int i = 0; i < count; ++i) {
-    names_.push_back(platform::ToUtf16(sqlite3_column_name(prepared, i)));
+    const char* const name = sqlite3_column_name(prepared, i);
+    names_.push_back(platform::ToUtf16(name ? name : ""));
   }
 }
 
@@ -40,16 +41,24 @@ int Statement::Find(std::u16string_view name, size_t expected) const {
   return -1;
 }
 
+int Statement::Step() {
+  return fault_ != SQLITE_OK ? fault_ : sqlite3_step(prepared_);
+}
+
+void Statement::NoteFault(int bound) {
+  if (fault_ == SQLITE_OK) fault_ = bound;
+}
+
 void Statement::BindText(int parameter, std::string_view bytes) {
-  sqlite3_bind_text(prepared_, parameter, bytes.data(), static_cast<int>(bytes.size()),
-                    SQLITE_TRANSIENT);
+  NoteFault(sqlite3_bind_text64(prepared_, parameter, bytes.data(), bytes.size(), SQLITE_TRANSIENT,
+                                SQLITE_UTF8));
 }
 
 void Statement::BindValue(int parameter, const Column& column, std::u16string_view text) {
   if (column.type == ColumnType::kInteger) {
-    sqlite3_bind_int(prepared_, parameter, core::ToInt32(text));
+    NoteFault(sqlite3_bind_int(prepared_, parameter, core::ToInt32(text)));
   } else if (column.type == ColumnType::kFloat) {
-    sqlite3_bind_double(prepared_, parameter, ReadFloat(text));
+    NoteFault(sqlite3_bind_double(prepared_, parameter, ReadFloat(text)));
   } else {
     if (column.length > 0) text = text.substr(0, column.length);
     utf8_.clear();
@@ -58,7 +67,7 @@ void Statement::BindValue(int parameter, const Column& column, std::u16string_vi
   }
 }
 
-void Statement::Read(int column, std::optional<std::u16string>& text) const {
+bool Statement::Read(int column, std::optional<std::u16string>& text) const {
   switch (sqlite3_column_type(prepared_, column)) {
     case SQLITE_NULL:
       text.reset();
@@ -68,20 +77,23 @@ void Statement::Read(int column, std::optional<std::u16string>& text) const {
       break;
     default: {
       const auto bytes = reinterpret_cast<const char*>(sqlite3_column_text(prepared_, column));
+      if (!bytes) return false;
       const int size = sqlite3_column_bytes(prepared_, column);
       if (text) {
         text->clear();  // keeps its memory for the next row
       } else {
         text.emplace();
       }
-      if (bytes) platform::AppendUtf16({bytes, static_cast<size_t>(size)}, *text);
+      platform::AppendUtf16({bytes, static_cast<size_t>(size)}, *text);
     }
   }
+  return true;
 }
 
 void Statement::Reset() {
   sqlite3_reset(prepared_);
   sqlite3_clear_bindings(prepared_);
+  fault_ = SQLITE_OK;
 }
 
 void GiveBack::operator()(Statement* statement) const {
@@ -112,7 +124,7 @@ HRESULT RowSet::Run() {
 }
 
 void RowSet::Step() {
-  const int code = sqlite3_step(statement_->Get());
+  const int code = statement_->Step();
   state_ = code == SQLITE_DONE ? DB_S_ENDOFROWSET : engine_.ResultOf(code);
 }
 
@@ -131,8 +143,10 @@ HRESULT RowSet::Next(ColumnTexts row) {
   atFirstRow_ = false;
   if (state_ != S_OK) return state_;
   const size_t count = std::min(row.size(), positions_.size());
-  for (size_t i = 0; i < count; ++i) statement_->Read(positions_[i], row[i]);
-  return S_OK;
+  for (size_t i = 0; i < count && state_ == S_OK; ++i) {
+    if (!statement_->Read(positions_[i], row[i])) state_ = E_OUTOFMEMORY;
+  }
+  return state_;
 }
 
 int64_t RowSet::Number(int column) const {
@@ -151,7 +165,7 @@ std::optional<int> RowSet::Count() {
   for (size_t i = 0; i < literals_.size(); ++i) {
     counting->BindText(static_cast<int>(i) + 1, literals_[i]);
   }
-  if (sqlite3_step(counting->Get()) != SQLITE_ROW) return {};
+  if (counting->Step() != SQLITE_ROW) return {};
   return sqlite3_column_int(counting->Get(), 0);
 }
 
@@ -168,7 +182,7 @@ HRESULT Engine::OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows)
   rows.reset();
   SelectShape shape = LiftLiterals(sql);
   StatementLoan statement = Borrow(shape.sql);
-  if (!statement) return E_FAIL;
+  if (!statement) return NotPrepared();
   auto opened = std::make_unique<RowSet>(*this, std::move(statement), std::move(shape.literals));
   const HRESULT result = opened->Run();
   if (!Failed(result)) rows = std::move(opened);
@@ -190,6 +204,11 @@ StatementLoan Engine::Borrow(std::string_view sql) {
   return StatementLoan(new Statement(prepared, sql), GiveBack{this});
 }
 
+HRESULT Engine::NotPrepared() {
+  const HRESULT result = ResultOf(sqlite3_errcode(database_));
+  return Failed(result) ? result : E_FAIL;
+}
+
 // The first value that a statement yields.
 std::optional<std::string> Engine::ReadValue(std::string_view sql,
                                              std::initializer_list<std::string_view> arguments) {
@@ -197,9 +216,8 @@ std::optional<std::string> Engine::ReadValue(std::string_view sql,
   if (!statement) return {};
   int parameter = 0;
   for (const std::string_view argument : arguments) statement->BindText(++parameter, argument);
-  if (sqlite3_step(statement->Get()) != SQLITE_ROW) return {};
   std::optional<std::u16string> value;
-  statement->Read(0, value);
+  if (statement->Step() != SQLITE_ROW || !statement->Read(0, value)) return {};
   return platform::ToUtf8(value.value_or(u""));
 }
 

@@ -20,6 +20,16 @@ constexpr size_t kMaxNotedRows = 256;
 // Within a transaction nothing comes to the file before its commit, which looks again.
 HRESULT Engine::BeginWrite() {
   if (inTransaction_) return S_OK;
+  const HRESULT settled = SettleLeftovers();
+  if (Failed(settled)) return settled;
+  const HRESULT confirmed = ConfirmWritable();
+  if (Failed(confirmed)) return confirmed;
+  PrepareJournal();
+  if (onWrite_) onWrite_(*this);
+  return S_OK;
+}
+
+HRESULT Engine::ConfirmWritable() {
   if (refusing_) return E_FAIL;
   const std::optional<bool> isInPlace = IsOpenFile(hostPath_);
   if (!isInPlace) {
@@ -32,9 +42,19 @@ HRESULT Engine::BeginWrite() {
         !inBurst_ && openRowSets_ == 0 && sqlite3_get_autocommit(database_) != 0 && settle_;
     if (!mayMove || !settle_()) return E_FAIL;
   }
-  PrepareJournal();
-  if (onWrite_) onWrite_(*this);
   return S_OK;
+}
+
+// A write would be lost in a transaction that a failed statement could not end, and would not wait
+// for the disk after a burst whose end could not restore that.
+HRESULT Engine::SettleLeftovers() {
+  const bool isOpen = sqlite3_get_autocommit(database_) == 0;
+  HRESULT result = isOpen ? RunScript("ROLLBACK") : S_OK;
+  if (!Failed(result) && isLax_ && !inBurst_) {
+    result = RunScript("PRAGMA synchronous=FULL");
+    isLax_ = Failed(result);
+  }
+  return result;
 }
 
 // The file and its log bear one stamp: a log that is left beside another file is known by it.
@@ -64,7 +84,7 @@ HRESULT Engine::BeginTransaction() {
 HRESULT Engine::Commit() {
   inTransaction_ = false;
   if (sqlite3_get_autocommit(database_) != 0) return E_FAIL;  // none is open, and nothing to ask
-  const HRESULT ready = BeginWrite();
+  const HRESULT ready = ConfirmWritable();
   const HRESULT result = Failed(ready) ? ready : RunScript("COMMIT");
   if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
   return result;
@@ -85,6 +105,7 @@ HRESULT Engine::BeginBurst() {
   refusing_ = Failed(ready);
   if (refusing_) return ready;
   inBurst_ = ReadValue("PRAGMA journal_mode", {}) == "wal";
+  isLax_ = inBurst_;
   if (inBurst_) RunScript("PRAGMA synchronous=NORMAL");
   return S_OK;
 }
@@ -99,6 +120,7 @@ HRESULT Engine::EndBurst() {
   if (log != nullptr && log->pMethods != nullptr)
     code = log->pMethods->xSync(log, SQLITE_SYNC_FULL);
   const HRESULT result = RunScript("PRAGMA synchronous=FULL");
+  isLax_ = Failed(result);
   return code == SQLITE_OK ? result : ResultOf(code);
 }
 
