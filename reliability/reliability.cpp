@@ -180,6 +180,12 @@ bool IsRecorders(const Step& step) {
   return step.name.starts_with("recorder");
 }
 
+// Kept on purpose: what an import has added stays when it breaks off, and comes again with the
+// next.
+bool IsAdding(const Step& step) {
+  return step.name == "import, add";
+}
+
 // After a failed step its user has been told, has lost nothing, and can do it again.
 bool TryAgain(const Step& step, Program& program, const Pictures& pictures, size_t done) {
   Host& host = program.TheHost();
@@ -195,12 +201,13 @@ bool TryAgain(const Step& step, Program& program, const Pictures& pictures, size
   Run(step, program);
   if (!IsRecorders(step)) {
     const Picture now = program.Look();
-    const std::string different = Missing("lost at last", pictures[done + 1], now) +
-                                  Missing("strange at last", now, pictures[done + 1]);
+    std::string different = Missing("lost at last", pictures[done + 1], now);
+    if (!IsAdding(step)) different += Missing("strange at last", now, pictures[done + 1]);
     if (!different.empty()) wrong += "not done again" + different;
   } else if (!host.messages.empty()) {
     wrong += "not done again: " + host.messages.front();
   }
+  if (!wrong.empty() && !host.messages.empty()) wrong += "\n    " + host.messages.front();
   if (!wrong.empty()) Finding(std::string(step.name) + ": " + wrong + said);
   return wrong.empty();
 }
@@ -218,7 +225,7 @@ Lived LiveWithAFault(const fs::path& folder, const Pictures& pictures, unsigned 
     Run(step, program);
     if (program.Look() != pictures[done + 1]) {
       if (!calls().came || !TryAgain(step, program, pictures, done)) return kBadly;
-      if (IsRecorders(step)) return kOtherwise;
+      if (IsRecorders(step) || IsAdding(step)) return kOtherwise;
     }
     ++*returned;
   }

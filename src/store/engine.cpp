@@ -43,6 +43,11 @@ bool MakeFile(std::u16string_view path) {
   return made;
 }
 
+int OpenDatabase(const std::string& hostPath, sqlite3*& database) {
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+  return sqlite3_open_v2(hostPath.c_str(), &database, flags, nullptr);
+}
+
 }  // namespace
 
 bool Engine::Available() {
@@ -53,8 +58,15 @@ std::unique_ptr<Engine> Engine::Open(std::u16string_view path, std::unique_ptr<F
   const auto hostPath = platform::ToHostPath(path);
   if (!hostPath) return nullptr;
   sqlite3* database = nullptr;
-  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
-  if (sqlite3_open_v2(hostPath->c_str(), &database, flags, nullptr) != SQLITE_OK) {
+  int opened = OpenDatabase(*hostPath, database);
+  // SQLite is content with reading whatever kept it from opening for writing, for the whole
+  // session.
+  if (opened == SQLITE_OK && sqlite3_db_readonly(database, "main") == 1 &&
+      access(hostPath->c_str(), W_OK) == 0) {
+    sqlite3_close(database);
+    opened = OpenDatabase(*hostPath, database);
+  }
+  if (opened != SQLITE_OK) {
     const uint32_t attributes = platform::files().Attributes(path).value_or(0);
     const bool isFolder = (attributes & platform::kAttributeDirectory) != 0;
     const bool isDisks = sqlite3_system_errno(database) == EIO;

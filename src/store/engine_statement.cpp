@@ -175,7 +175,8 @@ ReadView::ReadView(Engine& engine) : engine_(engine) {
 }
 
 ReadView::~ReadView() {
-  engine_.RunScript("RELEASE view");
+  // A view that stayed open for want of memory would keep a copy of the file from being made.
+  if (Failed(engine_.RunScript("RELEASE view"))) engine_.RunScript("RELEASE view");
 }
 
 HRESULT Engine::OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows) {
