@@ -154,8 +154,8 @@ class Writer {
       code = replacer_.Replace(action);
     } else {
       code = table_.MakeUniqueActId(moment_, action[store::kActId]);
-      if (code == store::E_ABORT) return kNoId;
-      if (code == store::S_OK) code = table_.Insert(action);
+      if (store::Failed(code)) return kNoId;
+      code = table_.Insert(action);
     }
     return code == store::S_OK ? 0 : kNotWritten;
   }

@@ -11,6 +11,7 @@
 #include "core/day.h"
 #include "platform/host.h"
 #include "store/schema.h"
+#include "store/trouble.h"
 
 namespace store {
 namespace {
@@ -77,11 +78,13 @@ HRESULT CUserDataTable::Insert(Action& action) {
   const bool idIsMade = !action[kActId];
   if (idIsMade) {
     const HRESULT made = MakeUniqueActId(action[kActId]);
-    if (made == E_ABORT) {
-      platform::ShowNotice(u"ユニークキーの生成に失敗しました。", u"アクションの作成失敗",
-                           platform::Icon::kStop);
+    // That another program holds the file the caller says, once.
+    if (made == E_FAIL && LastTrouble() == Trouble::kBusy) return made;
+    if (Failed(made)) {
+      platform::ShowNotice(WithReason(u"ユニークキーの生成に失敗しました。", made),
+                           u"アクションの作成失敗", platform::Icon::kStop);
+      return E_ABORT;
     }
-    if (Failed(made)) return made;
   } else if (core::CheckActId(*action[kActId]) != 0) {
     return E_INVALIDARG;
   }

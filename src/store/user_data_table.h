@@ -26,14 +26,15 @@ class CUserDataTable : public CRowsetTable {
                    ColumnTexts row);
 
   // Stamps kLastUpdate, and makes an id if kActId is none. E_INVALIDARG if the id or the times are
-  // refused; E_ABORT, after a message, if all ids are taken. On a failure nothing is
-  // written and a made id is taken out again.
+  // refused; E_ABORT, after a message, if no id could be made, unless another program holds the
+  // file. On a failure nothing is written and a made id is taken out again.
   HRESULT Insert(Action& action);
   // Writes all columns but the id, which never changes. DB_E_NOTFOUND if there is no such row.
   HRESULT Update(std::u16string_view id, Action& action);
   HRESULT Delete(std::u16string_view id);
 
-  // At most 50 draws; E_ABORT if none of them gave a free id. `id` is written on success only.
+  // At most 50 draws; E_ABORT if none of them gave a free id, another failure if that can't be
+  // looked up. `id` is written on success only.
   using MadeId = std::optional<std::u16string>;
   HRESULT MakeUniqueActId(MadeId& id);
   // For many ids in a row: a second has only a hundred. They are of `moment`, which begins
