@@ -21,7 +21,7 @@ void SetDefaults(CAppState& app);
 void SetDefaultLists(CAppState& app);
 
 // 0; -1 if the file cannot be opened; -9 if a line cannot be read. Lines that make no sense are
-// skipped, and of a line beyond 65536 characters the rest is.
+// skipped, and of a line beyond 1048576 characters the rest is.
 int ReadSettings(CAppState& app, std::u16string_view path);
 // 0; -1 if the file cannot be created, or stands there read-only; -2 if the first line cannot be
 // written. A write that fails after it goes unreported. Whenever writing fails, the file that stood

@@ -18,7 +18,7 @@ struct ListSection {
 };
 
 // No text of the program's comes near it, and a file of any size takes little memory.
-constexpr size_t kLongestLine = 65536;
+constexpr size_t kLongestLine = 1 << 20;
 constexpr char16_t kNoSeparator = u'\n';  // which no line holds
 
 constexpr std::u16string_view kSystemHeader = u"[System]";
