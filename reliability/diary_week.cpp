@@ -33,7 +33,7 @@ std::string Bytes(const fs::path& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// But for ids and stamps.
+// Without ids and stamps.
 std::string ExportedBytes(const fs::path& path) {
   std::istringstream lines(Bytes(path));
   std::string bytes;

@@ -13,7 +13,7 @@
 
 namespace reliability {
 
-// A user who reads nothing and says yes, but for giving up what is there. The clock stands.
+// A user who reads nothing and says yes, except to giving up what is there. The clock stands.
 class Host : public platform::Host {
  public:
   explicit Host(const std::filesystem::path& folder);

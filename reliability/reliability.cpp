@@ -33,7 +33,7 @@ using Pictures = std::vector<Picture>;  // before each step, and after the last
 
 fs::path root;              // of the diaries of this run
 std::string importFile;     // its bytes
-int* returned = nullptr;    // steps that the running child has behind it; shared
+int* returned = nullptr;    // steps that the running child has finished; shared
 const std::string* moment;  // what is tried just now
 long findings = 0;
 

@@ -60,7 +60,7 @@ std::optional<Summary> WriteChecked(std::u16string_view path) {
 bool TakeName(const Text& copy, std::u16string_view path) {
   const auto lock = store::FileLock::Take(platform::ToHostPath(path).value_or(""));
   if (!lock || HasLog(path)) {
-    store::NoteTrouble(lock ? store::Trouble::kBusy : store::Trouble::kInUse);
+    store::NoteTrouble(lock ? store::Trouble::kForeignLog : store::Trouble::kInUse);
     return false;
   }
   errno = 0;

@@ -14,7 +14,7 @@ enum SwitchChoice { kOff = 0, kOn = 1 };
 // StartupMode
 enum StartupChoice { kStartBrowsing = 0, kStartRecorder = 1, kStartNewAction = 2 };
 
-// SeqViewRng, besides the rows of a page, of which more are taken for the most.
+// SeqViewRng, besides the rows of a page; more than kMostRowsPerPage count as that many.
 enum ListRangeChoice { kFitsScreen = 0, kMostRowsPerPage = 1000 };
 
 // MonViewTapOpeMode

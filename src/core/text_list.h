@@ -18,7 +18,9 @@ class TextList {
   size_t Count() const { return spans_.size(); }
   bool Empty() const { return spans_.empty(); }
 
+  // Empty beyond the end.
   std::u16string_view At(size_t index) const {
+    if (index >= spans_.size()) return {};
     const Span span = spans_[index];
     return std::u16string_view(characters_).substr(span.begin, span.length);
   }

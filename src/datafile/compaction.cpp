@@ -57,10 +57,10 @@ Text FreeTemporaryPath(const Text& folder) {
 bool ChangePlaces(const Text& path, const Text& backup, const Text& copy) {
   if (!files().KeepAs(path, backup)) return false;
   if (files().Rename(copy, path)) return true;
-  if (files().Exists(path)) {
+  if (files().IsSameFile(path, backup)) {
     files().Remove(backup);
   } else {
-    files().Rename(backup, path);
+    files().RenameToFree(backup, path);
   }
   return false;
 }

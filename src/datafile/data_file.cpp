@@ -51,7 +51,7 @@ ChangeResult TellLost() {
   return kConnectionLost;
 }
 
-// The connected file is none of ours, or damaged, or cannot be read for the moment.
+// Says that a file is none of ours, or damaged, or cannot be read for the moment.
 void TellNotOurs(const Text& text) {
   const store::Trouble trouble = store::LastTrouble();
   const bool saysMore = trouble == store::Trouble::kBusy || trouble == store::Trouble::kReadOnly ||

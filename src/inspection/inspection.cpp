@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 #include <optional>
 
 #include "core/action_id.h"
 #include "core/app_state.h"
+#include "core/date_time.h"
+#include "core/day.h"
 #include "core/text.h"
 #include "platform/host.h"
+#include "position/coordinate.h"
 #include "recorder/recorder_state.h"
 #include "store/action_index.h"
 #include "store/session.h"
@@ -25,7 +29,7 @@ constexpr std::u16string_view kMend = u"日時と位置は一覧表示から開�
 constexpr std::u16string_view kImportAgain =
     u"IDは、エクスポートして新しいデータファイルにインポートで追加すると付け直されます。";
 constexpr std::u16string_view kOpenRecorder =
-    u"無いアクションは、レコーダーを開くとその記録から外れます。";
+    u"レコーダーの記録は、レコーダーを開くと整えられます。";
 
 Text Number(int count) {
   return core::ZeroPadded(count, 1);
@@ -127,10 +131,25 @@ class Inspector {
     const std::u16string_view id = TextOf(action[store::kActId]);
     stored_ += Hash(id, TextOf(action[store::kStaDateTime]));
     if (core::CheckActId(id) != 0) badIds_.Add(action);
-    if (store::CheckActionTimes(action) != 0) badTimes_.Add(action);
-    const bool isHalf =
-        action[store::kLatitude].has_value() != action[store::kLongitude].has_value();
-    if (isHalf) badPositions_.Add(action);
+    if (store::CheckActionTimes(action) != 0 || !IsPadded(action[store::kStaDateTime]) ||
+        !IsPadded(action[store::kEndDateTime])) {
+      badTimes_.Add(action);
+    }
+    if (!IsPosition(action)) badPositions_.Add(action);
+  }
+
+  // "2026/1/011" is a day to a reader, and stands in the order of texts where nobody looks for it.
+  static bool IsPadded(const std::optional<Text>& moment) {
+    const std::u16string_view date = core::SplitMoment(TextOf(moment)).date;
+    const std::optional<core::Day> day = core::ReadDay(date);
+    return day && core::DayText(*day) == date;
+  }
+
+  static bool IsPosition(const store::Action& action) {
+    if (!action[store::kLatitude] && !action[store::kLongitude]) return true;
+    const auto latitude = position::ReadDecimalDegrees(TextOf(action[store::kLatitude]));
+    const auto longitude = position::ReadDecimalDegrees(TextOf(action[store::kLongitude]));
+    return latitude && longitude && std::abs(*latitude) <= 90 && std::abs(*longitude) <= 180;
   }
 
   void CheckIds() {
@@ -147,6 +166,9 @@ class Inspector {
     if (recorder::LoadRecorderData(chain) != 0) {
       Note(u"レコーダーの記録を読めません。", kRestore);
       return;
+    }
+    if (static_cast<size_t>(chain.RcdrHistNum) != chain.RcdrHistory.Count()) {
+      Note(u"レコーダーの記録の数が合いません。", kOpenRecorder);
     }
     const auto isGone = [](std::u16string_view id) {
       store::Action action;

@@ -227,7 +227,9 @@ bool PosixFiles::KeepAs(std::u16string_view from, std::u16string_view to) {
   const auto hostTo = ToHostPath(to);
   if (!hostFrom || !hostTo) return false;
   if (link(hostFrom->c_str(), hostTo->c_str()) != 0) {
-    return errno != EEXIST && RenameToFree(from, to);
+    const bool knowsNoLinks =
+        errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS || errno == EMLINK;
+    return knowsNoLinks && RenameToFree(from, to);
   }
   SyncFolderOf(*hostTo);
   return true;

@@ -38,6 +38,19 @@ bool HoldsOurTablesAlone(Engine& engine) {
   return found[0] == u"5" && found[1] == u"0";
 }
 
+// A generated column's value is an expression of the file's, and can be of any size.
+bool HasGeneratedColumns(Engine& engine) {
+  static constexpr std::u16string_view kColumns[] = {u"name"};
+  std::unique_ptr<RowSet> rows;
+  std::array<std::optional<std::u16string>, 1> found;
+  const HRESULT opened = engine.OpenRows(
+      u"select c.name as name from sqlite_schema as t, pragma_table_xinfo(t.name) as c "
+      u"where t.type='table' and c.hidden<>0",
+      rows);
+  if (Failed(opened) || Failed(rows->Bind(kColumns))) return true;
+  return rows->Next(found) != DB_S_ENDOFROWSET;
+}
+
 }  // namespace
 
 bool IsDiary(Engine& engine) {
@@ -45,7 +58,8 @@ bool IsDiary(Engine& engine) {
     std::unique_ptr<RowSet> rows;
     return !Failed(engine.OpenRows(sql, rows));
   };
-  return HoldsOurTablesAlone(engine) && std::all_of(std::begin(kReads), std::end(kReads), reads);
+  return HoldsOurTablesAlone(engine) && !HasGeneratedColumns(engine) &&
+         std::all_of(std::begin(kReads), std::end(kReads), reads);
 }
 
 }  // namespace store

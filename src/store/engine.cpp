@@ -22,6 +22,7 @@ namespace store {
 namespace {
 
 constexpr int kLockWaitMs = 2000;
+constexpr int kLongestValue = 128 << 20;  // bytes
 // The file itself, and what an open engine keeps beside it.
 constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
 
@@ -144,7 +145,8 @@ HRESULT Engine::CopyCompacted(const std::string& destination) {
 Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock)
     : lock_(std::move(lock)), database_(database), hostPath_(std::move(hostPath)) {
   sqlite3_busy_timeout(database_, kLockWaitMs);
-  // No SQL runs that somebody put into the file.
+  // No view and no trigger of the file's runs, and no value is larger than memory can hold.
+  sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLongestValue);
   for (const int option : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
                            SQLITE_DBCONFIG_TRUSTED_SCHEMA}) {
     sqlite3_db_config(database_, option, 0, nullptr);

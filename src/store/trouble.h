@@ -12,7 +12,7 @@ namespace store {
 enum class Trouble {
   kUnknown,
   kDiskFull,
-  kDisk,       // it fails to read or write, or to tell what stands where
+  kDisk,       // it fails to read or write, or to say what stands where
   kReadOnly,   // the file, its folder or its disk
   kBusy,       // another program holds it locked
   kInUse,      // another running program of ours has it open

@@ -67,6 +67,9 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
            u"n(i) as (select 1 union all select i + 1 from n) select i, i from n where i < 0")},
       {"a trigger",
        after(u"create trigger t after insert on t_UserData begin delete from t_UserData; end")},
+      {"a column of the file's own making",
+       after(u"alter table t_UserData drop column f_nvcPlace; alter table t_UserData add column "
+             u"f_nvcPlace as (hex(zeroblob(400000000)))")},
       {"zeros after a good header", good.substr(0, 100) + std::string(8092, '\0')},
   };
   for (const auto& [why, bytes] : rows) {
@@ -254,10 +257,14 @@ TEST_F(DamagedFileTest, AnUpgradeOnAFullDiskIsMadeAgain) {
   ASSERT_EQ(ConnectDataFile(path), 0);
   dbSession().Session->Execute(u"alter table t_UserData drop column f_nvcExtItems");
   dbSession().SysInfoTable->SetText(u"DBFmtVer", u"3.1.2010.0429");
+  // With pages so large that the log outgrows its index: below its 32 KB there is no log at all.
+  dbSession().Session->Execute(u"PRAGMA page_size=16384");
+  dbSession().Session->Execute(u"PRAGMA journal_mode=DELETE");
+  dbSession().Session->Execute(u"VACUUM");
   DisconnectDataFile();
   const std::string old = FileBytes();
   int refused = 0;
-  for (rlim_t bytes = 0; bytes < 120000; bytes += 6000) {
+  for (rlim_t bytes = 0; bytes < 300000; bytes += 12000) {
     SCOPED_TRACE(bytes);
     WriteWholeFile(hostPath, old);
     host.answers = {Answer::kYes, Answer::kYes, ""};

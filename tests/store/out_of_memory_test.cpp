@@ -19,6 +19,7 @@ bool Fails() {
 class OutOfMemory : public StoreTest {
  protected:
   OutOfMemory() {
+    path = memory_.Path(u"user.sdf");
     sqlite3_shutdown();
     sqlite3_config(SQLITE_CONFIG_GETMALLOC, &real);
     sqlite3_mem_methods failing = real;
@@ -34,13 +35,15 @@ class OutOfMemory : public StoreTest {
     sqlite3_shutdown();
     sqlite3_config(SQLITE_CONFIG_MALLOC, &real);
   }
+
+  testing_support::TempFolder memory_{"/dev/shm"};
 };
 
 TEST_F(OutOfMemory, NothingIsReportedThatIsNot) {
   CreateFile();
   int rows = 0;
   bool reached = true;
-  for (int allocation = 0; reached; allocation += 3) {
+  for (int allocation = 0; reached; allocation += 1) {
     SCOPED_TRACE(allocation);
     ASSERT_EQ(ConnectDataFile(path), S_OK);
     Action action = MakeAction(u"2010/06/23 10:00:00", u"2010/06/23 11:00:00"), read;
@@ -58,9 +61,7 @@ TEST_F(OutOfMemory, NothingIsReportedThatIsNot) {
     InsertAction(u"2010/06/23 10:00:00");
     EXPECT_EQ(LoadActionIndex(app), 0);
     EXPECT_EQ(app.IndexCount, ++rows);
-    for (int i = 0; i < app.IndexCount; ++i) {
-      EXPECT_EQ(app.ActIds.At(static_cast<size_t>(i)).size(), 18u);
-    }
+    EXPECT_EQ(app.ActIds.At(static_cast<size_t>(rows) - 2).size(), 18u);
   }
 }
 
