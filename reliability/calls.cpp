@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <mutex>
 #include <string>
 
 namespace reliability {
@@ -18,22 +19,25 @@ namespace {
 
 Calls theCalls;
 EventLog* eventLog = nullptr;
+std::recursive_mutex oneAtATime;  // the copy of the day is made by a thread; maps allocate
 constexpr size_t kLogSize = size_t{1} << 30;  // of addresses; of memory only what is used
 
 bool ChangesDisk(Call kind) {
-  return kind == Call::kWrite || kind == Call::kSync || kind == Call::kRename;
+  return kind == Call::kWrite || kind == Call::kSync || kind == Call::kRename ||
+         kind == Call::kRemove;
 }
 
 // True if this call is to fail.
 bool Fails(Call kind, int error) {
   Calls& c = theCalls;
   if (!c.armed) return false;
+  const std::scoped_lock lock(oneAtATime);
   const long count = c.counts[static_cast<size_t>(kind)]++;
   const long change = ChangesDisk(kind) ? c.changes++ : -1;
   if (c.fate == Calls::Fate::kPass || (c.kind && *c.kind != kind)) return false;
   if ((c.kind ? count : change) != c.nth) return false;
   c.came = true;
-  if (c.fate == Calls::Fate::kDie) _exit(0);
+  if (c.fate == Calls::Fate::kDie) _exit(kKilled);
   errno = error;
   return true;
 }
@@ -55,6 +59,7 @@ std::optional<std::string> NameOf(int file) {
 
 // A number for each file that was ever made, as the system gives away a removed one's again.
 uint64_t NumberOf(int file, bool isNew = false) {
+  const std::scoped_lock lock(oneAtATime);
   static std::map<ino_t, uint64_t> numbers;
   static uint64_t last = 0;
   struct stat status;
@@ -73,6 +78,7 @@ std::string_view NameIn(const char* path) {
 }
 
 void Log(const Event& event) {
+  const std::scoped_lock lock(oneAtATime);
   eventLog->Append(event);
 }
 
@@ -238,6 +244,7 @@ int link(const char* from, const char* to) noexcept {
 }
 
 int unlink(const char* path) noexcept {
+  if (Fails(Call::kRemove, EIO)) return -1;
   if (!NameIn(path).empty() && access(path, F_OK) == 0) {
     Log({Event::kUnlink, 0, 0, NameIn(path), {}});
   }

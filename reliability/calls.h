@@ -10,9 +10,10 @@
 
 namespace reliability {
 
-enum class Call { kWrite, kSync, kOpen, kRename, kMap, kRead, kAllocate };
-inline constexpr std::array<std::string_view, 7> kCallNames = {"write", "sync", "open",    "rename",
-                                                               "map",   "read", "allocate"};
+enum class Call { kWrite, kSync, kOpen, kRename, kRemove, kMap, kRead, kAllocate };
+inline constexpr std::array<std::string_view, 8> kCallNames = {
+    "write", "sync", "open", "rename", "remove", "map", "read", "allocate"};
+inline constexpr int kKilled = 77;  // the exit status of a process that was to die
 
 struct Calls {
   bool armed = false;  // calls are counted, and the order stands

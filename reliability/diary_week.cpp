@@ -7,6 +7,7 @@
 #include "backup/backup.h"
 #include "backup/daily_copy.h"
 #include "backup/restore.h"
+#include "backup/summary.h"
 #include "core/settings.h"
 #include "datafile/compaction.h"
 #include "datafile/data_file.h"
@@ -41,6 +42,12 @@ std::string ExportedBytes(const fs::path& path) {
     bytes += line.substr(std::min(line.size(), line.find('\t', line.find('\t') + 1)));
   }
   return bytes;
+}
+
+std::string WholeOrNot(const fs::path& path) {
+  const auto engine = store::Engine::Open(*platform::FromHostPath(path.string()));
+  const auto summary = engine ? backup::CheckWhole(*engine) : std::nullopt;
+  return summary ? std::to_string(summary->actions) + " Actions" : "damaged";
 }
 
 std::string LineOf(const store::Action& action) {
@@ -94,6 +101,10 @@ void Import(Program& program, int mode) {
 constexpr Step kWeek[] = {
     {"first start", [](Program& program) { program.Start(); }},
     {"new", [](Program& program) { New(program, 10, u"自宅"); }},
+    {"copy of the day",
+     [](Program&) {
+       if (backup::FinishDailyCopy()) backup::TellDailyFailure();
+     }},
     {"another", [](Program& program) { New(program, 11, u"会社"); }},
     {"change",
      [](Program& program) { Write(program, edit::kOpenChange, 1, u"駅", u"変更\r\nした"); }},
@@ -128,6 +139,11 @@ constexpr Step kWeek[] = {
      [](Program& program) { backup::Restore(program.App(), program.Path(u"mine.sdf")); }},
     {"last one", [](Program& program) { New(program, 19, u"山"); }},
     {"settings", [](Program& program) { core::SaveSettings(program.App()); }},
+    {"next start",
+     [](Program& program) {
+       program.Close();
+       program.Start();
+     }},
 };
 
 }  // namespace
@@ -156,9 +172,13 @@ Program::Program(const fs::path& folder, Host& host) : folder_(folder), host_(ho
 }
 
 Program::~Program() {
+  Close();
+  core::g_App = nullptr;
+}
+
+void Program::Close() {
   if (store::dbSession().Session) recorder::CloseRecorderSession(*app_);
   store::DisconnectDataFile();
-  core::g_App = nullptr;
 }
 
 Text Program::Path(std::u16string_view name) const {
@@ -177,7 +197,6 @@ bool Program::Start() {
 
 Picture Program::Look() {
   Picture picture;
-  if (backup::FinishDailyCopy()) backup::TellDailyFailure();
   if (store::dbSession().Session) {
     picture.insert("an open diary");
     core::CAppState index;
@@ -193,12 +212,15 @@ Picture Program::Look() {
   }
   for (const auto& entry : fs::recursive_directory_iterator(folder_)) {
     const std::string name = fs::relative(entry.path(), folder_).string();
-    const bool isOwn = name.starts_with("user.sdf") || name.starts_with("backup/");
-    if (!entry.is_regular_file() || isOwn || name == "in.csv") continue;
     const bool isDiary = name.ends_with(".sdf") || name.ends_with(".bak");
+    if (name.starts_with("backup/")) {
+      if (isDiary && WholeOrNot(entry.path()) == "damaged") picture.insert("damaged " + name);
+      continue;
+    }
+    if (!entry.is_regular_file() || name.starts_with("user.sdf") || name == "in.csv") continue;
     const bool isExported = name.ends_with(".csv");
     picture.insert("file " + name + " " +
-                   (isDiary      ? ""
+                   (isDiary      ? WholeOrNot(entry.path())
                     : isExported ? ExportedBytes(entry.path())
                                  : Bytes(entry.path())));
   }

@@ -54,6 +54,7 @@ class Program {
 
   // True if the diary is open then. Does nothing if it is.
   bool Start();
+  void Close();
   Picture Look();
 
   core::CAppState& App() { return *app_; }
@@ -71,7 +72,7 @@ struct Step {
   void (*run)(Program&);
 };
 // Places in the week.
-inline constexpr size_t kNew = 1, kFirstTap = 4, kExport = 10;
+inline constexpr size_t kNew = 1, kFirstTap = 5, kExport = 11;
 // `variation` changes the lengths of what is written.
 std::span<const Step> Week(unsigned variation);
 

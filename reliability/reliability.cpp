@@ -22,6 +22,7 @@
 #include "platform/device_paths.h"
 #include "reliability/calls.h"
 #include "reliability/diary_week.h"
+#include "reliability/judgement.h"
 #include "reliability/power_cut.h"
 #include "store/session.h"
 
@@ -31,9 +32,14 @@ using namespace reliability;
 namespace fs = std::filesystem;
 using Pictures = std::vector<Picture>;  // before each step, and after the last
 
-fs::path root;              // of the diaries of this run
-std::string importFile;     // its bytes
-int* returned = nullptr;    // steps that the running child has finished; shared
+fs::path root;           // of the diaries of this run
+std::string importFile;  // its bytes
+// Of the running child, shared with it.
+struct Progress {
+  size_t returned;  // steps that have
+  bool came;        // the call of its order
+};
+Progress* progress = nullptr;
 const std::string* moment;  // what is tried just now
 long findings = 0;
 
@@ -82,53 +88,6 @@ Pictures LivePeacefully(unsigned variation) {
   return pictures;
 }
 
-// The lines of `a` that `b` lacks.
-std::string Missing(const char* word, const Picture& a, const Picture& b) {
-  Picture missing;
-  std::ranges::set_difference(a, b, std::inserter(missing, missing.end()));
-  std::string text;
-  for (const std::string& line : missing) {
-    text += std::string("\n    ") + word + ": " +
-            line.substr(0, std::min<size_t>(line.find('\n'), 120));
-  }
-  return text;
-}
-
-// What a killed command leaves; the next of its kind replaces it.
-bool IsUnfinished(const std::string& line) {
-  const std::string name = line.substr(0, line.find(' ', 5));
-  return line.starts_with("file ") &&
-         (name.find(".new") != name.npos || name.find(".restore") != name.npos ||
-          name.find("$$Tmp") != name.npos);
-}
-
-bool IsExported(const std::string& line) {
-  return line.starts_with("file out.csv");
-}
-
-// The recorder names an Action of its chain, and the running one, in commits of their own; one that
-// is gone it passes over.
-bool NamesOneOf(const Picture& actions, const std::string& line) {
-  if (!line.starts_with("chain ") && !line.starts_with("running ")) return false;
-  const size_t words = line.starts_with("chain ") ? line.find(' ', 6) : line.find(' ');
-  const std::string named = line.substr(words + 1);
-  return named == "gone" || actions.contains("Action " + named);
-}
-
-// What no step was about to change is there, and nothing that none of them has made; an export
-// leaves what it wrote until it ended.
-std::string Between(const Picture& before, const Picture& after, Picture found, bool killed) {
-  Picture least, most;
-  std::ranges::set_intersection(before, after, std::inserter(least, least.end()));
-  std::ranges::set_union(before, after, std::inserter(most, most.end()));
-  const std::string lost = Missing("lost", least, found);
-  std::erase_if(found, [&](const auto& line) {
-    const bool isPart = IsExported(line) && std::ranges::none_of(before, IsExported);
-    return isPart || NamesOneOf(most, line) || (killed && IsUnfinished(line));
-  });
-  return lost + Missing("strange", found, most);
-}
-
 // How a child ended: its exit status, or 100 and the signal.
 int InChild(const std::function<int()>& work) {
   std::fflush(stdout);
@@ -142,8 +101,10 @@ int InChild(const std::function<int()>& work) {
   return WIFSIGNALED(status) ? 100 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-// Opens what an ended program has left after `steps` steps.
-int Recover(const fs::path& folder, const Pictures& pictures, size_t steps) {
+// Opens what an ended program has left after `steps` steps. After a fault in the recorder or in an
+// import the rest of the week is another one: then no Action may be missing but the one that a
+// second step back takes away, and that is all.
+int Recover(const fs::path& folder, const Pictures& pictures, size_t steps, bool isOtherWeek) {
   calls() = {};
   Host host(folder);
   host.isNew = steps == 0;
@@ -153,23 +114,23 @@ int Recover(const fs::path& folder, const Pictures& pictures, size_t steps) {
             (host.messages.empty() ? "" : ": " + host.messages.back()));
     return 1;
   }
-  const size_t next = std::min(steps + 1, pictures.size() - 1);
-  const std::string wrong =
-      Between(pictures[steps], pictures[next], program.Look(), /*killed=*/true);
-  if (!wrong.empty()) Finding("after step " + std::to_string(steps) + wrong);
-  const auto countActions = [&program] {
-    return std::ranges::count_if(program.Look(),
-                                 [](const auto& line) { return line.starts_with("Action "); });
-  };
-  const auto before = countActions();
+  const Picture& before = pictures[steps];
+  const Picture& after = pictures[std::min(steps + 1, pictures.size() - 1)];
+  const Picture found = program.Look();
+  std::string wrong = isOtherWeek ? "" : Between(before, after, found, /*killed=*/true);
+  const long actions = CountActions(found);
+  if (isOtherWeek && actions < std::min(CountActions(before), CountActions(after)) - 1) {
+    wrong = " fewer Actions than before and after";
+  }
   host.messages.clear();
   Week(1)[kNew].run(program);
   Week(1)[kFirstTap].run(program);
-  const bool goesOn = countActions() == before + 2 && host.messages.empty();
-  if (!goesOn) {
-    Finding("can't be written to" + (host.messages.empty() ? "" : ": " + host.messages.front()));
+  if (CountActions(program.Look()) != actions + 2 || !host.messages.empty()) {
+    wrong += " can't be written to";
+    if (!host.messages.empty()) wrong += ": " + host.messages.front();
   }
-  return wrong.empty() && goesOn ? 0 : 1;
+  if (!wrong.empty()) Finding("after step " + std::to_string(steps) + wrong);
+  return wrong.empty() ? 0 : 1;
 }
 
 // ---- Every call fails once.
@@ -219,53 +180,61 @@ Lived LiveWithAFault(const fs::path& folder, const Pictures& pictures, unsigned 
   Host host(folder);
   Program program(folder, host);
   for (const Step& step : Week(variation)) {
-    const auto done = static_cast<size_t>(*returned);
+    const size_t done = progress->returned;
     host.isNew = done == 0;
     host.messages.clear();
     Run(step, program);
+    progress->came = calls().came;
     if (program.Look() != pictures[done + 1]) {
-      if (!calls().came || !TryAgain(step, program, pictures, done)) return kBadly;
+      if (!calls().came) return Finding(std::string(step.name) + ": it is another week"), kBadly;
+      if (!TryAgain(step, program, pictures, done)) return kBadly;
       if (IsRecorders(step) || IsAdding(step)) return kOtherwise;
     }
-    ++*returned;
+    ++progress->returned;
   }
   return kWell;
 }
 
+constexpr unsigned kFaultyWeek = 5;
+
+// Call number `nth` of `kind` fails. The child's end, as InChild says it.
+int FailOnce(const fs::path& folder, const Pictures& pictures, Call kind, long nth) {
+  *progress = {};
+  const int result = InChild([&] {
+    calls() = {};
+    calls().fate = Calls::Fate::kFail;
+    calls().kind = kind;
+    calls().nth = nth;
+    return LiveWithAFault(folder, pictures, kFaultyWeek);
+  });
+  // Without memory a program may end; it doesn't go on with half of what it wanted.
+  const bool hasEnded = result == 100 + SIGABRT && kind == Call::kAllocate;
+  if (result > 100 && !hasEnded) Finding("signal " + std::to_string(result - 100));
+  const int recovered =
+      InChild([&] { return Recover(folder, pictures, progress->returned, result == kOtherwise); });
+  findings += (result != kWell && result != kOtherwise && !hasEnded) || recovered != 0;
+  return result;
+}
+
+// Of a kind with few calls each of them fails, of the others every one of `every`.
 long FailEvery(long every, long first, const std::string& only) {
-  constexpr unsigned kVariation = 5;
-  const Pictures pictures = LivePeacefully(kVariation);
+  constexpr long kFew = 200;
+  const Pictures pictures = LivePeacefully(kFaultyWeek);
   const auto counts = calls().counts;
-  long runs = 0, ended = 0;
   for (size_t kind = 0; kind < kCallNames.size(); ++kind) {
     if (!only.empty() && kCallNames[kind] != only) continue;
-    long tried = 0;
-    for (long nth = first; nth < counts[kind]; nth += every, ++tried) {
+    long failed = 0, ended = 0;
+    for (long nth = first; nth<counts[kind]; nth += counts[kind]> kFew ? every : 1) {
       const std::string now = std::string(kCallNames[kind]) + " " + std::to_string(nth);
       moment = &now;
-      const fs::path folder = FreshFolder("fault");
-      *returned = 0;
-      const int result = InChild([&] {
-        calls() = {};
-        calls().fate = Calls::Fate::kFail;
-        calls().kind = static_cast<Call>(kind);
-        calls().nth = nth;
-        return LiveWithAFault(folder, pictures, kVariation);
-      });
-      // Without memory a program may end; it doesn't go on with half of what it wanted.
-      const bool hasEnded = result == 100 + SIGABRT && static_cast<Call>(kind) == Call::kAllocate;
-      ended += hasEnded;
-      if (result > 100 && !hasEnded) Finding("signal " + std::to_string(result - 100));
-      if (result == kOtherwise) continue;
-      const int recovered =
-          InChild([&] { return Recover(folder, pictures, static_cast<size_t>(*returned)); });
-      findings += (result != kWell && !hasEnded) || recovered != 0;
+      const int result = FailOnce(FreshFolder("fault"), pictures, static_cast<Call>(kind), nth);
+      ended += result == 100 + SIGABRT;
+      failed += progress->came || result > 100;
     }
-    std::printf("%s: %ld calls, %ld failed once each\n", std::string(kCallNames[kind]).c_str(),
-                counts[kind], tried);
-    runs += tried;
+    std::printf("%s: %ld calls, %ld failed once each, %ld ended the program\n",
+                std::string(kCallNames[kind]).c_str(), counts[kind], failed, ended);
   }
-  std::printf("%ld runs, %ld ended by want of memory, %ld findings\n", runs, ended, findings);
+  std::printf("%ld findings\n", findings);
   return findings;
 }
 
@@ -274,7 +243,7 @@ long FailEvery(long every, long first, const std::string& only) {
 long KillAt(long count, unsigned seed) {
   std::minstd_rand chance(seed);
   Pictures pictures;
-  long changes = 0;
+  long changes = 0, killed = 0;
   for (long run = 0; run < count; ++run) {
     const auto variation = seed + static_cast<unsigned>(run / 50);
     if (run % 50 == 0) {
@@ -286,17 +255,21 @@ long KillAt(long count, unsigned seed) {
         "kill at change " + std::to_string(nth) + " of variation " + std::to_string(variation);
     moment = &now;
     const fs::path folder = FreshFolder("killed");
-    *returned = 0;
-    InChild([&] {
+    *progress = {};
+    const int end = InChild([&] {
       calls() = {};
       calls().fate = Calls::Fate::kDie;
       calls().nth = nth;
       return LiveWithAFault(folder, pictures, variation);
     });
-    findings +=
-        InChild([&] { return Recover(folder, pictures, static_cast<size_t>(*returned)); }) != 0;
+    // A thread's calls come in another order each time: a moment may not come.
+    if (end != kKilled && end != kWell) Finding("ended by itself: " + std::to_string(end));
+    const bool isWhole =
+        InChild([&] { return Recover(folder, pictures, progress->returned, false); }) == 0;
+    killed += end == kKilled;
+    findings += !isWhole || (end != kKilled && end != kWell);
   }
-  std::printf("%ld kills, %ld findings\n", count, findings);
+  std::printf("%ld kills, %ld findings\n", killed, findings);
   return findings;
 }
 
@@ -307,10 +280,12 @@ long CutAt(long count, unsigned seed) {
   const long perWeek = std::min(count, 100L);
   for (long run = 0; run < count; run += perWeek) {
     const auto variation = seed + static_cast<unsigned>(run / perWeek);
+    const std::string week = "variation " + std::to_string(variation);
+    moment = &week;
     const Pictures pictures = LivePeacefully(variation);
     const fs::path folder = FreshFolder("cut");
     EventLog log(folder.string() + "/");
-    *returned = 0;
+    *progress = {};
     InChild([&] {
       calls() = {};
       SetEventLog(&log);
@@ -319,10 +294,11 @@ long CutAt(long count, unsigned seed) {
       for (const Step& step : Week(variation)) {
         Run(step, program);
         program.Look();
-        log.Append({Event::kMark, static_cast<uint64_t>(++*returned), 0, {}, {}});
+        log.Append({Event::kMark, ++progress->returned, 0, {}, {}});
       }
       return 0;
     });
+    if (progress->returned != Week(variation).size()) return Finding("a week that broke off"), 1;
     long events = 0;
     log.Each([&](const Event&) { return ++events > 0; });
     for (long cut = run; cut < std::min(count, run + perWeek); ++cut) {
@@ -332,7 +308,7 @@ long CutAt(long count, unsigned seed) {
       moment = &now;
       const fs::path left = FreshFolder("left");
       const uint64_t mark = CutPower(log, at, chance, left);
-      findings += InChild([&] { return Recover(left, pictures, mark); }) != 0;
+      findings += InChild([&] { return Recover(left, pictures, mark, false); }) != 0;
     }
   }
   std::printf("%ld power cuts, %ld findings\n", count, findings);
@@ -354,8 +330,8 @@ int main(int argc, char** argv) {
   char folder[] = "/dev/shm/morvenly-reliability-XXXXXX";
   if (mkdtemp(folder) == nullptr) return 2;
   root = folder;
-  returned = static_cast<int*>(
-      mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+  progress = static_cast<Progress*>(
+      mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
   importFile = MakeImportFile();
   const long count = std::atol(Option(argc, argv, "--count", "1000"));
   const auto seed = static_cast<unsigned>(std::atol(Option(argc, argv, "--seed", "1")));
