@@ -45,6 +45,9 @@ MonthCalendar::MonthCalendar(QWidget* parent)
   days_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
   days_->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
   days_->setFirstDayOfWeek(Qt::Sunday);
+  // Qt takes typed digits for a date, a second and a half later, even if the calendar is closed by
+  // then and another field is open.
+  days_->setDateEditEnabled(false);
   days_->setMinimumDate(QDate(1900, 1, 1));
   days_->setMaximumDate(QDate(9999, 12, 31));
   SetDayColor(*days_, Qt::Sunday, kSundayColor);

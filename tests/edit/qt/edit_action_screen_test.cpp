@@ -1,6 +1,7 @@
 #include "edit/qt/edit_action_screen.h"
 
 #include <QAction>
+#include <QCalendarWidget>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -60,12 +61,15 @@ TEST_F(EditActionScreen, FieldsOpenTheirEditorsInPlace) {
     Press(Qt::Key_Escape);
     EXPECT_EQ(Shown("1109"), "2010/06/23") << "a dropped calendar chooses nothing";
     Click("1109");
+    screen->findChild<QCalendarWidget*>()->setDateEditAcceptDelay(0);
     Press(Qt::Key_Down);
+    Press(Qt::Key_2, QStringLiteral("2"));
     Click("1113");
     EXPECT_EQ(Shown("1109"), "2010/06/30") << "a command takes the selected day first";
     Press(Qt::Key_X, QStringLiteral("公園"));
+    QCoreApplication::processEvents();
     Press(Qt::Key_Return);
-    EXPECT_EQ(Shown("1113"), "公園");
+    EXPECT_EQ(Shown("1113"), "公園") << "no digit typed into the calendar comes here";
     Click("1119");
     EXPECT_TRUE(Find<QWidget>("1124")->isVisible()) << "the list of memos";
     Click("1120");
