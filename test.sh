@@ -3,8 +3,8 @@
 # target a few seconds, and runs every test.
 #   ./test.sh              what a change needs before it's shared, and what CI runs
 #   ./test.sh --full       besides: the package, clang-tidy, the names of all controls, every test
-#                          again with the address and undefined behaviour sanitizers, and the
-#                          receiver's monitor with the thread's
+#                          again with the address and undefined behaviour sanitizers, two minutes
+#                          of random hands with these, and the receiver's monitor with the thread's
 # Packages that are missing are installed on the way, as root or by sudo.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
@@ -34,4 +34,5 @@ check_package
 check_habits
 check_names
 run_tests asan
+play_at_random
 check_threads
