@@ -35,12 +35,13 @@ bool ConfirmDelete(size_t count) {
                             u"アクションの削除の確認");
 }
 
-// After a question. False if the answer was No.
-bool DeleteActions(core::CAppState& app, std::span<const std::u16string_view> ids) {
+// After a question. False if the answer was No. The ids are copies: while the question stands, a
+// turned screen fills the rows again.
+bool DeleteActions(core::CAppState& app, const std::vector<std::u16string>& ids) {
   if (!ConfirmDelete(ids.size())) return false;
   const platform::WaitCursor waiting;
   store::CUserDataTable* table = store::dbSession().UserTable.get();
-  for (const std::u16string_view id : ids) {
+  for (const std::u16string& id : ids) {
     const store::HRESULT result = table == nullptr ? store::E_POINTER : table->Delete(id);
     if (store::Failed(result)) {
       ShowReadError(u"CMainWnd::FxEditDelete", u"Delete", 1, result);
@@ -103,7 +104,7 @@ void TellToHold(std::u16string_view title) {
 }
 
 bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const int> selectedRows) {
-  std::vector<std::u16string_view> ids;
+  std::vector<std::u16string> ids;
   for (const int row : selectedRows) {
     if (IsActionRow(rows, row)) ids.push_back(rows.RowActIds[static_cast<size_t>(row)]);
   }
@@ -115,7 +116,7 @@ bool FxEditDelete(core::CAppState& app, const ViewRows& rows, std::span<const in
 }
 
 bool FxDeleteAction(core::CAppState& app, std::u16string_view id) {
-  return !id.empty() && DeleteActions(app, {&id, 1});
+  return !id.empty() && DeleteActions(app, {std::u16string(id)});
 }
 
 }  // namespace views

@@ -85,5 +85,20 @@ TEST_F(Selection, DeleteTakesTheActionsOfTheMarkedRows) {
   }
 }
 
+TEST_F(Selection, DeleteMeansTheRowsThatWereAskedAbout) {
+  struct TurningHost : testing_support::FakeHost {
+    Answer ShowMessage(const platform::Message&) override {
+      rows->RowActIds.front() = rows->RowActIds.back();
+      return Answer::kYes;
+    }
+    ViewRows* rows;
+  } turning;
+  ViewRows rows = SetDataDayViewForMulti(app);
+  turning.rows = &rows;
+  const std::vector<int> marked = {0};
+  EXPECT_TRUE(FxEditDelete(app, rows, marked));
+  EXPECT_EQ(LeftIds(), u"234") << "though the rows were filled again while the question stood";
+}
+
 }  // namespace
 }  // namespace views
