@@ -13,6 +13,7 @@
 namespace core {
 
 // Holds at most 2^32 characters in all. Views of its texts live until the next change of the list.
+// Beyond its end stands nothing: an empty text, which can't be removed.
 class TextList {
  public:
   size_t Count() const { return spans_.size(); }
@@ -31,14 +32,16 @@ class TextList {
     characters_.append(text);
   }
 
-  // Moves what stands there and after it up by one.
+  // Moves what stands there and after it up by one. Beyond the end it is the last.
   void InsertAt(size_t index, std::u16string_view text) {
+    index = std::min(index, spans_.size());
     Append(text);
     std::rotate(spans_.begin() + static_cast<ptrdiff_t>(index), spans_.end() - 1, spans_.end());
   }
 
   // Closes the gap. The text's characters go once most of the block belongs to no text any more.
   void RemoveAt(size_t index) {
+    if (index >= spans_.size()) return;
     unused_ += spans_[index].length;
     spans_.erase(spans_.begin() + static_cast<ptrdiff_t>(index));
     if (unused_ > characters_.size() / 2) Pack();

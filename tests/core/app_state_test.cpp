@@ -54,7 +54,10 @@ TEST(TextList, KeepsTheOthersWhenOneGoesOrComes) {
   list.InsertAt(2, u"学校");
   list.InsertAt(1, u"公園");
   list.RemoveAt(2);
+  list.RemoveAt(3);
   ASSERT_EQ(list.Count(), 3u);
+  EXPECT_EQ(list.At(3), u"");
+  EXPECT_EQ(list.At(static_cast<size_t>(-1)), u"");
   EXPECT_EQ(list.At(0), u"");
   EXPECT_EQ(list.At(1), u"公園");
   EXPECT_EQ(list.At(2), u"学校");
