@@ -17,6 +17,14 @@ namespace store {
 namespace {
 
 constexpr size_t kMaxIdleStatements = 32;
+// Of a text without a declared length, in 16-bit units.
+constexpr size_t kLongestText = 65536;
+constexpr size_t kLongestCharacter = 4;  // in bytes
+
+size_t LongestOf(const char* declaration) {
+  const size_t declared = declaration ? ReadDeclaration({}, declaration).length : 0;
+  return declared > 0 ? std::min(declared, kLongestText) : kLongestText;
+}
 
 }  // namespace
 
@@ -26,6 +34,7 @@ Statement::Statement(sqlite3_stmt* prepared, std::string_view sql)
   for (int i = 0; i < count; ++i) {
     const char* const name = sqlite3_column_name(prepared, i);
     names_.push_back(platform::ToUtf16(name ? name : ""));
+    longest_.push_back(LongestOf(sqlite3_column_decltype(prepared, i)));
   }
 }
 
@@ -78,13 +87,16 @@ bool Statement::Read(int column, std::optional<std::u16string>& text) const {
     default: {
       const auto bytes = reinterpret_cast<const char*>(sqlite3_column_text(prepared_, column));
       if (!bytes) return false;
-      const int size = sqlite3_column_bytes(prepared_, column);
+      const auto size = static_cast<size_t>(sqlite3_column_bytes(prepared_, column));
+      const size_t longest = longest_[static_cast<size_t>(column)];
       if (text) {
         text->clear();  // keeps its memory for the next row
       } else {
         text.emplace();
       }
-      platform::AppendUtf16({bytes, static_cast<size_t>(size)}, *text);
+      // A character that is cut in two stands beyond the longest text.
+      platform::AppendUtf16({bytes, std::min(size, (longest + 1) * kLongestCharacter)}, *text);
+      if (text->size() > longest) text->resize(longest);
     }
   }
   return true;

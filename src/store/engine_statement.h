@@ -33,7 +33,8 @@ class Statement {
   void BindText(int parameter, std::string_view bytes);
   // As the column's declaration wants it: cut to its length, or converted to a number.
   void BindValue(int parameter, const Column& column, std::u16string_view text);
-  // False if there is no memory for the value.
+  // A text that is longer than its column is cut to it, as a file that nobody vouches for may hold
+  // one of any length. False if there is no memory for the value.
   bool Read(int column, std::optional<std::u16string>& text) const;
   void Reset();
 
@@ -43,8 +44,9 @@ class Statement {
   sqlite3_stmt* prepared_;
   std::string sql_;
   std::vector<std::u16string> names_;
-  int fault_ = 0;     // of the first value that could not be bound
-  std::string utf8_;  // of the text that is being bound; keeps its memory for the next
+  std::vector<size_t> longest_;  // of a text in each column, in 16-bit units
+  int fault_ = 0;                // of the first value that could not be bound
+  std::string utf8_;             // of the text that is being bound; keeps its memory for the next
 };
 
 }  // namespace store

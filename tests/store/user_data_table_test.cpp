@@ -53,6 +53,17 @@ TEST_F(UserDataTableTest, EveryColumnComesBack) {
   }
 }
 
+TEST_F(UserDataTableTest, WhatSomebodyElseHasWrittenIsCutAsItIsRead) {
+  const auto id = InsertAction(kNoon);
+  dbSession().Session->Execute(
+      u"update t_UserData set f_nvcMemo=replace(hex(zeroblob(3000)),'00',"
+      u"'長'), f_nvcPlace=cast(x'fffe61' as text)");
+  Action read;
+  ASSERT_EQ(Users().ReadById(id, read), 0);
+  EXPECT_EQ(read[kMemo], std::u16string(2000, u'長'));
+  EXPECT_EQ(read[kPlace], u"\uFFFD\uFFFDa");
+}
+
 TEST_F(UserDataTableTest, InsertRefuses) {
   const std::tuple<const char*, MaybeText, MaybeText, MaybeText, int> rows[] = {
       {"an id of 17", u"ID201006231200000", kNoon, kOne, 0},
