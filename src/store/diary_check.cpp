@@ -38,17 +38,34 @@ bool HoldsOurTablesAlone(Engine& engine) {
   return found[0] == u"5" && found[1] == u"0";
 }
 
-// A generated column's value is an expression of the file's, and can be of any size.
-bool HasGeneratedColumns(Engine& engine) {
-  static constexpr std::u16string_view kColumns[] = {u"name"};
+// Nothing of ours has anything in inner brackets but a column's length. A check, a computed column
+// or an index of an expression would run with our reads and writes.
+bool HoldsNoExpression(std::u16string_view sql) {
+  constexpr size_t kLongest = 2000;
+  if (sql.size() > kLongest) return false;
+  size_t bracket = sql.find(u'(');
+  while (bracket != sql.npos && (bracket = sql.find(u'(', bracket + 1)) != sql.npos) {
+    const size_t end = sql.find_first_not_of(u"0123456789", bracket + 1);
+    if (end == sql.npos || sql[end] != u')') return false;
+  }
+  return true;
+}
+
+bool HoldsNoExpressions(Engine& engine) {
+  static constexpr std::u16string_view kColumns[] = {u"sql"};
   std::unique_ptr<RowSet> rows;
-  std::array<std::optional<std::u16string>, 1> found;
-  const HRESULT opened = engine.OpenRows(
-      u"select c.name as name from sqlite_schema as t, pragma_table_xinfo(t.name) as c "
-      u"where t.type='table' and c.hidden<>0",
+  std::array<std::optional<std::u16string>, 1> sql;
+  HRESULT result = engine.OpenRows(
+      u"select sql from sqlite_schema where tbl_name collate nocase in ('t_UserData','t_SysInfo',"
+      u"'t_LongData','t_TextData','t_RcdrData')",
       rows);
-  if (Failed(opened) || Failed(rows->Bind(kColumns))) return true;
-  return rows->Next(found) != DB_S_ENDOFROWSET;
+  if (Failed(result) || Failed(rows->Bind(kColumns))) return false;
+  while ((result = rows->Next(sql)) == S_OK) {
+    if (!sql[0] || HoldsNoExpression(*sql[0])) continue;
+    NoteTrouble(Trouble::kForeignSql);
+    return false;
+  }
+  return !Failed(result);
 }
 
 }  // namespace
@@ -58,7 +75,7 @@ bool IsDiary(Engine& engine) {
     std::unique_ptr<RowSet> rows;
     return !Failed(engine.OpenRows(sql, rows));
   };
-  return HoldsOurTablesAlone(engine) && !HasGeneratedColumns(engine) &&
+  return HoldsOurTablesAlone(engine) && HoldsNoExpressions(engine) &&
          std::all_of(std::begin(kReads), std::end(kReads), reads);
 }
 

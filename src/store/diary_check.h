@@ -5,8 +5,9 @@
 
 namespace store {
 
-// The five tables stand there, as tables and with our columns, and no view or trigger does. False
-// also if it can't be read; why it is none is noted, as far as it's known.
+// The five tables stand there, as tables and with our columns, and no SQL of somebody else's that
+// would run: views, triggers, checks, computed columns, indexes of expressions. False also if it
+// can't be read; why it is none is noted, as far as it's known.
 bool IsDiary(Engine& engine);
 
 }  // namespace store

@@ -57,7 +57,7 @@ std::u16string_view TroubleText() {
     case Trouble::kDamaged:
       return u"データファイルが壊れています。";
     case Trouble::kForeignSql:
-      return u"ビューまたはトリガーを含むファイルは使用できません。";
+      return u"ビュー、トリガー、計算式などを含むファイルは使用できません。";
     case Trouble::kForeignLog:
       return u"別のデータファイルの書込み記録が残っています。";
     case Trouble::kDisplaced:

@@ -22,7 +22,7 @@ enum class Trouble {
   kTaken,      // anything does
   kNotOpened,  // it may not be read
   kDamaged,
-  kForeignSql,  // a view or a trigger stands in it
+  kForeignSql,  // SQL that would run stands in it: a view, a trigger, an expression
   kForeignLog,  // another file's log lies beside it
   kDisplaced,   // the open file is no longer what stands at its path
   kExchanged,   // another file was opened in place of a displaced one
