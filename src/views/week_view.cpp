@@ -22,6 +22,8 @@ constexpr double kSecondsPerDay = 86400;
 // The pieces of an Action that lasts for years stop some weeks after the grid, where nobody sees
 // them.
 constexpr int kMostRows = 4 * kWeekDays;
+// More boxes than a band has pixels. Each is held against each other one.
+constexpr size_t kMostBoxes = 1000;
 
 CalendarValue ValueOf(const Day& day, int hour, int minute, int second) {
   CalendarValue value;
@@ -140,7 +142,8 @@ void CalcWeekRepetition(const Day& first, WeekData& week) {
     item.row = RowOf(item, firstDay);
     // As a text "2010/1/011" sorts after September, and is a day of January.
     if (item.row < 0) continue;
-    bands[static_cast<size_t>(item.row)].push_back(&item);
+    auto& band = bands[static_cast<size_t>(item.row)];
+    if (band.size() < kMostBoxes) band.push_back(&item);
   }
   for (size_t row = 0; row < bands.size(); ++row) {
     for (WeekItem* item : bands[row]) {

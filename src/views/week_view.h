@@ -47,7 +47,8 @@ int DbReadWeekData(const core::CAppState& app, const core::Day& first, WeekData&
 // "6/23 10:00-11:30 会社": a box in words.
 std::u16string BoxText(const WeekItem& item);
 
-// Sets row, dup and col of every item, and WeekRowMax.
+// Sets row, dup and col of every item, and WeekRowMax. Of a day with more than a thousand items the
+// later ones get no lane.
 void CalcWeekRepetition(const core::Day& first, WeekData& week);
 
 }  // namespace views
