@@ -211,13 +211,15 @@ Picture Program::Look() {
     if (!index.RcdrPreActId.empty()) picture.insert("running " + LineOf(index.RcdrPreActId));
   }
   for (const auto& entry : fs::recursive_directory_iterator(folder_)) {
-    const std::string name = fs::relative(entry.path(), folder_).string();
+    // The copy of the day comes and goes meanwhile.
+    const std::string name = entry.path().lexically_relative(folder_).string();
     const bool isDiary = name.ends_with(".sdf") || name.ends_with(".bak");
     if (name.starts_with("backup/")) {
       if (isDiary && WholeOrNot(entry.path()) == "damaged") picture.insert("damaged " + name);
       continue;
     }
-    if (!entry.is_regular_file() || name.starts_with("user.sdf") || name == "in.csv") continue;
+    std::error_code gone;
+    if (!entry.is_regular_file(gone) || name.starts_with("user.sdf") || name == "in.csv") continue;
     const bool isExported = name.ends_with(".csv");
     picture.insert("file " + name + " " +
                    (isDiary      ? WholeOrNot(entry.path())

@@ -209,9 +209,10 @@ int FailOnce(const fs::path& folder, const Pictures& pictures, Call kind, long n
   });
   // Without memory a program may end; it doesn't go on with half of what it wanted.
   const bool hasEnded = result == 100 + SIGABRT && kind == Call::kAllocate;
-  if (result > 100 && !hasEnded) Finding("signal " + std::to_string(result - 100));
+  if (result > kOtherwise && !hasEnded) Finding("ended with " + std::to_string(result));
   const int recovered =
       InChild([&] { return Recover(folder, pictures, progress->returned, result == kOtherwise); });
+  if (recovered > 1) Finding("the next start ended with " + std::to_string(recovered));
   findings += (result != kWell && result != kOtherwise && !hasEnded) || recovered != 0;
   return result;
 }
