@@ -64,7 +64,7 @@ bool RefuseName(std::u16string why, std::u16string title = u"ファイル名不�
 }
 
 // A name with a point keeps it; an extension with a star is none.
-std::u16string WithExtension(std::u16string path, const std::u16string& extension) {
+std::u16string WithExtension(const std::u16string& path, const std::u16string& extension) {
   const bool hasPoint = path.find(u'.', path.rfind(u'\\') + 1) != std::u16string::npos;
   const bool isNone = extension.empty() || extension.find(u'*') != std::u16string::npos;
   return hasPoint || isNone ? path : path + u'.' + extension;
@@ -226,7 +226,7 @@ bool CFileSelect::OnOk(std::u16string_view typedName) {
     ListFolder(TypedPath(name), filters_[CurPattern_].pattern);
     return false;
   }
-  name = WithExtension(std::move(name), core::FileExtension(filters_.front().pattern));
+  name = WithExtension(name, core::FileExtension(filters_.front().pattern));
   std::u16string path = isPath ? TypedPath(name) : PathOf(name);
   if (isPath && !IsFolderAt(path.substr(0, path.rfind(u'\\') + 1))) {
     return RefuseName(u"指定されたフォルダは存在しません。");

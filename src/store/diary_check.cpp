@@ -15,14 +15,15 @@ namespace store {
 namespace {
 
 // Without the column that a file of an older format lacks.
-constexpr std::u16string_view kReads[] = {
+constexpr std::u16string_view kReadActions =
     u"select f_nchActId, f_dtLastUpdate, f_nchStaDateTime, f_nchEndDateTime, f_fltLatitude, "
     u"f_fltLongitude, f_nvcSubject, f_nvcPlace, f_nvcCategory1, f_nvcCategory2, f_nvcMemo from "
-    u"t_UserData limit 0",
-    u"select f_nvcItem, f_nvcValue from t_SysInfo limit 0",
-    u"select f_nvcItem, f_i4Value from t_LongData limit 0",
-    u"select f_nvcItem, f_nvcValue from t_TextData limit 0",
-    u"select f_i4SNo, f_nchActId from t_RcdrData limit 0"};
+    u"t_UserData limit 0";
+constexpr std::u16string_view kReads[] = {kReadActions,
+                                          u"select f_nvcItem, f_nvcValue from t_SysInfo limit 0",
+                                          u"select f_nvcItem, f_i4Value from t_LongData limit 0",
+                                          u"select f_nvcItem, f_nvcValue from t_TextData limit 0",
+                                          u"select f_i4SNo, f_nchActId from t_RcdrData limit 0"};
 
 bool HoldsOurTablesAlone(Engine& engine) {
   static constexpr std::u16string_view kColumns[] = {u"tables", u"others"};
