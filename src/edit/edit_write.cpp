@@ -66,6 +66,9 @@ bool CEditAction::WriteRow(store::Action& action) {
     added = added || create;
     return true;
   }
+  // What kept the write from the diary says nothing of the values, and is said once.
+  const bool neverReached = store::NeverReachedFile(store::LastTrouble());
+  if (result == store::E_ABORT && neverReached) return false;  // by the message about the id
   const std::u16string code = u"(" + core::Hex(result) + u")";
   if (create) {
     platform::ShowNotice(store::WithReason(u"アクションの作成に失敗しました。" + code, result),
@@ -74,8 +77,7 @@ bool CEditAction::WriteRow(store::Action& action) {
     platform::ShowNotice(store::WithReason(u"アクションの変更に失敗しました。" + code, result),
                          u"アクション変更エラー", Icon::kStop);
   }
-  // A write that never reached the diary says nothing of the values.
-  if (result != store::E_FAIL || !store::NeverReachedFile(store::LastTrouble())) {
+  if (result != store::E_FAIL || !neverReached) {
     platform::ShowNotice(u"入力値が不正です。値を見直しください", u"入力値不正", Icon::kWarning);
   }
   return false;

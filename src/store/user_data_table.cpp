@@ -78,8 +78,7 @@ HRESULT CUserDataTable::Insert(Action& action) {
   const bool idIsMade = !action[kActId];
   if (idIsMade) {
     const HRESULT made = MakeUniqueActId(action[kActId]);
-    // That another program holds the file the caller says, once.
-    if (made == E_FAIL && LastTrouble() == Trouble::kBusy) return made;
+    if (made == E_ABORT) NoteTrouble(Trouble::kUnknown);  // all of them are taken
     if (Failed(made)) {
       platform::ShowNotice(WithReason(u"ユニークキーの生成に失敗しました。", made),
                            u"アクションの作成失敗", platform::Icon::kStop);

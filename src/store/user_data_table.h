@@ -26,8 +26,8 @@ class CUserDataTable : public CRowsetTable {
                    ColumnTexts row);
 
   // Stamps kLastUpdate, and makes an id if kActId is none. E_INVALIDARG if the id or the times are
-  // refused; E_ABORT, after a message, if no id could be made, unless another program holds the
-  // file. On a failure nothing is written and a made id is taken out again.
+  // refused; E_ABORT, after a message that says why, if no id could be made. On a failure nothing
+  // is written and a made id is taken out again.
   HRESULT Insert(Action& action);
   // Writes all columns but the id, which never changes. DB_E_NOTFOUND if there is no such row.
   HRESULT Update(std::u16string_view id, Action& action);

@@ -130,17 +130,6 @@ TEST_F(DamagedFileTest, AFileThatAnotherProgramHoldsIsWaitedFor) {
   EXPECT_EQ(LastTrouble(), Trouble::kBusy);
 }
 
-TEST_F(DamagedFileTest, AFileThatIsLockedMeanwhileLacksNoFreeId) {
-  SomeDataFile();
-  ASSERT_EQ(OpenDataFile(app), 0);
-  const auto holder = Engine::Open(path);
-  holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE; PRAGMA journal_mode=DELETE");
-  ASSERT_EQ(holder->Execute(u"delete from t_TextData"), S_OK);
-  Action action = MakeAction(u"2010/06/24 10:00:00", u"2010/06/24 10:00:00");
-  EXPECT_EQ(Users().Insert(action), E_FAIL) << "and no message of its own";
-  EXPECT_EQ(LastTrouble(), Trouble::kBusy);
-}
-
 // By whatever name it reaches the file, and though descriptors of the file are closed meanwhile.
 TEST_F(DamagedFileTest, TwoOfOursNeverHaveOneFile) {
   const std::string before = SomeDataFile();

@@ -76,6 +76,19 @@ TEST_F(EditAction, AChangeKeepsWhatTheScreenDoesNotEdit) {
   EXPECT_EQ(Stored(app.SelActId, store::kLatitude), "(none)");
 }
 
+TEST_F(EditAction, ADiaryThatAnotherProgramHoldsAloneIsReportedOnce) {
+  store::DisconnectDataFile();
+  ASSERT_EQ(store::ConnectDataFile(path), 0);
+  CEditAction screen = OpenNew();
+  const auto holder = store::Engine::Open(path);
+  holder->Execute(u"PRAGMA locking_mode=EXCLUSIVE");
+  ASSERT_EQ(holder->Execute(u"delete from t_TextData"), 0);
+  host.answers = {
+      "ユニークキーの生成に失敗しました。\nほかのプログラムがデータファイルを使用中です。"};
+  screen.OnCommand(kIdWrite);
+  EXPECT_FALSE(screen.ended);
+}
+
 TEST_F(EditAction, AFollowStartsAtTheEndAndIsBlank) {
   CEditAction screen = OpenAt(0, kOpenFollow);
   EXPECT_EQ(screen.fields.times.staTime, u"10:00");
