@@ -1,79 +1,66 @@
-// A growing list of texts in one block of memory: a million short texts cost no million
-// allocations, and a copy of the list is two block copies.
+// A growing list of many short texts, eight bytes each where they are ids or moments, as nearly all
+// of them are. Copies share what they hold: one of a million texts costs some thousand pointers.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
+
+#include "core/number_list.h"
 
 namespace core {
 
-// Holds at most 2^32 characters in all. Views of its texts live until the next change of the list.
+// What a text is kept as: an id ("ID" and 16 digits) or a moment ("yyyy/mm/dd hh:mm:ss", whatever
+// its digits) as its digits, so that moments stand in their order; every other text is odd.
+inline constexpr uint64_t kOddText = uint64_t{1} << 63;
+// kOddText for an odd one.
+uint64_t PackText(std::u16string_view text);
+
 // Beyond its end stands nothing: an empty text, which can't be removed.
 class TextList {
  public:
-  size_t Count() const { return spans_.size(); }
-  bool Empty() const { return spans_.empty(); }
+  TextList() = default;
+  // Of what Packed and Odd gave. Each odd number must have its text.
+  TextList(NumberList packed, std::vector<std::u16string> odd);
+
+  size_t Count() const { return numbers_.Count(); }
+  bool Empty() const { return Count() == 0; }
 
   // Empty beyond the end.
-  std::u16string_view At(size_t index) const {
-    if (index >= spans_.size()) return {};
-    const Span span = spans_[index];
-    return std::u16string_view(characters_).substr(span.begin, span.length);
-  }
+  std::u16string At(size_t index) const;
+  // Whether it's the text that stands there.
+  bool Holds(size_t index, std::u16string_view text) const;
+  // Whether it begins with a day, "yyyy/mm/dd".
+  bool IsOnDay(size_t index, std::u16string_view day) const;
+  // How the text stands to the one there, by their characters: below 0 for before, 0 for equal.
+  int Compare(std::u16string_view text, size_t index) const;
 
-  void Append(std::u16string_view text) {
-    spans_.push_back(
-        {static_cast<uint32_t>(characters_.size()), static_cast<uint32_t>(text.size())});
-    characters_.append(text);
-  }
-
+  void Append(std::u16string_view text) { numbers_.Append(Keep(text)); }
   // Moves what stands there and after it up by one. Beyond the end it is the last.
-  void InsertAt(size_t index, std::u16string_view text) {
-    index = std::min(index, spans_.size());
-    Append(text);
-    std::rotate(spans_.begin() + static_cast<ptrdiff_t>(index), spans_.end() - 1, spans_.end());
-  }
+  void InsertAt(size_t index, std::u16string_view text);
+  // Closes the gap.
+  void RemoveAt(size_t index);
+  void Clear() { *this = {}; }
 
-  // Closes the gap. The text's characters go once most of the block belongs to no text any more.
-  void RemoveAt(size_t index) {
-    if (index >= spans_.size()) return;
-    unused_ += spans_[index].length;
-    spans_.erase(spans_.begin() + static_cast<ptrdiff_t>(index));
-    if (unused_ > characters_.size() / 2) Pack();
-  }
-
-  void Reserve(size_t texts, size_t characters) {
-    spans_.reserve(texts);
-    characters_.reserve(characters);
-  }
-
-  void Clear() {
-    spans_.clear();
-    characters_.clear();
-    unused_ = 0;
-  }
+  // As PackText has them, at the same places; an odd one is kOddText and its place in Odd, which
+  // may hold others besides.
+  const NumberList& Packed() const { return numbers_; }
+  std::span<const std::u16string> Odd() const;
 
  private:
-  struct Span {
-    uint32_t begin;
-    uint32_t length;
-  };
+  using Texts = std::vector<std::u16string>;
 
-  void Pack() {
-    TextList packed;
-    packed.Reserve(Count(), characters_.size() - unused_);
-    for (size_t i = 0; i < Count(); ++i) packed.Append(At(i));
-    *this = std::move(packed);
-  }
+  uint64_t Keep(std::u16string_view text);
+  const std::u16string* OddAt(uint64_t number) const;
+  void DropUnused();
 
-  std::u16string characters_;
-  std::vector<Span> spans_;
-  size_t unused_ = 0;  // characters of removed texts
+  NumberList numbers_;
+  std::shared_ptr<Texts> odd_;  // none as long as there is none
+  size_t unused_ = 0;           // odd texts that were removed
 };
 
 }  // namespace core

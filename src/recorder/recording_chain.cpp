@@ -23,7 +23,7 @@ constexpr ReadSite kListSite = {u"CRecorderDlg::SetActList", 1762, u"CRecorderDl
 constexpr ReadSite kRunningSite = {u"CRecorderDlg::SetActList", 1919, u"CRecorderDlg::SetActList",
                                    1919};
 
-std::u16string_view NewestOf(const core::TextList& history) {
+std::u16string NewestOf(const core::TextList& history) {
   return history.At(history.Count() - 1);
 }
 

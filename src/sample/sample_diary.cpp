@@ -112,7 +112,7 @@ bool WriteChain(const core::CAppState& app, const core::TextList& chain) {
   const store::CDbSession& session = store::dbSession();
   const int32_t count = static_cast<int32_t>(chain.Count());
   for (int32_t i = 0; i < count; ++i) {
-    const std::u16string_view id = chain.At(static_cast<size_t>(i));
+    const std::u16string id = chain.At(static_cast<size_t>(i));
     if (store::Failed(session.RcdrTable->SetRcdrRow(i, id))) return false;
   }
   return !store::Failed(session.LongTable->SetLong(recorder::kHistNumKey, count)) &&

@@ -8,6 +8,7 @@
 #include "core/date_time.h"
 #include "core/settings_choices.h"
 #include "core/text.h"
+#include "platform/utf.h"
 #include "store/session.h"
 
 namespace store {
@@ -16,7 +17,8 @@ namespace {
 // How a moment stands to the start at `position`: 1 later, 0 equal, -1 earlier.
 int CompareWithStart(const core::CAppState& app, std::u16string_view date, std::u16string_view time,
                      size_t position) {
-  const core::MomentText start = core::SplitMoment(app.ActStarts.At(position));
+  const std::u16string text = app.ActStarts.At(position);
+  const core::MomentText start = core::SplitMoment(text);
   return core::CompareDateTime(date, time, start.date, start.time);
 }
 
@@ -97,10 +99,24 @@ int FindActionPosition(const core::CAppState& app, std::u16string_view actId) {
   const int first = FindActionIndexLower(app, moment.date, moment.time, LowerMode::kAtOrAfter);
   for (int i = first; i < app.IndexCount; ++i) {
     const auto position = static_cast<size_t>(i);
-    if (app.ActStarts.At(position) != wanted) break;
-    if (app.ActIds.At(position) == actId) return i;
+    if (!app.ActStarts.Holds(position, wanted)) break;
+    if (app.ActIds.Holds(position, actId)) return i;
   }
   return -1;
+}
+
+// The rows are named as well as described: what is kept of them may be less than what they hold.
+std::optional<std::u16string> TouchingCondition(std::u16string_view from, std::u16string_view to) {
+  const CDbSession& session = dbSession();
+  if (!session.Session || session.Starts->Refresh() != 0) return std::nullopt;
+  std::string rows;
+  for (const int64_t row : session.Starts->Touching(from, to)) {
+    if (!rows.empty()) rows += ',';
+    rows += std::to_string(row);
+  }
+  return u"rowid in (select value from json_each('[" + platform::ToUtf16(rows) +
+         u"]')) and f_nchStaDateTime < '" + std::u16string(to) + u"' and f_nchEndDateTime >= '" +
+         std::u16string(from) + u"'";
 }
 
 }  // namespace store

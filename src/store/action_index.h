@@ -2,6 +2,8 @@
 // rebuilt as a whole after every change and never patched. Its lookups need no SQL.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "core/app_state.h"
@@ -31,5 +33,10 @@ int FindActionIndexByPosition(const core::CAppState& app, std::u16string_view da
 // Exact position of an id, -1 if it isn't in the index; -101 empty index, -103 select failed,
 // -104 no such row, -105 read failed.
 int FindActionPosition(const core::CAppState& app, std::u16string_view actId);
+
+// The SQL condition of the Actions that start before `to` and end at `from` or later, both
+// "yyyy/mm/dd hh:mm:ss", found without reading the others. It's that of the moment: a later change
+// isn't in it. None if no file is open or a changed row can't be read.
+std::optional<std::u16string> TouchingCondition(std::u16string_view from, std::u16string_view to);
 
 }  // namespace store

@@ -21,7 +21,6 @@
 namespace store {
 namespace {
 
-constexpr int kLockWaitMs = 2000;
 constexpr int kLongestValue = 128 << 20;  // bytes
 // The file itself, and what an open engine keeps beside it.
 constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
@@ -208,6 +207,10 @@ bool Engine::WasOpenedAs(std::u16string_view path) const {
   return platform::ToHostPath(path) == hostPath_;
 }
 
+std::u16string Engine::Path() const {
+  return platform::FromHostPath(hostPath_).value_or(u"");
+}
+
 bool Engine::IsInPlace() const {
   return IsOpenFile(hostPath_).value_or(false);
 }
@@ -233,7 +236,7 @@ bool Engine::Keeps(std::u16string_view path) const {
   for (const std::string_view suffix : kFileSuffixes) {
     if (LeadsTo(path, file + platform::ToUtf16(suffix))) return true;
   }
-  std::u16string own = platform::FromHostPath(hostPath_).value_or(u"");
+  std::u16string own = Path();
   while (own.rfind(u'\\') != std::u16string::npos) {
     own.resize(own.rfind(u'\\'));
     if (platform::files().IsSameFile(path, own)) return true;
@@ -243,7 +246,7 @@ bool Engine::Keeps(std::u16string_view path) const {
 
 void Engine::TakeCharge() {
   inCharge_ = true;
-  const std::u16string path = platform::FromHostPath(hostPath_).value_or(u"");
+  const std::u16string path = Path();
   for (const std::string_view suffix : kFileSuffixes) {
     platform::files().Narrow(path + platform::ToUtf16(suffix));
   }

@@ -28,6 +28,8 @@ struct sqlite3;
 
 namespace store {
 
+inline constexpr int kLockWaitMs = 2000;
+
 class Engine;
 class SnapshotCopy;
 class Statement;
@@ -88,6 +90,15 @@ class RowSet {
 struct RowChanges {
   bool all = true;
   std::vector<int64_t> rows;
+};
+
+// A state of a file that nobody has open for writing: whatever writes to it, or puts another in its
+// place, changes one of these.
+struct FileMark {
+  uint64_t device, inode, size;
+  uint64_t modified, changed;  // nanoseconds, by the file system's clock
+  uint64_t commits;            // as the file counts them
+  bool operator==(const FileMark&) const = default;
 };
 
 // What is read between these two is one state of the file, whoever writes to it meanwhile.
@@ -151,8 +162,9 @@ class Engine {
   // Called at the beginning of every write, when the journal is ready for it, until the file is
   // closed. It may read and start a copy, but not write.
   void OnWrite(std::function<void(Engine&)> onWrite) { onWrite_ = std::move(onWrite); }
-  // `path` is the one that the file was opened by.
+  // `path` is the one that the file was opened by, which is Path.
   bool WasOpenedAs(std::u16string_view path) const;
+  std::u16string Path() const;
   // Closes the file. Until Become nothing can be read or written.
   void Close();
   // Takes over the file of `other`; the tables that hang from this engine then mean that one.
@@ -184,6 +196,13 @@ class Engine {
   // after a statement of Execute, and once another connection has committed anything. To be called
   // within the ReadView in which the rows are then read.
   RowChanges TakeRowChanges();
+
+  // The state that's being read; none while the file has a log. Within a ReadView that has read.
+  std::optional<FileMark> Mark();
+  // Before closing: brings the file to the rollback form and answers its mark, while no other
+  // program can write to it; `refresh` is called ahead of that, to read what others may have
+  // written. None, with nothing done, where the file is in use elsewhere or `refresh` says no.
+  std::optional<FileMark> Settle(const std::function<bool()>& refresh);
 
   // A statement without result.
   HRESULT Execute(std::u16string_view sql);
@@ -227,6 +246,8 @@ class Engine {
   HRESULT WriteFirst(std::string_view sql, std::u16string_view table,
                      std::span<const Field> fields);
   void SwitchToLog();
+  bool IsLogEmpty();
+  std::optional<uint64_t> CountOfCommits();  // in the file, without those of its log
   void NoteRow(std::string_view table, int64_t row);
 
   std::unique_ptr<FileLock> lock_;  // goes after the database is closed

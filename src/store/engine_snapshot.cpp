@@ -16,8 +16,6 @@
 namespace store {
 namespace {
 
-constexpr int kLockWaitMs = 2000;
-
 bool Runs(sqlite3* database, const char* sql) {
   return sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }

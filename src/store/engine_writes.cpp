@@ -1,6 +1,8 @@
 // When and how writes reach the disk, and which rows they have touched.
 #include <sqlite3.h>
+#include <sys/stat.h>
 
+#include <array>
 #include <random>
 #include <utility>
 
@@ -25,6 +27,8 @@ HRESULT Engine::BeginWrite() {
   const HRESULT confirmed = ConfirmWritable();
   if (Failed(confirmed)) return confirmed;
   PrepareJournal();
+  const HRESULT switched = SettleLeftovers();
+  if (Failed(switched)) return switched;
   if (onWrite_) onWrite_(*this);
   return S_OK;
 }
@@ -58,10 +62,48 @@ HRESULT Engine::SettleLeftovers() {
 }
 
 // The file and its log bear one stamp: a log that is left beside another file is known by it.
+// What SQLite can't tell from another program's commit is our own switch. That nobody else has
+// written shows in the file's count of commits, of which ours are two, and in a log that is empty.
 void Engine::SwitchToLog() {
   const std::string stamp =
       "PRAGMA user_version=" + std::to_string(std::random_device{}() >> 1) + ";";
-  RunScript(stamp + "PRAGMA journal_mode=WAL;" + stamp);
+  const auto version = [this] { return ReadValue("PRAGMA data_version", {}); };
+  const auto commitStamp = [&] {
+    const bool isDone = !Failed(RunScript(stamp + "COMMIT"));
+    if (!isDone) RunScript("ROLLBACK");
+    return isDone;
+  };
+  if (Failed(RunScript("BEGIN IMMEDIATE"))) return;
+  const bool isKnown = version() == dataVersion_;
+  const auto before = CountOfCommits();
+  if (!commitStamp()) return;
+  RunScript("PRAGMA journal_mode=WAL");
+  if (Failed(RunScript("BEGIN IMMEDIATE"))) return;
+  const auto after = CountOfCommits();
+  const auto now = version();
+  const bool isAlone = isKnown && before && after == *before + 2 && IsLogEmpty();
+  if (commitStamp() && isAlone && now) dataVersion_ = *now;
+}
+
+bool Engine::IsLogEmpty() {
+  sqlite3_file* log = nullptr;
+  sqlite3_file_control(database_, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);
+  sqlite3_int64 size = 0;
+  const bool isOpen = log != nullptr && log->pMethods != nullptr;
+  return isOpen && log->pMethods->xFileSize(log, &size) == SQLITE_OK && size == 0;
+}
+
+std::optional<uint64_t> Engine::CountOfCommits() {
+  constexpr int kPlace = 24;  // in the file's head, big-endian
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(database_, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  std::array<uint8_t, 4> bytes{};
+  const bool isRead = file != nullptr && file->pMethods != nullptr &&
+                      file->pMethods->xRead(file, bytes.data(), 4, kPlace) == SQLITE_OK;
+  if (!isRead) return {};
+  uint64_t count = 0;
+  for (const uint8_t byte : bytes) count = count << 8 | byte;
+  return count;
 }
 
 // While a row set of ours is open the journal cannot be switched: that write goes through a
@@ -150,6 +192,43 @@ RowChanges Engine::TakeRowChanges() {
   if (!version || *version != dataVersion_) taken = {};
   dataVersion_ = version.value_or("");
   return taken;
+}
+
+std::optional<FileMark> Engine::Mark() {
+  struct stat status;
+  const auto count = CountOfCommits();
+  const bool isThere = count && stat(hostPath_.c_str(), &status) == 0 && IsInPlace();
+  if (!isThere || ReadValue("PRAGMA journal_mode", {}) != "delete") return {};
+  const auto moment = [](const timespec& time) {
+    return static_cast<uint64_t>(time.tv_sec) * 1'000'000'000 + static_cast<uint64_t>(time.tv_nsec);
+  };
+  return FileMark{device_,
+                  inode_,
+                  static_cast<uint64_t>(status.st_size),
+                  moment(status.st_mtim),
+                  moment(status.st_ctim),
+                  *count};
+}
+
+// A file that is held alone keeps its journal, emptied; SQLite removes it on its way through
+// another mode.
+std::optional<FileMark> Engine::Settle(const std::function<bool()>& refresh) {
+  if (!journalReady_) return {};
+  const Trouble former = LastTrouble();  // closing is no reason for what failed before
+  FinishCopy();
+  Rollback();
+  sqlite3_busy_timeout(database_, 0);
+  const bool isAlone = !Failed(RunScript("PRAGMA locking_mode=EXCLUSIVE;BEGIN EXCLUSIVE;COMMIT"));
+  std::optional<FileMark> mark;
+  if (isAlone && refresh() && !Failed(RunScript("PRAGMA journal_mode=DELETE"))) {
+    mark = Mark();
+    journalReady_ = false;
+  }
+  RunScript("PRAGMA locking_mode=NORMAL");
+  if (mark) RunScript("PRAGMA journal_mode=TRUNCATE;PRAGMA journal_mode=DELETE");
+  sqlite3_busy_timeout(database_, kLockWaitMs);
+  NoteTrouble(former);
+  return mark;
 }
 
 }  // namespace store

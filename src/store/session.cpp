@@ -114,6 +114,7 @@ void DisconnectDataFile() {
   session.TextTable.reset();
   session.SysInfoTable.reset();
   session.RcdrTable.reset();
+  if (session.Starts) session.Starts->Keep();
   session.Starts.reset();
   session.Session.reset();
 }

@@ -1,15 +1,19 @@
-// Ids and starts of all Actions in the order of their starts, equal starts in the order of their
-// insertion: what the Action index is rebuilt from. It lives as long as its connection and reads
-// again only the rows that have changed meanwhile, whoever changed them. Interface thread only.
+// Ids, starts and ends of all Actions in the order of their starts, equal starts in the order of
+// their insertion: what the Action index is rebuilt from, and what tells which Actions touch a day.
+// It lives as long as its connection and reads again only the rows that have changed meanwhile,
+// whoever changed them. 32 bytes an Action. Interface thread only.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/text_list.h"
 #include "store/engine.h"
+#include "store/kept_index.h"
 
 namespace store {
 
@@ -21,26 +25,37 @@ class SortedStarts {
   // Brings the lists to what the file holds now. 0, -3 if a select failed, -101 if a row could not
   // be read; the lists then hold what was read.
   int Refresh();
+  // Before the engine closes its file: keeps the rows for the next start, where they are many. The
+  // engine is good for closing only.
+  void Keep();
 
   // Entry i of one belongs to entry i of the other.
-  const core::TextList& Ids() const { return ids_; }
-  const core::TextList& Starts() const { return starts_; }
+  const core::TextList& Ids() const { return rows_.ids; }
+  const core::TextList& Starts() const { return rows_.starts; }
+
+  // Row ids, in the order of the list, of all Actions that start before `to` and end at `from` or
+  // later, both "yyyy/mm/dd hh:mm:ss". Those among them whose end is no such text may do neither.
+  std::vector<int64_t> Touching(std::u16string_view from, std::u16string_view to) const;
 
  private:
+  using Texts = std::array<std::optional<std::u16string>, 3>;
   struct Row {
-    std::u16string id, start;
+    std::u16string_view id, start, end;
   };
 
+  int ReadKeptOrAll();
   int ReadAll();
-  void SortAll();
   int ReadAgain(int64_t rowId);
-  int ReadRow(int64_t rowId, std::optional<Row>& row);
+  int ReadRow(int64_t rowId, Texts& texts, bool& isThere);
   void Insert(int64_t rowId, const Row& row);
+  void Remove(size_t place);
+  size_t PlaceFor(int64_t rowId, std::u16string_view start) const;
 
   Engine& engine_;
   bool isWhole_ = false;  // the last refresh succeeded
-  core::TextList ids_, starts_;
-  std::vector<int64_t> rowIds_;
+  IndexRows rows_;
+  std::optional<FileMark> mark_;  // of the state that they were read from, all at once
+  bool isKept_ = false;           // they came from the kept ones
 };
 
 }  // namespace store

@@ -41,11 +41,14 @@ void AddRow(const core::CAppState& app, const store::Action& action, std::u16str
                         core::RemoveLineBreaks(TextOf(action, store::kMemo))});
 }
 
-std::u16string SpanningSql(const core::CAppState& app, const std::u16string& day) {
-  std::u16string sql = u"select * from t_UserData where f_nchStaDateTime < '" + day +
-                       u" 24:00:00' and f_nchEndDateTime >= '" + day + u" 00:00:00'";
+// Opens the rows of the Actions that touch the day and pass the find.
+store::HRESULT SelectSpanning(const core::CAppState& app, store::CUserDataTable& table,
+                              const std::u16string& day) {
+  const auto touching = store::TouchingCondition(day + u" 00:00:00", day + u" 24:00:00");
+  if (!touching) return store::E_FAIL;
+  std::u16string sql = u"select * from t_UserData where " + *touching;
   if (app.FindWhere) sql += u" and " + *app.FindWhere;
-  return sql + u" order by f_nchStaDateTime asc";
+  return table.Select(sql + u" order by f_nchStaDateTime asc");
 }
 
 // Takes the rows of the open select, up to the first that cannot be read.
@@ -97,7 +100,7 @@ ViewRows ReadSpanningDay(const core::CAppState& app, std::u16string_view caller,
   const std::u16string day = core::CurDate();
   store::CUserDataTable* table = store::dbSession().UserTable.get();
   const store::HRESULT result =
-      table == nullptr ? store::E_POINTER : table->Select(SpanningSql(app, day));
+      table == nullptr ? store::E_POINTER : SelectSpanning(app, *table, day);
   if (store::Failed(result)) {
     rows.abandoned = true;
     if (table != nullptr) table->CloseRS();

@@ -43,7 +43,7 @@ MonthData CountMonth(const core::CAppState& app, int year, int month) {
     if (!cell.day) continue;
     const std::u16string date = core::DayText(*cell.day);
     while (position < app.IndexCount &&
-           core::SplitMoment(app.ActStarts.At(static_cast<size_t>(position))).date == date) {
+           app.ActStarts.IsOnDay(static_cast<size_t>(position), date)) {
       ++position;
       ++cell.count;
     }

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "core/action_id.h"
+#include "core/text.h"
 #include "core/text_list.h"
 #include "support/fake_host.h"
 
@@ -46,30 +50,74 @@ TEST(PlaceHistory, MayKeepMovementsOut) {
   }
 }
 
-TEST(TextList, KeepsTheOthersWhenOneGoesOrComes) {
-  TextList list;
-  for (const char16_t* text : {u"会社", u"", u"自宅", u"公園"}) list.Append(text);
-  list.RemoveAt(0);
-  list.RemoveAt(1);
-  list.InsertAt(2, u"学校");
-  list.InsertAt(1, u"公園");
-  list.RemoveAt(2);
-  list.RemoveAt(3);
-  ASSERT_EQ(list.Count(), 3u);
-  EXPECT_EQ(list.At(3), u"");
-  EXPECT_EQ(list.At(static_cast<size_t>(-1)), u"");
-  EXPECT_EQ(list.At(0), u"");
-  EXPECT_EQ(list.At(1), u"公園");
-  EXPECT_EQ(list.At(2), u"学校");
-  for (int i = 0; i < 1000; ++i) {
-    list.RemoveAt(2);
-    list.InsertAt(2, u"学校");
+std::u16string RandomText(std::minstd_rand& chance) {
+  static constexpr std::u16string_view kOdd[] = {u"", u"学校", u"2010/06/23 1:00:00", u"id", u"ID"};
+  const std::u16string digits = ZeroPadded(static_cast<int>(chance() % 3000), 4);
+  switch (chance() % 8) {
+    case 0:
+      return std::u16string(kOdd[chance() % std::size(kOdd)]);
+    case 1:
+      return u"2010/06/2x " + digits;  // as long as nothing that is packed
+    case 2:
+      return u"ID99999999999999" + digits.substr(2);
+    default:
+      return u"2010/" + digits.substr(0, 2) + u'/' + digits.substr(2) + u" 24:00:00";
   }
-  EXPECT_LT(list.At(2).data() - list.At(1).data(), 20) << "what was removed takes no room";
-  const TextList copy = list;
-  list.Clear();
-  EXPECT_TRUE(list.Empty());
-  EXPECT_EQ(copy.At(2), u"学校");
+}
+
+TEST(TextList, IsAListWhateverItHoldsAndItsCopiesKeepWhatTheyHad) {
+  std::minstd_rand chance;
+  TextList list, copy;
+  std::vector<std::u16string> expected, copied;
+  const auto expectTexts = [](const TextList& found, const std::vector<std::u16string>& texts) {
+    ASSERT_EQ(found.Count(), texts.size());
+    for (size_t i = 0; i < texts.size(); ++i) ASSERT_EQ(found.At(i), texts[i]) << i;
+    EXPECT_EQ(found.At(texts.size()), u"");
+  };
+  for (int step = 0; step < 12'000; ++step) {
+    const std::u16string text = RandomText(chance);
+    const size_t place = chance() % (expected.size() + 1);
+    if (step < 3'000 || chance() % 2 == 0) {
+      list.InsertAt(place, text);
+      expected.insert(expected.begin() + static_cast<ptrdiff_t>(place), text);
+    } else if (place < expected.size()) {
+      list.RemoveAt(place);
+      expected.erase(expected.begin() + static_cast<ptrdiff_t>(place));
+    }
+    if (!expected.empty()) {
+      const size_t other = chance() % expected.size();
+      const int order = text.compare(expected[other]);
+      ASSERT_EQ(list.Compare(text, other) < 0, order < 0);
+      ASSERT_EQ(list.Compare(text, other) > 0, order > 0);
+      ASSERT_EQ(list.Holds(other, text), order == 0);
+      const std::u16string day = text.substr(0, 10);
+      ASSERT_EQ(list.IsOnDay(other, day), expected[other].starts_with(day));
+    }
+    if (step % 1'500 == 0) {
+      expectTexts(list, expected);
+      expectTexts(copy, copied);
+      copy = list;
+      copied = expected;
+    }
+  }
+}
+
+TEST(NumberList, FindsANumberWhereverItStands) {
+  std::minstd_rand chance;
+  NumberList list;
+  for (uint64_t i = 0; i < 5'000; ++i)
+    list.InsertAt(list.Count() - std::min(list.Count(), size_t{chance() % 50}), i);
+  list.InsertAt(10, 9'000);
+  list.InsertAt(4'000, 3);
+  for (const uint64_t number : {0, 1, 500, 2'500, 4'999, 9'000}) {
+    ASSERT_LT(list.Find(number), list.Count());
+    EXPECT_EQ(list.At(list.Find(number)), number);
+  }
+  EXPECT_EQ(list.Find(7'000), list.Count());
+  for (size_t block = 0; block < list.Blocks(); ++block) {
+    EXPECT_EQ(list.Greatest(block), std::ranges::max(list.Block(block)));
+    EXPECT_EQ(list.BlockOf(list.Begin(block)), block);
+  }
 }
 
 TEST(ActionId, HoldsTheClockAndTheDraw) {

@@ -31,7 +31,7 @@ class ExchangeTest : public store_test::StoreTest {
   std::string Found() const {
     std::string found;
     for (int i = 0; i < app.IndexCount; ++i) {
-      const std::u16string_view id = app.ActIds.At(static_cast<size_t>(i));
+      const std::u16string id = app.ActIds.At(static_cast<size_t>(i));
       found += static_cast<char>(id.back());
     }
     return found;

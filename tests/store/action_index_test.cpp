@@ -97,6 +97,76 @@ TEST_F(ActionIndexTest, ReloadSeesEveryChangeWhoeverMadeIt) {
   }
 }
 
+// Days of one month, equal starts, ends before their starts, and texts that are no moments.
+class RandomDiary {
+ public:
+  static constexpr unsigned kDays = 30;
+
+  std::u16string Day() {
+    return u"2010/06/" + core::ZeroPadded(static_cast<int>(chance_() % kDays) + 1, 2);
+  }
+  std::optional<std::u16string> Moment() {
+    static constexpr std::u16string_view kOdd[] = {u"", u"2010/06/15", u"2010/6/15 12:00:00", u"z"};
+    const unsigned odd = chance_() % 60;
+    if (odd == 0) return std::nullopt;
+    if (odd <= std::size(kOdd)) return std::u16string(kOdd[odd - 1]);
+    return Day() + u' ' + core::ZeroPadded(static_cast<int>(chance_() % 25), 2) + u":00:00";
+  }
+  // Inserts, changes or deletes one Action.
+  void WriteOne(Engine& writer) {
+    const std::u16string id = u"ID" + core::ZeroPadded(static_cast<int>(chance_() % 3000), 16);
+    const auto start = Moment(), end = chance_() % 10 == 0 ? Moment() : start;
+    const Field key{kActionColumns[kActId], id};
+    const std::array row{key, Field{kActionColumns[kStaDateTime], start},
+                         Field{kActionColumns[kEndDateTime], end}};
+    const unsigned what = chance_() % 10;
+    if (what < 6) {
+      writer.Insert(u"t_UserData", row);
+    } else if (what < 9) {
+      writer.UpdateFirst(u"t_UserData", key, std::span(row).subspan(1));
+    } else {
+      writer.DeleteFirst(u"t_UserData", key);
+    }
+  }
+
+ private:
+  std::minstd_rand chance_;
+};
+
+std::vector<int64_t> RowsWhere(const std::u16string& condition) {
+  std::unique_ptr<RowSet> rows;
+  EXPECT_EQ(dbSession().Session->OpenRows(u"select rowid from t_UserData where " + condition +
+                                              u" order by f_nchStaDateTime asc",
+                                          rows),
+            S_OK);
+  std::vector<int64_t> found;
+  while (rows && rows->Next({}) == S_OK) found.push_back(rows->Number(0));
+  return found;
+}
+
+TEST_F(ActionIndexTest, WhatTouchesADayIsFoundAsIfAllRowsWereRead) {
+  EXPECT_FALSE(TouchingCondition(u"2010/06/23 00:00:00", u"2010/06/23 24:00:00"));
+  CreateFile();
+  const std::unique_ptr<Engine> other = Engine::Open(path);
+  RandomDiary diary;
+  size_t touching = 0;
+  for (int round = 0; round < 40; ++round) {
+    Engine& writer = round % 3 == 2 ? *other : *dbSession().Session;
+    writer.BeginTransaction();
+    for (int i = round == 0 ? 4'000 : 100 * (round % 5); i > 0; --i) diary.WriteOne(writer);
+    writer.Commit();
+    const std::u16string from = diary.Day() + u" 00:00:00", to = diary.Day() + u" 24:00:00";
+    SCOPED_TRACE(platform::ToUtf8(from + u' ' + to));
+    const auto condition = TouchingCondition(from, to);
+    ASSERT_TRUE(condition);
+    const std::vector<int64_t> all =
+        RowsWhere(u"f_nchStaDateTime < '" + to + u"' and f_nchEndDateTime >= '" + from + u"'");
+    ASSERT_EQ(RowsWhere(*condition), all);
+    touching += all.size();
+  }
+  EXPECT_GT(touching, 500u);
+}
+
 TEST_F(ActionIndexTest, EmptyAndClosed) {
   EXPECT_EQ(ReloadActionIndex(app), -3) << "no file is open";
   CreateFile();

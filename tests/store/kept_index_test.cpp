@@ -1,0 +1,139 @@
+#include "store/kept_index.h"
+
+#include <sys/stat.h>
+
+#include <fstream>
+#include <random>
+
+#include "store/action_index.h"
+#include "store/store_fixture.h"
+
+namespace store_test {
+namespace {
+
+using namespace store;
+
+class KeptIndexTest : public StoreTest {
+ protected:
+  static constexpr int kMany = 20'000;
+
+  static void Write(Engine& writer, int from, int count) {
+    ASSERT_EQ(writer.BeginTransaction(), S_OK);
+    for (int i = from; i < from + count; ++i) {
+      const std::u16string id = u"ID" + core::ZeroPadded(i, 16);
+      const std::u16string start = u"2010/06/23 12:" + core::ZeroPadded(i * 7 % 60, 2) + u":00";
+      // One of them bears an id that isn't as short as the others.
+      const Field row[] = {{kActionColumns[kActId], i == from ? id.substr(0, 17) + u"x" : id},
+                           {kActionColumns[kStaDateTime], start},
+                           {kActionColumns[kEndDateTime], start}};
+      ASSERT_EQ(writer.Insert(u"t_UserData", row), S_OK);
+    }
+    ASSERT_EQ(writer.Commit(), S_OK);
+  }
+
+  void CreateLargeFile() {
+    CreateFile();
+    Write(*dbSession().Session, 0, kMany);
+    ASSERT_EQ(LoadActionIndex(app), 0);
+    DisconnectDataFile();
+    ASSERT_TRUE(Kept());
+  }
+
+  // What is kept for the closed file as it is now.
+  std::optional<IndexRows> Kept() {
+    const std::unique_ptr<Engine> engine = Engine::Open(path);
+    const ReadView view(*engine);
+    engine->TakeRowChanges();
+    const auto mark = engine->Mark();
+    return mark ? ReadKeptIndex(path, *mark) : std::nullopt;
+  }
+
+  static std::u16string Lines(const core::TextList& ids, const core::TextList& starts) {
+    std::u16string lines;
+    for (size_t i = 0; i < ids.Count(); ++i) (lines += ids.At(i)) += starts.At(i);
+    return lines;
+  }
+
+  // The index of the file opened anew is the one that its rows make.
+  void ExpectTrueIndex() {
+    ASSERT_EQ(ConnectDataFile(path), S_OK);
+    EXPECT_EQ(LoadActionIndex(app), 0);
+    std::ofstream(keptPath).close();
+    const std::unique_ptr<Engine> other = Engine::Open(path);
+    SortedStarts fresh(*other);
+    ASSERT_EQ(fresh.Refresh(), 0);
+    EXPECT_EQ(Lines(app.ActIds, app.ActStarts), Lines(fresh.Ids(), fresh.Starts()));
+  }
+
+  std::string keptPath = hostPath + "-index";
+};
+
+TEST_F(KeptIndexTest, IsTheIndexOfTheFileAsLongAsNobodyWritesToIt) {
+  CreateLargeFile();
+  struct stat status;
+  ASSERT_EQ(stat(keptPath.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
+  EXPECT_NE(stat((hostPath + "-journal").c_str(), &status), 0) << "the file is one file";
+  const auto kept = Kept();
+  EXPECT_EQ(kept->rowIds.Count(), static_cast<size_t>(kMany));
+  ASSERT_EQ(ConnectDataFile(path), S_OK);
+  ASSERT_EQ(LoadActionIndex(app), 0);
+  EXPECT_EQ(Lines(kept->ids, kept->starts), Lines(app.ActIds, app.ActStarts));
+  Write(*dbSession().Session, kMany, 300);
+  DisconnectDataFile();
+  ASSERT_TRUE(Kept()) << "a session's own writes are in it";
+  EXPECT_EQ(Kept()->rowIds.Count(), kMany + 300u);
+  Write(*Engine::Open(path), kMany + 300, 1);
+  EXPECT_FALSE(Kept()) << "another program has written";
+  ExpectTrueIndex();
+}
+
+TEST_F(KeptIndexTest, IsNotKeptOfAFileThatSomebodyElseHasOpen) {
+  CreateLargeFile();
+  ASSERT_EQ(ConnectDataFile(path), S_OK);
+  ASSERT_EQ(LoadActionIndex(app), 0);
+  Write(*dbSession().Session, kMany, 1);
+  const std::unique_ptr<Engine> other = Engine::Open(path);
+  std::optional<ReadView> reads(*other);
+  other->TakeRowChanges();
+  DisconnectDataFile();
+  reads.reset();
+  Write(*other, kMany + 1, 1);
+  EXPECT_FALSE(Kept());
+  ExpectTrueIndex();
+}
+
+TEST_F(KeptIndexTest, IsNothingOnceItIsDamaged) {
+  CreateLargeFile();
+  const std::string whole = testing_support::ReadWholeFile(keptPath);
+  std::minstd_rand chance;
+  for (int round = 0; round < 30; ++round) {
+    std::string damaged = whole;
+    const size_t place = round < 10 ? static_cast<size_t>(round) * 8 : chance() % whole.size();
+    if (round % 3 == 0) {
+      damaged.resize(place);
+    } else {
+      damaged[place] = static_cast<char>(damaged[place] ^ (1 << chance() % 8));
+    }
+    std::ofstream(keptPath, std::ios::binary) << damaged;
+    ASSERT_FALSE(Kept()) << place;
+  }
+  ExpectTrueIndex();
+}
+
+TEST_F(KeptIndexTest, TheFirstWriteOfASessionLeavesWhatWasRead) {
+  CreateLargeFile();
+  for (const bool someoneWrites : {false, true}) {
+    SCOPED_TRACE(someoneWrites);
+    ASSERT_EQ(ConnectDataFile(path), S_OK);
+    Engine& engine = *dbSession().Session;
+    engine.TakeRowChanges();
+    if (someoneWrites) Write(*Engine::Open(path), kMany, 1);
+    engine.PrepareJournal();
+    EXPECT_EQ(engine.TakeRowChanges().all, someoneWrites);
+    DisconnectDataFile();
+  }
+}
+
+}  // namespace
+}  // namespace store_test
