@@ -2,6 +2,7 @@
 // the views' own queries. ReloadActionIndex drops it again.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -23,9 +24,18 @@ struct FindSpan {
 // NULL. `mask` joins values of FindTarget.
 std::u16string FindCondition(const FindSpan& span, std::u16string_view text, int mask);
 
+inline constexpr int kFindFailed = -101;
+inline constexpr int kFindStopped = -102;
+
+// Called while a find goes through the diary, every 20 ms or so, with the hundredths that it has
+// gone through, below kFindIsThrough. False stops it.
+inline constexpr int kFindIsThrough = 100;
+using FindProgress = std::function<bool(int hundredths)>;
+
 // Puts the condition into FindWhere and the rows it finds into the Action index, by start
-// ascending. Their number, or -101 on a failure: a select that cannot run leaves the index as it
-// is, a row that cannot be read leaves what was read.
-int FindActions(core::CAppState& app, const FindSpan& span, std::u16string_view text, int mask);
+// ascending. Their number, or kFindFailed: a select that cannot run leaves the index as it is, a
+// row that cannot be read leaves what was read. kFindStopped, with all as it was.
+int FindActions(core::CAppState& app, const FindSpan& span, std::u16string_view text, int mask,
+                const FindProgress& progress = {});
 
 }  // namespace exchange

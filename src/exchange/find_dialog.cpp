@@ -17,6 +17,7 @@ using platform::Icon;
 using platform::ShowNotice;
 
 constexpr std::u16string_view kNoon = u"12:00";
+constexpr uint32_t kPatience = 300;  // milliseconds until a find counts as long
 constexpr int kStartRefused = -1;
 constexpr int kEndRefused = -2;
 
@@ -196,15 +197,24 @@ void CFind::Store() const {
   app_.DispListAfterFind = fields.dispListAfterFind ? core::kOn : core::kOff;
 }
 
+int CFind::Find() {
+  const platform::WaitCursor waiting;
+  const uint32_t begun = platform::host().TickCount();
+  bool isLong = false;
+  const int found = FindActions(app_, SpanOf(fields), fields.text, Mask(), [&](int hundredths) {
+    isLong = showLong_ && platform::host().TickCount() - begun >= kPatience;
+    return !isLong || showLong_(hundredths);
+  });
+  if (isLong) showLong_(kFindIsThrough);
+  return found;
+}
+
 bool CFind::OnFind() {
   if (!ApplyEditor()) return false;
   app_.FindHistory.Add(fields.text);
   Store();
-  int found = 0;
-  {
-    const platform::WaitCursor waiting;
-    found = FindActions(app_, SpanOf(fields), fields.text, Mask());
-  }
+  const int found = Find();
+  if (found == kFindStopped) return false;
   if (found < 0) {
     ShowNotice(u"検索中にエラーが発生しました。", u"検索エラー", Icon::kWarning);
     return false;

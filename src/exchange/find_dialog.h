@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/app_state.h"
+#include "exchange/find.h"
 
 namespace exchange {
 
@@ -61,12 +62,16 @@ class CFind {
   void ResetFindDialog();
   // The find step. True if the dialog is to close.
   bool OnFind();
+  // What shows a find that lasts, with the hundredths that it has gone through, kFindIsThrough at
+  // its end. False stops it: it has changed nothing then, and the dialog stays.
+  void OnLongFind(FindProgress show) { showLong_ = std::move(show); }
   // The dialog closes without a find. False, after a message, if the open editor is refused.
   bool OnClose();
   // The dialog ends from outside, as the whole program does: what the fields hold is kept.
   void Keep();
 
  private:
+  int Find();
   int CloseFindEditor();
   int ReadStartTime();
   int ReadEndTime();
@@ -77,6 +82,7 @@ class CFind {
   int Mask() const;
 
   core::CAppState& app_;
+  FindProgress showLong_;
 };
 
 }  // namespace exchange

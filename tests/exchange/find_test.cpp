@@ -1,5 +1,7 @@
 #include "exchange/find.h"
 
+#include <random>
+
 #include "exchange/exchange_fixture.h"
 #include "exchange/find_dialog.h"
 
@@ -68,6 +70,71 @@ TEST_F(FindDialogTest, FindsByTextTimeAndTarget) {
   EXPECT_EQ(store::ReloadActionIndex(app), 0);
   EXPECT_EQ(Found(), "1234");
   EXPECT_FALSE(app.FindWhere);
+}
+
+TEST_F(FindDialogTest, ALongFindShowsHowFarItIsAndCanBeStopped) {
+  app.TotalCount = 100'000;  // as many as it takes to be long
+  app.FindWhere = u"f_nvcPlace = 'x'";
+  for (const bool stops : {true, false}) {
+    SCOPED_TRACE(stops);
+    CFind find(app);
+    find.fields.text = u"O'N";
+    std::vector<int> shown;
+    find.OnLongFind([&](int hundredths) {
+      shown.push_back(hundredths);
+      return !stops;
+    });
+    host.ticksPerLook = 150;
+    if (!stops) host.answers = {"1 個のアクションが見つかりました。"};
+    EXPECT_EQ(find.OnFind(), !stops);
+    EXPECT_EQ(Found(), stops ? "1234" : "1");
+    EXPECT_EQ(app.FindWhere == u"f_nvcPlace = 'x'", stops);
+    ASSERT_GE(shown.size(), 2u);
+    EXPECT_GT(shown.front(), 9) << "the first 300 ms are not shown";
+    EXPECT_EQ(shown.back(), kFindIsThrough);
+    EXPECT_EQ(shown.size(), stops ? 2u : 10u);
+  }
+}
+
+TEST_F(FindDialogTest, FindsInTheOrderOfTheStartsWhateverTheRowIds) {
+  std::minstd_rand chance;
+  store::Engine& engine = *store::dbSession().Session;
+  engine.BeginTransaction();
+  for (const char16_t* row :
+       {u"-9223372036854775808", u"-7", u"3000000000", u"9223372036854775807"}) {
+    engine.Execute(
+        std::u16string(u"insert into t_UserData (rowid, f_nchActId, f_nchStaDateTime) values (") +
+        row + u", 'ID2010062399999999', '2010/06/23 10:00:00')");
+  }
+  for (int i = 0; i < 500; ++i) {
+    const std::u16string id = u"ID" + core::ZeroPadded(i, 16);
+    const std::u16string start =
+        u"2010/06/23 1" + core::ZeroPadded(static_cast<int>(chance() % 10), 1) + u":00:00";
+    const store::Field row[] = {{u"f_nchActId", id}, {u"f_nchStaDateTime", start}};
+    engine.Insert(u"t_UserData", row);
+  }
+  engine.Commit();
+  const FindSpan span{u"2010/06/23", u"10:00:00", {}, {}};
+  for (const int rows : {0, 100'000}) {
+    app.TotalCount = rows;
+    const int found = FindActions(app, span, {}, 0);
+    std::array<std::optional<std::u16string>, 2> row;
+    const std::array<std::u16string_view, 2> columns = {u"f_nchActId", u"f_nchStaDateTime"};
+    store::CRowsetTable& table = *store::dbSession().UserTable;
+    ASSERT_EQ(
+        table.GetRS(u"select f_nchActId,f_nchStaDateTime from t_UserData where "
+                    u"f_nchStaDateTime >= '2010/06/23 10:00:00' order by f_nchStaDateTime asc",
+                    columns),
+        0);
+    size_t position = 0;
+    for (; table.GetNextRS(row) == 0; ++position) {
+      ASSERT_EQ(app.ActIds.At(position), row[0]);
+      ASSERT_EQ(app.ActStarts.At(position), row[1]);
+    }
+    table.CloseRS();
+    EXPECT_EQ(position, static_cast<size_t>(found));
+    EXPECT_GT(found, 500);
+  }
 }
 
 TEST_F(FindDialogTest, AFailedFindKeepsTheDialogAndTheIndex) {

@@ -39,6 +39,8 @@ class FakeHost : public platform::Host {
   std::deque<Reply> answers;
   std::vector<platform::Message> messages;
   std::vector<std::u16string> links;  // that were opened
+  uint32_t ticks = 1;  // milliseconds, of which each look takes some
+  uint32_t ticksPerLook = 0;
 
   platform::LocalTime now{2010, 6, 23, 10, 45, 30};
   std::deque<int> draws;  // then counts up from 0, wrapping at 32767
@@ -58,7 +60,7 @@ class FakeHost : public platform::Host {
   void BringForward() override {}
   void OpenLink(const std::u16string& link) override { links.push_back(link); }
   platform::LocalTime Now() override { return now; }
-  uint32_t TickCount() override { return 1; }
+  uint32_t TickCount() override { return ticks += ticksPerLook; }
   void SeedDraw(uint32_t) override {}
   int Draw() override;
   std::u16string ProgramPath() override { return programPath; }

@@ -1,8 +1,10 @@
 #include "exchange/qt/find_screen.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QInputMethod>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <algorithm>
 
@@ -25,6 +27,7 @@ using platform::qt::ToQt;
 constexpr int kLongestFindText = 2000;  // the longest column that is looked into
 constexpr int kLongestTime = 8;
 constexpr std::u16string_view kTextLabel = u"検索文字列:";
+const QString kFindText = QStringLiteral("検索");
 
 struct SpanField {
   FindEditor editor;
@@ -45,6 +48,45 @@ int FieldOf(FindEditor editor) {
   while (field->editor != editor) ++field;
   return field->id;
 }
+
+// All that its user does while a find runs is taken here, so that nothing else of the program comes
+// in between: Escape, or a press on a button, asks for its end.
+class Interruption : public QObject {
+ public:
+  explicit Interruption(QWidget& button) : button_(button) { qApp->installEventFilter(this); }
+
+  bool isAsked = false;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress:
+        isAsked = isAsked || static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+        return true;
+      case QEvent::MouseButtonPress:
+        isAsked = isAsked || watched == &button_;
+        return true;
+      case QEvent::Close:
+        event->ignore();
+        return true;
+      case QEvent::KeyRelease:
+      case QEvent::ShortcutOverride:
+      case QEvent::Shortcut:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::MouseMove:
+      case QEvent::Wheel:
+      case QEvent::ContextMenu:
+      case QEvent::InputMethod:
+        return true;
+      default:
+        return false;
+    }
+  }
+
+ private:
+  QWidget& button_;
+};
 
 }  // namespace
 
@@ -124,7 +166,8 @@ void CFindDlg::MakeSpans() {
 }
 
 void CFindDlg::MakeButtons() {
-  controls_.AddButton(kIdFind, QStringLiteral("検索"), [this] { OnFind(); });
+  controls_.AddButton(kIdFind, kFindText, [this] { OnFind(); });
+  find_.OnLongFind([this](int hundredths) { return ShowLongFind(hundredths); });
   controls_.AddButton(kIdFindClose, QStringLiteral("閉じる"), [this] { Leave(); });
   AddCheck(kIdDispList, u"検索終了後、一覧形式にて表示する", &CFind::Fields::dispListAfterFind);
   controls_.AddButton(kIdReset, QStringLiteral("クリア"), [this] { OnReset(); });
@@ -164,6 +207,16 @@ bool CFindDlg::Leave() {
   ShowState();
   if (leaves) EndScreen(platform::qt::kResultCancel);
   return leaves;
+}
+
+bool CFindDlg::ShowLongFind(int hundredths) {
+  auto* button = static_cast<QAbstractButton*>(controls_.At(kIdFind));
+  const bool isDone = hundredths == kFindIsThrough;
+  button->setText(isDone ? kFindText : QStringLiteral("中止 (%1%)").arg(hundredths));
+  if (isDone) return true;
+  const Interruption interruption(*button);
+  QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+  return !interruption.isAsked;
 }
 
 void CFindDlg::OnReset() {

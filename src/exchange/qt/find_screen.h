@@ -39,6 +39,7 @@ class CFindDlg : public pickers::FieldScreen {
   int LabelWidth() const;
 
   void OnFind();
+  bool ShowLongFind(int hundredths);
   bool Leave();
   void OnReset();
   void OnTextField();
