@@ -4,6 +4,7 @@
 #include "core/date_time.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "views/fill_cursor.h"
 
 namespace views {
 namespace {
@@ -55,6 +56,7 @@ store::HRESULT SelectSpanning(const core::CAppState& app, store::CUserDataTable&
 void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
                       const std::u16string& day, std::u16string_view caller,
                       const AddRowCells& addRow, ViewRows& rows) {
+  FillCursor cursor;
   store::Action action;
   store::HRESULT result;
   while ((result = table.GetNextRS(action)) != store::DB_S_ENDOFROWSET) {
@@ -65,6 +67,7 @@ void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
     }
     AddRow(app, action, SpanningTimeText(action, day), rows);
     addRow(action, rows.cells.back());
+    cursor.Add();
   }
 }
 
@@ -76,6 +79,7 @@ ViewRows SetDataDayView(const core::CAppState& app) {
 
 ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
   ViewRows rows;
+  FillCursor cursor;
   SpanTheDay(app, rows);
   for (int position = rows.FirstRowIndex; position <= rows.LastRowIndex; ++position) {
     store::Action action;
@@ -84,6 +88,7 @@ ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
     rows.abandoned = read == RowRead::kFailed;
     if (read != RowRead::kRead) break;
     AddRow(app, action, SingleTimeText(action), rows);
+    cursor.Add();
   }
   return rows;
 }

@@ -6,6 +6,7 @@
 
 #include "core/date_time.h"
 #include "core/text.h"
+#include "views/fill_cursor.h"
 #include "views/navigation.h"
 #include "views/view_rows.h"
 
@@ -122,6 +123,7 @@ int DbReadWeekData(const core::CAppState& app, const Day& first, WeekData& week)
       ValueOf(core::DaysLater(first, kMostRows - 1).value_or(Day{}), 23, 59, 59);
   const int from = FirstPositionAfter(app, core::DaysLater(first, -1));
   int position = from;
+  FillCursor cursor;
   for (; position < app.IndexCount; ++position) {
     store::Action action;
     const RowRead read = ReadAction(app.ActIds.At(static_cast<size_t>(position)),
@@ -130,11 +132,13 @@ int DbReadWeekData(const core::CAppState& app, const Day& first, WeekData& week)
     if (read == RowRead::kGone) break;
     if (StartOf(action).date >= end) break;
     AddPieces(action, position, lastEnd, week);
+    cursor.Add();
   }
   return position - from;
 }
 
 void CalcWeekRepetition(const Day& first, WeekData& week) {
+  const FillCursor cursor(week.WeekItems.size());
   week.WeekRowMax.fill(0);
   const CalendarValue firstDay = ValueOf(first, 0, 0, 0);
   std::array<std::vector<WeekItem*>, kMostRows> bands;

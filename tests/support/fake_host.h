@@ -47,6 +47,7 @@ class FakeHost : public platform::Host {
   std::u16string programPath = u"\\morvenly\\Morvenly";
   std::u16string homeFolder = u"\\home\\a";
   int waitDepth = 0;
+  int waits = 0;  // scopes of the wait cursor so far
 
   // The next posted command and its window; waits for it, half a minute at most, and fails the test
   // if none comes.
@@ -54,7 +55,10 @@ class FakeHost : public platform::Host {
   size_t PostCount();
 
   platform::Answer ShowMessage(const platform::Message& message) override;
-  void SetWaitCursor(bool waiting) override { waitDepth += waiting ? 1 : -1; }
+  void SetWaitCursor(bool waiting) override {
+    waitDepth += waiting ? 1 : -1;
+    waits += waiting ? 1 : 0;
+  }
   void SignalActivity() override {}
   void PostCommand(platform::WindowId window, int command) override;
   void BringForward() override {}

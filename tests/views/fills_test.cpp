@@ -1,7 +1,12 @@
 // The rows of the day view and the list view, on a real data file.
+#include <functional>
+
+#include "store/write_burst.h"
 #include "views/day_view.h"
 #include "views/diary.h"
 #include "views/list_view.h"
+#include "views/month_view.h"
+#include "views/week_view.h"
 
 namespace views {
 namespace {
@@ -123,6 +128,25 @@ TEST_F(Fills, TheListIsPagedFromTheNewest) {
   EXPECT_EQ(rows.selectedRow, 1) << "the position of the Action, which is row 1 only by chance";
   app.TotalCount = 120;
   EXPECT_EQ(ListTitle(app), u"2/3 - 5(120)");
+}
+
+TEST_F(Fills, ACrowdedDayShowsTheWaitCursor) {
+  WeekData week;
+  const std::function<void()> fills[] = {
+      [&] { SetDataDayViewForSingle(app); }, [&] { SetDataDayViewForMulti(app); },
+      [&] { FillMonthList(app); }, [&] { DbReadWeekData(app, FirstDayOfWeek(), week); }};
+  const store::WriteBurst burst(*store::dbSession().Session);
+  for (int n = 0; n < 1000; ++n) InsertAction(u"2010/06/23 10:00:00");
+  for (const int waits : {0, 1}) {
+    store::ReloadActionIndex(app);
+    for (const auto& fill : fills) {
+      SCOPED_TRACE(&fill - fills);
+      host.waits = 0;
+      fill();
+      EXPECT_EQ(host.waits, waits);
+    }
+    InsertAction(u"2010/06/23 10:00:00");
+  }
 }
 
 }  // namespace

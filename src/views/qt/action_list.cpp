@@ -12,6 +12,7 @@
 
 #include "platform/qt/device_shell.h"
 #include "platform/qt/qt_text.h"
+#include "views/fill_cursor.h"
 
 namespace views {
 namespace {
@@ -92,6 +93,7 @@ void ActionList::AlignRight(int column) {
 }
 
 void ActionList::ShowRows(const ViewRows& rows, std::span<const int> widths) {
+  const FillCursor cursor(rows.cells.size());
   filling_ = true;
   setUpdatesEnabled(false);
   QList<QTreeWidgetItem*> items;
