@@ -197,17 +197,15 @@ ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
   return kChanged;
 }
 
-// What came there while the file was made stays, and so does a link that leads nowhere. A log
-// beside it would be brought into the new file.
+// What came there while the file was made stays, and so does a link that leads nowhere. A journal
+// that a former file left beside it would be rolled into the new one: it goes before the new file
+// comes, but not before its own has gone.
 bool TakePlace(const Text& newPath, std::u16string_view path, bool replaces) {
-  const bool taken = replaces ? platform::files().Rename(newPath, path)
-                              : platform::files().RenameToFree(newPath, path);
-  if (taken) {
-    store::Engine::RemoveBeside(path);
-  } else if (errno == EEXIST) {
-    store::NoteTrouble(store::Trouble::kTaken);
-  }
-  return taken;
+  if (replaces) platform::files().Remove(path);
+  if (!platform::files().Exists(path)) store::Engine::RemoveBeside(path);
+  if (platform::files().RenameToFree(newPath, path)) return true;
+  if (errno == EEXIST) store::NoteTrouble(store::Trouble::kTaken);
+  return false;
 }
 
 }  // namespace

@@ -195,6 +195,20 @@ TEST_F(DataFileTest, WhatStandsThereOrMayStandThereIsNotMadeAgain) {
   EXPECT_TRUE(std::filesystem::is_symlink(hostPath));
 }
 
+TEST_F(DataFileTest, AJournalLeftThereHasGoneBeforeTheNewFileComes) {
+  const std::string journal = hostPath + "-journal";
+  for (const bool replaces : {false, true}) {
+    SCOPED_TRACE(replaces);
+    if (replaces) CreateFile();
+    DisconnectDataFile();
+    testing_support::WriteWholeFile(journal, "a former file's");
+    testing_support::FaultyFiles faulty;
+    faulty.Fail(testing_support::FileCall::kRename);  // as far as a kill would let it come
+    EXPECT_LT(CreateDataFile(path), 0);
+    EXPECT_FALSE(std::filesystem::exists(journal));
+  }
+}
+
 TEST_F(DataFileTest, FormatsAreUpgraded) {
   const Replies questions = {
       {"バージョン更新確認(1/2)|データファイルのフォーマットが最新ではありません。\n"
