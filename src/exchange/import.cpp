@@ -178,8 +178,8 @@ int WriteRecords(core::CAppState& app, ImportList& list, ReadMode mode, const Pr
   if (result == kNoId) {
     // Kept on purpose: two buttons, which do the same.
     platform::host().ShowMessage(
-        {std::u16string(u"ユニークキーの生成に失敗しました。").append(kStopped), u"インポート中止",
-         Icon::kNone, platform::Buttons::kOkCancel});
+        {store::WithReason(u"ユニークキーの生成に失敗しました。", code).append(kStopped),
+         u"インポート中止", Icon::kNone, platform::Buttons::kOkCancel});
   } else if (result == kNotWritten) {
     TellStopped(
         store::WithReason((mode == kReadAdd ? u"レコード作成エラー(" : u"レコード更新エラー(") +

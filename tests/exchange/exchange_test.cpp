@@ -328,6 +328,18 @@ TEST_F(FileTest, AFailureInTheMiddleKeepsWhatWasWritten) {
   EXPECT_EQ(Rows().size(), 651u);
 }
 
+TEST_F(FileTest, WhyNoIdCouldBeLookedUpIsReported) {
+  store::dbSession().Session->Execute(
+      u"pragma writable_schema=on; update sqlite_schema set rootpage=2 where name='i_UserData'");
+  ASSERT_EQ(store::ConnectDataFile(folder.Path(u"user.sdf")), 0);
+  Put("2010/06/23\t09:00\t2010/06/23\t10:00\tp\tc\n");
+  host.answers = {
+      "ユニークキーの生成に失敗しました。\nデータファイルが壊れています。\n"
+      "インポートを中止します。",
+      Answer::kOk};
+  EXPECT_EQ(RunImport(app, csv, 1, kReadAdd), -2);
+}
+
 TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {
   Insert(Of(u"09:00:00", u"10:00:00"));
   CExchange out(app, ExchangeKind::kExport);
