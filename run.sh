@@ -16,6 +16,10 @@ if [ "${1:-}" = --uninstall ]; then
   action=uninstall
   shift
 fi
+if [ $# -gt 1 ]; then
+  echo "run.sh takes one folder; a name with spaces needs quotes." >&2
+  exit 2
+fi
 folder=$(realpath -m -- "${1:-$HOME/Morvenly}")
 cd "$(dirname "$(realpath "$0")")"
 . tools/setup.sh
