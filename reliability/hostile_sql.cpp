@@ -1,4 +1,7 @@
 // Damage that a statement makes: a file in which every page is good, and nothing else need be.
+#include <cstdio>
+#include <utility>
+
 #include "platform/device_paths.h"
 #include "platform/utf.h"
 #include "reliability/hostile_damage.h"
@@ -10,25 +13,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Damage Sql(std::string name, std::string sql) {
-  return {std::move(name), [sql = std::move(sql)](const fs::path& folder) {
+enum class Schema { kOurs, kForeign };
+enum class Size { kOrdinary, kLarge };
+
+struct Statement {
+  std::string name;
+  std::string sql;
+  Schema schema = Schema::kOurs;  // after it
+  Size size = Size::kOrdinary;
+};
+using Statements = std::vector<Statement>;
+
+Damage ByStatement(Statement made) {
+  const bool isForeign = made.schema == Schema::kForeign;
+  const bool isLarge = made.size == Size::kLarge;
+  return {std::move(made.name),
+          [sql = std::move(made.sql)](const fs::path& folder) {
             const auto path = platform::FromHostPath((folder / "user.sdf").string());
             if (store::Failed(store::Engine::Open(*path)->Execute(platform::ToUtf16(sql)))) {
               std::printf("FOUND no way to make %.60s\n", sql.c_str());
             }
-          }};
-}
-
-Damage Foreign(std::string name, std::string sql) {
-  Damage damage = Sql(std::move(name), std::move(sql));
-  damage.isForeign = true;
-  return damage;
-}
-
-Damage Large(std::string name, std::string sql) {
-  Damage damage = Sql(std::move(name), std::move(sql));
-  damage.isLarge = true;
-  return damage;
+          },
+          isForeign, isLarge};
 }
 
 Damage Beside(std::string name, const char* suffix, std::string bytes) {
@@ -104,7 +110,13 @@ const char* const kOddValues[] = {"null",
                                   "'%s%n<b>x</b>&amp;'",
                                   "replace(hex(zeroblob(3000)),'00','長')"};
 
-void AddRows(std::vector<Damage>& damages) {
+// An insert whose values, made of i, are those of 1 to `count`.
+std::string Repeated(int count, const std::string& into, const std::string& values) {
+  return "with recursive n(i) as (select 1 union all select i+1 from n where i<" +
+         std::to_string(count) + ") insert into " + into + " select " + values + " from n";
+}
+
+void AddMoments(Statements& statements) {
   std::string all;
   for (const char* odd : kOddMoments) {
     const std::string good = "'2010/06/23 12:00:00'";
@@ -112,119 +124,123 @@ void AddRows(std::vector<Damage>& damages) {
                              InsertRow("ID2010062312000002", odd, good) +
                              InsertRow("ID2010062312000003", good, odd);
     all += rows;
-    damages.push_back(Sql(std::string("moment ") + odd, rows));
+    statements.push_back({std::string("moment ") + odd, rows});
   }
-  damages.push_back(Sql("all moments", all));
-  damages.push_back(Sql("nothing but odd moments", "delete from t_UserData;" + all));
-  for (const std::u16string_view name : store::kActionColumns) {
-    const std::string column = platform::ToUtf8(name);
-    for (const char* odd : kOddValues) {
-      const std::string what = "set " + column + "=" + odd;
-      damages.push_back(
-          Sql(what, "update t_UserData " + what + " where rowid%100=31 or rowid in(1,531)"));
-    }
-    damages.push_back(Large("100 MB in " + column,
-                            "update t_UserData set " + column +
-                                "=replace(hex(zeroblob(33000000)),'00','長') where rowid=531"));
-    damages.push_back(Large("100 MB in ten " + column,
-                            "update t_UserData set " + column +
-                                "=hex(zeroblob(50000000)) where rowid between 530 and 539"));
-  }
-  damages.push_back(Sql("one id for all", "update t_UserData set f_nchActId='ID2010050100000001'"));
-  damages.push_back(Sql("one start for all",
-                        "update t_UserData set f_nchStaDateTime='2010/06/23 00:00:00',"
-                        "f_nchEndDateTime='9999/12/31 24:00:00'"));
-  damages.push_back(Sql("years",
-                        "update t_UserData set f_nchStaDateTime='2010/06/23 00:00:00',"
-                        "f_nchEndDateTime='2010/06/22 00:00:00'"));
-  damages.push_back(Sql("no Actions", "delete from t_UserData"));
-  damages.push_back(Large(
-      "two million Actions",
-      "with recursive n(i) as (select 1 union all select i+1 from n where i<2000000) insert into "
-      "t_UserData(f_nchActId,f_nchStaDateTime,f_nchEndDateTime,f_nvcPlace,f_nvcMemo) select "
-      "printf('ID19%014d',i),printf('%04d/%02d/%02d %02d:00:00',1900+i/20000,1+i/1800%12,"
-      "1+i/60%28,i%24),printf('%04d/%02d/%02d %02d:30:00',1900+i/20000,1+i/1800%12,1+i/60%28,"
-      "i%24),'会社','メモ' from n"));
-  damages.push_back(Large("a day of 100,000 Actions",
-                          "with recursive n(i) as (select 1 union all select i+1 from n where "
-                          "i<100000) insert into t_UserData(f_nchActId,f_nchStaDateTime,"
-                          "f_nchEndDateTime,f_nvcPlace) select printf('ID19%014d',i),"
-                          "'2010/06/23 10:00:00','2010/06/23 11:00:00','会社' from n"));
+  statements.push_back({"all moments", all});
+  statements.push_back({"nothing but odd moments", "delete from t_UserData;" + all});
 }
 
-void AddSideTables(std::vector<Damage>& damages) {
+void AddRows(Statements& statements) {
+  for (const std::u16string_view name : store::kActionColumns) {
+    const std::string column = platform::ToUtf8(name);
+    const std::string set = "update t_UserData set " + column + "=";
+    for (const char* odd : kOddValues) {
+      statements.push_back(
+          {"set " + column + "=" + odd, set + odd + " where rowid%100=31 or rowid in(1,531)"});
+    }
+    statements.push_back({"100 MB in " + column,
+                          set + "replace(hex(zeroblob(33000000)),'00','長') where rowid=531",
+                          Schema::kOurs, Size::kLarge});
+    statements.push_back({"100 MB in ten " + column,
+                          set + "hex(zeroblob(50000000)) where rowid between 530 and 539",
+                          Schema::kOurs, Size::kLarge});
+  }
+  const std::string times =
+      "t_UserData(f_nchActId,f_nvcPlace,f_nvcMemo,f_nchStaDateTime,f_nchEndDateTime)";
+  const std::string texts = "printf('ID19%014d',i),'会社','メモ',";
+  const std::string day = "1900+i/20000,1+i/1800%12,1+i/60%28,i%24)";
+  statements.insert(
+      statements.end(),
+      {{"one id for all", "update t_UserData set f_nchActId='ID2010050100000001'"},
+       {"one start for all",
+        "update t_UserData set f_nchStaDateTime='2010/06/23 00:00:00',"
+        "f_nchEndDateTime='9999/12/31 24:00:00'"},
+       {"years",
+        "update t_UserData set f_nchStaDateTime='2010/06/23 00:00:00',"
+        "f_nchEndDateTime='2010/06/22 00:00:00'"},
+       {"no Actions", "delete from t_UserData"},
+       {"two million Actions",
+        Repeated(2000000, times,
+                 texts + "printf('%04d/%02d/%02d %02d:00:00'," + day +
+                     ",printf('%04d/%02d/%02d %02d:30:00'," + day),
+        Schema::kOurs, Size::kLarge},
+       {"a day of 100,000 Actions",
+        Repeated(100000, times, texts + "'2010/06/23 10:00:00','2010/06/23 11:00:00'"),
+        Schema::kOurs, Size::kLarge}});
+}
+
+void AddSideTables(Statements& statements) {
   for (const char* odd : kOddValues) {
     for (const char* table :
          {"t_SysInfo set f_nvcValue=", "t_TextData set f_nvcValue=", "t_LongData set f_i4Value=",
           "t_RcdrData set f_nchActId=", "t_RcdrData set f_i4SNo=", "t_TextData set f_nvcItem="}) {
-      damages.push_back(Sql(std::string(table) + odd, std::string("update ") + table + odd));
+      statements.push_back({std::string(table) + odd, std::string("update ") + table + odd});
     }
   }
+  const std::string history = "update t_LongData set f_i4Value=";
   for (const char* number : {"2147483647", "-2147483648", "1000000", "-1"}) {
-    damages.push_back(Sql(std::string("history of ") + number,
-                          std::string("update t_LongData set f_i4Value=") + number));
+    statements.push_back({std::string("history of ") + number, history + number});
   }
-  for (const char* table : {"t_SysInfo", "t_LongData", "t_TextData", "t_RcdrData"}) {
-    damages.push_back(Sql(std::string("empty ") + table, std::string("delete from ") + table));
-    damages.push_back(Sql(std::string("double ") + table,
-                          std::string("insert into ") + table + " select * from " + table));
+  for (const std::string table : {"t_SysInfo", "t_LongData", "t_TextData", "t_RcdrData"}) {
+    statements.push_back({"empty " + table, "delete from " + table});
+    statements.push_back({"double " + table, "insert into " + table + " select * from " + table});
   }
-  damages.push_back(Large("a recorder's history of a million",
-                          "update t_LongData set f_i4Value=1000000; with recursive n(i) as (select "
-                          "1 union all select i+1 from n where i<1000000) insert into t_RcdrData "
-                          "select i,'ID2010050100000001' from n"));
+  statements.push_back(
+      {"a recorder's history of a million",
+       history + "1000000;" + Repeated(1000000, "t_RcdrData", "i,'ID2010050100000001'"),
+       Schema::kOurs, Size::kLarge});
 }
 
-void AddSchemas(std::vector<Damage>& damages) {
-  damages.push_back(Foreign("a view", "create view v as select * from t_UserData"));
-  damages.push_back(Foreign("a trigger",
-                            "create trigger t before insert on t_UserData begin delete from "
-                            "t_UserData; end"));
-  for (const char* table : {"t_UserData", "t_SysInfo", "t_LongData", "t_TextData", "t_RcdrData"}) {
-    const std::string name(table);
-    damages.push_back(Foreign("no " + name, "drop table " + name));
-    damages.push_back(
-        Foreign("another name for " + name, "alter table " + name + " rename to t_x"));
-    damages.push_back(Foreign("a view for " + name,
-                              "alter table " + name + " rename to t_x; create view " + name +
-                                  " as select * from t_x, (with recursive n(i) as (select 1 union "
-                                  "all select i+1 from n) select i from n)"));
-    damages.push_back(Foreign("other columns in " + name,
-                              "drop table " + name + "; create table " + name + "(a,b)"));
-    damages.push_back(Sql("a strange column in " + name,
-                          "alter table " + name + " add x as (printf('%.*c', 300000000, 'x'))"));
+void AddSchemas(Statements& statements) {
+  using enum Schema;
+  for (const std::string table :
+       {"t_UserData", "t_SysInfo", "t_LongData", "t_TextData", "t_RcdrData"}) {
+    const std::string renamed = "alter table " + table + " rename to t_x";
+    statements.insert(statements.end(),
+                      {{"no " + table, "drop table " + table, kForeign},
+                       {"another name for " + table, renamed, kForeign},
+                       {"a view for " + table,
+                        renamed + "; create view " + table +
+                            " as select * from t_x, (with recursive n(i) as (select 1 union "
+                            "all select i+1 from n) select i from n)",
+                        kForeign},
+                       {"other columns in " + table,
+                        "drop table " + table + "; create table " + table + "(a,b)", kForeign},
+                       {"a strange column in " + table,
+                        "alter table " + table + " add x as (printf('%.*c', 300000000, 'x'))"}});
   }
-  damages.push_back(Foreign("no memo", "alter table t_UserData drop column f_nvcMemo"));
-  damages.push_back(Foreign(
-      "no rowid",
-      "create table t_x(f_nvcItem NVARCHAR(20), f_nvcValue NVARCHAR(500), f_i4SNo int primary key) "
-      "without rowid; drop table t_SysInfo; alter table t_x rename to t_SysInfo"));
-  damages.push_back(Sql("no index", "drop index i_UserData"));
-  damages.push_back(Sql("an index that allows one of each",
-                        "create unique index i_x on t_UserData(f_nchStaDateTime)"));
-  damages.push_back(Sql("a check that nothing passes",
-                        "pragma writable_schema=on; update sqlite_schema set sql=replace(sql,"
-                        "'f_nvcPlace NVARCHAR(500)','f_nvcPlace NVARCHAR(500) check(0)')"));
-  damages.push_back(Sql("other types",
-                        "pragma writable_schema=on; update sqlite_schema set sql=replace(replace("
-                        "sql,'NVARCHAR','x'),'NCHAR','')"));
-  damages.push_back(Sql("longer columns",
-                        "pragma writable_schema=on; update sqlite_schema set sql=replace(sql,"
-                        "'(2000)','(99999999999999999999)')"));
-  damages.push_back(Sql("a schema that can't be read",
-                        "pragma writable_schema=on; update sqlite_schema set sql='create x'"));
-  damages.push_back(Sql("one root for two",
-                        "pragma writable_schema=on; update sqlite_schema set "
-                        "rootpage=2 where type='table'"));
+  const std::string schema = "pragma writable_schema=on; update sqlite_schema set ";
+  statements.insert(
+      statements.end(),
+      {{"a view", "create view v as select * from t_UserData", kForeign},
+       {"a trigger",
+        "create trigger t before insert on t_UserData begin delete from t_UserData; end", kForeign},
+       {"no memo", "alter table t_UserData drop column f_nvcMemo", kForeign},
+       {"no rowid",
+        "create table t_x(f_nvcItem NVARCHAR(20), f_nvcValue NVARCHAR(500), f_i4SNo int primary "
+        "key) without rowid; drop table t_SysInfo; alter table t_x rename to t_SysInfo",
+        kForeign},
+       {"no index", "drop index i_UserData"},
+       {"an index that allows one of each",
+        "create unique index i_x on t_UserData(f_nchStaDateTime)"},
+       {"a check that nothing passes",
+        schema + "sql=replace(sql,'f_nvcPlace NVARCHAR(500)','f_nvcPlace NVARCHAR(500) check(0)')"},
+       {"other types", schema + "sql=replace(replace(sql,'NVARCHAR','x'),'NCHAR','')"},
+       {"longer columns", schema + "sql=replace(sql,'(2000)','(99999999999999999999)')"},
+       {"a schema that can't be read", schema + "sql='create x'"},
+       {"one root for two", schema + "rootpage=2 where type='table'"}});
 }
 
 }  // namespace
 
 std::vector<Damage> SqlDamages() {
+  Statements statements;
+  AddMoments(statements);
+  AddRows(statements);
+  AddSideTables(statements);
+  AddSchemas(statements);
   std::vector<Damage> damages;
-  AddRows(damages);
-  AddSideTables(damages);
-  AddSchemas(damages);
+  for (Statement& statement : statements) damages.push_back(ByStatement(std::move(statement)));
   for (const char* suffix : {"-wal", "-journal", "-shm"}) {
     const std::string what = std::string("garbage in ") + suffix;
     damages.push_back(Beside(what, suffix, std::string(70000, 'x')));
