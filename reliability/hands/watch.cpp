@@ -20,11 +20,12 @@ namespace {
 std::atomic<int> currentStep = 0;
 unsigned seedOfLife = 0;
 
-// What the offscreen platform says for want of a window system, and Qt of a gesture whose widget
-// has gone or been covered meanwhile.
+// What the offscreen platform says for want of a window system, Qt of a gesture whose widget has
+// gone or been covered meanwhile, and of a script for which it then takes another font.
 bool IsHarmless(const QString& warning) {
   return warning.startsWith(QStringLiteral("This plugin does not support")) ||
-         warning.startsWith(QStringLiteral("QGestureManager::deliverEvent: could not find"));
+         warning.startsWith(QStringLiteral("QGestureManager::deliverEvent: could not find")) ||
+         warning.startsWith(QStringLiteral("  OpenType support missing for"));
 }
 
 void OnQtMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
