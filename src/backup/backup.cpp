@@ -34,11 +34,13 @@ bool IsFolder(std::u16string_view path) {
 // would be taken for the copy's own: neither it nor its file is touched.
 bool MayReplace(std::u16string_view path) {
   const Text name = u"'" + Text(path);
-  const bool hasLog = HasLog(path);
-  if (hasLog || store::dbSession().Session->Keeps(path) || IsFolder(path)) {
-    ShowNotice(name + (hasLog ? u"' のそばに書込み記録が残っているため、" : u"' には") +
-                   u"保存できません。別の名前を指定してください。",
-               kTitle, Icon::kStop);
+  const bool isDiary = store::dbSession().Session->Keeps(path);
+  const char16_t* const why = IsFolder(path) ? u"' はフォルダのため、"
+                              : isDiary      ? u"' は使用中のデータファイルのため、"
+                              : HasLog(path) ? u"' のそばに書込み記録が残っているため、"
+                                             : nullptr;
+  if (why != nullptr) {
+    ShowNotice(name + why + u"保存できません。別の名前を指定してください。", kTitle, Icon::kStop);
     return false;
   }
   return !files().Exists(path) ||

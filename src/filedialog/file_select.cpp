@@ -58,6 +58,14 @@ bool IsInHomeFolder(std::u16string_view typedName) {
   return typedName == u"~" || typedName.starts_with(u"~\\");
 }
 
+bool IsDots(std::u16string_view typedName) {
+  return typedName == u"." || typedName == u"..";
+}
+
+bool IsBlank(std::u16string_view typedName) {
+  return typedName.find_first_not_of(u" \u3000") == std::u16string_view::npos;
+}
+
 bool RefuseName(std::u16string why, std::u16string title = u"ファイル名不正") {
   ShowNotice(std::move(why), std::move(title), Icon::kWarning);
   return false;
@@ -220,8 +228,9 @@ void CFileSelect::ChooseFilter(int position) {
 
 bool CFileSelect::OnOk(std::u16string_view typedName) {
   std::u16string name = platform::FromTypedPath(typedName);
-  if (name.empty()) return RefuseName(u"ファイル名が指定されていません。", u"ファイル名未指定");
-  const bool isPath = IsInHomeFolder(name) || name.find(u'\\') != std::u16string::npos;
+  if (IsBlank(name)) return RefuseName(u"ファイル名が指定されていません。", u"ファイル名未指定");
+  const bool isPath =
+      IsInHomeFolder(name) || IsDots(name) || name.find(u'\\') != std::u16string::npos;
   if (isPath && IsFolderAt(TypedPath(name))) {
     ListFolder(TypedPath(name), filters_[CurPattern_].pattern);
     return false;

@@ -17,9 +17,11 @@ void NoteSystemError(int error) {
   const bool hasNoRoom = error == ENOSPC || error == EDQUOT || error == EFBIG;
   const bool isForbidden = error == EACCES || error == EPERM || error == EROFS;
   const bool isMissing = error == ENOENT || error == ENOTDIR;
+  const bool isTooLong = error == ENAMETOOLONG;
   NoteTrouble(hasNoRoom     ? Trouble::kDiskFull
               : isForbidden ? Trouble::kForbidden
               : isMissing   ? Trouble::kNoFolder
+              : isTooLong   ? Trouble::kTooLong
                             : Trouble::kUnknown);
 }
 
@@ -48,6 +50,8 @@ std::u16string_view TroubleText() {
       return u"保存先のフォルダがありません。";
     case Trouble::kForbidden:
       return u"保存先のフォルダは書込み禁止になっています。";
+    case Trouble::kTooLong:
+      return u"名前が長すぎます。";
     case Trouble::kFolder:
       return u"同じ名前のフォルダがあります。";
     case Trouble::kTaken:

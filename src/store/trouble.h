@@ -18,6 +18,7 @@ enum class Trouble {
   kInUse,      // another running program of ours has it open
   kNoFolder,   // the one that something was to be written into
   kForbidden,  // to write into it
+  kTooLong,    // a name, for its disk
   kFolder,     // a folder stands at its path
   kTaken,      // anything does
   kNotOpened,  // it may not be read

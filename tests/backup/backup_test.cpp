@@ -120,9 +120,12 @@ TEST_F(Backup, IsWholeAndReplacesNothingUnasked) {
   }
   host.answers = {kNo};
   MakeBackup(mine);
-  host.answers = {"別の名前", "別の名前"};
+  host.answers = {"使用中のデータファイル", "使用中のデータファイル", "フォルダのため",
+                  "名前が長すぎます。"};
   MakeBackup(path);
   MakeBackup(path + u"-wal");
+  MakeBackup(folder.Path(u""));
+  MakeBackup(folder.Path(std::u16string(300, u'n')));
   const std::string before = Bytes("mine.sdf");
   for (const FileCall call : {FileCall::kCreate, FileCall::kSync, FileCall::kRename}) {
     SCOPED_TRACE(static_cast<int>(call));

@@ -92,6 +92,8 @@ TEST_F(FileSelect, OkChecksTheName) {
   platform::files().MakeFolder(folder.Path(u"f.csv"));
   const std::tuple<const char*, int, const char16_t*, const char*, const char16_t*> rows[] = {
       {"empty", kSelectToSave, u"", "ファイル名未指定", nullptr},
+      {"blank", kSelectToSave, u" \u3000", "ファイル名未指定", nullptr},
+      {"the folder above is shown", kSelectToSave, u"..", "", nullptr},
       {"the first pattern's extension", kSelectToSave, u"abc", "", u"abc.csv"},
       {"a point keeps the name as it is", kSelectToSave, u"abc.", "", u"abc."},
       {"no question before overwriting", kSelectToSave, u"there", "", u"there.csv"},
