@@ -1,0 +1,73 @@
+#include "totals/columns.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "totals/visit.h"
+
+namespace totals {
+namespace {
+
+std::vector<int> GreatestGroups(const std::vector<Group>& groups) {
+  std::vector<const Group*> greatest;
+  for (const Group& group : groups) greatest.push_back(&group);
+  const size_t count = std::min(groups.size(), kMostSlots);
+  std::ranges::stable_sort(greatest, std::greater(), &Group::time);
+  greatest.resize(count);
+  std::vector<int> slots;
+  for (const Group& group : groups) {
+    if (std::ranges::find(greatest, &group) != greatest.end()) slots.push_back(group.key.outer);
+  }
+  return slots;
+}
+
+// By outer key.
+std::vector<size_t> SlotsByKey(const Columns& columns, const std::vector<Group>& groups) {
+  std::vector<size_t> slots;
+  for (const Group& group : groups) {
+    const auto key = static_cast<size_t>(group.key.outer);
+    if (slots.size() <= key) slots.resize(key + 1, columns.slots.size());
+    slots[key] = columns.SlotOf(group.key.outer);
+  }
+  return slots;
+}
+
+}  // namespace
+
+size_t Columns::SlotOf(int outer) const {
+  return static_cast<size_t>(std::ranges::find(slots, outer) - slots.begin());
+}
+
+Columns Stack(const Rows& rows, const Period& period, const Choices& choices,
+              const Totals& totals) {
+  Columns columns;
+  columns.plan = PlanColumns(period);
+  columns.slots = GreatestGroups(totals.groups);
+  columns.hasOthers = totals.groups.size() > columns.slots.size();
+  const std::vector<DayNumber>& edges = columns.plan.edges;
+  if (edges.empty()) return columns;
+  columns.times.assign(edges.size() - 1, std::vector<Seconds>(columns.slots.size() + 1));
+  const std::vector<size_t> slots = SlotsByKey(columns, totals.groups);
+  const Choices outerOnly{choices.by, By::kNothing, choices.movementsApart};
+  for (const Row& row : rows.All()) {
+    const std::optional<Span> inside = Cut(row, period.Moments());
+    if (!inside || inside->Length() == 0) continue;
+    const auto after = std::ranges::upper_bound(edges, DayAt(inside->from));
+    for (auto column = static_cast<size_t>(after - edges.begin() - 1);
+         column < columns.times.size() && edges[column] * kDaySeconds < inside->to; ++column) {
+      const std::optional<Span> part =
+          Cut(row, {edges[column] * kDaySeconds, edges[column + 1] * kDaySeconds});
+      if (!part) continue;
+      std::vector<Seconds>& times = columns.times[column];
+      ForEachGroup(rows, row, *part, outerOnly, [&](int outer, int, Seconds time) {
+        times[slots[static_cast<size_t>(outer)]] += time;
+      });
+    }
+  }
+  for (const std::vector<Seconds>& times : columns.times) {
+    columns.highest = std::max(columns.highest, std::reduce(times.begin(), times.end()));
+  }
+  return columns;
+}
+
+}  // namespace totals
