@@ -1,0 +1,124 @@
+#include "totals/read_period.h"
+
+#include <array>
+#include <memory>
+
+#include "core/date_time.h"
+#include "platform/utf.h"
+#include "recorder/recorder_state.h"
+#include "store/read_action.h"
+#include "store/session.h"
+
+namespace totals {
+namespace {
+
+using store::HRESULT;
+using Texts = std::array<std::optional<std::u16string>, 5>;
+
+constexpr std::array<std::u16string_view, 5> kColumns = {
+    u"f_nchStaDateTime", u"f_nchEndDateTime", u"f_nvcPlace", u"f_nvcCategory1", u"f_nvcCategory2"};
+constexpr int kRowIdColumn = 5;
+constexpr std::u16string_view kSelect =
+    u"select f_nchStaDateTime,f_nchEndDateTime,f_nvcPlace,f_nvcCategory1,f_nvcCategory2,rowid "
+    u"from t_UserData";
+constexpr int kRowsALook = 1000;
+
+std::u16string_view TextOr(const std::optional<std::u16string>& text) {
+  return text ? std::u16string_view(*text) : std::u16string_view();
+}
+
+RowTexts TextsOf(const Texts& row) {
+  return {TextOr(row[0]), TextOr(row[1]), TextOr(row[2]), TextOr(row[3]), TextOr(row[4])};
+}
+
+// What reaches into the period, by its days alone: a moment may be written in more than one form.
+std::u16string ConditionOf(const Period& period, const std::u16string& find) {
+  if (period.kind == PeriodKind::kFind) return find;
+  if (!period.IsBounded()) return {};
+  return u"f_nchStaDateTime < '" + core::DayText(DayOf(period.after)) +
+         u"' and f_nchEndDateTime >= '" + core::DayText(DayOf(period.first)) + u"'";
+}
+
+HRESULT Open(std::u16string_view condition, std::unique_ptr<store::RowSet>& found) {
+  store::Engine* engine = store::dbSession().Session.get();
+  if (engine == nullptr) return store::E_POINTER;
+  std::u16string sql(kSelect);
+  if (!condition.empty()) sql.append(u" where ").append(condition);
+  const HRESULT opened = engine->OpenRows(sql, found);
+  return store::Failed(opened) ? opened : found->Bind(kColumns);
+}
+
+std::u16string RunningId(const core::CAppState& app) {
+  if (app.RcdrLoaded) return app.RcdrPreActId;
+  std::u16string id;
+  const auto& table = store::dbSession().TextTable;
+  return table && !store::Failed(table->GetText(recorder::kPreActIdKey, id)) ? id : u"";
+}
+
+// The running Action ends where it starts, in the data file, so that no condition of days finds it
+// on a later one. Its row, or -1.
+int64_t AddRunning(const core::CAppState& app, const Period& period, const std::u16string& find,
+                   Rows& rows) {
+  const std::u16string id = RunningId(app);
+  if (id.empty()) return -1;
+  std::u16string condition = u"f_nchActId = '" + store::SqlQuote(id) + u"'";
+  if (period.kind == PeriodKind::kFind && !find.empty()) condition += u" and " + find;
+  std::unique_ptr<store::RowSet> found;
+  Texts row;
+  if (store::Failed(Open(condition, found)) || found->Next(row) != store::S_OK) return -1;
+  const std::optional<Seconds> now = ReadMoment(core::MomentOf(platform::host().Now()));
+  const int64_t number = found->Number(kRowIdColumn);
+  rows.AddRunning(number, TextsOf(row), now.value_or(0));
+  return number;
+}
+
+HRESULT ReadAll(store::RowSet& found, int64_t running, Rows& rows, LateWait& wait) {
+  Texts row;
+  HRESULT result;
+  for (int count = 1; (result = found.Next(row)) == store::S_OK; ++count) {
+    const int64_t number = found.Number(kRowIdColumn);
+    if (number != running) rows.Add(number, TextsOf(row));
+    if (count % kRowsALook == 0) wait.Look();
+  }
+  return result;
+}
+
+}  // namespace
+
+bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
+                Rows& rows, LateWait& wait) {
+  rows.Clear();
+  std::unique_ptr<store::RowSet> found;
+  const int64_t running = AddRunning(app, period, find, rows);
+  HRESULT result = Open(ConditionOf(period, find), found);
+  const bool isOpen = !store::Failed(result);
+  if (isOpen) result = ReadAll(*found, running, rows, wait);
+  if (!store::Failed(result)) return true;
+  platform::ShowNotice(
+      store::FaultText(isOpen ? u"CTotals::ReadPeriod GetNextRS" : u"CTotals::ReadPeriod Select",
+                       isOpen ? 2 : 1, result),
+      u"ERROR", platform::Icon::kStop);
+  return false;
+}
+
+std::optional<ActionTexts> ReadTexts(int64_t row) {
+  static constexpr std::array<std::u16string_view, 7> kShown = {
+      u"f_nchActId",     u"f_nchStaDateTime", u"f_nchEndDateTime", u"f_nvcPlace",
+      u"f_nvcCategory1", u"f_nvcCategory2",   u"f_nvcMemo"};
+  store::Engine* engine = store::dbSession().Session.get();
+  if (engine == nullptr) return {};
+  const std::u16string sql =
+      u"select f_nchActId,f_nchStaDateTime,f_nchEndDateTime,f_nvcPlace,f_nvcCategory1,"
+      u"f_nvcCategory2,f_nvcMemo from t_UserData where rowid = '" +
+      platform::ToUtf16(std::to_string(row)) + u"'";
+  std::unique_ptr<store::RowSet> found;
+  std::array<std::optional<std::u16string>, 7> texts;
+  if (store::Failed(engine->OpenRows(sql, found)) || store::Failed(found->Bind(kShown)) ||
+      found->Next(texts) != store::S_OK) {
+    return {};
+  }
+  const auto text = [&](size_t column) { return std::u16string(TextOr(texts[column])); };
+  return ActionTexts{text(0), text(1), text(2), text(3), text(4), text(5), text(6)};
+}
+
+}  // namespace totals

@@ -1,0 +1,28 @@
+// Reading the Actions of a period out of the open data file. Nothing else here knows the store, and
+// nothing of it changes anything: a find stays.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/app_state.h"
+#include "totals/late_wait.h"
+#include "totals/period.h"
+#include "totals/rows.h"
+
+namespace totals {
+
+// Fills `rows` with the Actions that have any part in the period, each read once, and the
+// recorder's running one where it reaches into it by now. `find` is the condition of
+// PeriodKind::kFind. False, after a message, if that failed; `rows` then holds what was read.
+bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
+                Rows& rows, LateWait& wait);
+
+// The texts by which a list shows an Action.
+struct ActionTexts {
+  std::u16string id, start, end, place, category1, category2, memo;
+};
+// None if it is gone.
+std::optional<ActionTexts> ReadTexts(int64_t row);
+
+}  // namespace totals
