@@ -68,6 +68,7 @@ std::span<const CommandRow> Commands() {
       {kRecorder, u"レコーダー...", kToolsMenu, Do<&W::RunRecorder>},
       {32802, u"検索...", kToolsMenu, Do<&W::RunFind>},
       {32803, u"検索解除", kToolsMenu, Do<&W::FxFindClear>},
+      {33211, u"集計...", kToolsMenu, Do<&W::RunTotals>},
       {32804, u"オプション...", kToolsMenu, Do<&W::FxToolOption>},
       {33210, u"ヘルプ", kToolsMenu, Do<&W::ShowManual>},
       {40101, u"バージョン情報...", kToolsMenu, Do<&W::ShowAbout>, kEverywhere, "Ctrl+A"},

@@ -16,6 +16,7 @@
 #include "mainwindow/tool_bar.h"
 #include "platform/qt/command_mailbox.h"
 #include "platform/qt/device_shell.h"
+#include "totals/groups.h"
 #include "views/navigation.h"
 #include "views/qt/action_list.h"
 #include "views/qt/date_popups.h"
@@ -89,6 +90,7 @@ class CMainWnd : public QWidget {
   void RunRecorder();
   void RunFind();
   void FxFindClear();
+  void RunTotals();
   void FxToolOption();
   void ShowManual();
   void ShowAbout();
@@ -99,6 +101,7 @@ class CMainWnd : public QWidget {
   core::CAppState& app_;
   const platform::qt::CommandAddress address_;
   views::MapPane map_;
+  totals::Choices totalsChoices_;  // for the run of the program
   QWidget* caption_;
   views::HeaderRow* header_;
   views::ActionList* list_;

@@ -16,6 +16,7 @@
 #include "position/map_link.h"
 #include "recorder/qt/recorder_screen.h"
 #include "store/action_index.h"
+#include "totals/qt/totals_screen.h"
 #include "views/navigation.h"
 #include "views/selection.h"
 
@@ -174,6 +175,14 @@ void CMainWnd::FxFindClear() {
     store::ReloadActionIndex(app_);
   }
   ShowChange(views::Change::kFindEnded);
+}
+
+void CMainWnd::RunTotals() {
+  totals::CTotalsDlg totals(this, app_, totalsChoices_);
+  totals.RunModal();
+  if (totals.HasAdded()) return ShowChange(views::Change::kAdded);
+  if (totals.HasEdited()) return ShowChange(views::Change::kEdited);
+  Refresh();
 }
 
 // What the options change may show everywhere: the shell's button, fonts, names, the rows.

@@ -14,11 +14,11 @@ std::vector<int> GreatestGroups(const std::vector<Group>& groups) {
   const size_t count = std::min(groups.size(), kMostSlots);
   std::ranges::stable_sort(greatest, std::greater(), &Group::time);
   greatest.resize(count);
-  std::vector<int> slots;
+  std::vector<int> keys;
   for (const Group& group : groups) {
-    if (std::ranges::find(greatest, &group) != greatest.end()) slots.push_back(group.key.outer);
+    if (std::ranges::find(greatest, &group) != greatest.end()) keys.push_back(group.key.outer);
   }
-  return slots;
+  return keys;
 }
 
 // By outer key.
@@ -26,7 +26,7 @@ std::vector<size_t> SlotsByKey(const Columns& columns, const std::vector<Group>&
   std::vector<size_t> slots;
   for (const Group& group : groups) {
     const auto key = static_cast<size_t>(group.key.outer);
-    if (slots.size() <= key) slots.resize(key + 1, columns.slots.size());
+    if (slots.size() <= key) slots.resize(key + 1, columns.greatest.size());
     slots[key] = columns.SlotOf(group.key.outer);
   }
   return slots;
@@ -35,18 +35,18 @@ std::vector<size_t> SlotsByKey(const Columns& columns, const std::vector<Group>&
 }  // namespace
 
 size_t Columns::SlotOf(int outer) const {
-  return static_cast<size_t>(std::ranges::find(slots, outer) - slots.begin());
+  return static_cast<size_t>(std::ranges::find(greatest, outer) - greatest.begin());
 }
 
 Columns Stack(const Rows& rows, const Period& period, const Choices& choices,
               const Totals& totals) {
   Columns columns;
   columns.plan = PlanColumns(period);
-  columns.slots = GreatestGroups(totals.groups);
-  columns.hasOthers = totals.groups.size() > columns.slots.size();
+  columns.greatest = GreatestGroups(totals.groups);
+  columns.hasOthers = totals.groups.size() > columns.greatest.size();
   const std::vector<DayNumber>& edges = columns.plan.edges;
   if (edges.empty()) return columns;
-  columns.times.assign(edges.size() - 1, std::vector<Seconds>(columns.slots.size() + 1));
+  columns.times.assign(edges.size() - 1, std::vector<Seconds>(columns.greatest.size() + 1));
   const std::vector<size_t> slots = SlotsByKey(columns, totals.groups);
   const Choices outerOnly{choices.by, By::kNothing, choices.movementsApart};
   for (const Row& row : rows.All()) {

@@ -14,13 +14,13 @@ inline constexpr size_t kMostSlots = 7;
 
 struct Columns {
   ColumnPlan plan;
-  std::vector<int> slots;  // outer keys of the greatest groups, in the order of the groups
-  bool hasOthers = false;  // groups without a slot
+  std::vector<int> greatest;  // outer keys of the greatest groups, in the order of the groups
+  bool hasOthers = false;     // groups without a slot
   // Of each column, the time of each slot and, last, that of the others.
   std::vector<std::vector<Seconds>> times;
   Seconds highest = 0;  // of the columns
 
-  // The slot of a group; slots.size() for one of the others.
+  // The slot of a group; greatest.size() for one of the others.
   size_t SlotOf(int outer) const;
 };
 

@@ -145,7 +145,7 @@ TEST_F(Days, ColumnsAreStackedByTheGreatestGroups) {
   const Totals sums = Sum(rows, month.Moments(), choices);
   const Columns columns = Stack(rows, month, choices, sums);
   ASSERT_EQ(columns.times.size(), 30u);
-  ASSERT_EQ(columns.slots.size(), 7u);
+  ASSERT_EQ(columns.greatest.size(), 7u);
   EXPECT_TRUE(columns.hasOthers);
   EXPECT_EQ(columns.SlotOf(sums.groups[8].key.outer), 7u);
   EXPECT_EQ(columns.times[9][0], 10 * kHourSeconds) << "a, the greatest";

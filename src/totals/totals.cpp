@@ -1,0 +1,261 @@
+#include "totals/totals.h"
+
+#include <algorithm>
+
+#include "core/date_time.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "platform/files.h"
+#include "platform/host.h"
+#include "store/action_index.h"
+#include "store/session.h"
+
+namespace totals {
+namespace {
+
+using platform::Icon;
+using platform::ShowNotice;
+
+DayNumber Today() {
+  return NumberOf(core::DayOf(platform::host().Now()));
+}
+
+// "11/20 09:00", with the year where the period has several.
+std::u16string ShortMoment(std::u16string_view moment, bool withYear, bool withDay) {
+  const core::MomentText text = core::SplitMoment(moment);
+  const std::u16string day(withYear ? text.date : text.MonthDay());
+  const std::u16string time(text.HourMinute());
+  return withDay ? day + u" " + time : time;
+}
+
+}  // namespace
+
+CTotals::CTotals(core::CAppState& app, Choices& choices)
+    : app_(app),
+      choices_(choices),
+      find_(app.FindWhere.value_or(u"")),
+      rows_(app.PlaceSepaStr),
+      period_(PeriodOfView(app)) {
+  ReadAgain();
+}
+
+std::u16string CTotals::Title() const {
+  return TitleOf(period_);
+}
+
+std::vector<PeriodKind> CTotals::Kinds() const {
+  using enum PeriodKind;
+  std::vector<PeriodKind> kinds = {kDay, kWeek, kMonth, kYear, kAll, kFromTo};
+  if (!find_.empty()) kinds.push_back(kFind);
+  return kinds;
+}
+
+std::vector<By> CTotals::Levels() const {
+  return {By::kCategory1, By::kCategory2, By::kPlace, By::kWeekday, By::kHour};
+}
+
+std::vector<By> CTotals::InnerLevels() const {
+  std::vector<By> levels = Levels();
+  std::erase(levels, choices_.by);
+  levels.insert(levels.begin(), By::kNothing);
+  return levels;
+}
+
+// A longer period is chosen around the one on show, a shorter one within it: today, if that is in
+// it, else its first day.
+void CTotals::ChooseKind(PeriodKind kind) {
+  const bool hasToday = period_.first <= Today() && Today() < period_.after;
+  const DayNumber day = hasToday || period_.Days() < 1 ? Today() : period_.first;
+  former_.clear();
+  Show(kind == PeriodKind::kFromTo && period_.Days() > 0
+           ? Period{kind, period_.first, period_.after}
+           : PeriodOf(kind, day));
+}
+
+void CTotals::Step(int steps) {
+  Show(totals::Step(period_, steps));
+}
+
+void CTotals::BigStep(int steps) {
+  Show(totals::BigStep(period_, steps));
+}
+
+void CTotals::GoToToday() {
+  GoToDay(DayOf(Today()));
+}
+
+void CTotals::GoToDay(const core::Day& day) {
+  if (!period_.IsBounded()) return;
+  const DayNumber first = NumberOf(day);
+  Show(period_.kind == PeriodKind::kFromTo ? Period{period_.kind, first, first + period_.Days()}
+                                           : PeriodOf(period_.kind, first));
+}
+
+void CTotals::SetFirst(const core::Day& day) {
+  Show(From(period_, NumberOf(day)));
+}
+
+void CTotals::SetLast(const core::Day& day) {
+  Show(To(period_, NumberOf(day)));
+}
+
+void CTotals::ChooseLevel(By by) {
+  choices_.by = by;
+  if (choices_.within == by) choices_.within = By::kNothing;
+  OpenGroup({});
+  SumAgain();
+}
+
+void CTotals::ChooseInnerLevel(By within) {
+  choices_.within = within;
+  OpenGroup({});
+  SumAgain();
+}
+
+void CTotals::SetMovementsApart(bool apart) {
+  choices_.movementsApart = apart;
+  OpenGroup({});
+  SumAgain();
+}
+
+void CTotals::TapBar(int bar) {
+  if (bar < 0 || bar >= std::ssize(bars_)) return;
+  OpenGroup(bar == openBar_ ? std::nullopt
+                            : std::optional(bars_[static_cast<size_t>(bar)].group->key));
+}
+
+void CTotals::TapColumn(int column) {
+  if (column < 0 || column >= std::ssize(columns_.times)) return;
+  const Period former = period_;
+  Show(PeriodOfColumn(columns_.plan, static_cast<size_t>(column)));
+  former_.push_back(former);
+}
+
+bool CTotals::GoBack() {
+  if (openBar_ >= 0) {
+    OpenGroup({});
+    return true;
+  }
+  if (former_.empty()) return false;
+  const Period former = former_.back();
+  former_.pop_back();
+  Show(former);
+  return true;
+}
+
+void CTotals::Show(const Period& period) {
+  period_ = period;
+  ReadAgain();
+}
+
+void CTotals::ReadAgain() {
+  LateWait wait;
+  ReadPeriod(app_, period_, find_, rows_, wait);
+  wait.Look();
+  if (!period_.IsBounded()) {
+    const Span days = rows_.Days();
+    period_.first = DayAt(days.from);
+    period_.after = DayAt(days.to);
+  }
+  SumAgain();
+}
+
+void CTotals::SumAgain() {
+  const bool isOpen = openBar_ >= 0;
+  const std::optional<Key> open =
+      isOpen ? std::optional(bars_[static_cast<size_t>(openBar_)].group->key) : std::nullopt;
+  sums_ = Sum(rows_, period_.Moments(), choices_);
+  columns_ = Stack(rows_, period_, choices_, sums_);
+  MakeBars();
+  OpenGroup(open);
+}
+
+void CTotals::MakeBars() {
+  bars_.clear();
+  for (const Group& group : sums_.groups) {
+    const size_t slot = columns_.SlotOf(group.key.outer);
+    bars_.push_back({&group, NameOf(rows_, choices_.by, group.key.outer), slot});
+    for (const Group& inner : group.inner) {
+      bars_.push_back({&inner, NameOf(rows_, LevelOf(choices_, inner.key), inner.key.inner), slot});
+    }
+  }
+}
+
+void CTotals::OpenGroup(const std::optional<Key>& key) {
+  openBar_ = -1;
+  open_.clear();
+  if (!key) return;
+  const auto bar = std::ranges::find(bars_, *key, [](const Bar& one) { return one.group->key; });
+  if (bar == bars_.end()) return;
+  openBar_ = static_cast<int>(bar - bars_.begin());
+  open_ = RowsOf(rows_, period_.Moments(), choices_, *key);
+}
+
+std::u16string CTotals::ActionText(int action) const {
+  const Row& row = rows_.All()[static_cast<size_t>(open_[static_cast<size_t>(action)])];
+  const std::optional<ActionTexts> texts = ReadTexts(row.id);
+  if (!texts) return {};
+  const bool sameDay = DayAt(row.start) == DayAt(std::max(row.end - 1, row.start));
+  const bool withYear = DayOf(period_.first).year != DayOf(period_.after - 1).year;
+  const bool withDay = period_.Days() > 1 || !sameDay;
+  const std::u16string end =
+      row.runs ? u"●" : ShortMoment(texts->end, withYear && !sameDay, !sameDay);
+  std::u16string text = ShortMoment(texts->start, withYear, withDay) + u"-" + end;
+  for (const std::u16string* part :
+       {&texts->place, &texts->category1, &texts->category2, &texts->memo}) {
+    if (!part->empty()) text += u" " + core::RemoveLineBreaks(*part);
+  }
+  return text;
+}
+
+bool CTotals::SelectAction(int action) {
+  if (action < 0 || action >= ActionCount()) return false;
+  const Row& row = rows_.All()[static_cast<size_t>(open_[static_cast<size_t>(action)])];
+  const std::optional<ActionTexts> texts = ReadTexts(row.id);
+  if (!texts) {
+    ShowNotice(u"このアクションは既に削除されています。", u"変更不可", Icon::kWarning);
+    return false;
+  }
+  app_.SelActId = texts->id;
+  app_.SelIndex = store::FindActionPosition(app_, texts->id);
+  return true;
+}
+
+std::u16string CTotals::ClipboardText() const {
+  return TabbedText(MakeTable());
+}
+
+filedialog::FileSelectParams CTotals::AskForCsv() const {
+  std::u16string name = u"集計 " + Title();
+  std::ranges::replace(name, u'/', u'-');
+  filedialog::FileSelectParams params;
+  params.Mode = filedialog::kSelectToSave;
+  params.Caption = u"集計の保存先";
+  params.FilterText = u"CSVファイル (*.csv)|*.csv|すべてのファイル (*.*)|*.*";
+  params.StartName = name + u".csv";
+  return params;
+}
+
+void CTotals::WriteCsv(std::u16string_view path) const {
+  const std::u16string name(path);
+  if (platform::files().Exists(path) &&
+      !platform::AskYesNo(u"'" + name + u"' は既に存在します。\n置き換えますか。", u"集計の保存",
+                          Icon::kQuestion, platform::kNoButton)) {
+    return;
+  }
+  // The diary itself is chosen with one tap in the file dialog.
+  const auto& diary = store::dbSession().Session;
+  const auto file = diary && diary->Keeps(path) ? nullptr : platform::files().Create(path);
+  if (file == nullptr) {
+    return ShowNotice(
+        u"ファイル" + name + u"のオープンに失敗しました。ファイル名を見直してください。",
+        u"オープンエラー", Icon::kStop);
+  }
+  if (!file->Write(CsvBytes(MakeTable())) || !file->Sync()) {
+    return ShowNotice(u"ファイル" + name + u"の書込みに失敗しました。", u"書込みエラー",
+                      Icon::kStop);
+  }
+  ShowNotice(u"集計を保存しました。", u"集計の保存", Icon::kInformation);
+}
+
+}  // namespace totals
