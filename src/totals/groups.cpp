@@ -102,18 +102,38 @@ std::vector<Group> Tallies::Groups() const {
   return groups;
 }
 
-// The time that lies in any of the spans.
-Seconds Union(std::vector<Span>& spans) {
-  if (!std::ranges::is_sorted(spans, {}, &Span::from)) std::ranges::sort(spans, {}, &Span::from);
-  Seconds time = 0;
-  Seconds reached = spans.empty() ? 0 : spans.front().from;
-  for (const Span& span : spans) {
-    if (span.to <= reached) continue;
-    time += span.to - std::max(span.from, reached);
-    reached = span.to;
+// The time that lies in any of the spans. A diary is mostly in the order of time, where a span
+// reaches on from the last one or begins another block.
+class Union {
+ public:
+  void Take(const Span& span) {
+    if (!blocks_.empty() && span.from < blocks_.back().from) {
+      isSorted_ = false;
+    } else if (!blocks_.empty() && span.from <= blocks_.back().to) {
+      blocks_.back().to = std::max(blocks_.back().to, span.to);
+      return;
+    }
+    blocks_.push_back(span);
   }
-  return time;
-}
+  Seconds Length() const {
+    if (!isSorted_) return Sorted().Length();
+    Seconds length = 0;
+    for (const Span& block : blocks_) length += block.Length();
+    return length;
+  }
+
+ private:
+  Union Sorted() const {
+    std::vector<Span> spans = blocks_;
+    std::ranges::sort(spans, {}, &Span::from);
+    Union sorted;
+    for (const Span& span : spans) sorted.Take(span);
+    return sorted;
+  }
+
+  std::vector<Span> blocks_;
+  bool isSorted_ = true;
+};
 
 }  // namespace
 
@@ -122,8 +142,7 @@ Totals Sum(const Rows& rows, const Span& span, const Choices& choices) {
   totals.span = span;
   totals.leftOut = rows.LeftOut();
   Tallies tallies(rows, choices);
-  std::vector<Span> spans;
-  spans.reserve(rows.All().size());
+  Union written;
   int position = 0;
   for (const Row& row : rows.All()) {
     const std::optional<Span> inside = Cut(row, span);
@@ -132,10 +151,10 @@ Totals Sum(const Rows& rows, const Span& span, const Choices& choices) {
     ++totals.count;
     totals.sum += inside->Length();
     totals.runs |= row.runs;
-    spans.push_back(*inside);
+    written.Take(*inside);
     tallies.Take(position, row, *inside);
   }
-  totals.written = Union(spans);
+  totals.written = written.Length();
   totals.groups = tallies.Groups();
   return totals;
 }

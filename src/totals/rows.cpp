@@ -4,17 +4,36 @@
 
 namespace totals {
 
-Names::Names() : texts_(2) {}
+Names::Names() : texts_(2), hashes_(2), table_(64, kNone) {}
+
+// Where it stands, or else where it would.
+size_t Names::PlaceOf(std::u16string_view text, size_t hash) const {
+  const size_t mask = table_.size() - 1;
+  size_t place = hash & mask;
+  for (; table_[place] != kNone; place = (place + 1) & mask) {
+    const auto name = static_cast<size_t>(table_[place]);
+    if (hashes_[name] == hash && texts_[name] == text) break;
+  }
+  return place;
+}
 
 int Names::Take(std::u16string_view text) {
   if (text.empty()) return kNone;
-  if (text == At(last_)) return last_;
-  const auto known = numbers_.find(text);
-  if (known != numbers_.end()) return last_ = known->second;
-  last_ = Count();
+  const size_t hash = std::hash<std::u16string_view>()(text);
+  int& name = table_[PlaceOf(text, hash)];
+  if (name != kNone) return name;
+  const int taken = name = Count();
   texts_.emplace_back(text);
-  numbers_.emplace(texts_.back(), last_);
-  return last_;
+  hashes_.push_back(hash);
+  if (texts_.size() > table_.size() / 2) Grow();
+  return taken;
+}
+
+void Names::Grow() {
+  table_.assign(table_.size() * 2, kNone);
+  for (int name = kMovement + 1; name < Count(); ++name) {
+    table_[PlaceOf(At(name), hashes_[static_cast<size_t>(name)])] = name;
+  }
 }
 
 void Rows::Clear() {
@@ -23,8 +42,8 @@ void Rows::Clear() {
 }
 
 bool Rows::Add(int64_t id, const RowTexts& texts) {
-  const std::optional<Seconds> start = ReadMoment(texts.start);
-  const std::optional<Seconds> end = ReadMoment(texts.end);
+  const std::optional<Seconds> start = moments_.Read(texts.start);
+  const std::optional<Seconds> end = moments_.Read(texts.end);
   if (!start || !end || *end < *start) {
     ++leftOut_;
     return false;

@@ -1,12 +1,9 @@
 // The Actions of a period as numbers: what is summed up. Each different text is kept once.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "totals/wall_clock.h"
@@ -20,8 +17,6 @@ class Names {
   static constexpr int kMovement = 1;  // no text: all movements together
 
   Names();
-  Names(const Names&) = delete;
-  Names& operator=(const Names&) = delete;
 
   // The number of a text, which is a new one if it wasn't there.
   int Take(std::u16string_view text);
@@ -29,9 +24,14 @@ class Names {
   int Count() const { return static_cast<int>(texts_.size()); }
 
  private:
-  std::deque<std::u16string> texts_;
-  std::unordered_map<std::u16string_view, int> numbers_;  // of the texts above
-  int last_ = kNone;                                      // rows in a row often say the same
+  size_t PlaceOf(std::u16string_view text, size_t hash) const;
+  void Grow();
+
+  std::vector<std::u16string> texts_;
+  std::vector<size_t> hashes_;  // of the texts
+  // Numbers by their hashes, each at its place or at the next free one; kNone where there is none.
+  // At most half of the places are taken, and their count is a power of two.
+  std::vector<int> table_;
 };
 
 struct Row {
@@ -80,6 +80,7 @@ class Rows {
   std::vector<int> Split(std::u16string_view text);
 
   std::u16string separator_;
+  MomentReader moments_;
   std::vector<Row> all_;
   int leftOut_ = 0;
   Names places_, categories1_, categories2_;

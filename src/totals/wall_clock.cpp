@@ -1,6 +1,8 @@
 #include "totals/wall_clock.h"
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <string>
 
 #include "core/calendar_value.h"
@@ -10,6 +12,7 @@ namespace totals {
 namespace {
 
 constexpr size_t kMomentLength = 19;
+constexpr size_t kTimePlace = 11;
 constexpr int kLastYear = 9999;
 
 // The number of `count` digits, or a negative one where any of them is none.
@@ -23,18 +26,23 @@ int Digits(const char16_t* text, int count) {
   return number;
 }
 
-// The form that everything here writes, at its fixed places. None for any other, good or not.
-std::optional<Seconds> ReadFixed(const char16_t* text) {
+// The forms that everything here writes, with each part at its place; none for any other, good or
+// not. yyyy/mm/dd gives the midnight that it begins with.
+std::optional<Seconds> ReadFixedDate(const char16_t* text) {
   const int year = Digits(text, 4), month = Digits(text + 5, 2), day = Digits(text + 8, 2);
-  const int hour = Digits(text + 11, 2), minute = Digits(text + 14, 2);
-  const int second = Digits(text + 17, 2);
   const bool isDate = text[4] == u'/' && text[7] == u'/' && year >= 1900 && month >= 1 &&
                       month <= 12 && day >= 1 && day <= core::DaysInMonth(year, month);
-  const bool isTime = text[13] == u':' && text[16] == u':' && hour >= 0 && minute >= 0 &&
+  if (!isDate) return {};
+  return NumberOf({year, month, day}) * kDaySeconds;
+}
+
+// hh:mm:ss below 24:00.
+std::optional<Seconds> ReadFixedTime(const char16_t* text) {
+  const int hour = Digits(text, 2), minute = Digits(text + 3, 2), second = Digits(text + 6, 2);
+  const bool isTime = text[2] == u':' && text[5] == u':' && hour >= 0 && minute >= 0 &&
                       minute < 60 && second >= 0 && second < 60 && hour < 24;
-  if (!isDate || !isTime) return {};
-  return NumberOf({year, month, day}) * kDaySeconds + hour * kHourSeconds +
-         minute * kMinuteSeconds + second;
+  if (!isTime) return {};
+  return hour * kHourSeconds + minute * kMinuteSeconds + second;
 }
 
 // What the store's check lets through: parts without their zeros, and the end of a day.
@@ -75,11 +83,17 @@ DayNumber DayAt(Seconds moment) {
   return static_cast<DayNumber>(moment % kDaySeconds < 0 ? day - 1 : day);
 }
 
-std::optional<Seconds> ReadMoment(std::u16string_view text) {
-  if (text.size() == kMomentLength) {
-    if (const auto moment = ReadFixed(text.data())) return moment;
+std::optional<Seconds> MomentReader::Read(std::u16string_view text) {
+  if (text.size() != kMomentLength) return ReadLoose(text);
+  const std::optional<Seconds> time = ReadFixedTime(text.data() + kTimePlace);
+  if (!time) return ReadLoose(text);
+  if (!std::equal(std::begin(date_), std::end(date_), text.begin())) {
+    const std::optional<Seconds> midnight = ReadFixedDate(text.data());
+    if (!midnight) return ReadLoose(text);
+    std::copy_n(text.begin(), std::size(date_), date_);
+    midnight_ = *midnight;
   }
-  return ReadLoose(text);
+  return midnight_ + *time;
 }
 
 }  // namespace totals

@@ -35,6 +35,17 @@ DayNumber DayAt(Seconds moment);
 
 // A stored moment, in the forms that the store takes. 24:00:00 is the midnight after its day. None
 // for what is no date, or lies beyond the year 9999.
-std::optional<Seconds> ReadMoment(std::u16string_view text);
+class MomentReader {
+ public:
+  std::optional<Seconds> Read(std::u16string_view text);
+
+ private:
+  // The last date that was read: most moments lie on the same day as the one before.
+  char16_t date_[10] = {};
+  Seconds midnight_ = 0;
+};
+inline std::optional<Seconds> ReadMoment(std::u16string_view text) {
+  return MomentReader().Read(text);
+}
 
 }  // namespace totals

@@ -1,0 +1,155 @@
+// The totals of a day, a month and all of 100,000 Actions, from the data file to the figures and
+// the columns, beside the bare select of the same rows.
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "large_diary.h"
+#include "platform/utf.h"
+#include "store/session.h"
+#include "totals/columns.h"
+#include "totals/read_period.h"
+
+namespace {
+
+constexpr int kDayRows = 30;
+
+class BenchHost : public platform::Host {
+ public:
+  platform::Answer ShowMessage(const platform::Message&) override { std::abort(); }
+  void SetWaitCursor(bool) override {}
+  void SignalActivity() override {}
+  void PostCommand(platform::WindowId, int) override {}
+  void BringForward() override {}
+  void OpenLink(const std::u16string&) override {}
+  platform::LocalTime Now() override { return {2010, 6, 23, 10, 45, 30}; }
+  uint32_t TickCount() override { return 0; }
+  void SeedDraw(uint32_t) override {}
+  int Draw() override { return ++draws_ % 32767; }
+  std::u16string ProgramPath() override { return u"\\bench"; }
+  std::u16string HomeFolder() override { return {}; }
+  int Dpi() override { return 96; }
+  std::vector<std::u16string> FontFamilies() override { return {}; }
+
+ private:
+  int draws_ = 0;
+};
+
+// Twelve categories, each with some of its own below it, and forty places, one in ten a movement.
+constexpr char kVary[] =
+    "update t_UserData set f_nvcCategory1 = '分類の' || (rowid * 7 % 12),"
+    " f_nvcCategory2 = case rowid % 3 when 0 then null else 'その内の' || (rowid * 5 % 30) end,"
+    " f_nvcPlace = '東京都の店' || (rowid * 11 % 40) ||"
+    "  case rowid % 10 when 0 then '－＞自宅' else '' end";
+
+class Diary {
+ public:
+  Diary() : file_("morvenly_totals_bench.sdf") {
+    sqlite3_open(file_.HostPath().c_str(), &raw_);
+    if (sqlite3_exec(raw_, kVary, nullptr, nullptr, nullptr) != SQLITE_OK) std::abort();
+    store::ConnectDataFile(file_.Path());
+    store::dbSession().Starts->Refresh();
+  }
+  ~Diary() {
+    sqlite3_close(raw_);
+    store::DisconnectDataFile();
+  }
+  Diary(const Diary&) = delete;
+  Diary& operator=(const Diary&) = delete;
+
+  sqlite3* Raw() const { return raw_; }
+  core::CAppState app;
+
+ private:
+  LargeDiary file_;
+  sqlite3* raw_ = nullptr;
+};
+
+std::unique_ptr<Diary> diary;  // main closes it, before the session goes that it uses
+
+totals::Period PeriodOf(totals::PeriodKind kind) {
+  return totals::PeriodOf(kind, totals::NumberOf({2000, 6, 23}));
+}
+
+int RowsOf(totals::PeriodKind kind) {
+  return kind == totals::PeriodKind::kDay     ? kDayRows
+         : kind == totals::PeriodKind::kMonth ? 30 * kDayRows
+                                              : kLargeDiaryActions;
+}
+
+void SumUp(benchmark::State& state, totals::PeriodKind kind, totals::Choices choices) {
+  totals::Rows rows(diary->app.PlaceSepaStr);
+  for (auto _ : state) {
+    totals::Period period = PeriodOf(kind);
+    totals::LateWait wait;
+    if (!totals::ReadPeriod(diary->app, period, u"", rows, wait)) std::abort();
+    if (!period.IsBounded()) {
+      const totals::Span days = rows.Days();
+      period.first = totals::DayAt(days.from);
+      period.after = totals::DayAt(days.to);
+    }
+    const totals::Totals sums = totals::Sum(rows, period.Moments(), choices);
+    if (sums.count != RowsOf(kind)) std::abort();
+    benchmark::DoNotOptimize(totals::Stack(rows, period, choices, sums));
+  }
+}
+
+// One statement, prepared once, and its texts; nothing is done with them.
+void ReadRaw(benchmark::State& state, totals::PeriodKind kind, const char* condition) {
+  const std::string sql =
+      "select f_nchStaDateTime,f_nchEndDateTime,f_nvcPlace,f_nvcCategory1,f_nvcCategory2,rowid"
+      " from t_UserData" +
+      std::string(condition);
+  sqlite3_stmt* select = nullptr;
+  sqlite3_prepare_v2(diary->Raw(), sql.c_str(), -1, &select, nullptr);
+  std::u16string text;
+  for (auto _ : state) {
+    int rows = 0;
+    for (; sqlite3_step(select) == SQLITE_ROW; ++rows) {
+      for (int column = 0; column < 5; ++column) {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(select, column));
+        if (bytes == nullptr) continue;
+        text.clear();
+        platform::AppendUtf16({bytes, static_cast<size_t>(sqlite3_column_bytes(select, column))},
+                              text);
+        benchmark::DoNotOptimize(text.data());
+      }
+      benchmark::DoNotOptimize(sqlite3_column_int64(select, 5));
+    }
+    if (rows != RowsOf(kind)) std::abort();
+    sqlite3_reset(select);
+  }
+  sqlite3_finalize(select);
+}
+
+using enum totals::PeriodKind;
+using totals::By;
+constexpr char kTheDay[] =
+    " where f_nchStaDateTime < '2000/06/24' and f_nchEndDateTime >= '2000/06/23'";
+constexpr char kTheMonth[] =
+    " where f_nchStaDateTime < '2000/07/01' and f_nchEndDateTime >= '2000/06/01'";
+
+BENCHMARK_CAPTURE(SumUp, day, kDay, totals::Choices{})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ReadRaw, day, kDay, kTheDay)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SumUp, month, kMonth, totals::Choices{})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ReadRaw, month, kMonth, kTheMonth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SumUp, all, kAll, totals::Choices{})->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ReadRaw, all, kAll, "")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SumUp, all_within, kAll, totals::Choices{By::kCategory1, By::kCategory2})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SumUp, all_places, kAll, totals::Choices{By::kPlace})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SumUp, all_hours, kAll, totals::Choices{By::kWeekday, By::kHour})
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  BenchHost host;
+  platform::SetHost(&host);
+  benchmark::Initialize(&argc, argv);
+  diary = std::make_unique<Diary>();
+  benchmark::RunSpecifiedBenchmarks();
+  diary.reset();
+}
