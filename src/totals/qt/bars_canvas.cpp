@@ -29,7 +29,7 @@ BarsCanvas::BarsCanvas(const CTotals& totals, QScrollArea* area)
     : Canvas(nullptr), totals_(totals), area_(area) {
   setObjectName(QStringLiteral("bars"));
   setAccessibleName(QStringLiteral("グループごとの時間"));
-  SetSpots([this] { return const_cast<BarsCanvas*>(this)->MakeSpots(); });
+  SetSpots([this] { return MakeSpots(); });
   area->setWidget(this);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
@@ -55,6 +55,8 @@ void BarsCanvas::ShowBars(bool areOthers) {
     current_ = 0;
   }
   current_ = std::min(current_, static_cast<int>(totals_.Bars().size()) - 1);
+  longest_ = 0;
+  for (const Group& group : totals_.Sums().groups) longest_ = std::max(longest_, group.time);
   update();
   touch::TellCurrentSpot(*this);
 }
@@ -128,22 +130,31 @@ void BarsCanvas::paintEvent(QPaintEvent* event) {
   const int count = static_cast<int>(totals_.Bars().size());
   const int first = std::max(dirty.top() / BarRowHeight(), 0);
   const int last = std::min(dirty.bottom() / BarRowHeight(), count - 1);
-  painter.setFont(FixedFont(12));
-  int figures = 0;
-  for (int bar = first; bar <= last; ++bar) {
-    const Group& group = *totals_.Bars()[static_cast<size_t>(bar)].group;
-    const QFontMetrics metrics(painter.font());
-    figures = std::max(
-        {figures, metrics.horizontalAdvance(ToQt(TimeAndShare(group, totals_.Sums()))),
-         QFontMetrics(FixedFont(10)).horizontalAdvance(ToQt(CountAndMean(group, totals_.Sums())))});
-  }
+  const int figures = FiguresWidth(first, last);
   for (int bar = first; bar <= last; ++bar) PaintBar(painter, bar, figures);
   if (count == 0) {
     painter.setPen(Qt::black);
+    painter.setFont(FixedFont(12));
     painter.drawText(area_->viewport()->rect(), Qt::AlignCenter,
                      QStringLiteral("アクションはありません。"));
   }
-  if (!hasFocus()) return;
+  if (hasFocus()) PaintFrame(painter);
+}
+
+// Of the bars in sight, which begin at one line.
+int BarsCanvas::FiguresWidth(int first, int last) const {
+  const QFontMetrics upper(FixedFont(12)), lower(FixedFont(10));
+  int widest = 0;
+  for (int bar = first; bar <= last; ++bar) {
+    const Group& group = *totals_.Bars()[static_cast<size_t>(bar)].group;
+    widest = std::max({widest, upper.horizontalAdvance(ToQt(TimeAndShare(group, totals_.Sums()))),
+                       lower.horizontalAdvance(ToQt(CountAndMean(group, totals_.Sums())))});
+  }
+  return widest;
+}
+
+// Around what is in sight, and not around all of the bars.
+void BarsCanvas::PaintFrame(QPainter& painter) const {
   const QRect inSight = visibleRegion().boundingRect();
   const QRect inside = inSight.marginsRemoved(QMargins() + Scaled(platform::qt::kFocusFrame));
   for (const QRect& side : QRegion(inSight) - inside) {
@@ -154,10 +165,8 @@ void BarsCanvas::paintEvent(QPaintEvent* event) {
 void BarsCanvas::PaintBar(QPainter& painter, int bar, int figures) const {
   const Bar& shown = totals_.Bars()[static_cast<size_t>(bar)];
   const Totals& sums = totals_.Sums();
-  Seconds longest = 0;
-  for (const Group& group : sums.groups) longest = std::max(longest, group.time);
   const bool isInner = shown.group->key.inner != Key::kAny;
-  const BarRow row = LayOutBar(width(), bar, isInner, shown.group->time, longest, figures);
+  const BarRow row = LayOutBar(width(), bar, isInner, shown.group->time, longest_, figures);
   if (bar == totals_.OpenBar()) painter.fillRect(ToQt(row.row), QColor(kOpenColor));
   painter.fillRect(ToQt(row.bar), ColorOf(shown.slot));
   painter.setPen(Qt::black);

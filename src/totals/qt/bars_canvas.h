@@ -44,12 +44,15 @@ class BarsCanvas : public touch::Canvas {
 
  private:
   int BarAt(QPoint point) const;
+  int FiguresWidth(int first, int last) const;
+  void PaintFrame(QPainter& painter) const;
   void PaintBar(QPainter& painter, int bar, int figures) const;
   std::vector<touch::Spot> MakeSpots();
   QRect RowOf(int bar) const;
 
   const CTotals& totals_;
   QScrollArea* area_;
+  Seconds longest_ = 0;  // of the groups
   int current_ = 0;
   int pressY_ = 0;  // on the screen, so that scrolling doesn't move it
   int scrollAtPress_ = 0;

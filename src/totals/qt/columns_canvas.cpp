@@ -21,7 +21,7 @@ ColumnsCanvas::ColumnsCanvas(const CTotals& totals, QWidget* parent)
   setObjectName(QStringLiteral("columns"));
   setAccessibleName(QStringLiteral("期間の中の移り変わり"));
   SetPaint([this](QPainter& painter) { Paint(painter); });
-  SetSpots([this] { return const_cast<ColumnsCanvas*>(this)->MakeSpots(); });
+  SetSpots([this] { return MakeSpots(); });
   connect(this, &Canvas::Tapped, this, [this](QPoint press, QPoint release) {
     const int column = ColumnAt(press);
     if (column >= 0 && column == ColumnAt(release)) emit ColumnTapped(column);

@@ -1,6 +1,5 @@
 #include "totals/qt/totals_screen.h"
 
-#include <QAbstractListModel>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QScrollBar>
@@ -33,28 +32,6 @@ void Fill(QComboBox& box, const QStringList& texts, int chosen) {
 }
 
 }  // namespace
-
-// The Actions are read as they come into sight: a group may have very many.
-class CTotalsDlg::Lines : public QAbstractListModel {
- public:
-  Lines(const CTotals& totals, QObject* parent) : QAbstractListModel(parent), totals_(totals) {}
-
-  int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : count_; }
-  QVariant data(const QModelIndex& index, int role) const override {
-    if (role == Qt::DisplayRole) return ToQt(totals_.ActionText(index.row()));
-    if (role == Qt::SizeHintRole) return QSize(0, Scaled(24));
-    return {};
-  }
-  void Reset() {
-    beginResetModel();
-    count_ = totals_.ActionCount();
-    endResetModel();
-  }
-
- private:
-  const CTotals& totals_;
-  int count_ = 0;
-};
 
 CTotalsDlg::CTotalsDlg(QWidget* over, core::CAppState& app, Choices& choices)
     : FieldScreen(over), app_(app), totals_(app, choices) {
@@ -126,7 +103,7 @@ void CTotalsDlg::MakePictures() {
 void CTotalsDlg::MakeList() {
   controls_.AddLabel(kIdGroup, u"");
   list_ = controls_.Add(kIdActions, new QListView(this));
-  lines_ = new Lines(totals_, this);
+  lines_ = new ActionLines(totals_, this);
   list_->setModel(lines_);
   list_->setAccessibleName(QStringLiteral("グループのアクション"));
   list_->setFont(FixedFont(12));

@@ -7,6 +7,7 @@
 
 #include "pickers/qt/field_screen.h"
 #include "platform/qt/choice_box.h"
+#include "totals/qt/action_lines.h"
 #include "totals/qt/bars_canvas.h"
 #include "totals/qt/columns_canvas.h"
 #include "totals/totals.h"
@@ -32,8 +33,6 @@ class CTotalsDlg : public pickers::FieldScreen {
   void OnEnter() override;
 
  private:
-  class Lines;
-
   void MakePeriod();
   void MakeChoices();
   void MakePictures();
@@ -57,7 +56,7 @@ class CTotalsDlg : public pickers::FieldScreen {
   BarsCanvas* bars_;
   ColumnsCanvas* columns_;
   QListView* list_;
-  Lines* lines_;
+  ActionLines* lines_;
   std::optional<std::pair<Period, Choices>> shown_;  // what the bars are of
   std::u16string editorText_;
   bool hasEdited_ = false;
