@@ -26,9 +26,9 @@ constexpr int kAxisWidth = 26;
 using Controls = std::vector<PlacedControl>;
 
 // Two dates take the place of the title where a narrow screen has no room for all three.
-void PlaceHeader(Controls& controls, int width, bool isFromTo) {
+void PlaceHeader(Controls& controls, int width, bool isFromTo, bool canStep) {
   const int height = Scaled(kRowHeight) - 1;
-  const int right = width - 5 * Scaled(kStepWidth);
+  const int right = canStep ? width - 5 * Scaled(kStepWidth) : width;
   const bool hasTitle = !isFromTo || right >= Scaled(kTitleWidth + 2 * kDateWidth);
   const int left = hasTitle ? Scaled(kTitleWidth + kMargin) : 0;
   if (hasTitle) controls.push_back({kIdTitle, {Scaled(kMargin), 0, Scaled(kTitleWidth), height}});
@@ -39,6 +39,7 @@ void PlaceHeader(Controls& controls, int width, bool isFromTo) {
   } else {
     controls.push_back({kIdPeriod, {left, 0, right - left - 1, height}});
   }
+  if (!canStep) return;
   int x = right;
   for (const int id : {kIdBigBack, kIdBack, kIdToday, kIdForward, kIdBigForward}) {
     controls.push_back({id, {x, 0, Scaled(kStepWidth), height}});
@@ -121,7 +122,7 @@ std::vector<Rect> PlaceLegend(int width, int height, int entries) {
 
 std::vector<PlacedControl> LayOutTotals(int width, int height, const Shown& shown) {
   Controls controls;
-  PlaceHeader(controls, width, shown.isFromTo);
+  PlaceHeader(controls, width, shown.isFromTo, shown.canStep);
   PlaceChoices(controls, width, Scaled(kRowHeight));
   const int top = 2 * Scaled(kRowHeight);
   const bool hasLower = shown.hasColumns || shown.isOpen;

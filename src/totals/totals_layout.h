@@ -45,6 +45,7 @@ enum TotalsControl {
 // What there is to show. An open list takes the place of the columns.
 struct Shown {
   bool isFromTo = false;
+  bool canStep = true;
   bool hasNote = false;
   bool hasColumns = false;
   bool isOpen = false;

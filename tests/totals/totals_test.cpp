@@ -128,9 +128,10 @@ TEST_F(TotalsTest, TheTableGoesOut) {
 
 TEST(TotalsLayout, NothingOverlapsOrLeavesTheScreen) {
   for (const auto& [width, height] : {std::pair(240, 294), {320, 214}, {480, 640}, {240, 174}}) {
-    for (int which = 0; which < 16; ++which) {
+    for (int which = 0; which < 32; ++which) {
       SCOPED_TRACE(std::to_string(width) + " " + std::to_string(which));
-      const Shown shown{(which & 1) != 0, (which & 2) != 0, (which & 4) != 0, (which & 8) != 0};
+      const Shown shown{(which & 1) != 0, (which & 16) != 0, (which & 2) != 0, (which & 4) != 0,
+                        (which & 8) != 0};
       std::vector<platform::PlacedControl> controls = LayOutTotals(width, height, shown);
       std::vector<int> taken(static_cast<size_t>(width * height));
       for (const auto& [id, rect] : controls) {

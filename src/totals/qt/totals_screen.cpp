@@ -50,10 +50,15 @@ CTotalsDlg::CTotalsDlg(QWidget* over, core::CAppState& app, Choices& choices)
 }
 
 void CTotalsDlg::MakePeriod() {
-  AddField(kIdPeriod, u"期間", [this] { OpenCalendar(kIdPeriod, totals_.ShownPeriod().first); });
-  AddField(kIdFirst, u"最初の日", [this] { OpenCalendar(kIdFirst, totals_.ShownPeriod().first); });
-  AddField(kIdLast, u"最後の日",
-           [this] { OpenCalendar(kIdLast, totals_.ShownPeriod().after - 1); });
+  const auto addDay = [this](int id, std::u16string_view name, auto day) {
+    constexpr int kSmallest = 8;  // units, of two dates on a narrow screen
+    pickers::AddField(
+        controls_, id, name, [this, id, day] { OpenCalendar(id, day(totals_.ShownPeriod())); },
+        kSmallest);
+  };
+  addDay(kIdPeriod, u"期間", [](const Period& period) { return period.first; });
+  addDay(kIdFirst, u"最初の日", [](const Period& period) { return period.first; });
+  addDay(kIdLast, u"最後の日", [](const Period& period) { return period.after - 1; });
   const auto add = [this](int id, const QString& sign, const QString& name, auto command) {
     controls_.AddSign(id, sign, name, [this, command] { Run(command); });
   };
@@ -216,6 +221,7 @@ void CTotalsDlg::SaveCsv() {
 void CTotalsDlg::LayOut() {
   const Period& period = totals_.ShownPeriod();
   const Shown shown{.isFromTo = period.kind == PeriodKind::kFromTo,
+                    .canStep = period.IsBounded(),
                     .hasNote = !Summarize(totals_.Sums()).note.empty(),
                     .hasColumns = totals_.HasColumns(),
                     .isOpen = totals_.OpenBar() >= 0};
@@ -244,9 +250,6 @@ void CTotalsDlg::ShowState() {
   Field(kIdPeriod)->setEnabled(period.IsBounded());
   Field(kIdFirst)->ShowValue(ToQt(core::DayText(DayOf(period.first))));
   Field(kIdLast)->ShowValue(ToQt(core::DayText(DayOf(period.after - 1))));
-  for (const int id : {kIdBigBack, kIdBack, kIdToday, kIdForward, kIdBigForward}) {
-    Button(id)->setEnabled(period.IsBounded());
-  }
   const Summary summary = Summarize(totals_.Sums());
   controls_.At<QLabel>(kIdSum)->setText(ToQt(summary.sum));
   controls_.At<QLabel>(kIdCount)->setText(ToQt(summary.count));
