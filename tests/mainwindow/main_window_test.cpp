@@ -30,6 +30,7 @@ enum : int {
   kFindClear = 32803,
   kOptions = 32804,
   kWeekShowDay = 32852,
+  kTotals = 33211,
   kMapPointLink = 33880,
 };
 
@@ -440,6 +441,20 @@ TEST_F(MainWindow, TheMapIsTappedDraggedAndMoved) {
   drag(Find<QWidget>("week"));
   main->OnCommand(kShowMap);
   EXPECT_EQ(Opens(map, {150, 100}), "変更") << "what is dragged elsewhere moves the map";
+}
+
+TEST_F(MainWindow, ShowsWhatWasChangedFromTheTotals) {
+  Next([this] {
+    Tap(Find<QWidget>("bars"), {20, 10});
+    Next([this] {
+      Click("1111");  // ends now
+      Click("1102");
+    });
+    Tap(Find<QAbstractItemView>("1619")->viewport(), {20, 10});
+    for (int k = 0; k < 2; ++k) Click("33220");
+  });
+  main->OnCommand(kTotals);
+  EXPECT_EQ(FirstCells(), "10:00-10:45|12:00-13:00|<新規作成>");
 }
 
 }  // namespace

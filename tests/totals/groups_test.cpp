@@ -156,5 +156,25 @@ TEST_F(Days, ColumnsAreStackedByTheGreatestGroups) {
   EXPECT_EQ(columns.highest, 24 * kHourSeconds);
 }
 
+TEST_F(Days, BeforeTheYearOfTheCount) {
+  Add(u"1900/01/01 23:30:00", u"1900/01/02 00:30:00");
+  Add(u"1969/12/31 00:00:00", u"1969/12/31 24:00:00");
+  choices = {By::kWeekday, By::kHour};
+  EXPECT_EQ(Groups(PeriodOf(PeriodKind::kWeek, Day(u"1900/01/01"))),
+            "月曜日 0.5 x1 [23時 0.5 x1], 火曜日 0.5 x1 [0時 0.5 x1]");
+  choices = {By::kWeekday};
+  EXPECT_EQ(Groups(PeriodOf(PeriodKind::kYear, Day(u"1969/01/01"))), "水曜日 24 x1");
+  EXPECT_EQ(rows.Days(), (Span{Day(u"1900/01/01") * kDaySeconds, 0}));
+}
+
+TEST(NamesTest, KeepTheirNumbersHoweverManyThereAre) {
+  Names names;
+  const auto text = [](int k) { return platform::ToUtf16("name " + std::to_string(k)); };
+  for (int k = 0; k < 1000; ++k) EXPECT_EQ(names.Take(text(k)), k + 2);
+  for (int k = 0; k < 1000; ++k) EXPECT_EQ(names.Take(text(k)), k + 2);
+  EXPECT_EQ(names.Take(u""), Names::kNone);
+  EXPECT_EQ(names.At(501), text(499));
+}
+
 }  // namespace
 }  // namespace totals

@@ -75,5 +75,38 @@ TEST_F(TotalsScreen, TapsMoveThePeriod) {
   EXPECT_FALSE(edited);
 }
 
+TEST_F(TotalsScreen, TheDaysOfFromToAreChosenByTheCalendar) {
+  DriveTotals([&] {
+    auto* kind = Find<QComboBox>("1609");
+    EXPECT_EQ(kind->count(), 6) << "there is no find";
+    emit kind->activated(5);
+    EXPECT_TRUE(Find("1601")->isHidden());
+    Click("1603");
+    for (const int key : {Qt::Key_Left, Qt::Key_Return}) Press(key);
+    EXPECT_EQ(Shown("1603"), "2010/06/29");
+    Click("1602");
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Shown("1602"), "2010/06/01") << "given up";
+    Press(Qt::Key_Escape);
+  });
+}
+
+TEST_F(TotalsScreen, AFindHasNoStepsAndTheDiaryKeepsIt) {
+  app.FindWhere = u"f_nvcPlace = '自宅'";
+  app.CurView = core::kViewList;
+  DriveTotals([&] {
+    EXPECT_EQ(Find<QComboBox>("1609")->currentText(), QStringLiteral("検索結果"));
+    EXPECT_TRUE(Find("1605")->isHidden());
+    EXPECT_TRUE(Find<QWidget>("1617")->isHidden()) << "one day has no columns";
+    Press(Qt::Key_Space);
+    EXPECT_EQ(Find<QListView>("1619")->model()->rowCount(), 1);
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(Find<QListView>("1619")->isHidden());
+    Press(Qt::Key_Escape);
+  });
+  EXPECT_TRUE(app.FindWhere);
+}
+
 }  // namespace
 }  // namespace totals
