@@ -30,7 +30,7 @@ std::u16string OneLine(std::u16string text) {
 }
 
 std::string Quoted(std::u16string_view text) {
-  const std::string bytes = platform::ToUtf8(text);
+  std::string bytes = platform::ToUtf8(text);
   if (bytes.find_first_of(",\"\r\n") == bytes.npos) return bytes;
   std::string quoted = "\"";
   for (const char c : bytes) quoted.append(c == '"' ? 2 : 1, c);

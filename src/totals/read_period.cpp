@@ -33,10 +33,11 @@ RowTexts TextsOf(const Texts& row) {
 
 // What reaches into the period, by its days alone: a moment may be written in more than one form.
 std::u16string ConditionOf(const Period& period, const std::u16string& find) {
-  if (period.kind == PeriodKind::kFind) return find;
-  if (!period.IsBounded()) return {};
-  return u"f_nchStaDateTime < '" + core::DayText(DayOf(period.after)) +
-         u"' and f_nchEndDateTime >= '" + core::DayText(DayOf(period.first)) + u"'";
+  if (!period.IsBounded()) return find;
+  const std::u16string days = u"f_nchStaDateTime < '" + core::DayText(DayOf(period.after)) +
+                              u"' and f_nchEndDateTime >= '" + core::DayText(DayOf(period.first)) +
+                              u"'";
+  return find.empty() ? days : days + u" and " + find;
 }
 
 HRESULT Open(std::u16string_view condition, std::unique_ptr<store::RowSet>& found) {
@@ -57,12 +58,11 @@ std::u16string RunningId(const core::CAppState& app) {
 
 // The running Action ends where it starts, in the data file, so that no condition of days finds it
 // on a later one. Its row, or -1.
-int64_t AddRunning(const core::CAppState& app, const Period& period, const std::u16string& find,
-                   Rows& rows) {
+int64_t AddRunning(const core::CAppState& app, const std::u16string& find, Rows& rows) {
   const std::u16string id = RunningId(app);
   if (id.empty()) return -1;
   std::u16string condition = u"f_nchActId = '" + store::SqlQuote(id) + u"'";
-  if (period.kind == PeriodKind::kFind && !find.empty()) condition += u" and " + find;
+  if (!find.empty()) condition += u" and " + find;
   std::unique_ptr<store::RowSet> found;
   Texts row;
   if (store::Failed(Open(condition, found)) || found->Next(row) != store::S_OK) return -1;
@@ -89,7 +89,7 @@ bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16
                 Rows& rows, LateWait& wait) {
   rows.Clear();
   std::unique_ptr<store::RowSet> found;
-  const int64_t running = AddRunning(app, period, find, rows);
+  const int64_t running = AddRunning(app, find, rows);
   HRESULT result = Open(ConditionOf(period, find), found);
   const bool isOpen = !store::Failed(result);
   if (isOpen) result = ReadAll(*found, running, rows, wait);

@@ -13,8 +13,8 @@
 namespace totals {
 
 // Fills `rows` with the Actions that have any part in the period, each read once, and the
-// recorder's running one where it reaches into it by now. `find` is the condition of
-// PeriodKind::kFind. False, after a message, if that failed; `rows` then holds what was read.
+// recorder's running one, which may reach into it by now. `find` is the condition that they all
+// meet, or empty. False, after a message, if that failed; `rows` then holds what was read.
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
                 Rows& rows, LateWait& wait);
 

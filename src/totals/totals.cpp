@@ -43,6 +43,18 @@ std::u16string CTotals::Title() const {
   return TitleOf(period_);
 }
 
+// Only what the find has found counts.
+bool CTotals::IsNarrowed() const {
+  return (former_.empty() ? period_ : former_.front()).kind == PeriodKind::kFind;
+}
+
+Summary CTotals::Summarized() const {
+  Summary summary = Summarize(sums_);
+  if (!IsNarrowed() || !period_.IsBounded()) return summary;
+  summary.note = u"検索結果のみ" + (summary.note.empty() ? u"" : u"　" + summary.note);
+  return summary;
+}
+
 std::vector<PeriodKind> CTotals::Kinds() const {
   using enum PeriodKind;
   std::vector<PeriodKind> kinds = {kDay, kWeek, kMonth, kYear, kAll, kFromTo};
@@ -126,9 +138,8 @@ void CTotals::TapBar(int bar) {
 
 void CTotals::TapColumn(int column) {
   if (column < 0 || column >= std::ssize(columns_.times)) return;
-  const Period former = period_;
+  former_.push_back(period_);
   Show(PeriodOfColumn(columns_.plan, static_cast<size_t>(column)));
-  former_.push_back(former);
 }
 
 bool CTotals::GoBack() {
@@ -150,7 +161,7 @@ void CTotals::Show(const Period& period) {
 
 void CTotals::ReadAgain() {
   LateWait wait;
-  ReadPeriod(app_, period_, find_, rows_, wait);
+  ReadPeriod(app_, period_, IsNarrowed() ? find_ : u"", rows_, wait);
   wait.Look();
   if (!period_.IsBounded()) {
     const Span days = rows_.Days();

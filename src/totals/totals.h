@@ -33,6 +33,7 @@ class CTotals {
   const Columns& Stacked() const { return columns_; }
   const std::vector<Bar>& Bars() const { return bars_; }
   std::u16string Title() const;
+  Summary Summarized() const;
   // Kinds of periods to choose from: that of a find only if there was one.
   std::vector<PeriodKind> Kinds() const;
   // The levels that can be chosen, the inner ones without the outer.
@@ -59,7 +60,7 @@ class CTotals {
   void SetMovementsApart(bool apart);
   // Opens a bar's list of Actions, or closes it if it's open.
   void TapBar(int bar);
-  // Moves the period to a column.
+  // Moves the period to a column. Within a find it stays with what was found.
   void TapColumn(int column);
   // Closes the list, or goes back to where the column was tapped; false if there is neither.
   bool GoBack();
@@ -74,6 +75,7 @@ class CTotals {
   void WriteCsv(std::u16string_view path) const;
 
  private:
+  bool IsNarrowed() const;
   void Show(const Period& period);
   void SumAgain();
   void MakeBars();
@@ -85,7 +87,7 @@ class CTotals {
   const std::u16string find_;  // its condition, which outlives the find itself
   Rows rows_;
   Period period_;
-  std::vector<Period> former_;  // where columns were tapped
+  std::vector<Period> former_;  // where columns were tapped, since a kind was chosen
   Totals sums_;
   Columns columns_;
   std::vector<Bar> bars_;

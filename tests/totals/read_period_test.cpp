@@ -27,9 +27,9 @@ constexpr char16_t kCutRows[] =
 
 class ReadPeriodTest : public store_test::StoreTest {
  protected:
-  Totals Read(const Period& period, const Choices& choices = {}) {
+  Totals Read(const Period& period, const Choices& choices = {}, const std::u16string& find = {}) {
     LateWait wait;
-    EXPECT_TRUE(ReadPeriod(app, period, app.FindWhere.value_or(u""), rows, wait));
+    EXPECT_TRUE(ReadPeriod(app, period, find, rows, wait));
     return Sum(rows, (period.IsBounded() ? period.Moments() : rows.Days()), choices);
   }
   // "name seconds" of each row of a select.
@@ -101,7 +101,8 @@ TEST_F(ReadPeriodTest, AFindIsAPeriodThatStays) {
   InsertAction(u"2010/06/22 22:00:00", u"2010/06/22 23:00:00", u"cafe");
   InsertAction(u"2010/06/23 22:00:00", u"2010/06/23 23:00:00", u"home");
   ASSERT_EQ(exchange::FindActions(app, {}, u"cafe", exchange::kFindInPlace), 1);
-  EXPECT_EQ(Read({PeriodKind::kFind}).count, 1);
+  EXPECT_EQ(Read({PeriodKind::kFind}, {}, *app.FindWhere).count, 1);
+  EXPECT_EQ(Read(PeriodOf(PeriodKind::kDay, Day(u"2010/06/23")), {}, *app.FindWhere).count, 0);
   EXPECT_EQ(Read({PeriodKind::kAll}).count, 2);
   EXPECT_EQ(app.IndexCount, 1);
   store::DisconnectDataFile();

@@ -77,8 +77,12 @@ TEST_F(TotalsTest, AnEditedActionChangesTheFiguresAndAFindStaysAPeriod) {
   ASSERT_EQ(Users().Delete(app.SelActId), 0);
   host.answers = {"既に削除されています"};
   EXPECT_FALSE(totals.SelectAction(1));
-  totals.ChooseKind(PeriodKind::kAll);
-  EXPECT_EQ(totals.ActionCount(), 1);
+  totals.TapColumn(0);
+  EXPECT_EQ(totals.Title(), u"2010/06/23(水)");
+  EXPECT_EQ(Bars(totals), "仕事 2:00 ") << "of what was found";
+  EXPECT_EQ(totals.Summarized().note, u"検索結果のみ");
+  totals.ChooseKind(PeriodKind::kDay);
+  EXPECT_EQ(Bars(totals), "仕事 2:00 食事 1:00 ");
   EXPECT_EQ(totals.Kinds().back(), PeriodKind::kFind);
 }
 

@@ -222,7 +222,7 @@ void CTotalsDlg::LayOut() {
   const Period& period = totals_.ShownPeriod();
   const Shown shown{.isFromTo = period.kind == PeriodKind::kFromTo,
                     .canStep = period.IsBounded(),
-                    .hasNote = !Summarize(totals_.Sums()).note.empty(),
+                    .hasNote = !totals_.Summarized().note.empty(),
                     .hasColumns = totals_.HasColumns(),
                     .isOpen = totals_.OpenBar() >= 0};
   std::set<int> placed;
@@ -250,7 +250,7 @@ void CTotalsDlg::ShowState() {
   Field(kIdPeriod)->setEnabled(period.IsBounded());
   Field(kIdFirst)->ShowValue(ToQt(core::DayText(DayOf(period.first))));
   Field(kIdLast)->ShowValue(ToQt(core::DayText(DayOf(period.after - 1))));
-  const Summary summary = Summarize(totals_.Sums());
+  const Summary summary = totals_.Summarized();
   controls_.At<QLabel>(kIdSum)->setText(ToQt(summary.sum));
   controls_.At<QLabel>(kIdCount)->setText(ToQt(summary.count));
   controls_.At<QLabel>(kIdWritten)->setText(ToQt(summary.written));
