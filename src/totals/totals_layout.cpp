@@ -68,8 +68,8 @@ int PlaceSummary(Controls& controls, int y, int width, bool isWide, bool hasNote
                             {kIdNote, 2, 0, 20}};
   constexpr Part kWide[] = {{kIdSum, 0, 0, 10},
                             {kIdWritten, 0, 10, 17},
-                            {kIdRest, 1, 0, 10},
-                            {kIdNote, 1, 10, 20},
+                            {kIdRest, 1, 0, 11},
+                            {kIdNote, 1, 11, 20},
                             {kIdCount, 0, 17, 20}};
   const int line = Scaled(kLineHeight);
   const int inner = width - 2 * Scaled(kMargin);
@@ -111,6 +111,7 @@ std::vector<Rect> PlaceLegend(int width, int height, int entries) {
   const int rows = entries == 0 ? 0 : (entries + perRow - 1) / perRow;
   const int line = Scaled(kTextHeight);
   std::vector<Rect> legend;
+  legend.reserve(static_cast<size_t>(entries));
   for (int entry = 0; entry < entries; ++entry) {
     legend.push_back({entry % perRow * width / perRow, height - (rows - entry / perRow) * line,
                       width / perRow, line});

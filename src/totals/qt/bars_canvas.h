@@ -14,7 +14,9 @@ class BarsArea : public QScrollArea {
   using QScrollArea::QScrollArea;
 
  protected:
-  bool focusNextPrevChild(bool forward) override { return QWidget::focusNextPrevChild(forward); }
+  bool focusNextPrevChild(bool forward) override {
+    return QWidget::focusNextPrevChild(forward);  // NOLINT(bugprone-parent-virtual-call)
+  }
 };
 
 class BarsCanvas : public touch::Canvas {
