@@ -10,6 +10,7 @@
 #include "store/read_action.h"
 #include "store/session.h"
 #include "store/trouble.h"
+#include "store/write_step.h"
 
 namespace edit {
 
@@ -82,6 +83,7 @@ bool CEditAction::DeleteRow() {
   store::HRESULT result = store::E_POINTER;
   if (store::CUserDataTable* table = store::dbSession().UserTable.get()) {
     const platform::WaitCursor wait;
+    const store::WriteStep step(store::StepKind::kCounted, u"削除");
     result = table->Delete(*loaded_[store::kActId]);
     if (result == store::S_OK || result == store::DB_E_NOTFOUND) store::ReloadActionIndex(app_);
   }

@@ -7,6 +7,7 @@
 #include "store/action_index.h"
 #include "store/session.h"
 #include "store/trouble.h"
+#include "store/write_step.h"
 
 namespace edit {
 
@@ -58,6 +59,7 @@ bool CEditAction::WriteRow(store::Action& action) {
   store::HRESULT result = store::E_POINTER;
   if (store::CUserDataTable* table = store::dbSession().UserTable.get()) {
     const platform::WaitCursor wait;
+    const store::WriteStep step(store::StepKind::kSingle, create ? u"新規作成" : u"変更");
     result = create ? table->Insert(action) : table->Update(*action[store::kActId], action);
     // Any code but 0 means a row that was not there to be changed.
     if (result == store::S_OK) store::ReloadActionIndex(app_);

@@ -13,6 +13,7 @@
 #include "store/action_index.h"
 #include "store/session.h"
 #include "store/trouble.h"
+#include "store/write_step.h"
 
 namespace exchange {
 namespace {
@@ -173,6 +174,7 @@ int WriteRecords(core::CAppState& app, ImportList& list, ReadMode mode, const Pr
   int result = kNotWritten;
   if (session.UserTable != nullptr) {
     code = store::S_OK;
+    const store::WriteStep step(store::StepKind::kCounted, u"インポート");
     result = Writer(session, mode).WriteAll(list, progress, code);
   }
   if (result == kNoId) {

@@ -26,6 +26,9 @@ CommandMenus::CommandMenus(QMenu& top, QWidget& keyBearer) : QObject(&top) {
     menus_[menu]->setFont(top.font());
   }
   for (const CommandRow& row : Commands()) AddCommand(row, keyBearer);
+  for (const auto& [bit, menu] : menus_) {
+    connect(menu, &QMenu::aboutToShow, this, [this, menu = menu] { ShowTexts(*menu); });
+  }
 }
 
 QMenu* CommandMenus::MakeHoldMenu(QWidget& keyBearer) {
@@ -58,6 +61,19 @@ void CommandMenus::AddCommand(const CommandRow& row, QWidget& keyBearer) {
     keyBearer.addAction(action);
   }
   actions_[&row] = action;
+}
+
+// The key of a greyed item would do nothing, and the diary may change while no menu is open.
+void CommandMenus::ShowTexts(QMenu& menu) {
+  for (const auto& [row, action] : actions_) {
+    if (row->textNow == nullptr || !menu.actions().contains(action)) continue;
+    const std::optional<std::u16string> text = row->textNow();
+    action->setText(platform::qt::ToQt(text.value_or(std::u16string(row->text))));
+    action->setEnabled(text.has_value());
+    connect(
+        &menu, &QMenu::aboutToHide, action, [action = action] { action->setEnabled(true); },
+        Qt::SingleShotConnection);
+  }
 }
 
 void CommandMenus::EndHold() {

@@ -33,6 +33,7 @@ class CommandMenus : public QObject {
  private:
   QMenu* MakeHoldMenu(QWidget& keyBearer);
   void AddCommand(const CommandRow& row, QWidget& keyBearer);
+  void ShowTexts(QMenu& menu);
   void EndHold();
 
   std::map<unsigned, QMenu*> menus_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "mainwindow/main_window.h"
+#include "undo/undo.h"
 #include "views/navigation.h"
 
 namespace mainwindow {
@@ -12,6 +13,7 @@ using namespace views;
 using enum core::View;
 using edit::OpenMode;
 using exchange::ExchangeKind;
+using store::Turn;
 
 namespace {
 
@@ -24,6 +26,11 @@ void Do(CMainWnd& window) {
 template <core::View view>
 bool IsOnShow(const core::CAppState& app) {
   return ViewOnShow(app.CurView) == view;
+}
+
+template <Turn turn>
+std::optional<std::u16string> TextOf() {
+  return undo::CommandText(turn);
 }
 
 constexpr bool HasTwice(std::span<const CommandRow> rows) {
@@ -50,6 +57,19 @@ std::span<const CommandRow> Commands() {
       {37786, u"地図表示", kEditMenu, Do<&W::FxMapLink>},
       {32787, u"移動", kEditMenu, Do<&W::MoveMap>, kInMap},
       {32785, u"削除", kEditMenu, Do<&W::FxEditDelete>},
+      {.id = 33260,
+       .text = u"元に戻す",
+       .menus = kEditMenu,
+       .run = Do<&W::TakeTurn, Turn::kUndo>,
+       .key = "Ctrl+Z",
+       .textNow = TextOf<Turn::kUndo>},
+      {.id = 33261,
+       .text = u"やり直す",
+       .menus = kEditMenu,
+       .run = Do<&W::TakeTurn, Turn::kRedo>,
+       .key = "Ctrl+Shift+Z",
+       .textNow = TextOf<Turn::kRedo>},
+      {33262, u"元に戻す履歴を消去...", kEditMenu, Do<&W::ClearUndoHistory>},
 
       {kShowDay, u"1日", kViewMenu, Do<&W::ShowView, kViewDay>, kEverywhere, "",
        IsOnShow<kViewDay>},

@@ -2,7 +2,9 @@
 // all that the menus, the toolbar and the window need to know of it.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "core/app_state.h"
@@ -47,6 +49,8 @@ struct CommandRow {
   std::string_view key = {};
   bool (*isChecked)(const core::CAppState& app) = nullptr;  // of an item with a check mark
   bool keepsPopups = false;  // an open calendar or list of pages is not closed first
+  // What the open menu says in place of `text`; none: there is nothing to do, and it's greyed.
+  std::optional<std::u16string> (*textNow)() = nullptr;
 };
 
 std::span<const CommandRow> Commands();

@@ -17,6 +17,7 @@
 #include "platform/qt/command_mailbox.h"
 #include "platform/qt/device_shell.h"
 #include "totals/groups.h"
+#include "store/undo_log.h"
 #include "views/navigation.h"
 #include "views/qt/action_list.h"
 #include "views/qt/date_popups.h"
@@ -78,6 +79,8 @@ class CMainWnd : public QWidget {
   void MoveMap();
   void FxEditDelete();
   void FxDeleteTapItem();
+  void TakeTurn(store::Turn turn);
+  void ClearUndoHistory();
   void ShowView(int view);
   void GoToPressedDay();
   void ShowPressedDay();

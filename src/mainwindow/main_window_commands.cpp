@@ -17,6 +17,7 @@
 #include "recorder/qt/recorder_screen.h"
 #include "store/action_index.h"
 #include "totals/qt/totals_screen.h"
+#include "undo/undo.h"
 #include "views/navigation.h"
 #include "views/selection.h"
 
@@ -98,6 +99,17 @@ void CMainWnd::FxEditDelete() {
 
 void CMainWnd::FxDeleteTapItem() {
   if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(views::Change::kDeleted);
+}
+
+void CMainWnd::TakeTurn(store::Turn turn) {
+  if (!undo::Take(app_, turn)) return;
+  View().OnDateMoved();
+  ShowChange(views::Change::kAdded);
+}
+
+void CMainWnd::ClearUndoHistory() {
+  undo::ClearHistory();
+  Refresh();
 }
 
 void CMainWnd::ShowView(int view) {

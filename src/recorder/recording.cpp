@@ -60,7 +60,8 @@ void CRecorder::OnBtnRec() {
   const platform::WaitCursor wait;
   std::optional<Action> running;
   if (!app_.RcdrPreActId.empty() && !ReadRunning(kRecordSite, running)) return;
-  const std::optional<Ending> ending = InBurst([&] { return WriteRecording(*tap, running); });
+  const std::optional<Ending> ending =
+      InBurst(store::StepKind::kTap, u"記録", [&] { return WriteRecording(*tap, running); });
   if (ending) return EndWith(*ending);
   store::ReloadActionIndex(app_);
   ShowRecording(*tap, running);
@@ -81,7 +82,8 @@ void CRecorder::RecStop() {
   const platform::WaitCursor wait;
   std::optional<Action> running;
   if (!ReadRunning(kStopSite, running)) return;
-  const std::optional<Ending> ending = InBurst([&] { return WriteStop(*tap, running); });
+  const std::optional<Ending> ending =
+      InBurst(store::StepKind::kStop, u"記録の停止", [&] { return WriteStop(*tap, running); });
   if (ending) return EndWith(*ending);
   store::ReloadActionIndex(app_);
   SetActList();

@@ -17,6 +17,7 @@
 #include "recorder/recording_rows.h"
 #include "store/action.h"
 #include "store/hresult.h"
+#include "store/undo_log.h"
 
 namespace recorder {
 
@@ -134,8 +135,9 @@ class CRecorder {
   bool CheckRunning();
 
   // recording_ending.cpp
-  // Runs steps that write as one burst.
-  std::optional<Ending> InBurst(const std::function<std::optional<Ending>()>& steps);
+  // Runs steps that write as one burst, which can be taken back as one step.
+  std::optional<Ending> InBurst(store::StepKind kind, std::u16string_view title,
+                                const std::function<std::optional<Ending>()>& steps);
   void EndWith(const Ending& ending);
   store::HRESULT WriteHistNum();
   std::optional<Ending> WritePreActId();

@@ -53,12 +53,13 @@ void CRecorder::RecReopen() {
          Icon::kStop);
   }
   if (found != Found::kYes) return;
-  const std::optional<Ending> ending = InBurst([&]() -> std::optional<Ending> {
+  const auto reopen = [&]() -> std::optional<Ending> {
     // The end stays: the next closing sets it.
     if (TakeMovementBack(action, app_.PlaceSepaStr)) UpdateRow(id, action);
     SetRunning(id, StartOf(action));
     return WritePreActId();
-  });
+  };
+  const std::optional<Ending> ending = InBurst(store::StepKind::kReopen, u"記録の再開", reopen);
   if (ending) return EndWith(*ending);
   ShowButtons(true);
   SetActList();
@@ -75,7 +76,8 @@ void CRecorder::OnBtnBack() {
     return;
   }
   const platform::WaitCursor wait;
-  const std::optional<Ending> ending = InBurst([&] { return WriteStepBack(); });
+  const std::optional<Ending> ending =
+      InBurst(store::StepKind::kBack, u"記録の戻し", [&] { return WriteStepBack(); });
   if (ending) return EndWith(*ending);
   ResetMoment();
   store::ReloadActionIndex(app_);
@@ -127,7 +129,8 @@ std::optional<CRecorder::Ending> CRecorder::ReopenLast() {
 void CRecorder::OnBtnClear() {
   if (ValidateInlineEdit() != 0) return;
   const platform::WaitCursor wait;
-  const std::optional<Ending> ending = InBurst([&] { return ForgetChain(); });
+  const std::optional<Ending> ending =
+      InBurst(store::StepKind::kSingle, u"記録のクリア", [&] { return ForgetChain(); });
   if (ending) return EndWith(*ending);
   lines = {};
   fields = {};
@@ -157,7 +160,8 @@ void CRecorder::FxBtnDelete() {
                                                    u"個のアクションを削除しますか？";
   if (!platform::AskYesNo(question, u"アクションの削除の確認")) return;
   const platform::WaitCursor wait;
-  const std::optional<Ending> ending = InBurst([&] { return DeleteSelected(); });
+  const std::optional<Ending> ending =
+      InBurst(store::StepKind::kCounted, u"削除", [&] { return DeleteSelected(); });
   if (ending) return EndWith(*ending);
   store::ReloadActionIndex(app_);
   SetActList();

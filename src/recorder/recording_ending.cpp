@@ -7,11 +7,14 @@
 #include "store/session.h"
 #include "store/trouble.h"
 #include "store/write_burst.h"
+#include "store/write_step.h"
 
 namespace recorder {
 
 std::optional<CRecorder::Ending> CRecorder::InBurst(
+    store::StepKind kind, std::u16string_view title,
     const std::function<std::optional<Ending>()>& steps) {
+  const store::WriteStep step(kind, title, app_.RcdrPreActId);
   store::WriteBurst burst(*store::dbSession().Session);
   if (store::Failed(burst.Begun())) {
     const Ending refused = KeyFault(kPreActIdKey, core::Hex(burst.Begun()));

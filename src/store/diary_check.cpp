@@ -58,7 +58,7 @@ bool HoldsNoExpressions(Engine& engine) {
   std::array<std::optional<std::u16string>, 1> sql;
   HRESULT result = engine.OpenRows(
       u"select sql from sqlite_schema where tbl_name collate nocase in ('t_UserData','t_SysInfo',"
-      u"'t_LongData','t_TextData','t_RcdrData')",
+      u"'t_LongData','t_TextData','t_RcdrData','t_UndoData')",
       rows);
   if (Failed(result) || Failed(rows->Bind(kColumns))) return false;
   while ((result = rows->Next(sql)) == S_OK) {

@@ -138,7 +138,25 @@ HRESULT Engine::CopyCompacted(const std::string& destination) {
   const StatementLoan statement = Borrow("VACUUM INTO ?");
   if (!statement) return NotPrepared();
   statement->BindText(1, destination);
-  return ResultOf(statement->Step());
+  const HRESULT result = ResultOf(statement->Step());
+  return Failed(result) ? result : LeaveStepsOut(destination);
+}
+
+// A copy is made to be small, or to be given away: what was deleted doesn't go with it.
+HRESULT Engine::LeaveStepsOut(const std::string& copy) {
+  if (!ReadValue("select name from sqlite_schema where name='t_UndoData' collate nocase", {})) {
+    return S_OK;
+  }
+  sqlite3* database = nullptr;
+  int code = OpenDatabase(copy, database);
+  if (code == SQLITE_OK) {
+    code = sqlite3_exec(database, "drop table t_UndoData; vacuum", nullptr, nullptr, nullptr);
+  }
+  if (code != SQLITE_OK) {
+    NoteTrouble(TroubleOf(sqlite3_extended_errcode(database), sqlite3_system_errno(database)));
+  }
+  sqlite3_close(database);
+  return code == SQLITE_OK ? S_OK : E_FAIL;
 }
 
 Engine::Engine(sqlite3* database, std::string hostPath, std::unique_ptr<FileLock> lock)

@@ -125,8 +125,9 @@ class Engine {
   static void Remove(std::u16string_view path);
   // The latter alone.
   static void RemoveBeside(std::u16string_view path);
-  // Writes a compacted copy of a closed file to `destination`, which is replaced: whole and on the
-  // disk when it returns, or gone after a failure. The source's content stays as it is; what an
+  // Writes a compacted copy of a closed file to `destination`, which is replaced: whole, but for
+  // the steps that could be taken back, and on the disk when it returns, or gone after a failure.
+  // The source's content stays as it is; what an
   // engine that did not close it left beside it is taken in.
   static HRESULT Compact(std::u16string_view source, std::u16string_view destination);
   ~Engine();
@@ -149,7 +150,8 @@ class Engine {
   HRESULT ConfirmPlace();
   // Where the open file lies now, with all that was written to it; none if it has no name any more.
   std::optional<std::u16string> Whereabouts();
-  // A compacted copy at `path`, which is replaced: whole and on the disk, or gone after a failure.
+  // A compacted copy at `path`, as Compact makes it, which is replaced: whole and on the disk, or
+  // gone after a failure.
   HRESULT CopyTo(std::u16string_view path);
   // A copy of the file as it is now, at `path`, which is replaced. It's made by a thread of its own
   // with a connection of its own, and what is written meanwhile isn't in it. FinishCopy waits for
@@ -180,6 +182,7 @@ class Engine {
   HRESULT BeginTransaction();
   HRESULT Commit();
   void Rollback();
+  bool IsInTransaction() const { return inTransaction_; }
   // Between these two a write returns before the disk has it; EndBurst waits for all of them.
   // E_FAIL if the disk did not take them. After a BeginBurst that failed all of them are refused.
   // Use WriteBurst.
@@ -206,6 +209,9 @@ class Engine {
 
   // A statement without result.
   HRESULT Execute(std::u16string_view sql);
+  // One that changes rows, its values quoted: what differs in nothing but these shares a prepared
+  // statement. DB_E_NOTFOUND if no row has changed.
+  HRESULT Change(std::u16string_view sql);
   // A select; `rows` stays empty on a failure.
   HRESULT OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows);
 
@@ -233,6 +239,7 @@ class Engine {
   HRESULT NotPrepared();  // why Borrow has lent none
   HRESULT RunScript(const std::string& sql);
   HRESULT CopyCompacted(const std::string& destination);
+  HRESULT LeaveStepsOut(const std::string& copy);
   HRESULT BeginWrite();
   HRESULT SettleLeftovers();
   HRESULT ConfirmWritable();

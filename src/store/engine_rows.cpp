@@ -61,6 +61,19 @@ HRESULT Engine::Execute(std::u16string_view sql) {
   return result;
 }
 
+HRESULT Engine::Change(std::u16string_view sql) {
+  const HRESULT ready = BeginWrite();
+  if (Failed(ready)) return ready;
+  const SelectShape shape = LiftLiterals(sql);
+  const StatementLoan statement = Borrow(shape.sql);
+  if (!statement) return NotPrepared();
+  int parameter = 0;
+  for (const std::string& literal : shape.literals) statement->BindText(++parameter, literal);
+  const HRESULT result = ResultOf(statement->Step());
+  if (Failed(result)) return result;
+  return sqlite3_changes(database_) == 0 ? DB_E_NOTFOUND : S_OK;
+}
+
 HRESULT Engine::ReadFirst(std::u16string_view table, const Field& key,
                           std::span<const std::u16string_view> columns, ColumnTexts row) {
   std::string sql = "select ";

@@ -65,6 +65,15 @@ constexpr bool Declares(std::u16string_view create,
 }
 static_assert(Declares(kTableStatements[0].create, kActionColumns));
 
+// What can be taken back; store/undo_log.h. A file gets it with its first step, so most other
+// programs never meet it. The columns of an Action have no types: its values stand as they stood.
+inline constexpr std::u16string_view kCreateUndoData =
+    u"CREATE TABLE t_UndoData (f_i4No INTEGER PRIMARY KEY, f_i4Head int, f_i4Step int, "
+    u"f_i4Count int, f_i8Bytes int, f_i4Kind int, f_i4Undone int, f_nvcTitle NVARCHAR(100), "
+    u"f_nvcRunning NVARCHAR(18), f_i4Row int, f_nchActId, f_dtLastUpdate, f_nchStaDateTime, "
+    u"f_nchEndDateTime, f_fltLatitude, f_fltLongitude, f_nvcSubject, f_nvcPlace, f_nvcCategory1, "
+    u"f_nvcCategory2, f_nvcMemo, f_nvcExtItems)";
+
 // What a t_UserData of an older format lacks, in this order.
 inline constexpr std::array<std::u16string_view, 2> kAlterStatements = {
     u"alter table t_UserData alter column f_nvcSubject nvarchar(100)",

@@ -88,9 +88,11 @@ HRESULT CUserDataTable::Insert(Action& action) {
     return E_INVALIDARG;
   }
   Stamp(action);
-  const HRESULT result = CheckActionTimes(action) == 0
-                             ? Session.Insert(kUserDataTable, FieldsOf(action))
-                             : E_INVALIDARG;
+  HRESULT result = E_INVALIDARG;
+  if (CheckActionTimes(action) == 0) {
+    result = log_.Run(UndoLog::Write::kInsert, *action[kActId],
+                      [&] { return Session.Insert(kUserDataTable, FieldsOf(action)); });
+  }
   if (Failed(result) && idIsMade) action[kActId].reset();
   return result;
 }
@@ -100,12 +102,15 @@ HRESULT CUserDataTable::Update(std::u16string_view id, Action& action) {
   Stamp(action);
   if (CheckActionTimes(action) != 0) return E_INVALIDARG;
   const ActionFields fields = FieldsOf(action);
-  return Session.UpdateFirst(kUserDataTable, IdField(id), std::span(fields).subspan(kLastUpdate));
+  return log_.Run(UndoLog::Write::kUpdate, id, [&] {
+    return Session.UpdateFirst(kUserDataTable, IdField(id), std::span(fields).subspan(kLastUpdate));
+  });
 }
 
 HRESULT CUserDataTable::Delete(std::u16string_view id) {
   if (core::CheckActId(id) != 0) return E_INVALIDARG;
-  return Session.DeleteFirst(kUserDataTable, IdField(id));
+  return log_.Run(UndoLog::Write::kDelete, id,
+                  [&] { return Session.DeleteFirst(kUserDataTable, IdField(id)); });
 }
 
 // An id of 19 characters would be cut to one that nothing finds.

@@ -8,13 +8,17 @@
 #include "platform/host.h"
 #include "store/action.h"
 #include "store/rowset_table.h"
+#include "store/undo_log.h"
 
 namespace store {
 
 class CUserDataTable : public CRowsetTable {
  public:
-  using CRowsetTable::CRowsetTable;
+  explicit CUserDataTable(Engine& session) : CRowsetTable(session) {}
   using CRowsetTable::GetNextRS;
+
+  // Notes what the three writes below change.
+  UndoLog& Log() { return log_; }
 
   // GetRS with all twelve columns.
   HRESULT Select(std::u16string_view sql);
@@ -44,6 +48,8 @@ class CUserDataTable : public CRowsetTable {
 
  private:
   HRESULT TakeIfFree(std::u16string id, MadeId& made);
+
+  UndoLog log_{Session};
 };
 
 // 0, or the code of the first test that fails:

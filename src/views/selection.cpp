@@ -7,6 +7,7 @@
 #include "position/map_link.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "store/write_step.h"
 
 namespace views {
 namespace {
@@ -35,19 +36,28 @@ bool ConfirmDelete(size_t count) {
                             u"アクションの削除の確認");
 }
 
+// In one transaction, so that many cost one wait for the disk. What was deleted before a failure
+// stays deleted.
+store::HRESULT WriteDelete(const std::vector<std::u16string>& ids) {
+  const store::CDbSession& session = store::dbSession();
+  if (session.UserTable == nullptr) return store::E_POINTER;
+  const store::WriteStep step(store::StepKind::kCounted, u"削除");
+  store::HRESULT result = session.Session->BeginTransaction();
+  if (store::Failed(result)) return result;
+  for (size_t i = 0; i < ids.size() && !store::Failed(result); ++i) {
+    result = session.UserTable->Delete(ids[i]);
+  }
+  const store::HRESULT committed = session.Session->Commit();
+  return store::Failed(result) ? result : committed;
+}
+
 // After a question. False if the answer was No. The ids are copies: while the question stands, a
 // turned screen fills the rows again.
 bool DeleteActions(core::CAppState& app, const std::vector<std::u16string>& ids) {
   if (!ConfirmDelete(ids.size())) return false;
   const platform::WaitCursor waiting;
-  store::CUserDataTable* table = store::dbSession().UserTable.get();
-  for (const std::u16string& id : ids) {
-    const store::HRESULT result = table == nullptr ? store::E_POINTER : table->Delete(id);
-    if (store::Failed(result)) {
-      ShowReadError(u"CMainWnd::FxEditDelete", u"Delete", 1, result);
-      break;
-    }
-  }
+  const store::HRESULT result = WriteDelete(ids);
+  if (store::Failed(result)) ShowReadError(u"CMainWnd::FxEditDelete", u"Delete", 1, result);
   store::ReloadActionIndex(app);
   return true;
 }

@@ -53,8 +53,8 @@ class DataFileTest : public StoreTest {
   // The open file's schema, and its rows as literals.
   static std::string Dumped() {
     std::string all = ReadAll(u"select sql from sqlite_schema order by rowid", u"sql");
-    for (const std::u16string table :
-         {u"t_UserData", u"t_SysInfo", u"t_LongData", u"t_TextData", u"t_RcdrData"}) {
+    for (const std::u16string table : {u"t_UserData", u"t_SysInfo", u"t_LongData", u"t_TextData",
+                                       u"t_RcdrData", u"t_UndoData"}) {
       const std::string values = ReadAll(
           u"select group_concat('quote(' || name || ')', '||'',''||') as f from "
           u"pragma_table_info('" +

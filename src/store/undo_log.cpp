@@ -1,0 +1,347 @@
+// Rows are copied within the engine, so that they come back to the byte whatever stands in them. A
+// step is a head and the rows after it: the former and the latter state of each changed Action, the
+// one state of an inserted or a deleted one. Steps follow one another without a gap, and every row
+// bears the number of its head and the sum of all bytes up to it, so nothing has to be counted.
+#include "store/undo_log.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "core/date_time.h"
+#include "platform/host.h"
+#include "store/schema.h"
+#include "store/trouble.h"
+#include "store/user_data_table.h"
+
+namespace store {
+namespace {
+
+using Text = std::u16string;
+
+// Outdated rows that one write takes away: a tap must not pay for an import of long ago. More than
+// are written meanwhile.
+constexpr std::u16string_view kDroppedAtOnce = u"64";
+constexpr int64_t kRowsBetweenDrops = 16;
+constexpr std::u16string_view kRowBytes = u"100";  // what a row takes besides its texts
+
+Text Quoted(int64_t number) {
+  Text digits;
+  for (const char c : std::to_string(number)) digits += static_cast<char16_t>(c);
+  return u'\'' + digits + u'\'';
+}
+
+Text Quoted(std::u16string_view text) {
+  return u'\'' + SqlQuote(text) + u'\'';
+}
+
+// Of every column what `make` makes of its name, `between` them.
+template <typename Make>
+Text ForColumns(size_t first, std::u16string_view between, Make make) {
+  Text all;
+  for (size_t i = first; i < kActionColumns.size(); ++i) {
+    if (!all.empty()) all += between;
+    all += make(Text(kActionColumns[i]));
+  }
+  return all;
+}
+
+const Text& AllColumns() {
+  static const Text columns = ForColumns(kActId, u",", [](const Text& column) { return column; });
+  return columns;
+}
+
+// The bytes of a row's texts.
+const Text& TextBytes() {
+  static const Text bytes = ForColumns(kSubject, u"+", [](const Text& column) {
+    return u"coalesce(length(cast(" + column + u" as blob)),0)";
+  });
+  return bytes;
+}
+
+// The row of t_UserData is what `image` holds, but for the time of its last write.
+const Text& IsWhatItWas() {
+  static const Text same = ForColumns(kStaDateTime, u" and ", [](const Text& column) {
+    return u"t_UserData." + column + u" is was." + column;
+  });
+  return same;
+}
+
+Text FirstRowOf(std::u16string_view id) {
+  return u"(select one.rowid from t_UserData one where one.f_nchActId=" + Quoted(id) + u" limit 1)";
+}
+
+Text Now() {
+  return Quoted(core::MomentOf(platform::host().Now()));
+}
+
+Text ReplaceSql(std::u16string_view id, int64_t former, int64_t latter) {
+  static const Text taken = ForColumns(
+      kStaDateTime, u",", [](const Text& column) { return column + u"=then_." + column; });
+  return u"update t_UserData set f_dtLastUpdate=" + Now() + u"," + taken +
+         u" from t_UndoData then_, t_UndoData was where then_.f_i4No=" + Quoted(latter) +
+         u" and was.f_i4No=" + Quoted(former) + u" and t_UserData.rowid=" + FirstRowOf(id) +
+         u" and " + IsWhatItWas();
+}
+
+Text RemoveSql(std::u16string_view id, int64_t number) {
+  return u"delete from t_UserData where rowid=" + FirstRowOf(id) +
+         u" and exists (select 1 from t_UndoData was where was.f_i4No=" + Quoted(number) +
+         u" and " + IsWhatItWas() + u")";
+}
+
+// At its old place, as Actions of one start stand in the order of their rows.
+Text AddSql(std::u16string_view id, int64_t number) {
+  static const Text rest =
+      ForColumns(kStaDateTime, u",", [](const Text& column) { return column; });
+  return u"insert into t_UserData (rowid," + AllColumns() +
+         u") select case when exists (select 1 from t_UserData where rowid=f_i4Row) then null else "
+         u"f_i4Row end,f_nchActId," +
+         Now() + u"," + rest + u" from t_UndoData where f_i4No=" + Quoted(number) +
+         u" and not exists (select 1 from t_UserData one where one.f_nchActId=" + Quoted(id) + u")";
+}
+
+}  // namespace
+
+bool UndoLog::Begin(StepKind kind, std::u16string_view title, std::u16string_view running) {
+  if (open_) return false;
+  open_ = OpenStep{kind, Text(title), Text(running)};
+  return true;
+}
+
+HRESULT UndoLog::Run(Write what, std::u16string_view id, const std::function<HRESULT()>& write) {
+  if (!open_) return write();
+  if (Session.IsInTransaction()) {
+    const bool hadTable = Declared().has_value();
+    const Mark before = hadTable ? Newest() : Mark{};
+    const HRESULT result = WriteNoted(what, id, write);
+    if (Failed(result) && hadTable) {
+      Session.Change(u"delete from t_UndoData where f_i4No>" + Quoted(before.number));
+    }
+    return result;
+  }
+  HRESULT result = Session.BeginTransaction();
+  if (Failed(result)) return result;
+  result = WriteNoted(what, id, write);
+  if (!Failed(result)) return Session.Commit();
+  const Trouble trouble = LastTrouble();
+  Session.Rollback();
+  NoteTrouble(trouble);
+  return result;
+}
+
+HRESULT UndoLog::WriteNoted(Write what, std::u16string_view id,
+                            const std::function<HRESULT()>& write) {
+  Mark mark;
+  HRESULT result = S_OK;
+  if (open_->head != 0) mark = Newest();
+  if (open_->head == 0 || open_->head != mark.head) result = WriteHead(mark);
+  const auto note = [&](RowChange change) { return NoteRow(mark, change, id); };
+  if (!Failed(result) && what == Write::kUpdate) result = note(RowChange::kChangedFrom);
+  if (!Failed(result) && what == Write::kDelete) result = note(RowChange::kDeleted);
+  if (!Failed(result)) result = write();
+  if (!Failed(result) && what == Write::kUpdate) result = note(RowChange::kChangedTo);
+  if (!Failed(result) && what == Write::kInsert) result = note(RowChange::kInserted);
+  if (!Failed(result) && mark.number % kRowsBetweenDrops == 0) result = DropOutdated(mark);
+  return result;
+}
+
+std::optional<Text> UndoLog::Declared() {
+  static constexpr std::u16string_view kColumns[] = {u"sql"};
+  std::unique_ptr<RowSet> rows;
+  std::array<std::optional<Text>, 1> sql;
+  const HRESULT opened = Session.OpenRows(
+      u"select sql from sqlite_schema where name='t_UndoData' collate nocase", rows);
+  if (Failed(opened) || Failed(rows->Bind(kColumns)) || rows->Next(sql) != S_OK) return {};
+  return sql[0].value_or(u"");
+}
+
+// One that another version has made otherwise is of no use to this one, and would make it fail.
+HRESULT UndoLog::EnsureTable() {
+  const std::optional<Text> declared = Declared();
+  if (declared == kCreateUndoData) return S_OK;
+  if (declared) {
+    const HRESULT dropped = Session.Execute(u"drop table t_UndoData");
+    if (Failed(dropped)) return dropped;
+  }
+  const HRESULT made = Session.Change(kCreateUndoData);
+  return made == DB_E_NOTFOUND ? S_OK : made;  // no row has changed
+}
+
+UndoLog::Mark UndoLog::NewestUpTo(int64_t number) {
+  std::unique_ptr<RowSet> rows;
+  const HRESULT opened =
+      Session.OpenRows(u"select f_i4No,f_i4Head,f_i4Step,f_i4Count from t_UndoData where f_i4No<=" +
+                           Quoted(number) + u" order by f_i4No desc limit 1",
+                       rows);
+  if (Failed(opened) || rows->Next({}) != S_OK) return {};
+  return {rows->Number(0), rows->Number(1), rows->Number(2), rows->Number(3)};
+}
+
+HRESULT UndoLog::WriteHead(Mark& mark) {
+  HRESULT result = EnsureTable();
+  if (Failed(result)) return result;
+  if (const auto undone = Find(Turn::kRedo)) {
+    result = Session.Change(u"delete from t_UndoData where f_i4No>=" + Quoted(undone->first));
+    if (Failed(result)) return result;
+  }
+  const Mark former = Newest();
+  const int64_t number = former.number + 1;
+  result = Session.Change(
+      u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Undone,"
+      u"f_nvcTitle,f_nvcRunning) select " +
+      Quoted(number) + u"," + Quoted(number) + u"," + Quoted(former.step + 1) +
+      u",'0',coalesce((select f_i8Bytes from t_UndoData where f_i4No=" + Quoted(former.number) +
+      u"),0)," + Quoted(static_cast<int64_t>(open_->kind)) + u",'0'," + Quoted(open_->title) +
+      u"," + Quoted(open_->running));
+  if (Failed(result)) return result;
+  open_->head = number;
+  mark = {number, number, former.step + 1, 0};
+  return DropOutdated(mark);
+}
+
+HRESULT UndoLog::NoteRow(Mark& mark, RowChange change, std::u16string_view id) {
+  const Text former = Quoted(mark.number);
+  ++mark.number;
+  if (change != RowChange::kChangedFrom) ++mark.count;
+  return Session.Change(
+      u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Row," +
+      AllColumns() + u") select " + Quoted(mark.number) + u"," + Quoted(mark.head) + u"," +
+      Quoted(mark.step) + u"," + Quoted(mark.count) +
+      u",(select f_i8Bytes from t_UndoData where f_i4No=" + former + u")+" + Text(kRowBytes) +
+      u"+" + TextBytes() + u"," + Quoted(static_cast<int64_t>(change)) + u",rowid," + AllColumns() +
+      u" from t_UserData where rowid=" + FirstRowOf(id));
+}
+
+// What has lost its head, which goes first, is no step any more. Mostly a look at the oldest row is
+// all that it takes.
+HRESULT UndoLog::DropOutdated(const Mark& newest) {
+  const Text outdated = u" and (f_i4Step<=" + Quoted(newest.step - kMaxSteps) +
+                        u" or f_i8Bytes<=(select f_i8Bytes from t_UndoData where f_i4No=" +
+                        Quoted(newest.number) + u")-" + Quoted(kMaxBytes) + u")";
+  std::unique_ptr<RowSet> oldest;
+  const HRESULT opened = Session.OpenRows(
+      u"select 1 from t_UndoData where f_i4No=(select min(f_i4No) from t_UndoData)" + outdated,
+      oldest);
+  if (Failed(opened) || oldest->Next({}) != S_OK) return opened;
+  oldest.reset();
+  return Session.Change(
+      u"delete from t_UndoData where f_i4No in (select f_i4No from t_UndoData order by f_i4No "
+      u"limit " +
+      Text(kDroppedAtOnce) + u")" + outdated);
+}
+
+std::optional<UndoStep> UndoLog::StepOf(const Mark& last, bool& isUndone) {
+  static constexpr std::u16string_view kColumns[] = {u"f_nvcTitle", u"f_nvcRunning"};
+  std::unique_ptr<RowSet> rows;
+  std::array<std::optional<Text>, 2> texts;
+  const HRESULT opened = Session.OpenRows(
+      u"select f_i4Head,f_i4Kind,f_i4Undone,f_nvcTitle,f_nvcRunning from t_UndoData where f_i4No=" +
+          Quoted(last.head),
+      rows);
+  if (Failed(opened) || Failed(rows->Bind(kColumns)) || rows->Next(texts) != S_OK) return {};
+  if (rows->Number(0) != last.head || last.head > last.number) return {};
+  isUndone = rows->Number(2) != 0;
+  return UndoStep{last.head,
+                  last.number,
+                  static_cast<StepKind>(rows->Number(1)),
+                  static_cast<int>(last.count),
+                  texts[0].value_or(u""),
+                  texts[1].value_or(u"")};
+}
+
+std::optional<UndoStep> UndoLog::Find(Turn turn) {
+  std::optional<UndoStep> found;
+  if (Declared() != kCreateUndoData) return found;
+  Mark last = Newest();
+  for (int i = 0; i <= kMaxSteps && last.number > 0; ++i) {
+    bool isUndone = false;
+    const std::optional<UndoStep> step = StepOf(last, isUndone);
+    if (!step) break;
+    if (isUndone == (turn == Turn::kRedo)) found = step;
+    if (!isUndone) break;
+    last = NewestUpTo(step->first - 1);
+  }
+  return found;
+}
+
+std::vector<UndoRow> UndoLog::RowsOf(const UndoStep& step) {
+  static constexpr std::u16string_view kColumns[] = {u"f_nchActId"};
+  std::vector<UndoRow> changed;
+  std::unique_ptr<RowSet> rows;
+  std::array<std::optional<Text>, 1> id;
+  const HRESULT opened = Session.OpenRows(
+      u"select f_i4No,f_i4Kind,f_nchActId from t_UndoData where f_i4No>" + Quoted(step.first) +
+          u" and f_i4No<=" + Quoted(step.last) + u" order by f_i4No",
+      rows);
+  if (Failed(opened) || Failed(rows->Bind(kColumns))) return changed;
+  while (rows->Next(id) == S_OK) {
+    changed.push_back(
+        {rows->Number(0), static_cast<RowChange>(rows->Number(1)), id[0].value_or(u"")});
+  }
+  return changed;
+}
+
+TurnResult UndoLog::Take(Turn turn, const std::function<bool(const UndoStep&)>& settle) {
+  if (Failed(Session.BeginTransaction())) return TurnResult::kFailed;
+  TurnResult result = TurnResult::kNothing;
+  if (const std::optional<UndoStep> step = Find(turn)) {
+    const HRESULT put = PutAllBack(turn, *step);
+    result = put == DB_E_NOTFOUND ? TurnResult::kForeign
+             : Failed(put)        ? TurnResult::kFailed
+             : settle(*step)      ? TurnResult::kDone
+                                  : TurnResult::kRefused;
+  }
+  const Trouble trouble = LastTrouble();
+  if (result == TurnResult::kDone) {
+    return Failed(Session.Commit()) ? TurnResult::kFailed : TurnResult::kDone;
+  }
+  Session.Rollback();
+  NoteTrouble(trouble);
+  return result;
+}
+
+HRESULT UndoLog::PutAllBack(Turn turn, const UndoStep& step) {
+  std::vector<UndoRow> rows = RowsOf(step);
+  if (turn == Turn::kUndo) std::ranges::reverse(rows);
+  HRESULT result = S_OK;
+  for (const UndoRow& row : rows) {
+    if (!Failed(result)) result = PutBack(turn, row);
+  }
+  if (Failed(result)) return result;
+  return Session.Change(Text(u"update t_UndoData set f_i4Undone=") +
+                        (turn == Turn::kUndo ? u"'1'" : u"'0'") + u" where f_i4No=" +
+                        Quoted(step.first));
+}
+
+// DB_E_NOTFOUND if the Action isn't what the step left.
+HRESULT UndoLog::PutBack(Turn turn, const UndoRow& row) {
+  const bool undoes = turn == Turn::kUndo;
+  switch (row.change) {
+    case RowChange::kChangedFrom:
+      return S_OK;  // its other half does it
+    case RowChange::kChangedTo: {
+      const int64_t former = row.number - 1;
+      return Session.Change(undoes ? ReplaceSql(row.id, row.number, former)
+                                   : ReplaceSql(row.id, former, row.number));
+    }
+    case RowChange::kInserted:
+    case RowChange::kDeleted: {
+      const bool removes = undoes == (row.change == RowChange::kInserted);
+      return Session.Change(removes ? RemoveSql(row.id, row.number) : AddSql(row.id, row.number));
+    }
+  }
+  return E_FAIL;
+}
+
+// The log is brought in and cut, as the texts stand there too.
+HRESULT UndoLog::Clear() {
+  if (!Declared()) return S_OK;
+  HRESULT result = Session.Execute(u"PRAGMA secure_delete=ON");
+  if (!Failed(result)) result = Session.Execute(u"delete from t_UndoData");
+  if (!Failed(result)) result = Session.Execute(u"PRAGMA wal_checkpoint(TRUNCATE)");
+  return result;
+}
+
+}  // namespace store
