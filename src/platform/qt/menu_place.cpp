@@ -25,7 +25,8 @@ QPoint Inside(const QRect& room, const QRect& menu) {
           Clamp(menu.y(), menu.height(), room.top(), room.bottom() + 1)};
 }
 
-// Beside `above`, level with `row`; where the room is too narrow for both, below or above the row.
+// Beside `above`, level with `row`; where the room is too narrow for both, below or above the row,
+// and where it's too low for that, over it.
 QPoint BesideRow(const QRect& room, const QSize& menu, const QRect& above, const QRect& row) {
   const int right = above.right() + 1;
   const int left = above.left() - menu.width();
@@ -33,7 +34,7 @@ QPoint BesideRow(const QRect& room, const QSize& menu, const QRect& above, const
   if (left >= room.left()) return Inside(room, {{left, row.top()}, menu});
   const bool fitsBelow = row.bottom() + menu.height() <= room.bottom();
   const int y = fitsBelow ? row.bottom() + 1 : row.top() - menu.height();
-  return {Clamp(left, menu.width(), room.left(), room.right() + 1), y};
+  return Inside(room, {{left, y}, menu});
 }
 
 // Has the last word on a menu's place: Qt knows the screen alone.
