@@ -122,8 +122,8 @@ TEST(Diary, FromAnEmptyFolderToTheNextDay) {
     return changed == 1;
   }));
 
-  device.Hold(100, 75);                // its second row
-  PressAll(device, {"Up", "Return"});  // the last item of the menu: delete
+  device.Hold(100, 75);                            // its second row
+  PressAll(device, {"Up", "Up", "Up", "Return"});  // delete, above what can be taken back
   ASSERT_TRUE(device.Shows(kQuestionDelete));
   device.Picture("delete");
   device.Press("Return");
