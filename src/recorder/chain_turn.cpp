@@ -109,6 +109,25 @@ bool ChainTurn::Move(const store::UndoStep& step, Turn turn, const std::u16strin
   return true;
 }
 
+bool ChainTurn::Forget(std::u16string_view id) {
+  if (!isRead_) return false;
+  const store::CDbSession& session = store::dbSession();
+  size_t entry = 0;
+  while (entry < history_.Count() && history_.At(entry) != id) ++entry;
+  if (entry < history_.Count()) {
+    history_.RemoveAt(entry);
+    const auto count = static_cast<int32_t>(history_.Count());
+    if (session.LongTable->SetLong(kHistNumKey, count) != store::S_OK) return false;
+    for (int32_t i = static_cast<int32_t>(entry); i < count; ++i) {
+      const std::u16string moved(history_.At(static_cast<size_t>(i)));
+      if (store::Failed(session.RcdrTable->SetRcdrRow(i, moved))) return false;
+    }
+  }
+  if (running_ != id) return true;
+  running_.clear();
+  return session.TextTable->SetText(kPreActIdKey, running_) == store::S_OK;
+}
+
 void ChainTurn::Show() {
   if (!app_.RcdrLoaded) return;
   app_.RcdrHistory = history_;

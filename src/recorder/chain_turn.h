@@ -16,6 +16,9 @@ class ChainTurn {
   // Writes what the chain is after the turn, if the step is one of the recorder's. False if the
   // chain has gone on otherwise meanwhile, or can't be read or written.
   bool Write(store::Turn turn, const store::UndoStep& step);
+  // An Action has been deleted: the chain names it no longer, and its rows in the file neither.
+  // False if they can't be written.
+  bool Forget(std::u16string_view id);
   // After the commit: the application object follows, also where only a start has changed.
   void Show();
 
