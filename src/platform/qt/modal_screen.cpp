@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QList>
 #include <QRadioButton>
 #include <QShortcut>
@@ -74,8 +75,12 @@ int ModalScreen::RunModal() {
 void ModalScreen::TakeFocus() {
   QWidget* field = parentWidget()->focusWidget();
   if (field == nullptr || !isAncestorOf(field)) return setFocus();
+  auto* line = qobject_cast<QLineEdit*>(field);
+  const int selected = line != nullptr ? line->selectionStart() : -1;
+  const int length = line != nullptr ? line->selectionLength() : 0;
   field->clearFocus();
   field->setFocus();
+  if (selected >= 0) line->setSelection(selected, length);  // a line without the focus drops it
 }
 
 void ModalScreen::EndScreen(int result) {
