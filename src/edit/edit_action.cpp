@@ -93,6 +93,7 @@ bool CEditAction::Open(OpenMode openMode, const std::optional<position::Position
     const platform::LocalTime now = platform::host().Now();
     StartNew(app_.CurView == core::kViewList ? core::DateOf(now)
                                              : ExistingDate(core::CurrentDay(), now));
+    if (timesOfNew) StartBlank(*timesOfNew);
     if (position) PutAt(*position);
   } else if (!OpenSelected(openMode)) {
     return false;

@@ -115,6 +115,8 @@ class CEditAction {
   std::optional<int> ended;   // the result code, once the screen is to end
   bool closeProgram = false;  // and the main window is to be closed after it
   bool added = false;         // a row was written that was not there before
+  // When a new Action begins and ends, in place of what the options say. Set before Open.
+  std::optional<StartEnd> timesOfNew;
 
   // The memo as it is shown: with the action text on, what its template gives over the fields.
   const std::u16string& ShownMemo() const;

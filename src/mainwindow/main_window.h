@@ -79,6 +79,7 @@ class CMainWnd : public QWidget {
   void MoveMap();
   void FxEditDelete();
   void FxDeleteTapItem();
+  void RunTidy();
   void TakeTurn(store::Turn turn);
   void ClearUndoHistory();
   void ShowView(int view);

@@ -16,6 +16,7 @@
 #include "position/map_link.h"
 #include "recorder/qt/recorder_screen.h"
 #include "store/action_index.h"
+#include "tidy/qt/tidy_screen.h"
 #include "totals/qt/totals_screen.h"
 #include "undo/undo.h"
 #include "views/navigation.h"
@@ -99,6 +100,12 @@ void CMainWnd::FxEditDelete() {
 
 void CMainWnd::FxDeleteTapItem() {
   if (views::FxDeleteAction(app_, View().TapItem())) ShowChange(views::Change::kDeleted);
+}
+
+void CMainWnd::RunTidy() {
+  tidy::TidyDlg(this, app_).RunModal();
+  View().OnDateMoved();
+  ShowChange(views::Change::kAdded);
 }
 
 void CMainWnd::TakeTurn(store::Turn turn) {

@@ -2,6 +2,7 @@
 
 #include "core/date_time.h"
 #include "core/text.h"
+#include "core/time_list.h"
 #include "platform/host.h"
 #include "recorder/recorder_state.h"
 #include "store/action_index.h"
@@ -22,6 +23,14 @@ void Tell(const Text& text, Icon icon) {
 }
 
 }  // namespace
+
+std::u16string_view TextOf(Command command) {
+  static constexpr std::u16string_view kTexts[] = {
+      u"始まりを変える...", u"終わりを変える...", u"分ける...",  u"次とつなぐ",
+      u"前を延ばす",        u"後を早める",        u"前を詰める", u"後を遅らせる",
+      u"外側を分ける",      u"新規作成...",       u"変更...",    u"削除"};
+  return kTexts[static_cast<size_t>(command)];
+}
 
 bool TidyDay::Read() {
   const core::Day day = core::CurrentDay();
@@ -103,21 +112,93 @@ bool TidyDay::WriteRows(const Outcome& outcome, recorder::ChainTurn& chain) {
   return true;
 }
 
-bool TidyDay::Delete(size_t span) {
-  if (!platform::AskYesNo(u"このアクションを削除しますか？", u"アクションの削除の確認"))
-    return false;
-  return Run(tidy::Delete(chain_, span), u"削除");
+bool TidyDay::MayDelete() const {
+  return platform::AskYesNo(u"このアクションを削除しますか？", u"アクションの削除の確認");
 }
 
-bool TidyDay::JoinWithNext(size_t span) {
-  const bool differs = DiffersFromNext(chain_, span);
-  if (differs && !platform::AskYesNo(u"「" + NameOf(chain_.spans[span]) + u"」と「" +
-                                         NameOf(chain_.spans[NextOf(chain_, span)]) +
-                                         u"」は場所か分類が違います。つなぎますか。",
-                                     Text(kTitle))) {
-    return false;
+bool TidyDay::MayJoin(size_t span) const {
+  if (!DiffersFromNext(chain_, span)) return true;
+  return platform::AskYesNo(u"「" + NameOf(chain_.spans[span]) + u"」と「" +
+                                NameOf(chain_.spans[NextOf(chain_, span)]) +
+                                u"」は場所か分類が違います。つなぎますか。",
+                            Text(kTitle));
+}
+
+std::vector<Command> TidyDay::CommandsOf(const Link& link) const {
+  std::vector<Command> commands;
+  const auto add = [&](Command command, bool applies) {
+    if (applies) commands.push_back(command);
+  };
+  const bool hasBefore = link.before != kNoAction;
+  const bool runs = hasBefore && chain_.spans[link.before].runs;
+  if (link.kind == LinkKind::kAction) {
+    const Span& span = chain_.spans[link.before];
+    add(Command::kMoveStart, !span.BeganBefore());
+    add(Command::kMoveEnd, !runs && !span.GoesOn());
+    add(Command::kSplit, span.end > span.start);
+    add(Command::kJoin, !runs && NextOf(chain_, link.before) != kNoAction);
+    add(Command::kChange, true);
+    add(Command::kDelete, true);
+  } else if (link.kind == LinkKind::kGap) {
+    add(Command::kExtendBefore, hasBefore && !runs);
+    add(Command::kAdvanceAfter, link.after != kNoAction);
+    add(Command::kNew, true);
+  } else {
+    add(Command::kTrimBefore, TrimBefore(chain_, link).refusal.empty());
+    add(Command::kDelayAfter, DelayAfter(chain_, link).refusal.empty());
+    add(Command::kSplitOuter, SplitOuter(chain_, link).refusal.empty());
   }
-  return Run(tidy::JoinWithNext(chain_, span), u"結合");
+  return commands;
+}
+
+int64_t TidyDay::TimeFor(Command command, const Link& link) {
+  if (command == Command::kMoveStart) return link.from;
+  if (command == Command::kMoveEnd) return link.to;
+  return (link.from + link.to) / 2 / 60 * 60;
+}
+
+bool TidyDay::Run(Command command, const Link& link, int64_t at) {
+  switch (command) {
+    case Command::kMoveStart:
+      return Run(MoveBoundary(chain_, link.from, at), u"境界の移動");
+    case Command::kMoveEnd:
+      return Run(MoveBoundary(chain_, link.to, at), u"境界の移動");
+    case Command::kSplit:
+      return Run(Split(chain_, link.before, at), u"分割");
+    case Command::kJoin:
+      return MayJoin(link.before) && Run(JoinWithNext(chain_, link.before), u"結合");
+    case Command::kExtendBefore:
+      return Run(ExtendBefore(chain_, link), u"空きを埋める");
+    case Command::kAdvanceAfter:
+      return Run(AdvanceAfter(chain_, link), u"空きを埋める");
+    case Command::kTrimBefore:
+      return Run(TrimBefore(chain_, link), u"重なりの解消");
+    case Command::kDelayAfter:
+      return Run(DelayAfter(chain_, link), u"重なりの解消");
+    case Command::kSplitOuter:
+      return Run(SplitOuter(chain_, link), u"重なりの解消");
+    case Command::kDelete:
+      return MayDelete() && Run(tidy::Delete(chain_, link.before), u"削除");
+    case Command::kNew:
+    case Command::kChange:
+      break;
+  }
+  return false;
+}
+
+void TidyDay::Select(const Link& link) {
+  app_.SelActId = store::TextOf(chain_.spans[link.before].action, store::kActId);
+  app_.SelIndex = store::FindActionPosition(app_, app_.SelActId);
+}
+
+std::optional<int64_t> TidyDay::ReadTime(std::u16string_view typed) {
+  int hour = 0, minute = 0, second = 0;
+  if (typed == u"24:00" || typed == u"2400") return kDaySeconds;
+  if (core::ParseTimeEntry(typed, hour, minute, second) == 0) {
+    return hour * 3600 + minute * 60 + second;
+  }
+  core::ShowBadTime();
+  return {};
 }
 
 Text TidyDay::TimeText(int64_t moment) {

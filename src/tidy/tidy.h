@@ -12,6 +12,29 @@
 
 namespace tidy {
 
+// In the order of the menu of a link.
+enum class Command {
+  kMoveStart,
+  kMoveEnd,
+  kSplit,
+  kJoin,
+  kExtendBefore,
+  kAdvanceAfter,
+  kTrimBefore,
+  kDelayAfter,
+  kSplitOuter,
+  kNew,  // these two open the edit screen
+  kChange,
+  kDelete
+};
+
+// As a menu shows it.
+std::u16string_view TextOf(Command command);
+// The first three take a time.
+inline bool TakesTime(Command command) {
+  return command <= Command::kSplit;
+}
+
 class TidyDay {
  public:
   // Of the current date.
@@ -22,16 +45,22 @@ class TidyDay {
 
   // Reads the day again. False, after a message, if that failed.
   bool Read();
+  std::vector<Command> CommandsOf(const Link& link) const;
+  // The time from which the choice of one starts.
+  static int64_t TimeFor(Command command, const Link& link);
+  // Runs a command that opens no screen, after a question where it deletes, or joins what differs.
+  // False if nothing was written.
+  bool Run(Command command, const Link& link, int64_t at = 0);
   // Tells why not, or writes; then reads the day again. False if nothing was written. `title` is
   // what the step is called: "分割".
   bool Run(const Outcome& outcome, std::u16string_view title);
-  // Asks first.
-  bool Delete(size_t span);
-  // Asks first where place or category differ.
-  bool JoinWithNext(size_t span);
+  // For the edit screen: the first and the last moment of a gap, as stored; and the Action of a
+  // link.
+  std::u16string MomentOf(int64_t moment) const { return MomentText(moment, chain_.day); }
+  void Select(const Link& link);
 
-  // The moment of a time of this day, which may be 24:00.
-  static int64_t MomentOf(int hour, int minute) { return (hour * 60 + minute) * int64_t{60}; }
+  // "9:30", "0930" or "24:00"; none, after a message, for anything else.
+  static std::optional<int64_t> ReadTime(std::u16string_view typed);
   // "hh:mm" of a moment within the day.
   static std::u16string TimeText(int64_t moment);
   // A link as the list shows it: "09:00-10:30", with an arrow where it goes on beyond the day; and
@@ -40,6 +69,8 @@ class TidyDay {
   std::u16string TextOf(const Link& link) const;
 
  private:
+  bool MayDelete() const;
+  bool MayJoin(size_t span) const;
   bool WriteAll(const Outcome& outcome, std::u16string_view title);
   bool WriteRows(const Outcome& outcome, recorder::ChainTurn& chain);
   std::u16string Running() const;

@@ -1,12 +1,17 @@
 // The whole program on a pocket device, by real taps and keys, as its user meets it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <set>
 #include <vector>
 
+#include "core/date_time.h"
+#include "core/text.h"
 #include "e2e/pocket_device.h"
 #include "platform/utf.h"
 #include "store/session.h"
@@ -22,6 +27,13 @@ namespace {
 
 constexpr char kWindow[] = "Morvenly";
 constexpr char kQuestionDelete[] = "アクションの削除の確認";
+
+std::u16string Today() {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  localtime_r(&now, &parts);
+  return core::FormatDate(parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday);
+}
 
 // The program in a folder of its own, as it is installed.
 class Installed {
@@ -51,6 +63,34 @@ class Installed {
       }
       return found == texts;
     });
+  }
+
+  // Into the closed diary: Actions of today, by hour and minute of start and end.
+  void Write(const std::vector<std::array<int, 4>>& times) const {
+    const auto engine = store::Engine::Open(folder_.Path(u"user.sdf"));
+    ASSERT_TRUE(engine);
+    int number = 0;
+    for (const auto& [startHour, startMinute, endHour, endMinute] : times) {
+      const std::u16string day = Today() + u' ';
+      const std::u16string id = u"ID" + core::ZeroPadded(++number, 16);
+      const std::u16string start = day + core::FormatTime(startHour, startMinute, 0);
+      const std::u16string end = day + core::FormatTime(endHour, endMinute, 0);
+      EXPECT_EQ(engine->Execute(u"insert into t_UserData (f_nchActId, f_nchStaDateTime, "
+                                u"f_nchEndDateTime, f_nvcPlace) values ('" +
+                                id + u"','" + start + u"','" + end + u"','" +
+                                core::ZeroPadded(number, 1) + u"')"),
+                store::S_OK);
+    }
+  }
+  // "hh:mm hh:mm" of all Actions, sorted.
+  std::vector<std::u16string> Times() const {
+    std::vector<std::u16string> times;
+    for (const store::Action& action : Actions()) {
+      times.push_back(action[store::kStaDateTime]->substr(11, 5) + u' ' +
+                      action[store::kEndDateTime]->substr(11, 5));
+    }
+    std::ranges::sort(times);
+    return times;
   }
 
   const TempFolder& Folder() const { return folder_; }
@@ -83,6 +123,35 @@ void ComeThroughFirstStart(PocketDevice& device) {
 }
 
 }  // namespace
+
+// What the user of an afternoon has forgotten, set right by twelve taps.
+TEST(Diary, ADayIsSetRight) {
+  PocketDevice device;
+  Installed diary;
+  Process program = diary.Start();
+  ASSERT_NO_FATAL_FAILURE(ComeThroughFirstStart(device));
+  device.Press("ctrl+q");
+  program.Wait();
+  diary.Write({{8, 0, 9, 0}, {9, 30, 12, 0}, {11, 30, 12, 30}, {13, 0, 18, 0}, {15, 0, 16, 0}});
+  program = diary.Start();
+  ASSERT_TRUE(device.Shows(kWindow));
+  PressAll(device, {"F2", "Down", "Down", "Right", "Up", "Up", "Return"});
+  device.Picture("before");
+  const std::pair<int, int> taps[] = {{0, 0}, {1, 0}, {2, 0}, {3, 1}, {4, 0}, {6, 0}};
+  for (const auto& [row, item] : taps) {
+    device.Tap(180, 72 + 26 * row);
+    ASSERT_TRUE(device.ShowsWindows(2));
+    device.Tap(150, 98 + 26 * row + 24 * item);
+    ASSERT_TRUE(device.ShowsWindows(1));
+  }
+  const std::vector<std::u16string> wanted = {u"00:00 09:30", u"09:30 11:30", u"11:30 12:30",
+                                              u"12:30 15:00", u"15:00 16:00", u"16:00 00:00"};
+  EXPECT_TRUE(WaitUntil([&] { return diary.Times() == wanted; }));
+  device.Picture("after");
+  for (int i = 0; i < 6; ++i) device.Press("ctrl+z");
+  EXPECT_TRUE(WaitUntil([&] { return diary.Times().front() == u"08:00 09:00"; }));
+  PressAll(device, {"Escape", "ctrl+q"});
+}
 
 TEST(Diary, FromAnEmptyFolderToTheNextDay) {
   PocketDevice device;
@@ -122,8 +191,8 @@ TEST(Diary, FromAnEmptyFolderToTheNextDay) {
     return changed == 1;
   }));
 
-  device.Hold(100, 75);                            // its second row
-  PressAll(device, {"Up", "Up", "Up", "Return"});  // delete, above what can be taken back
+  device.Hold(100, 75);                                  // its second row
+  PressAll(device, {"Up", "Up", "Up", "Up", "Return"});  // delete
   ASSERT_TRUE(device.Shows(kQuestionDelete));
   device.Picture("delete");
   device.Press("Return");

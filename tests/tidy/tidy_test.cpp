@@ -192,10 +192,10 @@ TEST_F(TidyTest, WhatRunsKeepsItsEndAndTheChainFollows) {
   ASSERT_EQ(Users().ReadById(app.RcdrPreActId, running), store::S_OK);
   EXPECT_EQ(running[store::kEndDateTime], running[store::kStaDateTime]);
   host.answers = {platform::Answer::kYes};
-  ASSERT_TRUE(day.Delete(0));
+  ASSERT_TRUE(day.Run(Command::kDelete, day.Chain().links[1]));
   EXPECT_EQ(app.RcdrHistory.Count(), 1u);
   host.answers = {platform::Answer::kYes};
-  ASSERT_TRUE(day.Delete(0));
+  ASSERT_TRUE(day.Run(Command::kDelete, day.Chain().links[1]));
   core::CAppState stored;
   EXPECT_EQ(recorder::LoadRecorderData(stored), 0);
   EXPECT_TRUE(stored.RcdrPreActId.empty() && stored.RcdrHistory.Empty());

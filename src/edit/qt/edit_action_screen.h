@@ -23,6 +23,8 @@ class CEditActionDlg : public pickers::FieldScreen {
   // Action could not be read and the screen was never shown.
   int RunModal();
   bool OnWindowClosing() override;
+  // When a new Action begins and ends. Before RunModal.
+  void SetTimesOfNew(const StartEnd& times) { edit_.timesOfNew = times; }
   // Whether a new Action was written.
   bool HasAdded() const { return edit_.added; }
 
