@@ -21,6 +21,8 @@
 #include "recorder/recording.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "tidy/tidy.h"
+#include "undo/undo.h"
 #include "views/selection.h"
 
 namespace reliability {
@@ -130,6 +132,15 @@ constexpr Step kWeek[] = {
      [](Program& program) {
        const Text id(program.App().ActIds.At(0));
        views::FxDeleteAction(program.App(), id);
+     }},
+    {"taken back", [](Program& program) { undo::Take(program.App(), store::Turn::kUndo); }},
+    {"done again", [](Program& program) { undo::Take(program.App(), store::Turn::kRedo); }},
+    {"set right",
+     [](Program& program) {
+       core::SetCurDate(u"2010/06/23");
+       tidy::TidyDay day(program.App());
+       if (!day.Read() || day.Chain().spans.empty()) return;
+       day.Run(tidy::ExtendBefore(day.Chain(), day.Chain().links.back()), u"空きを埋める");
      }},
     {"backup", [](Program& program) { backup::MakeBackup(program.Path(u"mine.sdf")); }},
     {"new after it", [](Program& program) { New(program, 18, u"海"); }},

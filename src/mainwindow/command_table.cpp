@@ -57,7 +57,7 @@ std::span<const CommandRow> Commands() {
       {37786, u"地図表示", kEditMenu, Do<&W::FxMapLink>},
       {32787, u"移動", kEditMenu, Do<&W::MoveMap>, kInMap},
       {32785, u"削除", kEditMenu, Do<&W::FxEditDelete>},
-      {33263, u"一日の整理...", kEditMenu, Do<&W::RunTidy>},
+      {kTidy, u"一日の整理...", kEditMenu, Do<&W::RunTidy>},
       {.id = 33260,
        .text = u"元に戻す",
        .menus = kEditMenu,

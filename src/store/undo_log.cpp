@@ -112,15 +112,7 @@ bool UndoLog::Begin(StepKind kind, std::u16string_view title, std::u16string_vie
 
 HRESULT UndoLog::Run(Write what, std::u16string_view id, const std::function<HRESULT()>& write) {
   if (!open_) return write();
-  if (Session.IsInTransaction()) {
-    const bool hadTable = Declared().has_value();
-    const Mark before = hadTable ? Newest() : Mark{};
-    const HRESULT result = WriteNoted(what, id, write);
-    if (Failed(result) && hadTable) {
-      Session.Change(u"delete from t_UndoData where f_i4No>" + Quoted(before.number));
-    }
-    return result;
-  }
+  if (Session.IsInTransaction()) return WriteNoted(what, id, write);
   HRESULT result = Session.BeginTransaction();
   if (Failed(result)) return result;
   result = WriteNoted(what, id, write);
@@ -137,14 +129,26 @@ HRESULT UndoLog::WriteNoted(Write what, std::u16string_view id,
   HRESULT result = S_OK;
   if (open_->head != 0) mark = Newest();
   if (open_->head == 0 || open_->head != mark.head) result = WriteHead(mark);
+  if (Failed(result)) return result;
+  const Mark begun = mark;
   const auto note = [&](RowChange change) { return NoteRow(mark, change, id); };
-  if (!Failed(result) && what == Write::kUpdate) result = note(RowChange::kChangedFrom);
-  if (!Failed(result) && what == Write::kDelete) result = note(RowChange::kDeleted);
+  if (what == Write::kUpdate) result = note(RowChange::kChangedFrom);
+  if (what == Write::kDelete) result = note(RowChange::kDeleted);
   if (!Failed(result)) result = write();
   if (!Failed(result) && what == Write::kUpdate) result = note(RowChange::kChangedTo);
   if (!Failed(result) && what == Write::kInsert) result = note(RowChange::kInserted);
   if (!Failed(result) && mark.number % kRowsBetweenDrops == 0) result = DropOutdated(mark);
+  if (Failed(result)) Forget(begun);
   return result;
+}
+
+// What a write that failed has added, and the head if it was the first.
+void UndoLog::Forget(const Mark& begun) {
+  const Trouble trouble = LastTrouble();
+  const bool isHead = begun.number == begun.head;
+  Session.Change(u"delete from t_UndoData where f_i4No>" +
+                 Quoted(isHead ? begun.number - 1 : begun.number));
+  NoteTrouble(trouble);
 }
 
 std::optional<Text> UndoLog::Declared() {
@@ -182,11 +186,16 @@ UndoLog::Mark UndoLog::NewestUpTo(int64_t number) {
 HRESULT UndoLog::WriteHead(Mark& mark) {
   HRESULT result = EnsureTable();
   if (Failed(result)) return result;
-  if (const auto undone = Find(Turn::kRedo)) {
-    result = Session.Change(u"delete from t_UndoData where f_i4No>=" + Quoted(undone->first));
+  Mark former = Newest();
+  bool isUndone = false;
+  if (former.number > 0 && StepOf(former, isUndone) && isUndone) {
+    const auto undone = Find(Turn::kRedo);
+    result = undone
+                 ? Session.Change(u"delete from t_UndoData where f_i4No>=" + Quoted(undone->first))
+                 : E_FAIL;
     if (Failed(result)) return result;
+    former = Newest();
   }
-  const Mark former = Newest();
   const int64_t number = former.number + 1;
   result = Session.Change(
       u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Undone,"

@@ -97,6 +97,7 @@ class UndoLog {
   HRESULT WriteNoted(Write what, std::u16string_view id, const std::function<HRESULT()>& write);
   HRESULT WriteHead(Mark& mark);
   HRESULT NoteRow(Mark& mark, RowChange change, std::u16string_view id);
+  void Forget(const Mark& begun);
   HRESULT DropOutdated(const Mark& newest);
   HRESULT PutBack(Turn turn, const UndoRow& row);
   HRESULT PutAllBack(Turn turn, const UndoStep& step);

@@ -24,6 +24,7 @@ enum Command : int {
   kBoxChange = 32870,
   kBoxDelete = 32873,
   kMarkerChange = 32881,
+  kTidy = 33263,
 };
 
 // The right soft key's menu and those in it, then those of tap and hold. A command can be in

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <memory>
 
 #include "platform/qt/qt_text.h"
@@ -174,6 +175,28 @@ TEST_F(MainWindow, ADragSelectsRowsForTheDelete) {
   main->OnCommand(kDelete);
   EXPECT_EQ(host.messages.back().text, u"これらの 2個のアクションを削除しますか？");
   EXPECT_EQ(FirstCells(), "<新規作成>");
+}
+
+TEST_F(MainWindow, TheMenuNamesWhatItTakesBackAndTheDayComesBack) {
+  const auto menuText = [this](const char* id) {
+    auto* item = main->findChild<QAction*>(QString::fromLatin1(id));
+    const auto menus = item->associatedObjects();
+    for (QObject* menu : menus) {
+      if (auto* open = qobject_cast<QMenu*>(menu)) emit open->aboutToShow();
+    }
+    return item->isEnabled() ? item->text().toStdString() : "greyed";
+  };
+  EXPECT_EQ(menuText("33260"), "greyed");
+  host.answers = {platform::Answer::kYes};
+  main->OnCommand(kDelete);
+  EXPECT_EQ(FirstCells(), "12:00-13:00|<新規作成>");
+  EXPECT_EQ(menuText("33260"), "元に戻す: 削除");
+  Press(Qt::Key_Left, list);
+  Key(QEvent::KeyRelease, Qt::Key_Left, list);
+  main->OnCommand(33260);
+  EXPECT_EQ(Title(), "2010/06/23");
+  EXPECT_EQ(FirstCells(), "10:00-11:00|12:00-13:00|<新規作成>");
+  EXPECT_EQ(menuText("33261"), "やり直す: 削除");
 }
 
 TEST_F(MainWindow, ATapBesideAnOpenCalendarOnlyClosesIt) {

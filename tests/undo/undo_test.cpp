@@ -231,6 +231,21 @@ TEST_F(UndoTest, OneCommandIsOneStepAndSelectsWhatItBroughtBack) {
   EXPECT_FALSE(Take(app, Turn::kRedo)) << "another write ends it";
 }
 
+TEST_F(UndoTest, AWriteThatFailsLeavesNoTraceInItsTransaction) {
+  const Text id = InsertAction(u"2010/06/23 10:00:00");
+  store::Engine& engine = *store::dbSession().Session;
+  for (const bool changesFirst : {false, true}) {
+    const store::WriteStep step(StepKind::kSingle, u"変更");
+    store::Action action = MakeAction(u"2010/06/23 11:00:00", u"2010/06/23 11:00:00");
+    ASSERT_EQ(engine.BeginTransaction(), store::S_OK);
+    EXPECT_TRUE(!changesFirst || Users().Update(id, action) == store::S_OK);
+    EXPECT_EQ(Users().Update(u"ID9999999999999999", action), store::DB_E_NOTFOUND);
+    ASSERT_EQ(engine.Commit(), store::S_OK);
+    EXPECT_EQ(CommandText(Turn::kUndo).has_value(), changesFirst);
+  }
+  EXPECT_TRUE(Take(app, Turn::kUndo));
+}
+
 TEST_F(UndoTest, KeepsTwoHundredSteps) {
   store::Action action = MakeAction(u"2010/06/23 10:00:00", u"2010/06/23 10:00:00");
   const Text id = InsertAction(action);

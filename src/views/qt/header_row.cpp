@@ -1,8 +1,11 @@
 // The header row: buttons painted by the program, placed by header_layout.
 #include "views/qt/header_row.h"
 
+#include <QContextMenuEvent>
 #include <QPainter>
+#include <utility>
 
+#include "platform/qt/device_shell.h"
 #include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
 #include "views/commands.h"
@@ -84,6 +87,18 @@ void HeaderButton::SetBackground(QRgb background) {
   update();
 }
 
+void HeaderButton::SetHold(std::function<void()> onHold) {
+  onHold_ = std::move(onHold);
+  new platform::qt::TapAndHold(this, [this](QPoint) {
+    setDown(false);  // the release doesn't come
+    onHold_();
+  });
+}
+
+void HeaderButton::contextMenuEvent(QContextMenuEvent* event) {
+  if (onHold_ && event->reason() == QContextMenuEvent::Keyboard) onHold_();
+}
+
 void HeaderButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), QColor(isDown() ? colors_.pressedBackground : colors_.background));
@@ -104,6 +119,7 @@ HeaderRow::HeaderRow(QWidget* parent)
       dateLabel_(new HeaderButton(kDateLabel, QString(), {}, this)),
       weekdayLabel_(new QLabel(this)) {
   connect(dateLabel_, &QAbstractButton::clicked, this, [this] { emit Pressed(kDateLabel); });
+  dateLabel_->SetHold([this] { emit Pressed(kTidy); });
   for (size_t place = 0; place < buttons_.size(); ++place) MakeButton(place);
   weekdayLabel_->setObjectName(QString::number(kWeekdayLabelId));
   weekdayLabel_->setFont(platform::qt::FixedFont(12));

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QWidget>
 #include <array>
+#include <functional>
 
 #include "core/app_state.h"
 #include "platform/qt/painted_button.h"
@@ -24,12 +25,16 @@ class HeaderButton : public platform::qt::PaintedButton {
 
   HeaderButton(int id, const QString& text, const Colors& colors, QWidget* parent);
   void SetBackground(QRgb background);
+  // What tap and hold does, and the menu key.
+  void SetHold(std::function<void()> onHold);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   Colors colors_;
+  std::function<void()> onHold_;
 };
 
 class HeaderRow : public QWidget {
