@@ -5,37 +5,17 @@
 #include <sqlite3.h>
 
 #include <QApplication>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QTimer>
 #include <chrono>
-#include <functional>
 
 #include "core/date_time.h"
 #include "core/text.h"
 #include "large_diary.h"
 #include "platform/qt/application_look.h"
-#include "platform/qt/qt_host.h"
 #include "platform/utf.h"
-#include "recorder/qt/recorder_screen.h"
-#include "store/action_index.h"
+#include "recorder_taps.h"
 #include "timewarrior.h"
 
 namespace {
-
-// The clock goes on by a minute a tap: an id is made of its second, and a second has a hundred.
-class BenchHost : public platform::qt::QtHost {
- public:
-  platform::LocalTime Now() override {
-    const int day = minute_ / 1440;
-    return {2020 + day / 336, day / 28 % 12 + 1, day % 28 + 1, minute_ / 60 % 24, minute_ % 60, 0};
-  }
-  void GoOn() { ++minute_; }
-
- private:
-  int minute_ = 0;
-};
-BenchHost host;
 
 void Execute(sqlite3* database, const std::string& sql) {
   if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) std::abort();
@@ -57,76 +37,11 @@ void MakeChain(const LargeDiary& diary, int64_t length) {
   sqlite3_close(database);
 }
 
-// Counts the paints of one widget.
-class PaintCount : public QObject {
- public:
-  explicit PaintCount(QWidget* painted) { painted->installEventFilter(this); }
-  int paints = 0;
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++paints;
-    return false;
-  }
-};
-
-void Click(QWidget* widget) {
-  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-    const QPoint middle = widget->rect().center();
-    QMouseEvent event(type, middle, widget->mapToGlobal(middle), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(widget, &event);
-  }
-}
-
-class TapOnScreen {
- public:
-  explicit TapOnScreen(recorder::CRecorderDlg& dialog)
-      : button_(dialog.findChild<QPushButton*>(QStringLiteral("1170"))),
-        list_(dialog.findChild<recorder::HistoryListView*>(QStringLiteral("1166"))),
-        painted_(list_->viewport()) {}
-
-  // Clicks, and returns when the list with its new line is painted.
-  void Tap() {
-    const int lines = list_->count();
-    painted_.paints = 0;
-    host.GoOn();
-    Click(button_);
-    while (painted_.paints == 0) QApplication::processEvents();
-    if (list_->count() != lines + 1) std::abort();
-  }
-
- private:
-  QPushButton* button_;
-  recorder::HistoryListView* list_;
-  PaintCount painted_;
-};
-
-// No user taps sooner than this after the screen has come.
-constexpr int kUserDelayMs = 300;
-
-// Opens the diary and the recorder's screen over a window, and runs `drive` there.
-void OnScreen(const LargeDiary& diary, const std::function<void(recorder::CRecorderDlg&)>& drive) {
-  store::ConnectDataFile(diary.Path());
-  core::CAppState app;
-  store::LoadActionIndex(app);
-  QWidget window;
-  window.resize(240, 320);
-  window.show();
-  recorder::CRecorderDlg dialog(&window, app);
-  QTimer::singleShot(kUserDelayMs, &dialog, [&] {
-    drive(dialog);
-    dialog.EndScreen(platform::qt::kResultOk);
-  });
-  dialog.RunModal();
-  store::DisconnectDataFile();
-}
-
 // The argument is the length of the chain that the list shows.
 void Tap(benchmark::State& state) {
   const LargeDiary diary("morvenly_recorder_bench.sdf");
   MakeChain(diary, state.range(0));
-  OnScreen(diary, [&](recorder::CRecorderDlg& dialog) {
+  OnScreen(diary.Path(), [&](recorder::CRecorderDlg& dialog) {
     TapOnScreen screen(dialog);
     screen.Tap();  // the first one is measured by itself
     for (auto _ : state) screen.Tap();
@@ -137,7 +52,7 @@ void Tap(benchmark::State& state) {
 void FirstTap(benchmark::State& state) {
   const LargeDiary diary("morvenly_recorder_bench.sdf");
   for (auto _ : state) {
-    OnScreen(diary, [&](recorder::CRecorderDlg& dialog) {
+    OnScreen(diary.Path(), [&](recorder::CRecorderDlg& dialog) {
       TapOnScreen screen(dialog);
       const auto begin = std::chrono::steady_clock::now();
       screen.Tap();
