@@ -1,8 +1,10 @@
 // Tries what is promised of files that are damaged or somebody else's: no crash, no wait of more
 // than a second without a wait cursor, bounded memory, and no change by looking.
 //
-//   hostile [--every N] [--seed N] [--only WORD]   every Nth damage, or those whose names hold WORD
-//   hostile --large [--only WORD]                  texts of 100 MB, two million Actions
+//   hostile [--every N] [--seed N] [--only WORD] [--without WORD]
+//     every Nth damage, those whose names hold a word, those whose names don't
+//   hostile --large [--only WORD] [--without WORD]
+//     texts of 100 MB, two million Actions
 //
 // A program of its own, as it runs under the sanitizers, too. Exit status 1 after a finding, each
 // of which is printed.
@@ -62,7 +64,10 @@ Ended InChild(const Damage& damage, const std::function<void()>& work) {
   std::fflush(stdout);
   const pid_t child = fork();
   if (child == 0) {
-    alarm(damage.isLarge || kIsSanitized ? 300 : 5);
+    const rlim_t seconds = damage.isLarge || kIsSanitized ? 300 : 5;
+    const rlimit time{seconds, seconds};
+    setrlimit(RLIMIT_CPU, &time);
+    alarm(static_cast<unsigned>(10 * seconds));  // it waits, or the machine is busy
     const rlim_t most = damage.isLarge ? kMostForLarge : kMostMemory;
     const rlimit memory{most, most}, core{0, 0};
     if (!kIsSanitized) setrlimit(RLIMIT_AS, &memory);
@@ -170,6 +175,7 @@ int main(int argc, char** argv) {
   const auto seed = static_cast<unsigned>(std::atol(Option(argc, argv, "--seed", "1")));
   const bool large = Option(argc, argv, "--large", nullptr) != nullptr;
   const std::string only = Option(argc, argv, "--only", "");
+  const std::string without = Option(argc, argv, "--without", "\n");  // which no name holds
   char folder[] = "/dev/shm/morvenly-hostile-XXXXXX";
   if (mkdtemp(folder) == nullptr) return 2;
   root = folder;
@@ -190,7 +196,8 @@ int main(int argc, char** argv) {
   fs::copy(good / "user.sdf", plain / "user.sdf");
   fs::copy(good / "Morvenly.dat", plain / "Morvenly.dat");
   for (const Damage& damage : damages) {
-    const bool isAsked = damage.name.find(only) != std::string::npos;
+    const bool isAsked = damage.name.find(only) != std::string::npos &&
+                         damage.name.find(without) == std::string::npos;
     if (isAsked && damage.isLarge == large) Try(damage, plain);
   }
   fs::remove_all(root);

@@ -152,23 +152,27 @@ void LookAtViews(core::CAppState& app, Watch& watch) {
   core::SetCurrentDay(kDays[0]);
 }
 
-void LookAtActions(core::CAppState& app) {
+void LookAtAction(core::CAppState& app, edit::OpenMode mode) {
+  edit::CEditAction screen(app);
+  if (!screen.Open(mode)) return;
+  screen.ShownMemo();
+  extitems::ExtItemList items;
+  extitems::ParseExtItems(items, screen.ExtItems());
+  screen.OnCommand(edit::kIdMemo);
+  screen.EditorRows();
+  screen.DropEditor();
+  screen.dirty = false;
+  screen.OnCommand(edit::kIdNext);
+  screen.OnCommand(edit::kIdPrevious);
+  screen.OnCommand(edit::kIdShowPosition);
+}
+
+void LookAtActions(core::CAppState& app, Watch& watch) {
   for (const int text : {core::kOff, core::kOn}) {
     app.ActTxtMode = text;
     for (int n = 0; n < 6; ++n) {
       app.SelIndex = app.IndexCount * n / 6;
-      edit::CEditAction screen(app);
-      if (!screen.Open(n == 5 ? edit::kOpenFollow : edit::kOpenChange)) continue;
-      screen.ShownMemo();
-      extitems::ExtItemList items;
-      extitems::ParseExtItems(items, screen.ExtItems());
-      screen.OnCommand(edit::kIdMemo);
-      screen.EditorRows();
-      screen.DropEditor();
-      screen.dirty = false;
-      screen.OnCommand(edit::kIdNext);
-      screen.OnCommand(edit::kIdPrevious);
-      screen.OnCommand(edit::kIdShowPosition);
+      watch.Do("edit", [&] { LookAtAction(app, n == 5 ? edit::kOpenFollow : edit::kOpenChange); });
     }
   }
   app.SelIndex = -1;
@@ -278,7 +282,7 @@ void LookAtEverything(const std::filesystem::path& folder, Outcome& outcome) {
     core::CAppState& app = program.App();
     outcome.actions = app.IndexCount;
     LookAtViews(app, watch);
-    watch.Do("edit", [&] { LookAtActions(app); });
+    LookAtActions(app, watch);
     watch.Do("find", [&] { Find(app); });
     watch.Do("export", [&] { Export(program, folder); });
     watch.Do("recorder", [&] { recorder::LoadRecorderData(app); });
