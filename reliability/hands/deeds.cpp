@@ -2,12 +2,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QInputMethodEvent>
+#include <QPointer>
 #include <QPointingDevice>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
 #include <csignal>
 #include <iterator>
+#include <memory>
 
 #include "hands.h"
 #include "touch/qt/surface.h"
@@ -154,19 +156,20 @@ void Hands::TurnWheel() {
   }
 }
 
-// One finger that taps, or two that scroll.
+// One finger that taps, or two that scroll, in the window that they came down on.
 void Hands::TouchByFingers() {
   const QPoint from = PointIn(Choose());
   const QPoint apart(0, 60);
   const QPoint way(Draw(40) - 20, Draw(300) - 150);
   const bool areTwo = Draw(2) == 0;
+  const auto touched = std::make_shared<QPointer<QWindow>>();
   constexpr int kMoves = 5;
   watch_.Count("touches");
   for (int part = 0; part <= kMoves + 1; ++part) {
     Later(
         [=, this] {
-          QWidget* front = Front();
-          QWindow* window = front != nullptr ? front->windowHandle() : nullptr;
+          if (part == 0) *touched = Front() != nullptr ? Front()->windowHandle() : nullptr;
+          QWindow* window = *touched;
           if (window == nullptr) return;
           auto touch = QTest::touchEvent(window, fingers_.get(), false);
           for (int finger = 0; finger < (areTwo ? 2 : 1); ++finger) {
