@@ -118,10 +118,12 @@ void ListPicker::TakeRow(int row) {
   emit TextChanged(text);
 }
 
-// All of it selected, its beginning in sight.
+// All of it selected, its beginning in sight. Of a text from elsewhere the line shows less: it
+// takes no tab.
 void ListPicker::ShowText(const QString& text) {
   line_->setText(text);
-  line_->setSelection(static_cast<int>(text.size()), -static_cast<int>(text.size()));
+  const int length = static_cast<int>(line_->text().size());
+  line_->setSelection(length, -length);
 }
 
 }  // namespace pickers

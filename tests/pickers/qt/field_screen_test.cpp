@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "pickers/qt/list_picker.h"
 #include "platform/qt/month_calendar.h"
+#include "platform/qt/one_line.h"
 #include "platform/qt/qt_text.h"
 #include "support/fake_host.h"
 #include "support/screen_driver.h"
@@ -101,6 +103,14 @@ TEST_F(FieldScreenTest, AListTakesWhatIsTypedAndGivesTheFocusBack) {
     Tap(form, {5, 5});
   });
   EXPECT_EQ(log, "chosen applied dropped applied ");
+}
+
+TEST_F(FieldScreenTest, AListSelectsAllThatItShowsOfAText) {
+  ListPicker list(&window);
+  auto* line = list.findChild<QLineEdit*>();
+  platform::qt::KeepToOneLine(*line);
+  list.Open({}, -1, QStringLiteral("会\t社"), 10, {});
+  EXPECT_EQ(line->selectedText(), QStringLiteral("会社"));
 }
 
 TEST_F(FieldScreenTest, ACalendarLeavesItsFieldInSight) {
