@@ -32,6 +32,24 @@ std::vector<size_t> SlotsByKey(const Columns& columns, const std::vector<Group>&
   return slots;
 }
 
+// The row's time in each column that it reaches into, by the slots of its outer keys.
+void AddRow(const Rows& rows, const Row& row, const Choices& choices,
+            const std::vector<size_t>& slots, Columns& columns) {
+  const std::vector<DayNumber>& edges = columns.plan.edges;
+  const auto after = std::ranges::upper_bound(edges, DayAt(row.start));
+  const auto reached = static_cast<size_t>(after - edges.begin());
+  for (size_t column = reached > 0 ? reached - 1 : 0;
+       column < columns.times.size() && edges[column] * kDaySeconds < row.end; ++column) {
+    const std::optional<Span> part =
+        Cut(row, {edges[column] * kDaySeconds, edges[column + 1] * kDaySeconds});
+    if (!part) continue;
+    std::vector<Seconds>& times = columns.times[column];
+    ForEachGroup(rows, row, *part, choices, [&](int outer, int, Seconds time) {
+      times[slots[static_cast<size_t>(outer)]] += time;
+    });
+  }
+}
+
 }  // namespace
 
 size_t Columns::SlotOf(int outer) const {
@@ -44,26 +62,12 @@ Columns Stack(const Rows& rows, const Period& period, const Choices& choices,
   columns.plan = PlanColumns(period);
   columns.greatest = GreatestGroups(totals.groups);
   columns.hasOthers = totals.groups.size() > columns.greatest.size();
-  const std::vector<DayNumber>& edges = columns.plan.edges;
-  if (edges.empty()) return columns;
-  columns.times.assign(edges.size() - 1, std::vector<Seconds>(columns.greatest.size() + 1));
+  if (columns.plan.edges.empty()) return columns;
+  columns.times.assign(columns.plan.edges.size() - 1,
+                       std::vector<Seconds>(columns.greatest.size() + 1));
   const std::vector<size_t> slots = SlotsByKey(columns, totals.groups);
   const Choices outerOnly{choices.by, By::kNothing, choices.movementsApart};
-  for (const Row& row : rows.All()) {
-    const std::optional<Span> inside = Cut(row, period.Moments());
-    if (!inside || inside->Length() == 0) continue;
-    const auto after = std::ranges::upper_bound(edges, DayAt(inside->from));
-    for (auto column = static_cast<size_t>(after - edges.begin() - 1);
-         column < columns.times.size() && edges[column] * kDaySeconds < inside->to; ++column) {
-      const std::optional<Span> part =
-          Cut(row, {edges[column] * kDaySeconds, edges[column + 1] * kDaySeconds});
-      if (!part) continue;
-      std::vector<Seconds>& times = columns.times[column];
-      ForEachGroup(rows, row, *part, outerOnly, [&](int outer, int, Seconds time) {
-        times[slots[static_cast<size_t>(outer)]] += time;
-      });
-    }
-  }
+  for (const Row& row : rows.All()) AddRow(rows, row, outerOnly, slots, columns);
   for (const std::vector<Seconds>& times : columns.times) {
     columns.highest = std::max(columns.highest, std::reduce(times.begin(), times.end()));
   }
