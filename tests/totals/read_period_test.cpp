@@ -111,5 +111,25 @@ TEST_F(ReadPeriodTest, AFindIsAPeriodThatStays) {
   EXPECT_FALSE(ReadPeriod(app, {PeriodKind::kAll}, u"", rows, wait));
 }
 
+class SlowHost : public testing_support::FakeHost {
+ public:
+  uint32_t TickCount() override { return ticks_ += 150; }
+
+ private:
+  uint32_t ticks_ = 0xFFFFFFFF;  // about to wrap
+};
+
+TEST(LateWaitTest, ShowsTheCursorOnceItLasts) {
+  SlowHost host;
+  {
+    LateWait wait;
+    for (const int depth : {0, 1, 1}) {
+      wait.Look();
+      EXPECT_EQ(host.waitDepth, depth);
+    }
+  }
+  EXPECT_EQ(host.waitDepth, 0);
+}
+
 }  // namespace
 }  // namespace totals
