@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 #include "core/date_time.h"
 #include "platform/utf.h"
@@ -15,20 +16,44 @@ namespace {
 using store::HRESULT;
 using Texts = std::array<std::optional<std::u16string>, 5>;
 
-constexpr std::array<std::u16string_view, 5> kColumns = {
-    u"f_nchStaDateTime", u"f_nchEndDateTime", u"f_nvcPlace", u"f_nvcCategory1", u"f_nvcCategory2"};
-constexpr int kRowIdColumn = 5;
-constexpr std::u16string_view kSelect =
-    u"select f_nchStaDateTime,f_nchEndDateTime,f_nvcPlace,f_nvcCategory1,f_nvcCategory2,rowid "
-    u"from t_UserData";
 constexpr int kRowsALook = 1000;
 
 std::u16string_view TextOr(const std::optional<std::u16string>& text) {
   return text ? std::u16string_view(*text) : std::u16string_view();
 }
 
-RowTexts TextsOf(const Texts& row) {
-  return {TextOr(row[0]), TextOr(row[1]), TextOr(row[2]), TextOr(row[3]), TextOr(row[4])};
+// The columns of a select, before the row's number, and where each text belongs.
+struct Selected {
+  std::vector<std::u16string_view> names = {u"f_nchStaDateTime", u"f_nchEndDateTime"};
+  std::vector<std::u16string_view RowTexts::*> texts = {&RowTexts::start, &RowTexts::end};
+
+  RowTexts TextsOf(const Texts& row) const {
+    RowTexts all;
+    for (size_t column = 0; column < texts.size(); ++column) {
+      all.*texts[column] = TextOr(row[column]);
+    }
+    return all;
+  }
+  int RowNumber() const { return static_cast<int>(names.size()); }
+};
+
+// What takes no part in the sums isn't read: texts are most of what a row costs.
+Selected SelectedFor(const Choices& choices) {
+  struct Text {
+    By by;
+    std::u16string_view name;
+    std::u16string_view RowTexts::*text;
+  };
+  constexpr Text kTexts[] = {{By::kPlace, u"f_nvcPlace", &RowTexts::place},
+                             {By::kCategory1, u"f_nvcCategory1", &RowTexts::category1},
+                             {By::kCategory2, u"f_nvcCategory2", &RowTexts::category2}};
+  Selected columns;
+  for (const auto& [by, name, text] : kTexts) {
+    if (choices.by != by && choices.within != by) continue;
+    columns.names.push_back(name);
+    columns.texts.push_back(text);
+  }
+  return columns;
 }
 
 // What reaches into the period, by its days alone: a moment may be written in more than one form.
@@ -40,13 +65,16 @@ std::u16string ConditionOf(const Period& period, const std::u16string& find) {
   return find.empty() ? days : days + u" and " + find;
 }
 
-HRESULT Open(std::u16string_view condition, std::unique_ptr<store::RowSet>& found) {
+HRESULT Open(const Selected& columns, std::u16string_view condition,
+             std::unique_ptr<store::RowSet>& found) {
   store::Engine* engine = store::dbSession().Session.get();
   if (engine == nullptr) return store::E_POINTER;
-  std::u16string sql(kSelect);
+  std::u16string sql = u"select ";
+  for (const std::u16string_view name : columns.names) sql.append(name).append(u",");
+  sql += u"rowid from t_UserData";
   if (!condition.empty()) sql.append(u" where ").append(condition);
   const HRESULT opened = engine->OpenRows(sql, found);
-  return store::Failed(opened) ? opened : found->Bind(kColumns);
+  return store::Failed(opened) ? opened : found->Bind(columns.names);
 }
 
 std::u16string RunningId(const core::CAppState& app) {
@@ -58,26 +86,28 @@ std::u16string RunningId(const core::CAppState& app) {
 
 // The running Action ends where it starts, in the data file, so that no condition of days finds it
 // on a later one. Its row, or -1.
-int64_t AddRunning(const core::CAppState& app, const std::u16string& find, Rows& rows) {
+int64_t AddRunning(const core::CAppState& app, const Selected& columns, const std::u16string& find,
+                   Rows& rows) {
   const std::u16string id = RunningId(app);
   if (id.empty()) return -1;
   std::u16string condition = u"f_nchActId = '" + store::SqlQuote(id) + u"'";
   if (!find.empty()) condition += u" and " + find;
   std::unique_ptr<store::RowSet> found;
   Texts row;
-  if (store::Failed(Open(condition, found)) || found->Next(row) != store::S_OK) return -1;
+  if (store::Failed(Open(columns, condition, found)) || found->Next(row) != store::S_OK) return -1;
   const std::optional<Seconds> now = ReadMoment(core::MomentOf(platform::host().Now()));
-  const int64_t number = found->Number(kRowIdColumn);
-  rows.AddRunning(number, TextsOf(row), now.value_or(0));
+  const int64_t number = found->Number(columns.RowNumber());
+  rows.AddRunning(number, columns.TextsOf(row), now.value_or(0));
   return number;
 }
 
-HRESULT ReadAll(store::RowSet& found, int64_t running, Rows& rows, LateWait& wait) {
+HRESULT ReadAll(store::RowSet& found, const Selected& columns, int64_t running, Rows& rows,
+                LateWait& wait) {
   Texts row;
   HRESULT result;
   for (int count = 1; (result = found.Next(row)) == store::S_OK; ++count) {
-    const int64_t number = found.Number(kRowIdColumn);
-    if (number != running) rows.Add(number, TextsOf(row));
+    const int64_t number = found.Number(columns.RowNumber());
+    if (number != running) rows.Add(number, columns.TextsOf(row));
     if (count % kRowsALook == 0) wait.Look();
   }
   return result;
@@ -86,13 +116,14 @@ HRESULT ReadAll(store::RowSet& found, int64_t running, Rows& rows, LateWait& wai
 }  // namespace
 
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
-                Rows& rows, LateWait& wait) {
+                const Choices& choices, Rows& rows, LateWait& wait) {
   rows.Clear();
+  const Selected columns = SelectedFor(choices);
   std::unique_ptr<store::RowSet> found;
-  const int64_t running = AddRunning(app, find, rows);
-  HRESULT result = Open(ConditionOf(period, find), found);
+  const int64_t running = AddRunning(app, columns, find, rows);
+  HRESULT result = Open(columns, ConditionOf(period, find), found);
   const bool isOpen = !store::Failed(result);
-  if (isOpen) result = ReadAll(*found, running, rows, wait);
+  if (isOpen) result = ReadAll(*found, columns, running, rows, wait);
   if (!store::Failed(result)) return true;
   platform::ShowNotice(
       store::FaultText(isOpen ? u"CTotals::ReadPeriod GetNextRS" : u"CTotals::ReadPeriod Select",

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/app_state.h"
+#include "totals/groups.h"
 #include "totals/late_wait.h"
 #include "totals/period.h"
 #include "totals/rows.h"
@@ -14,9 +15,10 @@ namespace totals {
 
 // Fills `rows` with the Actions that have any part in the period, each read once, and the
 // recorder's running one, which may reach into it by now. `find` is the condition that they all
-// meet, or empty. False, after a message, if that failed; `rows` then holds what was read.
+// meet, or empty. Of the texts only those that `choices` sum up by are read. False, after a
+// message, if that failed; `rows` then holds what was read.
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
-                Rows& rows, LateWait& wait);
+                const Choices& choices, Rows& rows, LateWait& wait);
 
 // The texts by which a list shows an Action.
 struct ActionTexts {

@@ -115,13 +115,13 @@ void CTotals::ChooseLevel(By by) {
   choices_.by = by;
   if (choices_.within == by) choices_.within = By::kNothing;
   OpenGroup({});
-  SumAgain();
+  ReadAgain();
 }
 
 void CTotals::ChooseInnerLevel(By within) {
   choices_.within = within;
   OpenGroup({});
-  SumAgain();
+  ReadAgain();
 }
 
 void CTotals::SetMovementsApart(bool apart) {
@@ -161,7 +161,7 @@ void CTotals::Show(const Period& period) {
 
 void CTotals::ReadAgain() {
   LateWait wait;
-  ReadPeriod(app_, period_, IsNarrowed() ? find_ : u"", rows_, wait);
+  ReadPeriod(app_, period_, IsNarrowed() ? find_ : u"", choices_, rows_, wait);
   wait.Look();
   if (!period_.IsBounded()) {
     const Span days = rows_.Days();

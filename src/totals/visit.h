@@ -88,6 +88,10 @@ void ForEachGroup(const Rows& rows, const Row& row, const Span& span, const Choi
   const std::span<const int> outers =
       KeysOf(rows, row, choices.by, choices.movementsApart, outerKey);
   const By level = InnerLevel(choices, outers.front());
+  if (level == By::kNothing && !IsClock(choices.by)) {
+    for (const int outer : outers) take(outer, Key::kAny, span.Length());
+    return;
+  }
   // Movements in a group of movements are told apart by what they are.
   const bool whole = level == By::kPlace && choices.within == By::kNothing;
   std::span<const int> inners = KeysOf(rows, row, level, choices.movementsApart, innerKey);

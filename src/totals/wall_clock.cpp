@@ -1,8 +1,6 @@
 #include "totals/wall_clock.h"
 
-#include <algorithm>
 #include <chrono>
-#include <iterator>
 #include <string>
 
 #include "core/calendar_value.h"
@@ -12,6 +10,7 @@ namespace totals {
 namespace {
 
 constexpr size_t kMomentLength = 19;
+constexpr size_t kDateLength = 10;
 constexpr size_t kTimePlace = 11;
 constexpr int kLastYear = 9999;
 
@@ -85,15 +84,16 @@ DayNumber DayAt(Seconds moment) {
 
 std::optional<Seconds> MomentReader::Read(std::u16string_view text) {
   if (text.size() != kMomentLength) return ReadLoose(text);
+  if (std::u16string_view(last_, kMomentLength) == text) return moment_;
   const std::optional<Seconds> time = ReadFixedTime(text.data() + kTimePlace);
   if (!time) return ReadLoose(text);
-  if (!std::equal(std::begin(date_), std::end(date_), text.begin())) {
+  if (!text.starts_with(std::u16string_view(last_, kDateLength))) {
     const std::optional<Seconds> midnight = ReadFixedDate(text.data());
     if (!midnight) return ReadLoose(text);
-    std::copy_n(text.begin(), std::size(date_), date_);
     midnight_ = *midnight;
   }
-  return midnight_ + *time;
+  text.copy(last_, kMomentLength);
+  return moment_ = midnight_ + *time;
 }
 
 }  // namespace totals

@@ -40,9 +40,11 @@ class MomentReader {
   std::optional<Seconds> Read(std::u16string_view text);
 
  private:
-  // The last date that was read: most moments lie on the same day as the one before.
-  char16_t date_[10] = {};
+  // What was read last, in the form of fixed places: most moments lie on the same day as the one
+  // before, and an Action often starts as another ends.
+  char16_t last_[19] = {};
   Seconds midnight_ = 0;
+  Seconds moment_ = 0;
 };
 inline std::optional<Seconds> ReadMoment(std::u16string_view text) {
   return MomentReader().Read(text);

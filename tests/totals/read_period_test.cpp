@@ -29,7 +29,7 @@ class ReadPeriodTest : public store_test::StoreTest {
  protected:
   Totals Read(const Period& period, const Choices& choices = {}, const std::u16string& find = {}) {
     LateWait wait;
-    EXPECT_TRUE(ReadPeriod(app, period, find, rows, wait));
+    EXPECT_TRUE(ReadPeriod(app, period, find, choices, rows, wait));
     return Sum(rows, (period.IsBounded() ? period.Moments() : rows.Days()), choices);
   }
   // "name seconds" of each row of a select.
@@ -108,7 +108,7 @@ TEST_F(ReadPeriodTest, AFindIsAPeriodThatStays) {
   store::DisconnectDataFile();
   host.answers = {"Select Err (ln=1"};
   LateWait wait;
-  EXPECT_FALSE(ReadPeriod(app, {PeriodKind::kAll}, u"", rows, wait));
+  EXPECT_FALSE(ReadPeriod(app, {PeriodKind::kAll}, u"", {}, rows, wait));
 }
 
 class SlowHost : public testing_support::FakeHost {
