@@ -53,6 +53,7 @@ constexpr const char* kScreens[] = {
     "pickers::ValueSelectDlg",
     "platform::qt::MonthCalendar",
     "recorder::CRecorderDlg",
+    "tidy::TidyDlg",
     "views::ActionList",
     "views::MapCanvas",
 };

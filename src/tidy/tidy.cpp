@@ -49,8 +49,8 @@ bool TidyDay::Read() {
   }
   table->CloseRS();
   const platform::LocalTime now = platform::host().Now();
-  chain_ =
-      MakeChain(day, std::move(rows), Running(), ReadMoment(core::MomentOf(now), day).value_or(0));
+  chain_ = MakeChain(day, std::move(rows), Running(),
+                     ReadMoment(core::MomentOf(now), day).value_or(0) / 60 * 60);
   if (!store::Failed(result)) return true;
   Tell(store::WithReason(u"アクションを読み込めません。", result), Icon::kStop);
   return false;

@@ -210,18 +210,18 @@ TEST_F(UndoTest, RefusesWhatOthersHaveChangedAndWhatWouldBreakTheChain) {
 }
 
 TEST_F(UndoTest, OneCommandIsOneStepAndSelectsWhatItBroughtBack) {
-  Import(exchange::kReadAdd, 600);
+  Import(exchange::kReadAdd, 10000);
   Delete(3);
   const std::vector<Text> few = Look();
   app.FindWhere = u"f_nvcPlace = 'x'";
   core::SetCurDate(u"2012/01/01");
   EXPECT_EQ(CommandText(Turn::kUndo), u"元に戻す: 3件の削除");
   ASSERT_TRUE(Take(app, Turn::kUndo));
-  EXPECT_EQ(app.IndexCount, 600);
+  EXPECT_EQ(app.IndexCount, 10000);
   EXPECT_EQ(app.FindWhere, std::nullopt);
   EXPECT_EQ(app.SelActId, app.ActIds.At(static_cast<size_t>(app.SelIndex)));
   EXPECT_EQ(core::CurDate(), u"2010/06/23");
-  EXPECT_EQ(CommandText(Turn::kUndo), u"元に戻す: 600件のインポート");
+  EXPECT_EQ(CommandText(Turn::kUndo), u"元に戻す: 10000件のインポート");
   ASSERT_TRUE(Take(app, Turn::kUndo));
   EXPECT_EQ(app.IndexCount, 0);
   ASSERT_TRUE(Take(app, Turn::kRedo));

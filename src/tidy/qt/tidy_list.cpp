@@ -101,6 +101,8 @@ QRect TidyList::GlobalRow(int row) const {
 }
 
 void TidyList::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Left) return emit DaysWanted(-1);
+  if (event->key() == Qt::Key_Right) return emit DaysWanted(1);
   const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
                      event->key() == Qt::Key_Space;
   if (!opens || currentRow() < 0) return QListWidget::keyPressEvent(event);
@@ -115,6 +117,7 @@ void TidyList::contextMenuEvent(QContextMenuEvent* event) {
 
 DayBar::DayBar(QWidget* parent) : Canvas(parent) {
   setAccessibleName(QStringLiteral("一日の帯"));
+  setFocusPolicy(Qt::NoFocus);
   SetPaint([this](QPainter& painter) { Paint(painter); });
 }
 

@@ -23,6 +23,8 @@ class TidyList : public QListWidget {
 
  signals:
   void Chosen(int row);
+  // The arrows to the left and to the right.
+  void DaysWanted(int days);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -61,6 +61,7 @@ TidyDlg::TidyDlg(QWidget* over, core::CAppState& app)
   rowMenu_->setFont(platform::qt::FixedFont(12));
   platform::qt::KeepInWindow(*rowMenu_);
   connect(list_, &TidyList::Chosen, this, &TidyDlg::OpenRow);
+  connect(list_, &TidyList::DaysWanted, this, &TidyDlg::MoveDate);
   MakeMenu();
 }
 
@@ -73,6 +74,7 @@ void TidyDlg::MakeTitle(QVBoxLayout& rows) {
     QPushButton* button = controls_.AddSign(id, QString::fromLatin1(sign), QString::fromUtf8(name),
                                             [this, days] { MoveDate(days); });
     button->setFixedSize(Scaled(30), Scaled(24));
+    button->setFocusPolicy(Qt::TabFocus);
     row->addWidget(button);
   };
   add(kIdBefore, "<", "前の日", -1);
@@ -83,6 +85,9 @@ void TidyDlg::MakeTitle(QVBoxLayout& rows) {
 void TidyDlg::MakeMenu() {
   controls_.AddKey(keys_->LeftKey(), kIdUndo, QStringLiteral("元に戻す"),
                    [this] { Take(Turn::kUndo); });
+  for (QPushButton* soft : keys_->findChildren<QPushButton*>()) {
+    soft->setFocusPolicy(Qt::TabFocus);
+  }
   QMenu& menu = keys_->Menu();
   controls_.AddMenuItem(menu, kIdRow, QStringLiteral("この行..."),
                         [this] { OpenRow(list_->currentRow()); });
@@ -107,7 +112,6 @@ void TidyDlg::MakeMenu() {
 int TidyDlg::RunModal() {
   day_.Read();
   ShowDay();
-  list_->setFocus();
   return ModalScreen::RunModal();
 }
 
@@ -115,6 +119,7 @@ void TidyDlg::ShowDay() {
   controls_.At<QLabel>(kIdTitle)->setText(TitleOf(day_.Chain().day));
   bar_->ShowDay(day_);
   list_->ShowDay(day_);
+  list_->setFocus();
 }
 
 void TidyDlg::MoveDate(int days) {
