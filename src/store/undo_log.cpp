@@ -9,11 +9,9 @@
 #include <memory>
 #include <utility>
 
-#include "core/date_time.h"
-#include "platform/host.h"
 #include "store/schema.h"
 #include "store/trouble.h"
-#include "store/user_data_table.h"
+#include "store/undo_sql.h"
 
 namespace store {
 namespace {
@@ -24,83 +22,6 @@ using Text = std::u16string;
 // are written meanwhile.
 constexpr std::u16string_view kDroppedAtOnce = u"64";
 constexpr int64_t kRowsBetweenDrops = 16;
-constexpr std::u16string_view kRowBytes = u"100";  // what a row takes besides its texts
-
-Text Quoted(int64_t number) {
-  Text digits;
-  for (const char c : std::to_string(number)) digits += static_cast<char16_t>(c);
-  return u'\'' + digits + u'\'';
-}
-
-Text Quoted(std::u16string_view text) {
-  return u'\'' + SqlQuote(text) + u'\'';
-}
-
-// Of every column what `make` makes of its name, `between` them.
-template <typename Make>
-Text ForColumns(size_t first, std::u16string_view between, Make make) {
-  Text all;
-  for (size_t i = first; i < kActionColumns.size(); ++i) {
-    if (!all.empty()) all += between;
-    all += make(Text(kActionColumns[i]));
-  }
-  return all;
-}
-
-const Text& AllColumns() {
-  static const Text columns = ForColumns(kActId, u",", [](const Text& column) { return column; });
-  return columns;
-}
-
-// The bytes of a row's texts.
-const Text& TextBytes() {
-  static const Text bytes = ForColumns(kSubject, u"+", [](const Text& column) {
-    return u"coalesce(length(cast(" + column + u" as blob)),0)";
-  });
-  return bytes;
-}
-
-// The row of t_UserData is what `image` holds, but for the time of its last write.
-const Text& IsWhatItWas() {
-  static const Text same = ForColumns(kStaDateTime, u" and ", [](const Text& column) {
-    return u"t_UserData." + column + u" is was." + column;
-  });
-  return same;
-}
-
-Text FirstRowOf(std::u16string_view id) {
-  return u"(select one.rowid from t_UserData one where one.f_nchActId=" + Quoted(id) + u" limit 1)";
-}
-
-Text Now() {
-  return Quoted(core::MomentOf(platform::host().Now()));
-}
-
-Text ReplaceSql(std::u16string_view id, int64_t former, int64_t latter) {
-  static const Text taken = ForColumns(
-      kStaDateTime, u",", [](const Text& column) { return column + u"=then_." + column; });
-  return u"update t_UserData set f_dtLastUpdate=" + Now() + u"," + taken +
-         u" from t_UndoData then_, t_UndoData was where then_.f_i4No=" + Quoted(latter) +
-         u" and was.f_i4No=" + Quoted(former) + u" and t_UserData.rowid=" + FirstRowOf(id) +
-         u" and " + IsWhatItWas();
-}
-
-Text RemoveSql(std::u16string_view id, int64_t number) {
-  return u"delete from t_UserData where rowid=" + FirstRowOf(id) +
-         u" and exists (select 1 from t_UndoData was where was.f_i4No=" + Quoted(number) +
-         u" and " + IsWhatItWas() + u")";
-}
-
-// At its old place, as Actions of one start stand in the order of their rows.
-Text AddSql(std::u16string_view id, int64_t number) {
-  static const Text rest =
-      ForColumns(kStaDateTime, u",", [](const Text& column) { return column; });
-  return u"insert into t_UserData (rowid," + AllColumns() +
-         u") select case when exists (select 1 from t_UserData where rowid=f_i4Row) then null else "
-         u"f_i4Row end,f_nchActId," +
-         Now() + u"," + rest + u" from t_UndoData where f_i4No=" + Quoted(number) +
-         u" and not exists (select 1 from t_UserData one where one.f_nchActId=" + Quoted(id) + u")";
-}
 
 }  // namespace
 
@@ -147,7 +68,7 @@ void UndoLog::Forget(const Mark& begun) {
   const Trouble trouble = LastTrouble();
   const bool isHead = begun.number == begun.head;
   Session.Change(u"delete from t_UndoData where f_i4No>" +
-                 Quoted(isHead ? begun.number - 1 : begun.number));
+                 undo_sql::Quoted(isHead ? begun.number - 1 : begun.number));
   NoteTrouble(trouble);
 }
 
@@ -177,7 +98,7 @@ UndoLog::Mark UndoLog::NewestUpTo(int64_t number) {
   std::unique_ptr<RowSet> rows;
   const HRESULT opened =
       Session.OpenRows(u"select f_i4No,f_i4Head,f_i4Step,f_i4Count from t_UndoData where f_i4No<=" +
-                           Quoted(number) + u" order by f_i4No desc limit 1",
+                           undo_sql::Quoted(number) + u" order by f_i4No desc limit 1",
                        rows);
   if (Failed(opened) || rows->Next({}) != S_OK) return {};
   return {rows->Number(0), rows->Number(1), rows->Number(2), rows->Number(3)};
@@ -190,20 +111,15 @@ HRESULT UndoLog::WriteHead(Mark& mark) {
   bool isUndone = false;
   if (former.number > 0 && StepOf(former, isUndone) && isUndone) {
     const auto undone = Find(Turn::kRedo);
-    result = undone
-                 ? Session.Change(u"delete from t_UndoData where f_i4No>=" + Quoted(undone->first))
-                 : E_FAIL;
+    result = undone ? Session.Change(u"delete from t_UndoData where f_i4No>=" +
+                                     undo_sql::Quoted(undone->first))
+                    : E_FAIL;
     if (Failed(result)) return result;
     former = Newest();
   }
   const int64_t number = former.number + 1;
-  result = Session.Change(
-      u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Undone,"
-      u"f_nvcTitle,f_nvcRunning) select " +
-      Quoted(number) + u"," + Quoted(number) + u"," + Quoted(former.step + 1) +
-      u",'0',coalesce((select f_i8Bytes from t_UndoData where f_i4No=" + Quoted(former.number) +
-      u"),0)," + Quoted(static_cast<int64_t>(open_->kind)) + u",'0'," + Quoted(open_->title) +
-      u"," + Quoted(open_->running));
+  result = Session.Change(undo_sql::Head(
+      former.number, former.step + 1, static_cast<int>(open_->kind), open_->title, open_->running));
   if (Failed(result)) return result;
   open_->head = number;
   mark = {number, number, former.step + 1, 0};
@@ -211,24 +127,19 @@ HRESULT UndoLog::WriteHead(Mark& mark) {
 }
 
 HRESULT UndoLog::NoteRow(Mark& mark, RowChange change, std::u16string_view id) {
-  const Text former = Quoted(mark.number);
   ++mark.number;
   if (change != RowChange::kChangedFrom) ++mark.count;
   return Session.Change(
-      u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Row," +
-      AllColumns() + u") select " + Quoted(mark.number) + u"," + Quoted(mark.head) + u"," +
-      Quoted(mark.step) + u"," + Quoted(mark.count) +
-      u",(select f_i8Bytes from t_UndoData where f_i4No=" + former + u")+" + Text(kRowBytes) +
-      u"+" + TextBytes() + u"," + Quoted(static_cast<int64_t>(change)) + u",rowid," + AllColumns() +
-      u" from t_UserData where rowid=" + FirstRowOf(id));
+      undo_sql::Row(mark.number, mark.head, mark.step, mark.count, static_cast<int>(change), id));
 }
 
 // What has lost its head, which goes first, is no step any more. Mostly a look at the oldest row is
 // all that it takes.
 HRESULT UndoLog::DropOutdated(const Mark& newest) {
-  const Text outdated = u" and (f_i4Step<=" + Quoted(newest.step - kMaxSteps) +
+  const Text outdated = u" and (f_i4Step<=" + undo_sql::Quoted(newest.step - kMaxSteps) +
                         u" or f_i8Bytes<=(select f_i8Bytes from t_UndoData where f_i4No=" +
-                        Quoted(newest.number) + u")-" + Quoted(kMaxBytes) + u")";
+                        undo_sql::Quoted(newest.number) + u")-" + undo_sql::Quoted(kMaxBytes) +
+                        u")";
   std::unique_ptr<RowSet> oldest;
   const HRESULT opened = Session.OpenRows(
       u"select 1 from t_UndoData where f_i4No=(select min(f_i4No) from t_UndoData)" + outdated,
@@ -247,7 +158,7 @@ std::optional<UndoStep> UndoLog::StepOf(const Mark& last, bool& isUndone) {
   std::array<std::optional<Text>, 2> texts;
   const HRESULT opened = Session.OpenRows(
       u"select f_i4Head,f_i4Kind,f_i4Undone,f_nvcTitle,f_nvcRunning from t_UndoData where f_i4No=" +
-          Quoted(last.head),
+          undo_sql::Quoted(last.head),
       rows);
   if (Failed(opened) || Failed(rows->Bind(kColumns)) || rows->Next(texts) != S_OK) return {};
   if (rows->Number(0) != last.head || last.head > last.number) return {};
@@ -280,10 +191,11 @@ std::vector<UndoRow> UndoLog::RowsOf(const UndoStep& step) {
   std::vector<UndoRow> changed;
   std::unique_ptr<RowSet> rows;
   std::array<std::optional<Text>, 1> id;
-  const HRESULT opened = Session.OpenRows(
-      u"select f_i4No,f_i4Kind,f_nchActId from t_UndoData where f_i4No>" + Quoted(step.first) +
-          u" and f_i4No<=" + Quoted(step.last) + u" order by f_i4No",
-      rows);
+  const HRESULT opened =
+      Session.OpenRows(u"select f_i4No,f_i4Kind,f_nchActId from t_UndoData where f_i4No>" +
+                           undo_sql::Quoted(step.first) + u" and f_i4No<=" +
+                           undo_sql::Quoted(step.last) + u" order by f_i4No",
+                       rows);
   if (Failed(opened) || Failed(rows->Bind(kColumns))) return changed;
   while (rows->Next(id) == S_OK) {
     changed.push_back(
@@ -321,7 +233,7 @@ HRESULT UndoLog::PutAllBack(Turn turn, const UndoStep& step) {
   if (Failed(result)) return result;
   return Session.Change(Text(u"update t_UndoData set f_i4Undone=") +
                         (turn == Turn::kUndo ? u"'1'" : u"'0'") + u" where f_i4No=" +
-                        Quoted(step.first));
+                        undo_sql::Quoted(step.first));
 }
 
 // DB_E_NOTFOUND if the Action isn't what the step left.
@@ -332,13 +244,14 @@ HRESULT UndoLog::PutBack(Turn turn, const UndoRow& row) {
       return S_OK;  // its other half does it
     case RowChange::kChangedTo: {
       const int64_t former = row.number - 1;
-      return Session.Change(undoes ? ReplaceSql(row.id, row.number, former)
-                                   : ReplaceSql(row.id, former, row.number));
+      return Session.Change(undoes ? undo_sql::Replace(row.id, row.number, former)
+                                   : undo_sql::Replace(row.id, former, row.number));
     }
     case RowChange::kInserted:
     case RowChange::kDeleted: {
       const bool removes = undoes == (row.change == RowChange::kInserted);
-      return Session.Change(removes ? RemoveSql(row.id, row.number) : AddSql(row.id, row.number));
+      return Session.Change(removes ? undo_sql::Remove(row.id, row.number)
+                                    : undo_sql::Add(row.id, row.number));
     }
   }
   return E_FAIL;
