@@ -34,9 +34,9 @@ int FindActionIndexByPosition(const core::CAppState& app, std::u16string_view da
 // -104 no such row, -105 read failed.
 int FindActionPosition(const core::CAppState& app, std::u16string_view actId);
 
-// The SQL condition of the Actions that start before `to` and end at `from` or later, both
-// "yyyy/mm/dd hh:mm:ss", found without reading the others. It's that of the moment: a later change
-// isn't in it. None if no file is open or a changed row can't be read.
+// The SQL condition of the Actions that start before `to` and end at `from` or later, each
+// "yyyy/mm/dd" or "yyyy/mm/dd hh:mm:ss", found without reading the others. It's that of the moment:
+// a later change isn't in it. None if no file is open or a changed row can't be read.
 std::optional<std::u16string> TouchingCondition(std::u16string_view from, std::u16string_view to);
 
 }  // namespace store

@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::array<std::u16string_view, 3> kColumns = {u"f_nchActId", u"f_nchStaDateTime",
                                                          u"f_nchEndDateTime"};
+constexpr size_t kDayLength = 10;
 constexpr int kRowIdColumn = 3;  // of the select of all
 
 std::u16string_view TextOr(const std::optional<std::u16string>& text) {
@@ -154,7 +155,9 @@ std::vector<int64_t> SortedStarts::Touching(std::u16string_view from,
                                             std::u16string_view to) const {
   std::vector<int64_t> rows;
   const core::NumberList& ends = rows_.ends.Packed();
-  const uint64_t earliest = core::PackText(from);
+  std::u16string first(from);
+  if (first.size() == kDayLength) first += u" 00:00:00";
+  const uint64_t earliest = core::PackText(first);
   const size_t end =
       core::SortedSearch(rows_.starts.Count(), core::SearchMode::kLowerBound,
                          [&](size_t position) { return rows_.starts.Compare(to, position); });

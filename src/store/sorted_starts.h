@@ -34,7 +34,8 @@ class SortedStarts {
   const core::TextList& Starts() const { return rows_.starts; }
 
   // Row ids, in the order of the list, of all Actions that start before `to` and end at `from` or
-  // later, both "yyyy/mm/dd hh:mm:ss". Those among them whose end is no such text may do neither.
+  // later, each "yyyy/mm/dd" or "yyyy/mm/dd hh:mm:ss". Those among them whose end is no such text
+  // may do neither.
   std::vector<int64_t> Touching(std::u16string_view from, std::u16string_view to) const;
 
  private:

@@ -7,6 +7,7 @@
 #include "core/date_time.h"
 #include "platform/utf.h"
 #include "recorder/recorder_state.h"
+#include "store/action_index.h"
 #include "store/read_action.h"
 #include "store/session.h"
 
@@ -57,12 +58,12 @@ Selected SelectedFor(const Choices& choices) {
 }
 
 // What reaches into the period, by its days alone: a moment may be written in more than one form.
-std::u16string ConditionOf(const Period& period, const std::u16string& find) {
+// None if that can't be told.
+std::optional<std::u16string> ConditionOf(const Period& period, const std::u16string& find) {
   if (!period.IsBounded()) return find;
-  const std::u16string days = u"f_nchStaDateTime < '" + core::DayText(DayOf(period.after)) +
-                              u"' and f_nchEndDateTime >= '" + core::DayText(DayOf(period.first)) +
-                              u"'";
-  return find.empty() ? days : days + u" and " + find;
+  const auto days = store::TouchingCondition(core::DayText(DayOf(period.first)),
+                                             core::DayText(DayOf(period.after)));
+  return !days || find.empty() ? days : *days + u" and " + find;
 }
 
 HRESULT Open(const Selected& columns, std::u16string_view condition,
@@ -121,7 +122,8 @@ bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16
   const Selected columns = SelectedFor(choices);
   std::unique_ptr<store::RowSet> found;
   const int64_t running = AddRunning(app, columns, find, rows);
-  HRESULT result = Open(columns, ConditionOf(period, find), found);
+  const auto condition = ConditionOf(period, find);
+  HRESULT result = condition ? Open(columns, *condition, found) : store::E_FAIL;
   const bool isOpen = !store::Failed(result);
   if (isOpen) result = ReadAll(*found, columns, running, rows, wait);
   if (!store::Failed(result)) return true;
