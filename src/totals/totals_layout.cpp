@@ -153,7 +153,9 @@ BarRow LayOutBar(int width, int position, bool isInner, Seconds time, Seconds lo
   const int left = Scaled(kBarMargin + (isInner ? kIndent : 0));
   const int right = width - Scaled(kBarMargin) - figures;
   const int room = std::max(right - Scaled(2 * kMargin) - left, 1);
-  const auto length = longest > 0 ? static_cast<int>(room * time / longest) : 0;
+  // The same time is as long in an inner group as in an outer one.
+  const int all = std::max(right - Scaled(2 * kMargin + kBarMargin + kIndent), 1);
+  const auto length = longest > 0 ? static_cast<int>(all * time / longest) : 0;
   const int second = top + Scaled(2) + line;
   return {{0, top, width, BarRowHeight()},
           {left, top + Scaled(2), room, line},

@@ -154,7 +154,9 @@ TEST(TotalsLayout, NothingOverlapsOrLeavesTheScreen) {
 TEST(TotalsLayout, BarsAndColumnsAreAsLongAsTheirTimes) {
   const BarRow longest = LayOutBar(240, 0, false, 100, 100, 80);
   EXPECT_EQ(LayOutBar(240, 3, false, 50, 100, 80).bar.width, longest.bar.width / 2);
-  EXPECT_LT(longest.bar.x + longest.bar.width, longest.figures.x);
+  const BarRow inner = LayOutBar(240, 1, true, 100, 100, 80);
+  EXPECT_EQ(inner.bar.width, longest.bar.width);
+  EXPECT_LT(inner.bar.x + inner.bar.width, inner.figures.x);
   EXPECT_EQ(LayOutBar(240, 0, true, 0, 0, 80).bar.width, 1);
   const ColumnsGrid grid = LayOutColumns(240, 100, 31, 8, 20, 24 * kHourSeconds);
   const Rect half = LayOutSegment(grid, 3, 12 * kHourSeconds, 12 * kHourSeconds);
