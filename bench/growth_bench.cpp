@@ -2,8 +2,6 @@
 // day in each view, a page of the list, a find, and memory, with 1,000 to 1,000,000 Actions. Prints
 // a table, and draws it with --picture FILE. The yardstick is the column of the smallest diary; for
 // a find, straight SQLite.
-#include <sys/resource.h>
-
 #include <QImage>
 #include <algorithm>
 #include <cmath>
@@ -137,7 +135,7 @@ int Drive(int argc, char** argv) {
   QApplication application(argc, argv);
   platform::qt::DressApplication(application);
   const std::u16string diary =
-      *platform::FromHostPath(std::filesystem::current_path() / "user.sdf");
+      *platform::FromHostPath((std::filesystem::current_path() / "user.sdf").string());
   core::CAppState app;
   if (store::ConnectDataFile(diary) != 0) std::abort();
   Report("index, as a start reads it", Measure([&] { store::LoadActionIndex(app); }));

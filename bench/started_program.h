@@ -40,14 +40,14 @@ class FirstPaint : public QObject {
 };
 
 inline int RunProgram(int argc, char** argv) {
-  platform::qt::QtHost host;
-  platform::SetHost(&host);
+  platform::qt::QtHost programHost;
+  platform::SetHost(&programHost);
   const platform::ScreenPlan plan = platform::qt::ScaleToScreen(argc, argv);
   QApplication application(argc, argv);
   platform::qt::DressApplication(application);
   FirstPaint firstPaint;
   application.installEventFilter(&firstPaint);
-  return app::WinMain(host, plan, app::FirstScreen::kBySetting);
+  return app::WinMain(programHost, plan, app::FirstScreen::kBySetting);
 }
 
 // A folder as an installed program has it: this program, its settings and its data file, with

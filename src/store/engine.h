@@ -183,6 +183,8 @@ class Engine {
   HRESULT Commit();
   void Rollback();
   bool IsInTransaction() const { return inTransaction_; }
+  // Each transaction has a number of its own, from 1 on.
+  uint64_t TransactionNumber() const { return transaction_; }
   // Between these two a write returns before the disk has it; EndBurst waits for all of them.
   // E_FAIL if the disk did not take them. After a BeginBurst that failed all of them are refused.
   // Use WriteBurst.
@@ -212,6 +214,8 @@ class Engine {
   // One that changes rows, its values quoted: what differs in nothing but these shares a prepared
   // statement. DB_E_NOTFOUND if no row has changed.
   HRESULT Change(std::u16string_view sql);
+  // The same with "?1" and so on for its values.
+  HRESULT Change(std::string_view sql, std::span<const std::string> values);
   // A select; `rows` stays empty on a failure.
   HRESULT OpenRows(std::u16string_view sql, std::unique_ptr<RowSet>& rows);
 
@@ -272,6 +276,7 @@ class Engine {
   bool journalReady_ = false;
   bool inCharge_ = false;
   bool inTransaction_ = false;
+  uint64_t transaction_ = 0;  // the number of the last one
   bool inBurst_ = false;
   bool isLax_ = false;        // writes return before the disk has them
   bool refusing_ = false;     // a burst that could not begin

@@ -62,13 +62,17 @@ HRESULT Engine::Execute(std::u16string_view sql) {
 }
 
 HRESULT Engine::Change(std::u16string_view sql) {
+  const SelectShape shape = LiftLiterals(sql);
+  return Change(shape.sql, shape.literals);
+}
+
+HRESULT Engine::Change(std::string_view sql, std::span<const std::string> values) {
   const HRESULT ready = BeginWrite();
   if (Failed(ready)) return ready;
-  const SelectShape shape = LiftLiterals(sql);
-  const StatementLoan statement = Borrow(shape.sql);
+  const StatementLoan statement = Borrow(sql);
   if (!statement) return NotPrepared();
   int parameter = 0;
-  for (const std::string& literal : shape.literals) statement->BindText(++parameter, literal);
+  for (const std::string& value : values) statement->BindText(++parameter, value);
   const HRESULT result = ResultOf(statement->Step());
   if (Failed(result)) return result;
   return sqlite3_changes(database_) == 0 ? DB_E_NOTFOUND : S_OK;

@@ -120,6 +120,7 @@ HRESULT Engine::BeginTransaction() {
   HRESULT result = BeginWrite();
   if (!Failed(result)) result = RunScript("BEGIN IMMEDIATE");
   inTransaction_ = !Failed(result);
+  ++transaction_;
   return result;
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "platform/utf.h"
 #include "store/schema.h"
 #include "store/trouble.h"
 #include "store/undo_sql.h"
@@ -27,7 +28,7 @@ constexpr int64_t kRowsBetweenDrops = 16;
 
 bool UndoLog::Begin(StepKind kind, std::u16string_view title, std::u16string_view running) {
   if (open_) return false;
-  open_ = OpenStep{kind, Text(title), Text(running)};
+  open_ = OpenStep{kind, Text(title), Text(running), 0, {}, 0};
   return true;
 }
 
@@ -46,9 +47,12 @@ HRESULT UndoLog::Run(Write what, std::u16string_view id, const std::function<HRE
 
 HRESULT UndoLog::WriteNoted(Write what, std::u16string_view id,
                             const std::function<HRESULT()>& write) {
-  Mark mark;
+  isUnread_ = false;
   HRESULT result = S_OK;
-  if (open_->head != 0) mark = Newest();
+  const bool isKnown = open_->transaction == Session.TransactionNumber();
+  Mark mark = isKnown ? open_->newest : open_->head != 0 ? Newest() : Mark();
+  open_->transaction = 0;
+  if (isUnread_) return E_FAIL;
   if (open_->head == 0 || open_->head != mark.head) result = WriteHead(mark);
   if (Failed(result)) return result;
   const Mark begun = mark;
@@ -59,7 +63,12 @@ HRESULT UndoLog::WriteNoted(Write what, std::u16string_view id,
   if (!Failed(result) && what == Write::kUpdate) result = note(RowChange::kChangedTo);
   if (!Failed(result) && what == Write::kInsert) result = note(RowChange::kInserted);
   if (!Failed(result) && mark.number % kRowsBetweenDrops == 0) result = DropOutdated(mark);
-  if (Failed(result)) Forget(begun);
+  if (Failed(result)) {
+    Forget(begun);
+  } else {
+    open_->newest = mark;
+    open_->transaction = Session.TransactionNumber();
+  }
   return result;
 }
 
@@ -72,19 +81,30 @@ void UndoLog::Forget(const Mark& begun) {
   NoteTrouble(trouble);
 }
 
+// The first row of a select, which `rows` then stands at.
+bool UndoLog::ReadRow(std::u16string_view sql, std::span<const std::u16string_view> columns,
+                      ColumnTexts texts, std::unique_ptr<RowSet>& rows) {
+  HRESULT result = Session.OpenRows(sql, rows);
+  if (!Failed(result)) result = rows->Bind(columns);
+  if (!Failed(result)) result = rows->Next(texts);
+  isUnread_ = isUnread_ || Failed(result);
+  return result == S_OK;
+}
+
 std::optional<Text> UndoLog::Declared() {
   static constexpr std::u16string_view kColumns[] = {u"sql"};
   std::unique_ptr<RowSet> rows;
   std::array<std::optional<Text>, 1> sql;
-  const HRESULT opened = Session.OpenRows(
-      u"select sql from sqlite_schema where name='t_UndoData' collate nocase", rows);
-  if (Failed(opened) || Failed(rows->Bind(kColumns)) || rows->Next(sql) != S_OK) return {};
+  const bool isThere = ReadRow(
+      u"select sql from sqlite_schema where name='t_UndoData' collate nocase", kColumns, sql, rows);
+  if (!isThere) return {};
   return sql[0].value_or(u"");
 }
 
 // One that another version has made otherwise is of no use to this one, and would make it fail.
 HRESULT UndoLog::EnsureTable() {
   const std::optional<Text> declared = Declared();
+  if (isUnread_) return E_FAIL;
   if (declared == kCreateUndoData) return S_OK;
   if (declared) {
     const HRESULT dropped = Session.Execute(u"drop table t_UndoData");
@@ -96,11 +116,11 @@ HRESULT UndoLog::EnsureTable() {
 
 UndoLog::Mark UndoLog::NewestUpTo(int64_t number) {
   std::unique_ptr<RowSet> rows;
-  const HRESULT opened =
-      Session.OpenRows(u"select f_i4No,f_i4Head,f_i4Step,f_i4Count from t_UndoData where f_i4No<=" +
-                           undo_sql::Quoted(number) + u" order by f_i4No desc limit 1",
-                       rows);
-  if (Failed(opened) || rows->Next({}) != S_OK) return {};
+  const bool isThere =
+      ReadRow(u"select f_i4No,f_i4Head,f_i4Step,f_i4Count from t_UndoData where f_i4No<=" +
+                  undo_sql::Quoted(number) + u" order by f_i4No desc limit 1",
+              {}, {}, rows);
+  if (!isThere) return {};
   return {rows->Number(0), rows->Number(1), rows->Number(2), rows->Number(3)};
 }
 
@@ -110,13 +130,15 @@ HRESULT UndoLog::WriteHead(Mark& mark) {
   Mark former = Newest();
   bool isUndone = false;
   if (former.number > 0 && StepOf(former, isUndone) && isUndone) {
-    const auto undone = Find(Turn::kRedo);
-    result = undone ? Session.Change(u"delete from t_UndoData where f_i4No>=" +
-                                     undo_sql::Quoted(undone->first))
-                    : E_FAIL;
+    std::optional<UndoStep> undone;
+    result = Find(Turn::kRedo, undone) && undone
+                 ? Session.Change(u"delete from t_UndoData where f_i4No>=" +
+                                  undo_sql::Quoted(undone->first))
+                 : E_FAIL;
     if (Failed(result)) return result;
     former = Newest();
   }
+  if (isUnread_) return E_FAIL;
   const int64_t number = former.number + 1;
   result = Session.Change(undo_sql::Head(
       former.number, former.step + 1, static_cast<int>(open_->kind), open_->title, open_->running));
@@ -129,8 +151,13 @@ HRESULT UndoLog::WriteHead(Mark& mark) {
 HRESULT UndoLog::NoteRow(Mark& mark, RowChange change, std::u16string_view id) {
   ++mark.number;
   if (change != RowChange::kChangedFrom) ++mark.count;
-  return Session.Change(
-      undo_sql::Row(mark.number, mark.head, mark.step, mark.count, static_cast<int>(change), id));
+  const std::array<std::string, 6> values = {std::to_string(mark.number),
+                                             std::to_string(mark.head),
+                                             std::to_string(mark.step),
+                                             std::to_string(mark.count),
+                                             std::to_string(static_cast<int>(change)),
+                                             platform::ToUtf8(id)};
+  return Session.Change(undo_sql::Row(), values);
 }
 
 // What has lost its head, which goes first, is no step any more. Mostly a look at the oldest row is
@@ -156,11 +183,11 @@ std::optional<UndoStep> UndoLog::StepOf(const Mark& last, bool& isUndone) {
   static constexpr std::u16string_view kColumns[] = {u"f_nvcTitle", u"f_nvcRunning"};
   std::unique_ptr<RowSet> rows;
   std::array<std::optional<Text>, 2> texts;
-  const HRESULT opened = Session.OpenRows(
+  const bool isThere = ReadRow(
       u"select f_i4Head,f_i4Kind,f_i4Undone,f_nvcTitle,f_nvcRunning from t_UndoData where f_i4No=" +
           undo_sql::Quoted(last.head),
-      rows);
-  if (Failed(opened) || Failed(rows->Bind(kColumns)) || rows->Next(texts) != S_OK) return {};
+      kColumns, texts, rows);
+  if (!isThere) return {};
   if (rows->Number(0) != last.head || last.head > last.number) return {};
   isUndone = rows->Number(2) != 0;
   return UndoStep{last.head,
@@ -171,9 +198,10 @@ std::optional<UndoStep> UndoLog::StepOf(const Mark& last, bool& isUndone) {
                   texts[1].value_or(u"")};
 }
 
-std::optional<UndoStep> UndoLog::Find(Turn turn) {
-  std::optional<UndoStep> found;
-  if (Declared() != kCreateUndoData) return found;
+bool UndoLog::Find(Turn turn, std::optional<UndoStep>& found) {
+  isUnread_ = false;
+  found.reset();
+  if (Declared() != kCreateUndoData) return !isUnread_;
   Mark last = Newest();
   for (int i = 0; i <= kMaxSteps && last.number > 0; ++i) {
     bool isUndone = false;
@@ -183,7 +211,8 @@ std::optional<UndoStep> UndoLog::Find(Turn turn) {
     if (!isUndone) break;
     last = NewestUpTo(step->first - 1);
   }
-  return found;
+  if (isUnread_) found.reset();
+  return !isUnread_;
 }
 
 std::vector<UndoRow> UndoLog::RowsOf(const UndoStep& step) {
@@ -196,18 +225,20 @@ std::vector<UndoRow> UndoLog::RowsOf(const UndoStep& step) {
                            undo_sql::Quoted(step.first) + u" and f_i4No<=" +
                            undo_sql::Quoted(step.last) + u" order by f_i4No",
                        rows);
-  if (Failed(opened) || Failed(rows->Bind(kColumns))) return changed;
-  while (rows->Next(id) == S_OK) {
+  HRESULT result = Failed(opened) ? opened : rows->Bind(kColumns);
+  while (!Failed(result) && (result = rows->Next(id)) == S_OK) {
     changed.push_back(
         {rows->Number(0), static_cast<RowChange>(rows->Number(1)), id[0].value_or(u"")});
   }
+  isUnread_ = isUnread_ || Failed(result);
   return changed;
 }
 
 TurnResult UndoLog::Take(Turn turn, const std::function<bool(const UndoStep&)>& settle) {
   if (Failed(Session.BeginTransaction())) return TurnResult::kFailed;
-  TurnResult result = TurnResult::kNothing;
-  if (const std::optional<UndoStep> step = Find(turn)) {
+  std::optional<UndoStep> step;
+  TurnResult result = Find(turn, step) ? TurnResult::kNothing : TurnResult::kFailed;
+  if (step) {
     const HRESULT put = PutAllBack(turn, *step);
     result = put == DB_E_NOTFOUND ? TurnResult::kForeign
              : Failed(put)        ? TurnResult::kFailed
@@ -225,6 +256,7 @@ TurnResult UndoLog::Take(Turn turn, const std::function<bool(const UndoStep&)>& 
 
 HRESULT UndoLog::PutAllBack(Turn turn, const UndoStep& step) {
   std::vector<UndoRow> rows = RowsOf(step);
+  if (isUnread_) return E_FAIL;
   if (turn == Turn::kUndo) std::ranges::reverse(rows);
   HRESULT result = S_OK;
   for (const UndoRow& row : rows) {
@@ -259,7 +291,8 @@ HRESULT UndoLog::PutBack(Turn turn, const UndoRow& row) {
 
 // The log is brought in and cut, as the texts stand there too.
 HRESULT UndoLog::Clear() {
-  if (!Declared()) return S_OK;
+  isUnread_ = false;
+  if (!Declared()) return isUnread_ ? E_FAIL : S_OK;
   HRESULT result = Session.Execute(u"PRAGMA secure_delete=ON");
   if (!Failed(result)) result = Session.Execute(u"delete from t_UndoData");
   if (!Failed(result)) result = Session.Execute(u"PRAGMA wal_checkpoint(TRUNCATE)");

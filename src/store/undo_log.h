@@ -6,7 +6,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,9 +71,10 @@ class UndoLog {
   enum class Write { kInsert, kUpdate, kDelete };
   HRESULT Run(Write what, std::u16string_view id, const std::function<HRESULT()>& write);
 
-  // The step that the next turn would be about.
-  std::optional<UndoStep> Find(Turn turn);
-  // In the order in which they were changed.
+  // The step that the next turn would be about, none if there is no such step. False if that can't
+  // be read.
+  bool Find(Turn turn, std::optional<UndoStep>& step);
+  // In the order in which they were changed; those that can be read.
   std::vector<UndoRow> RowsOf(const UndoStep& step);
   // In one transaction. `settle` is called within it, after the Actions, and says whether what
   // hangs on them could follow. All but kDone leaves everything as it was.
@@ -87,8 +90,12 @@ class UndoLog {
     StepKind kind;
     std::u16string title, running;
     int64_t head = 0;  // 0 before the first change
+    Mark newest;       // row of the table, as long as this transaction lasts
+    uint64_t transaction = 0;
   };
 
+  bool ReadRow(std::u16string_view sql, std::span<const std::u16string_view> columns,
+               ColumnTexts texts, std::unique_ptr<RowSet>& rows);
   std::optional<std::u16string> Declared();
   HRESULT EnsureTable();
   Mark NewestUpTo(int64_t number);
@@ -104,6 +111,7 @@ class UndoLog {
 
   Engine& Session;  // not owned
   std::optional<OpenStep> open_;
+  bool isUnread_ = false;  // a read has failed since a write or a search began
 };
 
 }  // namespace store

@@ -3,6 +3,7 @@
 
 #include "core/date_time.h"
 #include "platform/host.h"
+#include "platform/utf.h"
 #include "store/action.h"
 #include "store/user_data_table.h"
 
@@ -45,8 +46,13 @@ const Text& IsWhatItWas() {
   return same;
 }
 
+// `id` as it stands in a statement.
+Text FirstRowWith(const Text& id) {
+  return u"(select one.rowid from t_UserData one where one.f_nchActId=" + id + u" limit 1)";
+}
+
 Text FirstRowOf(std::u16string_view id) {
-  return u"(select one.rowid from t_UserData one where one.f_nchActId=" + Quoted(id) + u" limit 1)";
+  return FirstRowWith(Quoted(id));
 }
 
 Text Now() {
@@ -75,15 +81,13 @@ Text Head(int64_t former, int64_t step, int kind, std::u16string_view title,
          u"),0)," + Quoted(int64_t{kind}) + u",'0'," + Quoted(title) + u"," + Quoted(running);
 }
 
-Text Row(int64_t number, int64_t head, int64_t step, int64_t count, int change,
-         std::u16string_view id) {
-  return u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,"
-         u"f_i4Row," +
-         AllColumns() + u") select " + Quoted(number) + u"," + Quoted(head) + u"," + Quoted(step) +
-         u"," + Quoted(count) + u",(select f_i8Bytes from t_UndoData where f_i4No=" +
-         Quoted(number - 1) + u")+" + Text(kRowBytes) + u"+" + TextBytes() + u"," +
-         Quoted(int64_t{change}) + u",rowid," + AllColumns() + u" from t_UserData where rowid=" +
-         FirstRowOf(id);
+const std::string& Row() {
+  static const std::string statement = platform::ToUtf8(
+      u"insert into t_UndoData (f_i4No,f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Row," +
+      AllColumns() + u") select ?1,?2,?3,?4,(select f_i8Bytes from t_UndoData where f_i4No=?1-1)+" +
+      Text(kRowBytes) + u"+" + TextBytes() + u",?5,rowid," + AllColumns() +
+      u" from t_UserData where rowid=" + FirstRowWith(u"?6"));
+  return statement;
 }
 
 Text Replace(std::u16string_view id, int64_t former, int64_t latter) {

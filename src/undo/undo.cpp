@@ -47,7 +47,7 @@ void Tell(TurnResult result, Turn turn, const Text& step) {
       text = u"「" + step + u"」のあとでレコーダーの記録が変わっているため、" + cannot;
       break;
     default:
-      text = store::WithReason(u"「" + step + u"」は" + cannot);
+      text = store::WithReason(step.empty() ? cannot : u"「" + step + u"」は" + cannot);
   }
   const bool failed = result == TurnResult::kFailed;
   platform::ShowNotice(text, NameOf(turn), failed ? Icon::kStop : Icon::kWarning);
@@ -78,16 +78,19 @@ void Select(core::CAppState& app, const Text& id) {
 
 std::optional<Text> CommandText(Turn turn) {
   store::UndoLog* log = Log();
-  const auto step = log == nullptr ? std::nullopt : log->Find(turn);
+  std::optional<store::UndoStep> step;
+  if (log != nullptr) log->Find(turn, step);
   if (!step) return {};
   return NameOf(turn) + u": " + NameOf(*step);
 }
 
 bool Take(core::CAppState& app, Turn turn) {
   store::UndoLog* log = Log();
-  const auto step = log == nullptr ? std::nullopt : log->Find(turn);
+  std::optional<store::UndoStep> step;
+  store::NoteTrouble(store::Trouble::kUnknown);
+  const bool isRead = log == nullptr || log->Find(turn, step);
   if (!step) {
-    Tell(TurnResult::kNothing, turn, {});
+    Tell(isRead ? TurnResult::kNothing : TurnResult::kFailed, turn, {});
     return false;
   }
   TurnResult result;
@@ -109,7 +112,10 @@ bool Take(core::CAppState& app, Turn turn) {
 
 void ClearHistory() {
   store::UndoLog* log = Log();
-  if (log == nullptr || (!log->Find(Turn::kUndo) && !log->Find(Turn::kRedo))) {
+  std::optional<store::UndoStep> undo, redo;
+  const bool isRead =
+      log == nullptr || (log->Find(Turn::kUndo, undo) && log->Find(Turn::kRedo, redo));
+  if (isRead && !undo && !redo) {
     platform::ShowNotice(u"元に戻す履歴はありません。", Text(kClearTitle), Icon::kInformation);
     return;
   }

@@ -131,6 +131,7 @@ TEST_F(TotalsTest, TheTableGoesOut) {
 }
 
 TEST(TotalsLayout, NothingOverlapsOrLeavesTheScreen) {
+  const testing_support::FakeHost host;
   for (const auto& [width, height] : {std::pair(240, 294), {320, 214}, {480, 640}, {240, 174}}) {
     for (int which = 0; which < 32; ++which) {
       SCOPED_TRACE(std::to_string(width) + " " + std::to_string(which));
@@ -152,6 +153,7 @@ TEST(TotalsLayout, NothingOverlapsOrLeavesTheScreen) {
 }
 
 TEST(TotalsLayout, BarsAndColumnsAreAsLongAsTheirTimes) {
+  const testing_support::FakeHost host;
   const BarRow longest = LayOutBar(240, 0, false, 100, 100, 80);
   EXPECT_EQ(LayOutBar(240, 3, false, 50, 100, 80).bar.width, longest.bar.width / 2);
   const BarRow inner = LayOutBar(240, 1, true, 100, 100, 80);
