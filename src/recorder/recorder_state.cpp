@@ -143,4 +143,14 @@ void CloseRecorderSession(CAppState& app) {
   store::DisconnectDataFile();
 }
 
+store::HRESULT ReadRunningId(const core::CAppState& app, std::u16string& id) {
+  if (app.RcdrLoaded) {
+    id = app.RcdrPreActId;
+    return store::S_OK;
+  }
+  const auto& table = store::dbSession().TextTable;
+  const store::HRESULT result = table ? table->GetText(kPreActIdKey, id) : store::E_POINTER;
+  return result == store::DB_E_NOTFOUND ? store::S_OK : result;
+}
+
 }  // namespace recorder

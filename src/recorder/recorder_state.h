@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/app_state.h"
+#include "store/hresult.h"
 
 namespace recorder {
 
@@ -46,5 +47,9 @@ void CaptureRecorderFields(core::CAppState& app, const RecorderFields& fields);
 // Saves the recorder's values if they were loaded, closes the row set, empties the history and the
 // Action index and closes the data file.
 void CloseRecorderSession(core::CAppState& app);
+
+// The id of the running Action, of the data file where the recorder hasn't been opened yet; empty
+// if nothing runs.
+store::HRESULT ReadRunningId(const core::CAppState& app, std::u16string& id);
 
 }  // namespace recorder

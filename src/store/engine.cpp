@@ -23,7 +23,8 @@ namespace {
 
 constexpr int kLongestValue = 128 << 20;  // bytes
 // The file itself, and what an open engine keeps beside it.
-constexpr std::array<std::string_view, 4> kFileSuffixes = {"", "-journal", "-wal", "-shm"};
+constexpr std::array<std::string_view, 5> kFileSuffixes = {"", "-journal", "-wal", "-shm",
+                                                           "-index"};
 
 // What is written to `path` is written into `file`, which need not be there yet.
 bool LeadsTo(std::u16string_view path, std::u16string_view file) {
@@ -86,7 +87,7 @@ void Engine::Remove(std::u16string_view path) {
 }
 
 void Engine::RemoveBeside(std::u16string_view path) {
-  for (const std::u16string_view suffix : {u"-journal", u"-wal", u"-shm"}) {
+  for (const std::u16string_view suffix : {u"-journal", u"-wal", u"-shm", u"-index"}) {
     platform::files().Remove(std::u16string(path).append(suffix));
   }
 }
@@ -132,6 +133,11 @@ void Engine::FinishCopy() {
   if (!copy_) return;
   const HRESULT result = std::exchange(copy_, nullptr)->Wait();
   std::exchange(finishCopy_, nullptr)(result);
+}
+
+HRESULT Engine::BringLogIn() {
+  FinishCopy();  // it reads the log
+  return ReadValue("PRAGMA wal_checkpoint(TRUNCATE)", {}) == "0" ? S_OK : E_FAIL;
 }
 
 HRESULT Engine::CopyCompacted(const std::string& destination) {
@@ -238,10 +244,9 @@ HRESULT Engine::ConfirmPlace() {
 }
 
 std::optional<std::u16string> Engine::Whereabouts() {
-  FinishCopy();
   const auto path = lock_ ? lock_->Whereabouts() : std::nullopt;
   // A log that lies under the former name would be lost to the file.
-  if (!path || ReadValue("PRAGMA wal_checkpoint(TRUNCATE)", {}) != "0") return {};
+  if (!path || Failed(BringLogIn())) return {};
   return platform::FromHostPath(*path);
 }
 

@@ -202,6 +202,8 @@ class Engine {
   // within the ReadView in which the rows are then read.
   RowChanges TakeRowChanges();
 
+  // Empties the log into the file. E_FAIL while somebody else reads it.
+  HRESULT BringLogIn();
   // The state that's being read; none while the file has a log. Within a ReadView that has read.
   std::optional<FileMark> Mark();
   // Before closing: brings the file to the rollback form and answers its mark, while no other
@@ -278,11 +280,12 @@ class Engine {
   bool inTransaction_ = false;
   uint64_t transaction_ = 0;  // the number of the last one
   bool inBurst_ = false;
-  bool isLax_ = false;        // writes return before the disk has them
-  bool refusing_ = false;     // a burst that could not begin
-  std::string_view watched_;  // a table, or empty
-  RowChanges changes_;        // of its rows
-  std::string dataVersion_;   // of the last look; another connection's commit raises it
+  bool isLax_ = false;           // writes return before the disk has them
+  bool refusing_ = false;        // a burst that could not begin
+  std::string_view watched_;     // a table, or empty
+  RowChanges changes_;           // of its rows
+  bool sawUncommitted_ = false;  // TakeRowChanges was called within a transaction
+  std::string dataVersion_;      // of the last look; another connection's commit raises it
 };
 
 }  // namespace store

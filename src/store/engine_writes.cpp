@@ -21,7 +21,8 @@ constexpr size_t kMaxNotedRows = 256;
 // Where every write begins, and before it has a statement: moving to another file ends them all.
 // Within a transaction nothing comes to the file before its commit, which looks again.
 HRESULT Engine::BeginWrite() {
-  if (inTransaction_) return S_OK;
+  // SQLite ends a transaction by itself where the disk fails.
+  if (inTransaction_) return sqlite3_get_autocommit(database_) == 0 ? S_OK : E_FAIL;
   const HRESULT settled = SettleLeftovers();
   if (Failed(settled)) return settled;
   const HRESULT confirmed = ConfirmWritable();
@@ -129,6 +130,7 @@ HRESULT Engine::Commit() {
   if (sqlite3_get_autocommit(database_) != 0) return E_FAIL;  // none is open, and nothing to ask
   const HRESULT ready = ConfirmWritable();
   const HRESULT result = Failed(ready) ? ready : RunScript("COMMIT");
+  if (!Failed(result)) sawUncommitted_ = false;
   if (!sqlite3_get_autocommit(database_)) RunScript("ROLLBACK");
   return result;
 }
@@ -176,9 +178,14 @@ void Engine::WatchRows(std::string_view table) {
         static_cast<Engine*>(self)->NoteRow(changed, row);
       },
       this);
-  // Rows that a look saw inside the transaction are not what they were.
-  sqlite3_rollback_hook(
-      database_, [](void* self) { static_cast<Engine*>(self)->changes_ = {}; }, this);
+  // Rows that a look saw inside the transaction are not what they were. (A statement that is
+  // prepared again, as the tables have changed, calls this, too.)
+  const auto onRollback = [](void* engine) {
+    auto* self = static_cast<Engine*>(engine);
+    if (self->sawUncommitted_) self->changes_ = {};
+    self->sawUncommitted_ = false;
+  };
+  sqlite3_rollback_hook(database_, onRollback, this);
 }
 
 void Engine::NoteRow(std::string_view table, int64_t row) {
@@ -192,6 +199,7 @@ RowChanges Engine::TakeRowChanges() {
   RowChanges taken = std::exchange(changes_, {false, {}});
   if (!version || *version != dataVersion_) taken = {};
   dataVersion_ = version.value_or("");
+  sawUncommitted_ = sawUncommitted_ || inTransaction_;
   return taken;
 }
 

@@ -29,18 +29,29 @@ std::u16string NameOf(std::u16string_view path) {
   return std::u16string(path) + u"-index";
 }
 
-// Every number counts, and its place.
+// Every number counts, and its place. Four sums side by side, as each step waits for the one
+// before.
 class Sum {
  public:
   void Add(std::span<const uint64_t> numbers) {
-    for (const uint64_t number : numbers) {
-      sum_ = std::rotl((sum_ ^ number) * 0x9e3779b97f4a7c15, 29);
+    size_t i = 0;
+    for (; i + sums_.size() <= numbers.size(); i += sums_.size()) {
+      for (size_t lane = 0; lane < sums_.size(); ++lane) Add(sums_[lane], numbers[i + lane]);
     }
+    for (; i < numbers.size(); ++i) Add(sums_[0], numbers[i]);
   }
-  uint64_t Value() const { return sum_; }
+  uint64_t Value() const {
+    uint64_t value = kForm;
+    for (const uint64_t sum : sums_) Add(value, sum);
+    return value;
+  }
 
  private:
-  uint64_t sum_ = kForm;
+  static void Add(uint64_t& sum, uint64_t number) {
+    sum = std::rotl((sum ^ number) * 0x9e3779b97f4a7c15, 29);
+  }
+
+  std::array<uint64_t, 4> sums_{};
 };
 
 class Writer {
@@ -93,12 +104,16 @@ class Reader {
   }
   bool Take(uint64_t& number) { return Take({&number, 1}); }
   bool Take(uint64_t count, core::NumberList& list) {
-    std::array<uint64_t, core::NumberList::kBlockSize> block;
+    constexpr size_t kBlock = core::NumberList::kBlockSize;
+    std::vector<uint64_t> blocks(64 * kBlock);  // read at once
     while (list.Count() < count) {
-      const auto part = std::span(block).first(
-          static_cast<size_t>(std::min<uint64_t>(block.size(), count - list.Count())));
+      const uint64_t left = count - list.Count();
+      auto part =
+          std::span(blocks).first(static_cast<size_t>(std::min<uint64_t>(blocks.size(), left)));
       if (!Take(part)) return false;
-      list.AppendBlock(part);
+      for (; !part.empty(); part = part.subspan(std::min(kBlock, part.size()))) {
+        list.AppendBlock(part.first(std::min(kBlock, part.size())));
+      }
     }
     return true;
   }

@@ -52,7 +52,7 @@ int SortedStarts::Refresh() {
 }
 
 void SortedStarts::Keep() {
-  constexpr size_t kMany = 20'000;  // fewer are read within 20 ms on a phone
+  constexpr size_t kMany = 5'000;  // fewer are read within 5 ms
   if (rows_.rowIds.Count() < kMany) return;
   const auto settled = engine_.Settle([this] { return Refresh() == 0; });
   if (settled) {
@@ -63,7 +63,7 @@ void SortedStarts::Keep() {
 }
 
 int SortedStarts::ReadKeptOrAll() {
-  constexpr uint64_t kSmallFile = 1 << 20;  // holds less than what is kept
+  constexpr uint64_t kSmallFile = 1 << 18;  // holds less than what is kept
   mark_ = engine_.Mark();
   const bool isLarge = mark_ && mark_->size >= kSmallFile;
   auto kept = isLarge ? ReadKeptIndex(engine_.Path(), *mark_) : std::nullopt;

@@ -244,6 +244,7 @@ TurnResult UndoLog::Take(Turn turn, const std::function<bool(const UndoStep&)>& 
              : Failed(put)        ? TurnResult::kFailed
              : settle(*step)      ? TurnResult::kDone
                                   : TurnResult::kRefused;
+    if (isUnread_) result = TurnResult::kFailed;  // `settle` reads the step, too
   }
   const Trouble trouble = LastTrouble();
   if (result == TurnResult::kDone) {
@@ -295,7 +296,7 @@ HRESULT UndoLog::Clear() {
   if (!Declared()) return isUnread_ ? E_FAIL : S_OK;
   HRESULT result = Session.Execute(u"PRAGMA secure_delete=ON");
   if (!Failed(result)) result = Session.Execute(u"delete from t_UndoData");
-  if (!Failed(result)) result = Session.Execute(u"PRAGMA wal_checkpoint(TRUNCATE)");
+  if (!Failed(result)) result = Session.BringLogIn();
   return result;
 }
 

@@ -22,6 +22,16 @@ void Tell(const Text& text, Icon icon) {
   platform::ShowNotice(text, Text(kTitle), icon);
 }
 
+// What touches the day, and the running Action, which goes on after its stored end.
+store::HRESULT SelectDay(store::CUserDataTable& table, const Text& date, const Text& running) {
+  const Text end = date + u" 24:00:00";
+  const auto touching = store::TouchingCondition(date + u" 00:00:00", end);
+  if (!touching) return store::E_FAIL;
+  return table.Select(u"select * from t_UserData where (" + *touching + u") or (f_nchActId = '" +
+                      store::SqlQuote(running) + u"' and f_nchStaDateTime < '" + end +
+                      u"') order by f_nchStaDateTime asc");
+}
+
 }  // namespace
 
 std::u16string_view TextOf(Command command) {
@@ -37,31 +47,21 @@ bool TidyDay::Read() {
   chain_ = {day, {}, {}};
   store::CUserDataTable* table = store::dbSession().UserTable.get();
   if (table == nullptr) return false;
-  const Text date = core::DayText(day);
   std::vector<store::Action> rows;
-  store::HRESULT result = table->Select(
-      u"select * from t_UserData where f_nchStaDateTime < '" + date +
-      u" 24:00:00' and (f_nchEndDateTime >= '" + date + u" 00:00:00' or f_nchActId = '" +
-      store::SqlQuote(Running()) + u"') order by f_nchStaDateTime asc");
+  Text running;
+  store::HRESULT result = recorder::ReadRunningId(app_, running);
+  if (!store::Failed(result)) result = SelectDay(*table, core::DayText(day), running);
   store::Action row;
   while (!store::Failed(result) && (result = table->GetNextRS(row)) == store::S_OK) {
     rows.push_back(std::move(row));
   }
   table->CloseRS();
   const platform::LocalTime now = platform::host().Now();
-  chain_ = MakeChain(day, std::move(rows), Running(),
+  chain_ = MakeChain(day, std::move(rows), running,
                      ReadMoment(core::MomentOf(now), day).value_or(0) / 60 * 60);
   if (!store::Failed(result)) return true;
   Tell(store::WithReason(u"アクションを読み込めません。", result), Icon::kStop);
   return false;
-}
-
-// Of the file where the recorder hasn't been opened yet.
-Text TidyDay::Running() const {
-  if (app_.RcdrLoaded) return app_.RcdrPreActId;
-  Text id;
-  store::dbSession().TextTable->GetText(recorder::kPreActIdKey, id);
-  return id;
 }
 
 bool TidyDay::Run(const Outcome& outcome, std::u16string_view title) {

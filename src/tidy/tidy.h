@@ -73,7 +73,6 @@ class TidyDay {
   bool MayJoin(size_t span) const;
   bool WriteAll(const Outcome& outcome, std::u16string_view title);
   bool WriteRows(const Outcome& outcome, recorder::ChainTurn& chain);
-  std::u16string Running() const;
 
   core::CAppState& app_;
   DayChain chain_;

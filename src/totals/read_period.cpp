@@ -78,28 +78,25 @@ HRESULT Open(const Selected& columns, std::u16string_view condition,
   return store::Failed(opened) ? opened : found->Bind(columns.names);
 }
 
-std::u16string RunningId(const core::CAppState& app) {
-  if (app.RcdrLoaded) return app.RcdrPreActId;
-  std::u16string id;
-  const auto& table = store::dbSession().TextTable;
-  return table && !store::Failed(table->GetText(recorder::kPreActIdKey, id)) ? id : u"";
-}
-
 // The running Action ends where it starts, in the data file, so that no condition of days finds it
-// on a later one. Its row, or -1.
-int64_t AddRunning(const core::CAppState& app, const Selected& columns, const std::u16string& find,
-                   Rows& rows) {
-  const std::u16string id = RunningId(app);
-  if (id.empty()) return -1;
+// on a later one. `number` is its row, or -1.
+HRESULT AddRunning(const core::CAppState& app, const Selected& columns, const std::u16string& find,
+                   Rows& rows, int64_t& number) {
+  std::u16string id;
+  HRESULT result = recorder::ReadRunningId(app, id);
+  number = -1;
+  if (store::Failed(result) || id.empty()) return result;
   std::u16string condition = u"f_nchActId = '" + store::SqlQuote(id) + u"'";
   if (!find.empty()) condition += u" and " + find;
   std::unique_ptr<store::RowSet> found;
   Texts row;
-  if (store::Failed(Open(columns, condition, found)) || found->Next(row) != store::S_OK) return -1;
+  result = Open(columns, condition, found);
+  if (!store::Failed(result)) result = found->Next(row);
+  if (result != store::S_OK) return result;
   const std::optional<Seconds> now = ReadMoment(core::MomentOf(platform::host().Now()));
-  const int64_t number = found->Number(columns.RowNumber());
+  number = found->Number(columns.RowNumber());
   rows.AddRunning(number, columns.TextsOf(row), now.value_or(0));
-  return number;
+  return result;
 }
 
 HRESULT ReadAll(store::RowSet& found, const Selected& columns, int64_t running, Rows& rows,
@@ -121,9 +118,12 @@ bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16
   rows.Clear();
   const Selected columns = SelectedFor(choices);
   std::unique_ptr<store::RowSet> found;
-  const int64_t running = AddRunning(app, columns, find, rows);
+  int64_t running = -1;
+  HRESULT result = AddRunning(app, columns, find, rows, running);
   const auto condition = ConditionOf(period, find);
-  HRESULT result = condition ? Open(columns, *condition, found) : store::E_FAIL;
+  if (!store::Failed(result)) {
+    result = condition ? Open(columns, *condition, found) : store::E_FAIL;
+  }
   const bool isOpen = !store::Failed(result);
   if (isOpen) result = ReadAll(*found, columns, running, rows, wait);
   if (!store::Failed(result)) return true;

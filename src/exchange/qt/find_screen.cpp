@@ -6,6 +6,7 @@
 #include <QInputMethod>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <algorithm>
 
 #include "core/settings_choices.h"
@@ -58,14 +59,18 @@ class Interruption : public QObject {
   bool isAsked = false;
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (QApplication::activeModalWidget() != nullptr) return false;  // a message must be answered
     switch (event->type()) {
       case QEvent::KeyPress:
         isAsked = isAsked || static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
         return true;
-      case QEvent::MouseButtonPress:
-        isAsked = isAsked || watched == &button_;
+      case QEvent::MouseButtonPress: {
+        // It's the window that sees it first, not the button.
+        const QPoint at = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+        isAsked = isAsked || button_.rect().contains(button_.mapFromGlobal(at));
         return true;
+      }
       case QEvent::Close:
         event->ignore();
         return true;
