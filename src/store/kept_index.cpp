@@ -33,25 +33,34 @@ std::u16string NameOf(std::u16string_view path) {
 // before.
 class Sum {
  public:
+  // What comes in pieces is summed as if it came at once.
   void Add(std::span<const uint64_t> numbers) {
-    size_t i = 0;
-    for (; i + sums_.size() <= numbers.size(); i += sums_.size()) {
-      for (size_t lane = 0; lane < sums_.size(); ++lane) Add(sums_[lane], numbers[i + lane]);
+    const size_t begun = std::min((sums_.size() - lane_) % sums_.size(), numbers.size());
+    for (const uint64_t number : numbers.first(begun)) AddOne(number);
+    numbers = numbers.subspan(begun);
+    for (; numbers.size() >= sums_.size(); numbers = numbers.subspan(sums_.size())) {
+      for (size_t lane = 0; lane < sums_.size(); ++lane) Mix(sums_[lane], numbers[lane]);
     }
-    for (; i < numbers.size(); ++i) Add(sums_[0], numbers[i]);
+    for (const uint64_t number : numbers) AddOne(number);
   }
   uint64_t Value() const {
     uint64_t value = kForm;
-    for (const uint64_t sum : sums_) Add(value, sum);
+    for (const uint64_t sum : sums_) Mix(value, sum);
     return value;
   }
 
  private:
-  static void Add(uint64_t& sum, uint64_t number) {
+  static void Mix(uint64_t& sum, uint64_t number) {
     sum = std::rotl((sum ^ number) * 0x9e3779b97f4a7c15, 29);
   }
 
+  void AddOne(uint64_t number) {
+    Mix(sums_[lane_], number);
+    lane_ = (lane_ + 1) % sums_.size();
+  }
+
   std::array<uint64_t, 4> sums_{};
+  size_t lane_ = 0;  // of the next number
 };
 
 class Writer {
