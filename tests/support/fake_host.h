@@ -39,7 +39,7 @@ class FakeHost : public platform::Host {
   std::deque<Reply> answers;
   std::vector<platform::Message> messages;
   std::vector<std::u16string> links;  // that were opened
-  uint32_t ticks = 1;  // milliseconds, of which each look takes some
+  uint32_t ticks = 1;                 // milliseconds, of which each look takes some
   uint32_t ticksPerLook = 0;
 
   platform::LocalTime now{2010, 6, 23, 10, 45, 30};
