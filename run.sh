@@ -74,7 +74,8 @@ uninstall() {
     exit 1
   fi
   rm -rf "$folder/Morvenly.manual"
-  rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket}
+  rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket} \
+    "$folder"/*-index
   if grep -qF "Exec=$(exec_word "$folder/morvenly")" "$entry" 2>/dev/null; then
     rm -f "$entry" "$share/icons/hicolor/scalable/apps/morvenly.svg"
   fi
