@@ -75,7 +75,7 @@ uninstall() {
   fi
   rm -rf "$folder/Morvenly.manual"
   rm -f "$folder"/{morvenly,Morvenly.dat,Morvenly.png,.morvenly.lock,.morvenly.socket} \
-    "$folder"/*-index
+    "$folder"/*.sdf-index
   if grep -qF "Exec=$(exec_word "$folder/morvenly")" "$entry" 2>/dev/null; then
     rm -f "$entry" "$share/icons/hicolor/scalable/apps/morvenly.svg"
   fi
