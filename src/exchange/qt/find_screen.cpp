@@ -217,7 +217,7 @@ bool CFindDlg::Leave() {
 bool CFindDlg::ShowLongFind(int hundredths) {
   auto* button = static_cast<QAbstractButton*>(controls_.At(kIdFind));
   const bool isDone = hundredths == kFindIsThrough;
-  button->setText(isDone ? kFindText : QStringLiteral("中止 (%1%)").arg(hundredths));
+  button->setText(isDone ? kFindText : QStringLiteral("中止 %1%").arg(hundredths));
   if (isDone) return true;
   const Interruption interruption(*button);
   QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
