@@ -15,7 +15,7 @@
 
 namespace tidy {
 
-inline constexpr int64_t kDaySeconds = 24 * 60 * 60;
+inline constexpr int64_t kDaySeconds = int64_t{24} * 60 * 60;
 
 struct Span {
   store::Action action;
