@@ -21,10 +21,10 @@ class KeptIndexTest : public StoreTest {
   static void Write(Engine& writer, int from, int count) {
     ASSERT_EQ(writer.BeginTransaction(), S_OK);
     for (int i = from; i < from + count; ++i) {
-      const std::u16string id = u"ID" + core::ZeroPadded(i, 16);
+      std::u16string id = u"ID" + core::ZeroPadded(i, 16);
+      if (i == from) id.back() = u'x';  // one that isn't as short to keep as the others
       const std::u16string start = u"2010/06/23 12:" + core::ZeroPadded(i * 7 % 60, 2) + u":00";
-      // One of them bears an id that isn't as short as the others.
-      const Field row[] = {{kActionColumns[kActId], i == from ? id.substr(0, 17) + u"x" : id},
+      const Field row[] = {{kActionColumns[kActId], id},
                            {kActionColumns[kStaDateTime], start},
                            {kActionColumns[kEndDateTime], start}};
       ASSERT_EQ(writer.Insert(u"t_UserData", row), S_OK);
