@@ -48,7 +48,8 @@ std::optional<int64_t> ReadMoment(std::u16string_view text, const core::Day& day
     return {};
   }
   const int64_t days = (DaysOf(*date) - DaysOf(day)).count();
-  return days * kDaySeconds + hour * 3600 + minute * 60 + second;
+  const int seconds = hour * 3600 + minute * 60 + second;
+  return days * kDaySeconds + seconds;
 }
 
 std::u16string MomentText(int64_t moment, const core::Day& day) {

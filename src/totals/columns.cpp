@@ -10,6 +10,7 @@ namespace {
 
 std::vector<int> GreatestGroups(const std::vector<Group>& groups) {
   std::vector<const Group*> greatest;
+  greatest.reserve(groups.size());
   for (const Group& group : groups) greatest.push_back(&group);
   const size_t count = std::min(groups.size(), kMostSlots);
   std::ranges::stable_sort(greatest, std::greater(), &Group::time);
