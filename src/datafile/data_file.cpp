@@ -198,14 +198,16 @@ ChangeResult ChangeToNew(core::CAppState& app, std::u16string_view path) {
 }
 
 // What came there while the file was made stays, and so does a link that leads nowhere. A journal
-// that a former file left beside it would be rolled into the new one: it goes before the new file
-// comes, but not before its own has gone.
+// that a former file left there would be rolled into the new one: it goes before the new file
+// comes, unless its own still stands there, which stays whole until the new one has taken its
+// place.
 bool TakePlace(const Text& newPath, std::u16string_view path, bool replaces) {
-  if (replaces) platform::files().Remove(path);
   if (!platform::files().Exists(path)) store::Engine::RemoveBeside(path);
-  if (platform::files().RenameToFree(newPath, path)) return true;
-  if (errno == EEXIST) store::NoteTrouble(store::Trouble::kTaken);
-  return false;
+  const bool taken = replaces ? platform::files().Rename(newPath, path)
+                              : platform::files().RenameToFree(newPath, path);
+  if (!taken && errno == EEXIST) store::NoteTrouble(store::Trouble::kTaken);
+  if (taken && replaces) store::Engine::RemoveBeside(path);
+  return taken;
 }
 
 }  // namespace

@@ -127,8 +127,8 @@ class Engine {
   static void RemoveBeside(std::u16string_view path);
   // Writes a compacted copy of a closed file to `destination`, which is replaced: whole, but for
   // the steps that could be taken back, and on the disk when it returns, or gone after a failure.
-  // The source's content stays as it is; what an
-  // engine that did not close it left beside it is taken in.
+  // The source's content stays as it is; what an engine that did not close it left beside it is
+  // taken in.
   static HRESULT Compact(std::u16string_view source, std::u16string_view destination);
   ~Engine();
   Engine(const Engine&) = delete;
@@ -192,7 +192,7 @@ class Engine {
   HRESULT EndBurst();
 
   // Switches the journal of a file in its place for the session's writes; the first of them does it
-  // otherwise. It counts as another connection's commit.
+  // otherwise.
   void PrepareJournal();
 
   // From now on the changes of this table's rows are noted, and no other's. The text must live on.

@@ -43,8 +43,8 @@ void DisconnectDataFile();
 // then nothing is, but the tables stay.
 HRESULT MoveToDataFile(std::u16string_view path);
 
-// Does ahead of the first write what that would wait for: the journal is switched, upon which all
-// starts are read again. Harmless when nothing is open.
+// Does ahead of the first write what that would wait for: the journal is switched, and the starts
+// are brought up to date. Harmless when nothing is open.
 void PrepareToWrite();
 
 // Brings t_UserData of an older format to the present columns.
