@@ -24,32 +24,22 @@
 #include "platform/utf.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "wordless_host.h"
 
 namespace {
 
 constexpr int kActions = 100000;
 constexpr int kRowsAGroup = 500;
 
-class BenchHost : public platform::Host {
+class BenchHost : public WordlessHost {
  public:
   platform::Answer ShowMessage(const platform::Message& message) override {
     if (message.icon == platform::Icon::kInformation) return platform::Answer::kOk;
     std::fprintf(stderr, "%s\n", platform::ToUtf8(message.text).c_str());
     std::abort();
   }
-  void SetWaitCursor(bool) override {}
-  void SignalActivity() override {}
-  void PostCommand(platform::WindowId, int) override {}
-  void BringForward() override {}
-  void OpenLink(const std::u16string&) override {}
   platform::LocalTime Now() override { return {2026, 6, 23, 10, 45, 30}; }
-  uint32_t TickCount() override { return 0; }
-  void SeedDraw(uint32_t) override {}
   int Draw() override { return static_cast<int>((chance_ = chance_ * 1103515245u + 12345u) >> 17); }
-  std::u16string ProgramPath() override { return u"\\bench"; }
-  std::u16string HomeFolder() override { return {}; }
-  int Dpi() override { return 96; }
-  std::vector<std::u16string> FontFamilies() override { return {}; }
 
  private:
   uint32_t chance_ = 1;

@@ -19,6 +19,7 @@
 #include "platform/utf.h"
 #include "store/action_index.h"
 #include "store/session.h"
+#include "wordless_host.h"
 
 namespace {
 
@@ -26,29 +27,6 @@ using store::Action;
 using store::ActionColumn;
 
 constexpr int kPageRows = 30;
-
-class BenchHost : public platform::Host {
- public:
-  platform::Answer ShowMessage(const platform::Message&) override { std::abort(); }
-  void SetWaitCursor(bool) override {}
-  void SignalActivity() override {}
-  void PostCommand(platform::WindowId, int) override {}
-  void BringForward() override {}
-  void OpenLink(const std::u16string&) override {}
-  platform::LocalTime Now() override {
-    return {2010, 6, 23, second_ / 3600 % 24, second_ / 60 % 60, second_ % 60};
-  }
-  uint32_t TickCount() override { return 0; }
-  void SeedDraw(uint32_t) override {}
-  int Draw() override { return ++second_ % 32767; }
-  std::u16string ProgramPath() override { return u"\\bench"; }
-  std::u16string HomeFolder() override { return {}; }
-  int Dpi() override { return 96; }
-  std::vector<std::u16string> FontFamilies() override { return {}; }
-
- private:
-  int second_ = 0;
-};
 
 std::u16string MakeId(int number) {
   return u"ID" + core::ZeroPadded(number, 16);
@@ -413,7 +391,7 @@ BENCHMARK(BM_Page_StoreList)->Unit(benchmark::kMicrosecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-  BenchHost host;
+  WordlessHost host;
   platform::SetHost(&host);
   benchmark::Initialize(&argc, argv);
   benchFolder = std::filesystem::temp_directory_path() / "morvenly-bench-XXXXXX";

@@ -12,31 +12,11 @@
 #include "store/session.h"
 #include "totals/columns.h"
 #include "totals/read_period.h"
+#include "wordless_host.h"
 
 namespace {
 
 constexpr int kDayRows = 30;
-
-class BenchHost : public platform::Host {
- public:
-  platform::Answer ShowMessage(const platform::Message&) override { std::abort(); }
-  void SetWaitCursor(bool) override {}
-  void SignalActivity() override {}
-  void PostCommand(platform::WindowId, int) override {}
-  void BringForward() override {}
-  void OpenLink(const std::u16string&) override {}
-  platform::LocalTime Now() override { return {2010, 6, 23, 10, 45, 30}; }
-  uint32_t TickCount() override { return 0; }
-  void SeedDraw(uint32_t) override {}
-  int Draw() override { return ++draws_ % 32767; }
-  std::u16string ProgramPath() override { return u"\\bench"; }
-  std::u16string HomeFolder() override { return {}; }
-  int Dpi() override { return 96; }
-  std::vector<std::u16string> FontFamilies() override { return {}; }
-
- private:
-  int draws_ = 0;
-};
 
 // Twelve categories, each with some of its own below it, and forty places, one in ten a movement.
 constexpr char kVary[] =
@@ -158,7 +138,7 @@ BENCHMARK_CAPTURE(ReadRaw, hours, kAll, "", "")->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-  BenchHost host;
+  WordlessHost host;
   platform::SetHost(&host);
   benchmark::Initialize(&argc, argv);
   diary = std::make_unique<Diary>();
