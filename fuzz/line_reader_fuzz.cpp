@@ -18,6 +18,7 @@ class Pieces : public platform::File {
     content_.remove_prefix(count);
     return static_cast<int64_t>(count);
   }
+  bool Seek(uint64_t) override { return false; }
   bool Write(std::string_view) override { return false; }
   bool Sync() override { return false; }
 

@@ -51,6 +51,10 @@ class OneFile : public platform::Files {
       at_ += count;
       return static_cast<int64_t>(count);
     }
+    bool Seek(uint64_t position) override {
+      at_ = std::min<uint64_t>(position, bytes_.size());
+      return true;
+    }
     bool Write(std::string_view bytes) override {
       bytes_ += bytes;
       return true;

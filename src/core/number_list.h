@@ -1,5 +1,6 @@
 // A long list of numbers in blocks that copies share: a copy costs a pointer for each block, a
-// change of either then copies the block that it touches.
+// change of either then copies the block that it touches. A block may lie elsewhere until one of
+// its numbers is asked for. One thread only, the copies included.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +10,15 @@
 #include <vector>
 
 namespace core {
+
+// Where blocks lie that haven't been read yet.
+class NumberSource {
+ public:
+  virtual ~NumberSource() = default;
+  // Fills `numbers` with the block of that name. Whatever goes wrong is the source's to tell: the
+  // list takes what it gets.
+  virtual void Read(size_t name, std::span<uint64_t> numbers) = 0;
+};
 
 class NumberList {
  public:
@@ -29,11 +39,16 @@ class NumberList {
   size_t Blocks() const { return blocks_.size(); }
   size_t Begin(size_t block) const { return begins_[block]; }
   uint64_t Greatest(size_t block) const { return greatest_[block]; }
-  std::span<const uint64_t> Block(size_t block) const { return *blocks_[block]; }
+  std::span<const uint64_t> Block(size_t block) const { return Read(block); }
   // The one that holds an index below Count.
   size_t BlockOf(size_t index) const;
   // Adds a block of 1 to kBlockSize numbers at the end.
   void AppendBlock(std::span<const uint64_t> numbers);
+  // The same of a block that its source knows by that name, with its greatest number.
+  void AppendUnread(std::shared_ptr<NumberSource> source, size_t name, size_t count,
+                    uint64_t greatest);
+  // Reads blocks that haven't been read yet, `most` of them at most; how many it read.
+  size_t ReadAhead(size_t most) const;
 
   // Index of a number in a list that is nearly sorted, found the sooner the nearer it stands to
   // where it would be in a sorted one; Count if it isn't there.
@@ -41,13 +56,22 @@ class NumberList {
 
  private:
   using Numbers = std::vector<uint64_t>;
+  // Copies of a list share the reading, too.
+  struct SharedBlock {
+    Numbers numbers;
+    std::shared_ptr<NumberSource> source;  // none once it has been read
+    size_t name = 0;
+  };
 
+  void AppendBlock(SharedBlock block, size_t count, uint64_t greatest);
+  size_t End(size_t block) const;
+  const Numbers& Read(size_t block) const;
   Numbers& Own(size_t block);
   void Split(size_t block);
   void MoveBegins(size_t fromBlock, int by);
 
   size_t count_ = 0;
-  std::vector<std::shared_ptr<Numbers>> blocks_;
+  std::vector<std::shared_ptr<SharedBlock>> blocks_;
   std::vector<size_t> begins_;
   std::vector<uint64_t> greatest_;
 };

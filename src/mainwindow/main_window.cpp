@@ -6,7 +6,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QTimer>
 #include <set>
 
 #include "backup/daily_copy.h"
@@ -16,6 +15,7 @@
 #include "platform/qt/modal_screen.h"
 #include "platform/qt/qt_rect.h"
 #include "platform/qt/qt_text.h"
+#include "store/action_index.h"
 #include "touch/qt/key_tap.h"
 #include "views/navigation.h"
 #include "views/qt/day_view_screen.h"
@@ -67,6 +67,7 @@ CMainWnd::CMainWnd(core::CAppState& app)
   ConnectChildren();
   OrderFocus();
   WatchKeys();
+  connect(&readAhead_, &QTimer::timeout, this, &CMainWnd::ReadAhead);
   ShowState();
   backup::PostDailyCopies(address_.Id(), kDailyCopyEnd);
 }
@@ -205,6 +206,7 @@ void CMainWnd::Refresh() {
   ShowFind();
   View().Refill();
   View().FocusWidget().setFocus();
+  readAhead_.start();
 }
 
 void CMainWnd::ShowMovedDate() {
@@ -231,6 +233,13 @@ void CMainWnd::OnCommand(int id) {
   if (row == nullptr || !IsLive(*row, views::ViewOnShow(app_.CurView))) return;
   if (!row->keepsPopups) popups_->Close();
   row->run(*this);
+}
+
+// Whenever nothing else is to be done, beginning after the paint.
+void CMainWnd::ReadAhead() {
+  const store::Ahead ahead = store::ReadAhead(app_);
+  if (ahead != store::Ahead::kMore) readAhead_.stop();
+  if (ahead == store::Ahead::kReloaded) View().Refill();
 }
 
 // The copy has its name at once. A failure is reported once nothing stands over the window.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 #include <map>
 #include <memory>
@@ -60,6 +61,7 @@ class CMainWnd : public QWidget {
   void ShowMovedDate();
   void ForgetWhatWasRead();
 
+  void ReadAhead();
   void OnDailyCopyEnd();
   void OnDateChosen(const core::Day& day);
   void OnPageChosen(int page);
@@ -114,6 +116,7 @@ class CMainWnd : public QWidget {
   CommandMenus* menus_;
   views::DatePopups* popups_;
   std::map<core::View, std::unique_ptr<views::ViewScreen>> views_;
+  QTimer readAhead_;  // runs while the index isn't read as a whole
 };
 
 }  // namespace mainwindow

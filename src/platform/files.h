@@ -25,6 +25,8 @@ class File {
   virtual ~File() = default;
   // Reads up to `size` bytes from the current position: their count, 0 at the end, -1 on failure.
   virtual int64_t Read(void* data, size_t size) = 0;
+  // Makes `position`, in bytes from the beginning, the current one; false on failure.
+  virtual bool Seek(uint64_t position) = 0;
   // Writes all of `bytes` at the current position; false if any of them could not be written.
   virtual bool Write(std::string_view bytes) = 0;
   // Forces what was written to the disk, and the name of a file that was created; false on failure.

@@ -55,6 +55,10 @@ class PosixFile : public File {
     return Uninterrupted([&] { return read(descriptor_, data, size); });
   }
 
+  bool Seek(uint64_t position) override {
+    return lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) >= 0;
+  }
+
   bool Write(std::string_view bytes) override {
     while (!bytes.empty()) {
       const ssize_t written =

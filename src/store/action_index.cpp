@@ -61,6 +61,15 @@ int ReloadActionIndex(core::CAppState& app) {
   return page < 0 ? -2 : 0;
 }
 
+Ahead ReadAhead(core::CAppState& app) {
+  const CDbSession& session = dbSession();
+  if (!session.Session) return Ahead::kWhole;
+  const bool isMore = session.Starts->ReadAhead();
+  if (!session.Starts->IsDamaged()) return isMore ? Ahead::kMore : Ahead::kWhole;
+  ReloadActionIndex(app);
+  return Ahead::kReloaded;
+}
+
 int FindActionIndexLower(const core::CAppState& app, std::u16string_view date,
                          std::u16string_view time, LowerMode mode) {
   if (app.IndexCount <= 0) return -101;

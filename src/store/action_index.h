@@ -18,6 +18,11 @@ int LoadActionIndex(core::CAppState& app);
 // 0, -2 (the page was not found), -3, -101.
 int ReloadActionIndex(core::CAppState& app);
 
+// After a start only what was asked for of a large index has been read. Reads some more of it, in
+// less than 2 ms. What turns out to be damaged is read from the diary, by ReloadActionIndex.
+enum class Ahead { kMore, kWhole, kReloaded };
+Ahead ReadAhead(core::CAppState& app);
+
 // First position whose start is at or after the moment (kAtOrAfter) or after it (kAfter);
 // IndexCount if there is none, -101 if the index is empty.
 enum class LowerMode { kAfter = 0, kAtOrAfter = 1 };

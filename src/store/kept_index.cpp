@@ -1,11 +1,13 @@
-// A head, the four lists, the odd texts and a sum over all of it: what a full disk or a power cut
-// leaves of it is known by that.
+// A head, what leads to the blocks of the four lists, the odd texts and a sum over all of it; then
+// the blocks, each with its sum in what leads to it. What a full disk or a power cut leaves is
+// known by these.
 #include "store/kept_index.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <memory>
+#include <ranges>
 #include <span>
 #include <string>
 #include <utility>
@@ -16,7 +18,7 @@
 namespace store {
 namespace {
 
-constexpr uint64_t kForm = 0x4d6f7256496478'01;  // the last byte is the version
+constexpr uint64_t kForm = 0x4d6f7256496478'02;  // the last byte is the version
 constexpr uint64_t kLongestOdd = 1 << 20;        // characters; those of a column are fewer
 
 struct Head {
@@ -27,6 +29,17 @@ struct Head {
 
 std::u16string NameOf(std::u16string_view path) {
   return std::u16string(path) + u"-index";
+}
+
+// What leads to a block, in the order of the blocks in the file.
+struct Entry {
+  uint64_t count, greatest, sum;
+};
+
+template <typename Value>
+std::span<uint64_t> WordsOf(std::span<Value> values) {
+  static_assert(sizeof(Value) % sizeof(uint64_t) == 0);
+  return {reinterpret_cast<uint64_t*>(values.data()), values.size_bytes() / sizeof(uint64_t)};
 }
 
 // Every number counts, and its place. Four sums side by side, as each step waits for the one
@@ -63,6 +76,12 @@ class Sum {
   size_t lane_ = 0;  // of the next number
 };
 
+uint64_t SumOf(std::span<const uint64_t> numbers) {
+  Sum sum;
+  sum.Add(numbers);
+  return sum.Value();
+}
+
 class Writer {
  public:
   explicit Writer(platform::File& file) : file_(file) {}
@@ -73,21 +92,28 @@ class Writer {
     isWhole_ = isWhole_ && file_.Write({bytes, numbers.size_bytes()});
   }
   void Put(uint64_t number) { Put({&number, 1}); }
-  void Put(const core::NumberList& list) {
-    for (size_t block = 0; block < list.Blocks(); ++block) Put(list.Block(block));
+  void PutEntries(const core::NumberList& list) {
+    std::vector<Entry> entries;
+    for (size_t block = 0; block < list.Blocks(); ++block) {
+      const std::span<const uint64_t> numbers = list.Block(block);
+      entries.push_back({numbers.size(), list.Greatest(block), SumOf(numbers)});
+    }
+    Put(entries.size());
+    Put(WordsOf(std::span(entries)));
   }
   // Of a text, a number for each character.
-  void Put(std::span<const std::u16string> texts) {
+  void PutTexts(std::span<const std::u16string> texts) {
     Put(texts.size());
     for (const std::u16string& text : texts) {
       Put(text.size());
       Put(std::vector<uint64_t>(text.begin(), text.end()));
     }
   }
-  bool End() {
-    Put(sum_.Value());
-    return isWhole_;
+  void PutSum() { Put(sum_.Value()); }
+  void PutBlocks(const core::NumberList& list) {
+    for (size_t block = 0; block < list.Blocks(); ++block) Put(list.Block(block));
   }
+  bool IsWhole() const { return isWhole_; }
 
  private:
   platform::File& file_;
@@ -95,38 +121,47 @@ class Writer {
   bool isWhole_ = true;
 };
 
+bool ReadAll(platform::File& file, std::span<uint64_t> numbers) {
+  auto* to = reinterpret_cast<char*>(numbers.data());
+  size_t left = numbers.size_bytes();
+  while (left > 0) {
+    const int64_t read = file.Read(to, left);
+    if (read <= 0) return false;
+    to += read;
+    left -= static_cast<size_t>(read);
+  }
+  return true;
+}
+
 class Reader {
  public:
   explicit Reader(platform::File& file) : file_(file) {}
 
   bool Take(std::span<uint64_t> numbers) {
-    auto* to = reinterpret_cast<char*>(numbers.data());
-    size_t left = numbers.size_bytes();
-    while (left > 0) {
-      const int64_t read = file_.Read(to, left);
-      if (read <= 0) return false;
-      to += read;
-      left -= static_cast<size_t>(read);
-    }
+    if (!ReadAll(file_, numbers)) return false;
     sum_.Add(numbers);
+    length_ += numbers.size_bytes();
     return true;
   }
   bool Take(uint64_t& number) { return Take({&number, 1}); }
-  bool Take(uint64_t count, core::NumberList& list) {
-    constexpr size_t kBlock = core::NumberList::kBlockSize;
-    std::vector<uint64_t> blocks(64 * kBlock);  // read at once
-    while (list.Count() < count) {
-      const uint64_t left = count - list.Count();
-      auto part =
-          std::span(blocks).first(static_cast<size_t>(std::min<uint64_t>(blocks.size(), left)));
-      if (!Take(part)) return false;
-      for (; !part.empty(); part = part.subspan(std::min(kBlock, part.size()))) {
-        list.AppendBlock(part.first(std::min(kBlock, part.size())));
-      }
+  // Of a list of `count` numbers. No more memory than the file has bytes, whatever it says.
+  bool TakeEntries(uint64_t count, std::vector<Entry>& entries) {
+    constexpr uint64_t kAtOnce = 4'096;
+    uint64_t blocks = 0;
+    if (!Take(blocks)) return false;
+    while (entries.size() < blocks) {
+      const size_t taken = entries.size();
+      entries.resize(taken + std::min(kAtOnce, blocks - taken));
+      if (!Take(WordsOf(std::span(entries).subspan(taken)))) return false;
     }
-    return true;
+    for (const Entry& entry : entries) {
+      const uint64_t most = std::min<uint64_t>(count, core::NumberList::kBlockSize);
+      if (entry.count == 0 || entry.count > most) return false;
+      count -= entry.count;
+    }
+    return count == 0;
   }
-  bool Take(std::vector<std::u16string>& texts) {
+  bool TakeTexts(std::vector<std::u16string>& texts) {
     uint64_t count = 0, length = 0;
     if (!Take(count)) return false;
     while (texts.size() < count) {
@@ -137,60 +172,127 @@ class Reader {
     }
     return true;
   }
-  bool End() {
+  bool TakeSum() {
     const uint64_t expected = sum_.Value();
     uint64_t found = 0;
     return Take(found) && found == expected;
   }
+  uint64_t Length() const { return length_; }  // bytes taken
 
  private:
   platform::File& file_;
   Sum sum_;
+  uint64_t length_ = 0;
 };
 
-bool HasItsTexts(const core::NumberList& list, size_t texts) {
-  for (size_t block = 0; block < list.Blocks(); ++block) {
-    if (list.Greatest(block) >= core::kOddText + texts) return false;
+class BlocksOfFile : public KeptBlocks {
+ public:
+  BlocksOfFile(std::unique_ptr<platform::File> file, uint64_t begin)
+      : file_(std::move(file)), end_(begin) {}
+
+  // The block after those that were added; its name.
+  size_t Add(const Entry& entry) {
+    blocks_.push_back({entry, end_});
+    end_ += entry.count * sizeof(uint64_t);
+    return blocks_.size() - 1;
   }
-  return true;
+
+  void Read(size_t name, std::span<uint64_t> numbers) override {
+    const auto& [entry, begin] = blocks_[name];
+    const bool isWhole = file_->Seek(begin) && ReadAll(*file_, numbers) &&
+                         std::ranges::max(numbers) == entry.greatest && SumOf(numbers) == entry.sum;
+    if (isWhole) return;
+    hasFailed_ = true;
+    std::ranges::fill(numbers, 0);
+  }
+
+ private:
+  struct Block {
+    Entry entry;
+    uint64_t begin;  // bytes from the beginning of the file
+  };
+
+  std::unique_ptr<platform::File> file_;
+  uint64_t end_;
+  std::vector<Block> blocks_;
+};
+
+core::NumberList ListOf(const std::vector<Entry>& entries,
+                        const std::shared_ptr<BlocksOfFile>& blocks) {
+  core::NumberList list;
+  for (const Entry& entry : entries) {
+    list.AppendUnread(blocks, blocks->Add(entry), static_cast<size_t>(entry.count), entry.greatest);
+  }
+  return list;
 }
 
-bool Take(Reader& reader, uint64_t count, core::TextList& list) {
-  core::NumberList packed;
-  std::vector<std::u16string> odd;
-  const bool isWhole =
-      reader.Take(count, packed) && reader.Take(odd) && HasItsTexts(packed, odd.size());
-  if (isWhole) list = core::TextList(std::move(packed), std::move(odd));
-  return isWhole;
+struct Leads {
+  std::array<std::vector<Entry>, 4> entries;
+  std::array<std::vector<std::u16string>, 3> odd;  // texts of the first three lists
+};
+
+bool HasItsTexts(const std::vector<Entry>& entries, size_t texts) {
+  return std::ranges::all_of(
+      entries, [&](const Entry& entry) { return entry.greatest < core::kOddText + texts; });
+}
+
+bool Take(Reader& reader, const FileMark& mark, Leads& leads) {
+  std::array<uint64_t, sizeof(Head) / 8> words;
+  if (!reader.Take(words)) return false;
+  const auto head = std::bit_cast<Head>(words);
+  if (head.form != kForm || head.mark != mark) return false;
+  for (auto& entries : leads.entries) {
+    if (!reader.TakeEntries(head.count, entries)) return false;
+  }
+  for (auto& texts : leads.odd) {
+    if (!reader.TakeTexts(texts)) return false;
+  }
+  if (!reader.TakeSum()) return false;
+  return std::ranges::all_of(std::views::iota(size_t{0}, leads.odd.size()), [&](size_t list) {
+    return HasItsTexts(leads.entries[list], leads.odd[list].size());
+  });
 }
 
 bool Write(platform::File& file, const FileMark& mark, const IndexRows& rows) {
+  const std::array lists{&rows.ids.Packed(), &rows.starts.Packed(), &rows.ends.Packed(),
+                         &rows.rowIds};
   Writer writer(file);
   const Head head{kForm, mark, rows.rowIds.Count()};
   writer.Put(std::bit_cast<std::array<uint64_t, sizeof(Head) / 8>>(head));
+  for (const core::NumberList* list : lists) writer.PutEntries(*list);
   for (const core::TextList* list : {&rows.ids, &rows.starts, &rows.ends}) {
-    writer.Put(list->Packed());
-    writer.Put(list->Odd());
+    writer.PutTexts(list->Odd());
   }
-  writer.Put(rows.rowIds);
-  return writer.End();
+  writer.PutSum();
+  for (const core::NumberList* list : lists) writer.PutBlocks(*list);
+  return writer.IsWhole();
 }
 
 }  // namespace
 
-std::optional<IndexRows> ReadKeptIndex(std::u16string_view path, const FileMark& mark) {
-  const auto file = platform::files().OpenForReading(NameOf(path));
+size_t IndexRows::ReadAhead(size_t most) const {
+  size_t read = 0;
+  for (const core::NumberList* list : {&ids.Packed(), &starts.Packed(), &ends.Packed(), &rowIds}) {
+    read += list->ReadAhead(most - read);
+  }
+  return read;
+}
+
+std::optional<KeptIndex> OpenKeptIndex(std::u16string_view path, const FileMark& mark) {
+  auto file = platform::files().OpenForReading(NameOf(path));
   if (!file) return {};
   Reader reader(*file);
-  std::array<uint64_t, sizeof(Head) / 8> words;
-  if (!reader.Take(words)) return {};
-  const auto head = std::bit_cast<Head>(words);
-  if (head.form != kForm || head.mark != mark) return {};
-  IndexRows rows;
-  const bool isWhole =
-      Take(reader, head.count, rows.ids) && Take(reader, head.count, rows.starts) &&
-      Take(reader, head.count, rows.ends) && reader.Take(head.count, rows.rowIds) && reader.End();
-  return isWhole ? std::optional(std::move(rows)) : std::nullopt;
+  Leads leads;
+  if (!Take(reader, mark, leads)) return {};
+  const auto blocks = std::make_shared<BlocksOfFile>(std::move(file), reader.Length());
+  KeptIndex kept{{}, blocks};
+  size_t next = 0;
+  for (core::TextList* list : {&kept.rows.ids, &kept.rows.starts, &kept.rows.ends}) {
+    *list = core::TextList(ListOf(leads.entries[next], blocks), std::move(leads.odd[next]));
+    ++next;
+  }
+  kept.rows.rowIds = ListOf(leads.entries.back(), blocks);
+  return kept;
 }
 
 void KeepIndex(std::u16string_view path, const FileMark& mark, const IndexRows& rows) {

@@ -47,13 +47,23 @@ int SortedStarts::Refresh() {
       result = ReadAgain(changes.rows[i]);
     }
   }
+  if (result == 0 && IsDamaged()) result = ReadAll();
   isWhole_ = result == 0;
   return result;
+}
+
+bool SortedStarts::ReadAhead() {
+  constexpr size_t kBlocks = 64;
+  const bool isMore = kept_ && rows_.ReadAhead(kBlocks) == kBlocks && !IsDamaged();
+  if (!isMore && !IsDamaged()) kept_.reset();
+  return isMore;
 }
 
 void SortedStarts::Keep() {
   constexpr size_t kMany = 5'000;  // fewer are read within 5 ms
   if (rows_.rowIds.Count() < kMany) return;
+  while (ReadAhead()) {
+  }
   const auto settled = engine_.Settle([this] { return Refresh() == 0; });
   if (settled) {
     mark_ = settled;
@@ -66,10 +76,11 @@ int SortedStarts::ReadKeptOrAll() {
   constexpr uint64_t kSmallFile = 1 << 18;  // holds less than what is kept
   mark_ = engine_.Mark();
   const bool isLarge = mark_ && mark_->size >= kSmallFile;
-  auto kept = isLarge ? ReadKeptIndex(engine_.Path(), *mark_) : std::nullopt;
-  isKept_ = kept.has_value();
-  if (!isKept_) return ReadAll();
-  rows_ = std::move(*kept);
+  auto kept = isLarge ? OpenKeptIndex(engine_.Path(), *mark_) : std::nullopt;
+  if (!kept) return ReadAll();
+  rows_ = std::move(kept->rows);
+  kept_ = std::move(kept->blocks);
+  isKept_ = true;
   return 0;
 }
 
@@ -78,6 +89,8 @@ int SortedStarts::ReadKeptOrAll() {
 // them all and put a large diary into temporary files to do it.
 int SortedStarts::ReadAll() {
   rows_ = {};
+  kept_.reset();
+  isKept_ = false;
   std::unique_ptr<RowSet> rows;
   const int opened = OpenRows(
       engine_,

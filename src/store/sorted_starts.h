@@ -25,6 +25,11 @@ class SortedStarts {
   // Brings the lists to what the file holds now. 0, -3 if a select failed, -101 if a row could not
   // be read; the lists then hold what was read.
   int Refresh();
+  // What was kept from the last session is read as it's asked for. Reads some more of it, in less
+  // than 2 ms, so that nothing is left to go wrong later; whether anything is. What turns out to be
+  // damaged makes the next Refresh read all rows.
+  bool ReadAhead();
+  bool IsDamaged() const { return kept_ && kept_->HasFailed(); }
   // Before the engine closes its file: keeps the rows for the next start, where they are many. The
   // engine is good for closing only.
   void Keep();
@@ -55,8 +60,9 @@ class SortedStarts {
   Engine& engine_;
   bool isWhole_ = false;  // the last refresh succeeded
   IndexRows rows_;
-  std::optional<FileMark> mark_;  // of the state that they were read from, all at once
-  bool isKept_ = false;           // they came from the kept ones
+  std::optional<FileMark> mark_;            // of the state that they were read from, all at once
+  std::shared_ptr<const KeptBlocks> kept_;  // where they come from, until all have been read
+  bool isKept_ = false;                     // what is kept is these rows
 };
 
 }  // namespace store

@@ -14,6 +14,7 @@ class FaultyFiles::FaultyFile : public platform::File {
   int64_t Read(void* data, size_t size) override {
     return owner_.Fails(FileCall::kRead) ? -1 : real_->Read(data, size);
   }
+  bool Seek(uint64_t position) override { return real_->Seek(position); }
   bool Write(std::string_view bytes) override {
     if (!owner_.Fails(FileCall::kWrite)) return real_->Write(bytes);
     real_->Write(bytes.substr(0, bytes.size() / 2));
