@@ -64,7 +64,7 @@ void SumUp(benchmark::State& state, totals::PeriodKind kind, totals::Choices cho
   totals::Rows rows(diary->app.PlaceSepaStr);
   for (auto _ : state) {
     totals::Period period = PeriodOf(kind);
-    totals::LateWait wait;
+    platform::LateWait wait;
     if (!totals::ReadPeriod(diary->app, period, u"", choices, rows, wait)) std::abort();
     if (!period.IsBounded()) {
       const totals::Span days = rows.Days();

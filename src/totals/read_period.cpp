@@ -100,7 +100,7 @@ HRESULT AddRunning(const core::CAppState& app, const Selected& columns, const st
 }
 
 HRESULT ReadAll(store::RowSet& found, const Selected& columns, int64_t running, Rows& rows,
-                LateWait& wait) {
+                platform::LateWait& wait) {
   Texts row;
   HRESULT result;
   for (int count = 1; (result = found.Next(row)) == store::S_OK; ++count) {
@@ -114,7 +114,7 @@ HRESULT ReadAll(store::RowSet& found, const Selected& columns, int64_t running, 
 }  // namespace
 
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
-                const Choices& choices, Rows& rows, LateWait& wait) {
+                const Choices& choices, Rows& rows, platform::LateWait& wait) {
   rows.Clear();
   const Selected columns = SelectedFor(choices);
   std::unique_ptr<store::RowSet> found;

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "core/app_state.h"
+#include "platform/late_wait.h"
 #include "totals/groups.h"
-#include "totals/late_wait.h"
 #include "totals/period.h"
 #include "totals/rows.h"
 
@@ -18,7 +18,7 @@ namespace totals {
 // meet, or empty. Of the texts only those that `choices` sum up by are read. False, after a
 // message, if that failed; `rows` then holds what was read.
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
-                const Choices& choices, Rows& rows, LateWait& wait);
+                const Choices& choices, Rows& rows, platform::LateWait& wait);
 
 // The texts by which a list shows an Action.
 struct ActionTexts {

@@ -7,6 +7,7 @@
 #include "core/text.h"
 #include "platform/files.h"
 #include "platform/host.h"
+#include "platform/late_wait.h"
 #include "store/action_index.h"
 #include "store/session.h"
 
@@ -160,7 +161,7 @@ void CTotals::Show(const Period& period) {
 }
 
 void CTotals::ReadAgain() {
-  LateWait wait;
+  platform::LateWait wait;
   ReadPeriod(app_, period_, IsNarrowed() ? find_ : u"", choices_, rows_, wait);
   wait.Look();
   if (!period_.IsBounded()) {

@@ -2,9 +2,9 @@
 #include "views/day_view.h"
 
 #include "core/date_time.h"
+#include "platform/late_wait.h"
 #include "store/action_index.h"
 #include "store/session.h"
-#include "views/fill_cursor.h"
 
 namespace views {
 namespace {
@@ -56,7 +56,7 @@ store::HRESULT SelectSpanning(const core::CAppState& app, store::CUserDataTable&
 void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
                       const std::u16string& day, std::u16string_view caller,
                       const AddRowCells& addRow, ViewRows& rows) {
-  FillCursor cursor;
+  platform::LateWait wait;
   store::Action action;
   store::HRESULT result;
   while ((result = table.GetNextRS(action)) != store::DB_S_ENDOFROWSET) {
@@ -67,7 +67,7 @@ void ReadSpanningRows(const core::CAppState& app, store::CUserDataTable& table,
     }
     AddRow(app, action, SpanningTimeText(action, day), rows);
     addRow(action, rows.cells.back());
-    cursor.Add();
+    wait.Look();
   }
 }
 
@@ -79,7 +79,7 @@ ViewRows SetDataDayView(const core::CAppState& app) {
 
 ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
   ViewRows rows;
-  FillCursor cursor;
+  platform::LateWait wait;
   SpanTheDay(app, rows);
   for (int position = rows.FirstRowIndex; position <= rows.LastRowIndex; ++position) {
     store::Action action;
@@ -88,7 +88,7 @@ ViewRows SetDataDayViewForSingle(const core::CAppState& app) {
     rows.abandoned = read == RowRead::kFailed;
     if (read != RowRead::kRead) break;
     AddRow(app, action, SingleTimeText(action), rows);
-    cursor.Add();
+    wait.Look();
   }
   return rows;
 }

@@ -3,7 +3,7 @@
 
 #include "core/date_time.h"
 #include "core/text.h"
-#include "views/fill_cursor.h"
+#include "platform/late_wait.h"
 
 namespace views {
 namespace {
@@ -65,7 +65,7 @@ ViewRows FillMonthList(const core::CAppState& app) {
   const std::u16string date = core::CurDate();
   rows.FirstRowIndex = FirstPositionAfter(app, core::DaysLater(core::CurrentDay(), -1));
   int position = rows.FirstRowIndex;
-  FillCursor cursor;
+  platform::LateWait wait;
   for (; position < app.IndexCount; ++position) {
     store::Action action;
     const RowRead read = ReadAction(app.ActIds.At(static_cast<size_t>(position)),
@@ -76,7 +76,7 @@ ViewRows FillMonthList(const core::CAppState& app) {
     if (app.SelIndex == position) rows.selectedRow = position - rows.FirstRowIndex;
     rows.RowActIds.emplace_back(TextOf(action, store::kActId));
     rows.cells.push_back({RowText(app, action)});
-    cursor.Add();
+    wait.Look();
   }
   rows.LastRowIndex = position - 1;
   return rows;

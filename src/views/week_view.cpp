@@ -6,7 +6,7 @@
 
 #include "core/date_time.h"
 #include "core/text.h"
-#include "views/fill_cursor.h"
+#include "platform/late_wait.h"
 #include "views/navigation.h"
 #include "views/view_rows.h"
 
@@ -123,7 +123,7 @@ int DbReadWeekData(const core::CAppState& app, const Day& first, WeekData& week)
       ValueOf(core::DaysLater(first, kMostRows - 1).value_or(Day{}), 23, 59, 59);
   const int from = FirstPositionAfter(app, core::DaysLater(first, -1));
   int position = from;
-  FillCursor cursor;
+  platform::LateWait wait;
   for (; position < app.IndexCount; ++position) {
     store::Action action;
     const RowRead read = ReadAction(app.ActIds.At(static_cast<size_t>(position)),
@@ -132,13 +132,13 @@ int DbReadWeekData(const core::CAppState& app, const Day& first, WeekData& week)
     if (read == RowRead::kGone) break;
     if (StartOf(action).date >= end) break;
     AddPieces(action, position, lastEnd, week);
-    cursor.Add();
+    wait.Look();
   }
   return position - from;
 }
 
 void CalcWeekRepetition(const Day& first, WeekData& week) {
-  const FillCursor cursor(week.WeekItems.size());
+  platform::LateWait wait;
   week.WeekRowMax.fill(0);
   const CalendarValue firstDay = ValueOf(first, 0, 0, 0);
   std::array<std::vector<WeekItem*>, kMostRows> bands;
@@ -152,6 +152,7 @@ void CalcWeekRepetition(const Day& first, WeekData& week) {
   for (size_t row = 0; row < bands.size(); ++row) {
     for (WeekItem* item : bands[row]) {
       PlaceInBand(bands[row], *item);
+      wait.Look();
       if (row < week.WeekRowMax.size()) {
         week.WeekRowMax[row] = std::max(week.WeekRowMax[row], item->dup);
       }

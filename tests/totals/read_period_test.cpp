@@ -28,7 +28,7 @@ constexpr char16_t kCutRows[] =
 class ReadPeriodTest : public store_test::StoreTest {
  protected:
   Totals Read(const Period& period, const Choices& choices = {}, const std::u16string& find = {}) {
-    LateWait wait;
+    platform::LateWait wait;
     EXPECT_TRUE(ReadPeriod(app, period, find, choices, rows, wait));
     return Sum(rows, (period.IsBounded() ? period.Moments() : rows.Days()), choices);
   }
@@ -107,22 +107,16 @@ TEST_F(ReadPeriodTest, AFindIsAPeriodThatStays) {
   EXPECT_EQ(app.IndexCount, 1);
   store::DisconnectDataFile();
   host.answers = {"Select Err (ln=1"};
-  LateWait wait;
+  platform::LateWait wait;
   EXPECT_FALSE(ReadPeriod(app, {PeriodKind::kAll}, u"", {}, rows, wait));
 }
 
-class SlowHost : public testing_support::FakeHost {
- public:
-  uint32_t TickCount() override { return ticks_ += 150; }
-
- private:
-  uint32_t ticks_ = 0xFFFFFFFF;  // about to wrap
-};
-
 TEST(LateWaitTest, ShowsTheCursorOnceItLasts) {
-  SlowHost host;
+  testing_support::FakeHost host;
+  host.ticks = 0xFFFFFFFF;  // about to wrap
+  host.ticksPerLook = 150;
   {
-    LateWait wait;
+    platform::LateWait wait;
     for (const int depth : {0, 1, 1}) {
       wait.Look();
       EXPECT_EQ(host.waitDepth, depth);

@@ -8,11 +8,12 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
+#include "platform/host.h"
 #include "platform/qt/device_shell.h"
 #include "platform/qt/qt_text.h"
-#include "views/fill_cursor.h"
 
 namespace views {
 namespace {
@@ -93,7 +94,10 @@ void ActionList::AlignRight(int column) {
 }
 
 void ActionList::ShowRows(const ViewRows& rows, std::span<const int> widths) {
-  const FillCursor cursor(rows.cells.size());
+  // The widget takes them in one go, so their number has to tell whether it will last.
+  constexpr size_t kRowsWithoutCursor = 1000;
+  std::optional<platform::WaitCursor> wait;
+  if (rows.cells.size() > kRowsWithoutCursor) wait.emplace();
   filling_ = true;
   setUpdatesEnabled(false);
   QList<QTreeWidgetItem*> items;

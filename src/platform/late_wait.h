@@ -5,23 +5,23 @@
 
 #include "platform/host.h"
 
-namespace totals {
+namespace platform {
 
 // Shows the wait cursor from the first look on that comes 200 ms or more after it was made.
 class LateWait {
  public:
-  LateWait() : start_(platform::host().TickCount()) {}
+  LateWait() : start_(host().TickCount()) {}
   ~LateWait() {
-    if (isShown_) platform::host().SetWaitCursor(false);
+    if (isShown_) host().SetWaitCursor(false);
   }
   LateWait(const LateWait&) = delete;
   LateWait& operator=(const LateWait&) = delete;
 
   void Look() {
     constexpr uint32_t kPatience = 200;  // milliseconds
-    if (isShown_ || platform::host().TickCount() - start_ < kPatience) return;
+    if (isShown_ || host().TickCount() - start_ < kPatience) return;
     isShown_ = true;
-    platform::host().SetWaitCursor(true);
+    host().SetWaitCursor(true);
   }
 
  private:
@@ -29,4 +29,4 @@ class LateWait {
   bool isShown_ = false;
 };
 
-}  // namespace totals
+}  // namespace platform
