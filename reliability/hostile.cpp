@@ -82,11 +82,13 @@ Ended InChild(const Damage& damage, const std::function<void()>& work) {
   return {WIFSIGNALED(status) ? WTERMSIG(status) : sanitizers, usage.ru_maxrss};
 }
 
+// But for what is kept of a large diary's index, which a look may make.
 std::map<std::string, std::string> FilesIn(const fs::path& folder, bool diaryAlone) {
   std::map<std::string, std::string> files;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
     const std::string name = fs::relative(entry.path(), folder).string();
-    if (!entry.is_regular_file() || (diaryAlone && name != "user.sdf")) continue;
+    const bool isOther = name == "user.sdf-index" || (diaryAlone && name != "user.sdf");
+    if (!entry.is_regular_file() || isOther) continue;
     files[name] = BytesOf(entry.path());
   }
   return files;

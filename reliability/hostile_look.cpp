@@ -272,6 +272,10 @@ void Onlooker::SetWaitCursor(bool waiting) {
   wasWaiting = wasWaiting || waiting;
 }
 
+uint32_t Onlooker::TickCount() {
+  return static_cast<uint32_t>(SecondsSpent() * 1000);
+}
+
 void LookAtEverything(const std::filesystem::path& folder, Outcome& outcome) {
   Onlooker host(folder, false);
   Program program(folder, host);

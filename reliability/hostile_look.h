@@ -32,6 +32,7 @@ class Onlooker : public Host {
   }
   platform::Answer ShowMessage(const platform::Message& message) override;
   void SetWaitCursor(bool waiting) override;
+  uint32_t TickCount() override;  // of the processor
 
   bool wasWaiting = false;  // a wait cursor has been shown
 

@@ -60,11 +60,13 @@ std::span<const std::u16string> TextList::Odd() const {
   return odd_ ? std::span<const std::u16string>(*odd_) : std::span<const std::u16string>();
 }
 
-std::u16string TextList::At(size_t index) const {
+std::u16string TextList::At(size_t index, size_t most) const {
   if (index >= Count()) return {};
   const uint64_t number = numbers_.At(index);
-  const std::u16string* odd = OddAt(number);
-  return odd != nullptr ? *odd : Unpacked(number);
+  if (const std::u16string* odd = OddAt(number)) return odd->substr(0, most);
+  std::u16string text = Unpacked(number);
+  text.resize(std::min(text.size(), most));
+  return text;
 }
 
 bool TextList::Holds(size_t index, std::u16string_view text) const {
@@ -78,17 +80,19 @@ bool TextList::IsOnDay(size_t index, std::u16string_view day) const {
   constexpr std::u16string_view kDayForm = kMomentForm.substr(0, 10);
   constexpr uint64_t kTimes = 1'000'000;  // from 00:00:00 to 99:99:99
   const uint64_t packed = day.size() == kDayForm.size() ? DigitsOf(day, kDayForm) : kOddText;
-  if (packed == kOddText) return At(index).starts_with(day);
   const uint64_t number = index < Count() ? numbers_.At(index) : kId;
-  return number < kId ? number / kTimes == packed : At(index).starts_with(day);
+  const bool areMoments = packed < kId && number < kId;
+  return areMoments ? number / kTimes == packed : At(index, day.size()) == day;
 }
 
 int TextList::Compare(std::u16string_view text, size_t index) const {
+  if (index >= Count()) return text.empty() ? 0 : 1;
   const uint64_t packed = PackText(text);
-  const uint64_t other = index < Count() ? numbers_.At(index) : kOddText;
+  const uint64_t other = numbers_.At(index);
   const bool areMoments = packed < kId && other < kId;
   if (areMoments) return packed < other ? -1 : packed > other ? 1 : 0;
-  return text.compare(At(index));
+  const std::u16string* odd = OddAt(other);
+  return odd != nullptr ? text.compare(*odd) : text.compare(Unpacked(other));
 }
 
 void TextList::InsertAt(size_t index, std::u16string_view text) {

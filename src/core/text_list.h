@@ -30,8 +30,8 @@ class TextList {
   size_t Count() const { return numbers_.Count(); }
   bool Empty() const { return Count() == 0; }
 
-  // Empty beyond the end.
-  std::u16string At(size_t index) const;
+  // Its first `most` characters. Empty beyond the end.
+  std::u16string At(size_t index, size_t most = std::u16string::npos) const;
   // Whether it's the text that stands there.
   bool Holds(size_t index, std::u16string_view text) const;
   // Whether it begins with a day, "yyyy/mm/dd".

@@ -17,7 +17,8 @@ namespace {
 // How a moment stands to the start at `position`: 1 later, 0 equal, -1 earlier.
 int CompareWithStart(const core::CAppState& app, std::u16string_view date, std::u16string_view time,
                      size_t position) {
-  const std::u16string text = app.ActStarts.At(position);
+  constexpr size_t kLength = std::u16string_view(u"yyyy/mm/dd hh:mm:ss").size();
+  const std::u16string text = app.ActStarts.At(position, kLength);
   const core::MomentText start = core::SplitMoment(text);
   return core::CompareDateTime(date, time, start.date, start.time);
 }

@@ -3,6 +3,7 @@
 
 #include "core/date_time.h"
 #include "core/text.h"
+#include "platform/late_wait.h"
 #include "views/navigation.h"
 
 namespace views {
@@ -46,6 +47,7 @@ ViewRows SetDataListView(const core::CAppState& app) {
   if (app.IndexCount < 1) return rows;
   const int pageSize = RowsPerPage(app);
   rows.FirstRowIndex = app.IndexCount - pageSize * app.ListPage - 1;
+  platform::LateWait wait;
   for (int row = 0; row < pageSize && rows.FirstRowIndex - row >= 0; ++row) {
     store::Action action;
     const RowRead read = ReadAction(app.ActIds.At(static_cast<size_t>(rows.FirstRowIndex - row)),
@@ -58,6 +60,7 @@ ViewRows SetDataListView(const core::CAppState& app) {
     if (app.SelActId == id) rows.selectedRow = rows.FirstRowIndex - row;
     rows.RowActIds.emplace_back(id);
     rows.cells.push_back({RowText(app, action)});
+    wait.Look();
   }
   return rows;
 }

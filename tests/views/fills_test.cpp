@@ -131,9 +131,10 @@ TEST_F(Fills, TheListIsPagedFromTheNewest) {
 
 TEST_F(Fills, ADayThatLastsShowsTheWaitCursor) {
   WeekData week;
-  const std::function<void()> fills[] = {
-      [&] { SetDataDayViewForSingle(app); }, [&] { SetDataDayViewForMulti(app); },
-      [&] { FillMonthList(app); }, [&] { DbReadWeekData(app, FirstDayOfWeek(), week); }};
+  const std::function<void()> fills[] = {[&] { SetDataDayViewForSingle(app); },
+                                         [&] { SetDataDayViewForMulti(app); },
+                                         [&] { FillMonthList(app); }, [&] { SetDataListView(app); },
+                                         [&] { DbReadWeekData(app, FirstDayOfWeek(), week); }};
   for (int n = 0; n < 3; ++n) InsertAction(u"2010/06/23 10:00:00");
   store::ReloadActionIndex(app);
   for (const uint32_t milliseconds : {0, 100}) {
