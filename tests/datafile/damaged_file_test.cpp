@@ -85,33 +85,6 @@ TEST_F(DamagedFileTest, WhatIsNoDataFileStaysAsItIs) {
   }
 }
 
-TEST_F(DamagedFileTest, CutAndScribbledFilesDoNotCrash) {
-  const std::string good = SomeDataFile();
-  std::mt19937 random(2);
-  for (int round = 0; round < 60; ++round) {
-    SCOPED_TRACE(round);
-    std::string bytes = good;
-    if (round % 2 == 0) {
-      bytes.resize(random() % good.size());
-    } else {
-      const std::string scribble = RandomBytes(200);
-      bytes.replace(100 + random() % (good.size() - 300), 200, scribble);
-    }
-    WriteWholeFile(hostPath, bytes);
-    host.answers = {Answer::kOk};
-    if (OpenDataFile(app) > -100) {
-      host.answers.clear();
-      Action action;
-      for (int i = 0; i < app.IndexCount; ++i) {
-        Users().ReadById(app.ActIds.At(static_cast<size_t>(i)), action);
-      }
-      EXPECT_EQ(static_cast<size_t>(app.IndexCount), app.ActStarts.Count());
-    }
-    DisconnectDataFile();
-    EXPECT_TRUE(FileBytes() == bytes);
-  }
-}
-
 TEST_F(DamagedFileTest, AFolderIsNoDataFile) {
   std::filesystem::create_directory(hostPath);
   host.answers = {"データファイル '" + platform::ToUtf8(path) +
