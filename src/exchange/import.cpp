@@ -1,15 +1,19 @@
 #include "exchange/import.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "core/text.h"
 #include "exchange/import_reader.h"
 #include "platform/files.h"
 #include "platform/host.h"
+#include "platform/utf.h"
 #include "store/action_index.h"
 #include "store/session.h"
 #include "store/trouble.h"
@@ -80,23 +84,26 @@ class Replacer {
  public:
   explicit Replacer(store::CUserDataTable& table) : table_(table) {}
 
-  HRESULT Replace(store::Action& action) {
-    const std::u16string id = *action[store::kActId];
+  // Makes of the file's Action what is to replace the one of its id, whose row it finds, none if
+  // there is no such Action.
+  HRESULT Complete(store::Action& action, std::optional<int64_t>& row) {
     const size_t count = ChooseEmpty(action);
-    const HRESULT read = table_.ReadById(id, std::span(names_).first(count + 1), texts_);
-    if (read == store::DB_E_NOTFOUND) return table_.Insert(action);
-    if (store::Failed(read)) return read;
+    const HRESULT read =
+        table_.ReadById(*action[store::kActId], std::span(names_).first(count + 1), texts_);
+    row.reset();
+    if (store::Failed(read)) return read == store::DB_E_NOTFOUND ? store::S_OK : read;
     for (size_t i = 0; i < count; ++i) {
       if (!texts_[i] || texts_[i]->empty()) action[columns_[i]] = texts_[i];
     }
-    return table_.Update(id, action);
+    row = std::stoll(platform::ToUtf8(texts_[count].value_or(u"0")));
+    return store::S_OK;
   }
 
  private:
   static constexpr std::array kTexts = {store::kSubject,   store::kPlace, store::kCategory1,
                                         store::kCategory2, store::kMemo,  store::kExtItems};
 
-  // The columns that are empty in the file, and after them the id, which every row has.
+  // The columns that are empty in the file, and after them the row's own number.
   size_t ChooseEmpty(const store::Action& action) {
     size_t count = 0;
     for (const store::ActionColumn column : kTexts) {
@@ -104,7 +111,7 @@ class Replacer {
       names_[count] = store::kActionColumns[column];
       columns_[count++] = column;
     }
-    names_[count] = store::kActionColumns[store::kActId];
+    names_[count] = u"rowid";
     return count;
   }
 
@@ -123,19 +130,20 @@ class Writer {
   // 0, kNoId or kNotWritten, with `code` then. What had been written before stays.
   int WriteAll(ImportList& list, const Progress& progress, HRESULT& code) {
     platform::host().SignalActivity();
+    const size_t size = list.size();
     int result = 0;
-    for (size_t i = 0; result == 0 && i < list.size(); ++i) {
+    for (size_t i = 0; result == 0 && i < size; ++i) {
       if (i % kRowsASignal == 0) {
         platform::host().SignalActivity();
-        if (progress) progress(static_cast<int>(i), static_cast<int>(list.size()));
+        if (progress) progress(static_cast<int>(i), static_cast<int>(size));
       }
-      if (i % kRowsAGroup == 0) code = BeginGroup(i == 0);
-      result = store::Failed(code) ? kNotWritten : Write(std::move(list[i]), code);
+      if (i % kRowsAGroup == 0) {
+        code = BeginGroup(std::span(list).subspan(i, std::min(kRowsAGroup, size - i)), i == 0);
+      }
+      result = store::Failed(code) ? kNotWritten : Write(group_[i % kRowsAGroup], code);
     }
-    if (result == 0 && progress) {
-      progress(static_cast<int>(list.size()), static_cast<int>(list.size()));
-    }
-    const HRESULT committed = list.empty() ? store::S_OK : engine_.Commit();
+    if (result == 0 && progress) progress(static_cast<int>(size), static_cast<int>(size));
+    const HRESULT committed = size == 0 ? store::S_OK : Commit();
     if (result == 0 && store::Failed(committed)) {
       code = committed;
       result = kNotWritten;
@@ -144,15 +152,44 @@ class Writer {
   }
 
  private:
-  HRESULT BeginGroup(bool isFirst) {
-    const HRESULT committed = isFirst ? store::S_OK : engine_.Commit();
-    return store::Failed(committed) ? committed : engine_.BeginTransaction();
+  struct Prepared {
+    store::Action action;
+    bool isComplete;  // and replaces an Action that is there
+  };
+
+  HRESULT BeginGroup(std::span<ImportRecord> records, bool isFirst) {
+    HRESULT result = isFirst ? store::S_OK : Commit();
+    if (!store::Failed(result)) result = engine_.BeginTransaction();
+    group_.clear();
+    std::set<int64_t> rows;
+    for (ImportRecord& record : records) {
+      Prepared& next = group_.emplace_back(ToAction(std::move(record)), false);
+      if (store::Failed(result) || mode_ == kReadAdd) continue;
+      std::optional<int64_t> row;
+      result = replacer_.Complete(next.action, row);
+      next.isComplete = row && rows.insert(*row).second;
+    }
+    if (!store::Failed(result)) result = table_.Log().BeginGroup({rows.begin(), rows.end()});
+    return store::Failed(result) ? GiveUp(result) : result;
   }
 
-  int Write(ImportRecord&& record, HRESULT& code) {
-    store::Action action = ToAction(std::move(record));
+  HRESULT Commit() {
+    const HRESULT noted = table_.Log().EndGroup();
+    return store::Failed(noted) ? GiveUp(noted) : engine_.Commit();
+  }
+
+  // Rows that could not be noted are not to stay.
+  HRESULT GiveUp(HRESULT result) {
+    const store::Trouble trouble = store::LastTrouble();
+    engine_.Rollback();
+    store::NoteTrouble(trouble);
+    return result;
+  }
+
+  int Write(Prepared& prepared, HRESULT& code) {
+    store::Action& action = prepared.action;
     if (mode_ == kReadReplace) {
-      code = replacer_.Replace(action);
+      code = Replace(prepared);
     } else {
       code = table_.MakeUniqueActId(moment_, action[store::kActId]);
       if (store::Failed(code)) return kNoId;
@@ -161,10 +198,23 @@ class Writer {
     return code == store::S_OK ? 0 : kNotWritten;
   }
 
+  // An id that its group has already written is looked for once more.
+  HRESULT Replace(Prepared& prepared) {
+    std::optional<int64_t> row;
+    if (!prepared.isComplete) {
+      const HRESULT read = replacer_.Complete(prepared.action, row);
+      if (store::Failed(read)) return read;
+    }
+    if (!prepared.isComplete && !row) return table_.Insert(prepared.action);
+    const std::u16string id = *prepared.action[store::kActId];
+    return table_.Update(id, prepared.action);
+  }
+
   store::Engine& engine_;
   store::CUserDataTable& table_;
   ReadMode mode_;
   Replacer replacer_{table_};
+  std::vector<Prepared> group_;
   platform::LocalTime moment_ = platform::host().Now();  // of the ids to be made
 };
 

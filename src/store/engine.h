@@ -229,6 +229,8 @@ class Engine {
   HRESULT DeleteFirst(std::u16string_view table, const Field& key);
   // One row, in a transaction of its own unless one is open.
   HRESULT Insert(std::u16string_view table, std::span<const Field> fields);
+  // The row id that the last row inserted into any table has got.
+  int64_t InsertedRow() const;
 
  private:
   friend class ReadView;

@@ -152,6 +152,10 @@ HRESULT Engine::Insert(std::u16string_view table, std::span<const Field> fields)
   return Failed(result) ? result : ResultOf(statement->Step());
 }
 
+int64_t Engine::InsertedRow() const {
+  return sqlite3_last_insert_rowid(database_);
+}
+
 // A savepoint and no transaction: it also stands inside one.
 HRESULT Engine::ChangeColumn(const ColumnChange& change) {
   HRESULT result = RunScript("PRAGMA writable_schema=ON; SAVEPOINT change");

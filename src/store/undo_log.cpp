@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/utf.h"
@@ -19,9 +20,9 @@ namespace {
 
 using Text = std::u16string;
 
-// Outdated rows that one write takes away: a tap must not pay for an import of long ago. More than
-// are written meanwhile.
-constexpr std::u16string_view kDroppedAtOnce = u"64";
+// Outdated rows that one write takes away for each that it adds, and how often: a tap must not pay
+// for an import of long ago.
+constexpr int64_t kDroppedForARow = 4;
 constexpr int64_t kRowsBetweenDrops = 16;
 
 }  // namespace
@@ -32,8 +33,14 @@ bool UndoLog::Begin(StepKind kind, std::u16string_view title, std::u16string_vie
   return true;
 }
 
+void UndoLog::End() {
+  open_.reset();
+  group_.reset();
+}
+
 HRESULT UndoLog::Run(Write what, std::u16string_view id, const std::function<HRESULT()>& write) {
   if (!open_) return write();
+  if (group_) return WriteInGroup(what, write);
   if (Session.IsInTransaction()) return WriteNoted(what, id, write);
   HRESULT result = Session.BeginTransaction();
   if (Failed(result)) return result;
@@ -47,13 +54,8 @@ HRESULT UndoLog::Run(Write what, std::u16string_view id, const std::function<HRE
 
 HRESULT UndoLog::WriteNoted(Write what, std::u16string_view id,
                             const std::function<HRESULT()>& write) {
-  isUnread_ = false;
-  HRESULT result = S_OK;
-  const bool isKnown = open_->transaction == Session.TransactionNumber();
-  Mark mark = isKnown ? open_->newest : open_->head != 0 ? Newest() : Mark();
-  open_->transaction = 0;
-  if (isUnread_) return E_FAIL;
-  if (open_->head == 0 || open_->head != mark.head) result = WriteHead(mark);
+  Mark mark;
+  HRESULT result = FindMark(mark);
   if (Failed(result)) return result;
   const Mark begun = mark;
   const auto note = [&](RowChange change) { return NoteRow(mark, change, id); };
@@ -62,13 +64,54 @@ HRESULT UndoLog::WriteNoted(Write what, std::u16string_view id,
   if (!Failed(result)) result = write();
   if (!Failed(result) && what == Write::kUpdate) result = note(RowChange::kChangedTo);
   if (!Failed(result) && what == Write::kInsert) result = note(RowChange::kInserted);
-  if (!Failed(result) && mark.number % kRowsBetweenDrops == 0) result = DropOutdated(mark);
+  if (!Failed(result) && mark.number % kRowsBetweenDrops == 0) {
+    result = DropOutdated(mark, kDroppedForARow * kRowsBetweenDrops);
+  }
   if (Failed(result)) {
     Forget(begun);
   } else {
-    open_->newest = mark;
-    open_->transaction = Session.TransactionNumber();
+    Keep(mark);
   }
+  return result;
+}
+
+// The newest row of the open step, whose head is written if it has none.
+HRESULT UndoLog::FindMark(Mark& mark) {
+  isUnread_ = false;
+  const bool isKnown = open_->transaction == Session.TransactionNumber();
+  mark = isKnown ? open_->newest : open_->head != 0 ? Newest() : Mark();
+  open_->transaction = 0;
+  if (isUnread_) return E_FAIL;
+  return open_->head == 0 || open_->head != mark.head ? WriteHead(mark) : S_OK;
+}
+
+void UndoLog::Keep(const Mark& mark) {
+  open_->newest = mark;
+  open_->transaction = Session.TransactionNumber();
+}
+
+HRESULT UndoLog::BeginGroup(std::vector<int64_t> rows) {
+  group_.reset();
+  if (!open_) return S_OK;
+  Group group{std::move(rows), {}};
+  const HRESULT result = NoteRows(RowChange::kChangedFrom, group.changed);
+  if (!Failed(result)) group_ = std::move(group);
+  return result;
+}
+
+HRESULT UndoLog::WriteInGroup(Write what, const std::function<HRESULT()>& write) {
+  if (what == Write::kDelete) return E_INVALIDARG;
+  const HRESULT result = write();
+  if (!Failed(result) && what == Write::kInsert) group_->inserted.push_back(Session.InsertedRow());
+  return result;
+}
+
+// Those that a failure has left as they were are noted as such.
+HRESULT UndoLog::EndGroup() {
+  std::optional<Group> group = std::exchange(group_, {});
+  if (!group) return S_OK;
+  HRESULT result = NoteRows(RowChange::kChangedTo, group->changed);
+  if (!Failed(result)) result = NoteRows(RowChange::kInserted, group->inserted);
   return result;
 }
 
@@ -145,7 +188,7 @@ HRESULT UndoLog::WriteHead(Mark& mark) {
   if (Failed(result)) return result;
   open_->head = number;
   mark = {number, number, former.step + 1, 0};
-  return DropOutdated(mark);
+  return DropOutdated(mark, kDroppedForARow * kRowsBetweenDrops);
 }
 
 HRESULT UndoLog::NoteRow(Mark& mark, RowChange change, std::u16string_view id) {
@@ -160,9 +203,36 @@ HRESULT UndoLog::NoteRow(Mark& mark, RowChange change, std::u16string_view id) {
   return Session.Change(undo_sql::Row(), values);
 }
 
+HRESULT UndoLog::NoteRows(RowChange change, std::vector<int64_t>& rows) {
+  if (rows.empty()) return S_OK;
+  std::ranges::sort(rows);
+  Mark mark;
+  HRESULT result = FindMark(mark);
+  int64_t before = 0;
+  if (!Failed(result)) result = BytesUpTo(mark.number, before);
+  if (Failed(result)) return result;
+  const auto added = static_cast<int64_t>(rows.size());
+  mark.number += added;
+  if (change != RowChange::kChangedFrom) mark.count += added;
+  result = Session.Change(
+      undo_sql::Rows(mark.head, mark.step, mark.count, before, static_cast<int>(change), rows));
+  if (!Failed(result)) result = Session.Change(undo_sql::SumUpTo(mark.number, before, added));
+  if (!Failed(result)) result = DropOutdated(mark, kDroppedForARow * added);
+  if (!Failed(result)) Keep(mark);
+  return result;
+}
+
+HRESULT UndoLog::BytesUpTo(int64_t number, int64_t& bytes) {
+  std::unique_ptr<RowSet> row;
+  const bool isRead = ReadRow(
+      u"select f_i8Bytes from t_UndoData where f_i4No=" + undo_sql::Quoted(number), {}, {}, row);
+  if (isRead) bytes = row->Number(0);
+  return isRead ? S_OK : E_FAIL;
+}
+
 // What has lost its head, which goes first, is no step any more. Mostly a look at the oldest row is
 // all that it takes.
-HRESULT UndoLog::DropOutdated(const Mark& newest) {
+HRESULT UndoLog::DropOutdated(const Mark& newest, int64_t atOnce) {
   const Text outdated = u" and (f_i4Step<=" + undo_sql::Quoted(newest.step - kMaxSteps) +
                         u" or f_i8Bytes<=(select f_i8Bytes from t_UndoData where f_i4No=" +
                         undo_sql::Quoted(newest.number) + u")-" + undo_sql::Quoted(kMaxBytes) +
@@ -176,7 +246,7 @@ HRESULT UndoLog::DropOutdated(const Mark& newest) {
   return Session.Change(
       u"delete from t_UndoData where f_i4No in (select f_i4No from t_UndoData order by f_i4No "
       u"limit " +
-      Text(kDroppedAtOnce) + u")" + outdated);
+      undo_sql::Quoted(atOnce) + u")" + outdated);
 }
 
 std::optional<UndoStep> UndoLog::StepOf(const Mark& last, bool& isUndone) {
@@ -215,20 +285,28 @@ bool UndoLog::Find(Turn turn, std::optional<UndoStep>& found) {
   return !isUnread_;
 }
 
+// What a changed Action was stands somewhere ahead of what it became.
 std::vector<UndoRow> UndoLog::RowsOf(const UndoStep& step) {
   static constexpr std::u16string_view kColumns[] = {u"f_nchActId"};
   std::vector<UndoRow> changed;
+  std::unordered_map<int64_t, int64_t> formers;  // by the Action's row
   std::unique_ptr<RowSet> rows;
   std::array<std::optional<Text>, 1> id;
   const HRESULT opened =
-      Session.OpenRows(u"select f_i4No,f_i4Kind,f_nchActId from t_UndoData where f_i4No>" +
+      Session.OpenRows(u"select f_i4No,f_i4Kind,f_i4Row,f_nchActId from t_UndoData where f_i4No>" +
                            undo_sql::Quoted(step.first) + u" and f_i4No<=" +
                            undo_sql::Quoted(step.last) + u" order by f_i4No",
                        rows);
   HRESULT result = Failed(opened) ? opened : rows->Bind(kColumns);
   while (!Failed(result) && (result = rows->Next(id)) == S_OK) {
-    changed.push_back(
-        {rows->Number(0), static_cast<RowChange>(rows->Number(1)), id[0].value_or(u"")});
+    const int64_t number = rows->Number(0);
+    const auto change = static_cast<RowChange>(rows->Number(1));
+    if (change == RowChange::kChangedFrom) {
+      formers.try_emplace(rows->Number(2), number);
+      continue;
+    }
+    const auto former = formers.extract(rows->Number(2));
+    changed.push_back({number, former ? former.mapped() : 0, change, id[0].value_or(u"")});
   }
   isUnread_ = isUnread_ || Failed(result);
   return changed;
@@ -274,12 +352,10 @@ HRESULT UndoLog::PutBack(Turn turn, const UndoRow& row) {
   const bool undoes = turn == Turn::kUndo;
   switch (row.change) {
     case RowChange::kChangedFrom:
-      return S_OK;  // its other half does it
-    case RowChange::kChangedTo: {
-      const int64_t former = row.number - 1;
-      return Session.Change(undoes ? undo_sql::Replace(row.id, row.number, former)
-                                   : undo_sql::Replace(row.id, former, row.number));
-    }
+      break;  // RowsOf has none
+    case RowChange::kChangedTo:
+      return Session.Change(undoes ? undo_sql::Replace(row.id, row.number, row.former)
+                                   : undo_sql::Replace(row.id, row.former, row.number));
     case RowChange::kInserted:
     case RowChange::kDeleted: {
       const bool removes = undoes == (row.change == RowChange::kInserted);

@@ -32,6 +32,7 @@ enum class RowChange { kChangedFrom = 1, kChangedTo = 2, kInserted = 3, kDeleted
 
 struct UndoRow {
   int64_t number;  // in t_UndoData
+  int64_t former;  // of the row there that holds what a changed Action was, 0 if there is none
   RowChange change;
   std::u16string id;
 };
@@ -64,17 +65,22 @@ class UndoLog {
   // All changes from here to End are one step; outside they leave none. False, and no change, if a
   // step is open already: this one is part of it then.
   bool Begin(StepKind kind, std::u16string_view title, std::u16string_view running);
-  void End() { open_.reset(); }
+  void End();
 
   // Runs `write`, which changes the first row of this id, in one commit with what it adds to the
   // open step; in the open transaction if there is one.
   enum class Write { kInsert, kUpdate, kDelete };
   HRESULT Run(Write what, std::u16string_view id, const std::function<HRESULT()>& write);
+  // What Run inserts and updates between these two, within one transaction, is noted together, in a
+  // fraction of the time. Of what is there only these rows of t_UserData, by their row ids, may be
+  // updated. Where EndGroup fails, the transaction must not be committed.
+  HRESULT BeginGroup(std::vector<int64_t> rows);
+  HRESULT EndGroup();
 
   // The step that the next turn would be about, none if there is no such step. False if that can't
   // be read.
   bool Find(Turn turn, std::optional<UndoStep>& step);
-  // In the order in which they were changed; those that can be read.
+  // The Actions that it changed, in that order; those that can be read.
   std::vector<UndoRow> RowsOf(const UndoStep& step);
   // In one transaction. `settle` is called within it, after the Actions, and says whether what
   // hangs on them could follow. All but kDone leaves everything as it was.
@@ -93,6 +99,9 @@ class UndoLog {
     Mark newest;       // row of the table, as long as this transaction lasts
     uint64_t transaction = 0;
   };
+  struct Group {  // rows of t_UserData
+    std::vector<int64_t> changed, inserted;
+  };
 
   bool ReadRow(std::u16string_view sql, std::span<const std::u16string_view> columns,
                ColumnTexts texts, std::unique_ptr<RowSet>& rows);
@@ -102,15 +111,21 @@ class UndoLog {
   Mark Newest() { return NewestUpTo(INT64_MAX); }
   std::optional<UndoStep> StepOf(const Mark& last, bool& isUndone);
   HRESULT WriteNoted(Write what, std::u16string_view id, const std::function<HRESULT()>& write);
+  HRESULT WriteInGroup(Write what, const std::function<HRESULT()>& write);
+  HRESULT FindMark(Mark& mark);
+  void Keep(const Mark& mark);
   HRESULT WriteHead(Mark& mark);
   HRESULT NoteRow(Mark& mark, RowChange change, std::u16string_view id);
+  HRESULT NoteRows(RowChange change, std::vector<int64_t>& rows);
+  HRESULT BytesUpTo(int64_t number, int64_t& bytes);
   void Forget(const Mark& begun);
-  HRESULT DropOutdated(const Mark& newest);
+  HRESULT DropOutdated(const Mark& newest, int64_t atOnce);
   HRESULT PutBack(Turn turn, const UndoRow& row);
   HRESULT PutAllBack(Turn turn, const UndoStep& step);
 
   Engine& Session;  // not owned
   std::optional<OpenStep> open_;
+  std::optional<Group> group_;
   bool isUnread_ = false;  // a read has failed since a write or a search began
 };
 

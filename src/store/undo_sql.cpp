@@ -55,6 +55,16 @@ Text FirstRowOf(std::u16string_view id) {
   return FirstRowWith(Quoted(id));
 }
 
+// Mostly they follow one another.
+Text Among(std::span<const int64_t> rows) {
+  if (rows.back() - rows.front() == static_cast<int64_t>(rows.size()) - 1) {
+    return u" between " + Quoted(rows.front()) + u" and " + Quoted(rows.back());
+  }
+  Text list;
+  for (const int64_t row : rows) list.append(list.empty() ? u" in (" : u",").append(Quoted(row));
+  return list + u')';
+}
+
 Text Now() {
   return Quoted(core::MomentOf(platform::host().Now()));
 }
@@ -88,6 +98,24 @@ const std::string& Row() {
       Text(kRowBytes) + u"+" + TextBytes() + u",?5,rowid," + AllColumns() +
       u" from t_UserData where rowid=" + FirstRowWith(u"?6"));
   return statement;
+}
+
+// To read the sum before them here would be to read the table that is written, for which the engine
+// copies every row once more.
+Text Rows(int64_t head, int64_t step, int64_t count, int64_t before, int change,
+          std::span<const int64_t> rows) {
+  return u"insert into t_UndoData (f_i4Head,f_i4Step,f_i4Count,f_i8Bytes,f_i4Kind,f_i4Row," +
+         AllColumns() + u") select " + Quoted(head) + u"," + Quoted(step) + u"," + Quoted(count) +
+         u"," + Quoted(before) + u"+" + Text(kRowBytes) + u"+" + TextBytes() + u"," +
+         Quoted(int64_t{change}) + u",rowid," + AllColumns() + u" from t_UserData where rowid" +
+         Among(rows);
+}
+
+Text SumUpTo(int64_t newest, int64_t before, int64_t count) {
+  const Text sum = Quoted(before);
+  return u"update t_UndoData set f_i8Bytes=" + sum + u"+(select sum(f_i8Bytes-" + sum +
+         u") from t_UndoData where f_i4No>" + Quoted(newest - count) + u") where f_i4No=" +
+         Quoted(newest);
 }
 
 Text Replace(std::u16string_view id, int64_t former, int64_t latter) {

@@ -2,7 +2,6 @@
 // again to the last; what nobody else may have touched, what is kept, and what isn't.
 #include "undo/undo.h"
 
-#include <map>
 #include <random>
 
 #include "edit/edit_action.h"
@@ -95,11 +94,12 @@ class UndoTest : public store_test::StoreTest {
     (recorder.*command)();
     recorder.Close();
   }
+  // The last one has the id of the one before it.
   void Import(int mode, int count = 3) {
     GoOn();
     Text lines;
     for (int i = 0; i < count; ++i) {
-      lines += u"ID201006230000" + core::ZeroPadded(i, 4) +
+      lines += u"ID201006230000" + core::ZeroPadded(std::min(i, count - 2), 4) +
                u"\t2010/06/23\t12:00:00\t2010/06/23\t12:10:00\t" + core::ZeroPadded(minutes_, 1) +
                u"\t\t\t\r\n";
     }
@@ -132,6 +132,16 @@ class UndoTest : public store_test::StoreTest {
       default:
         return hasChain ? Record(&recorder::CRecorder::OnBtnStop) : void();
     }
+  }
+
+  static int64_t ReadNumber(std::u16string_view sql) {
+    std::unique_ptr<store::RowSet> rows;
+    store::dbSession().Session->OpenRows(sql, rows);
+    EXPECT_TRUE(rows != nullptr && rows->Next({}) == store::S_OK);
+    return rows->Number(0);
+  }
+  static int64_t LogBytes() {
+    return ReadNumber(u"select f_i8Bytes from t_UndoData order by f_i4No desc limit 1");
   }
 
   int places_ = 0, minutes_ = 600;
@@ -229,6 +239,22 @@ TEST_F(UndoTest, OneCommandIsOneStepAndSelectsWhatItBroughtBack) {
   Write(edit::kOpenNew, -1);
   host.answers = {u"やり直す操作がありません。"};
   EXPECT_FALSE(Take(app, Turn::kRedo)) << "another write ends it";
+}
+
+TEST_F(UndoTest, AnImportThatIsNotedInGroupsGoesBackAndCountsAsItsRows) {
+  Import(exchange::kReadReplace, 1002);
+  Users().Delete(u"ID2010062300000250");  // so that both kinds are in one group
+  const std::vector<Text> first = Look();
+  const int64_t before = LogBytes();
+  Import(exchange::kReadReplace, 1002);
+  EXPECT_EQ(CommandText(Turn::kUndo), u"元に戻す: 1001件のインポート");
+  const std::vector<Text> second = Look();
+  EXPECT_NE(second, first);
+  EXPECT_EQ(LogBytes() - before, 2001 * (100 + 3)) << "what a row takes, and its place";
+  ASSERT_TRUE(Take(app, Turn::kUndo));
+  EXPECT_EQ(Look(), first);
+  ASSERT_TRUE(Take(app, Turn::kRedo));
+  EXPECT_EQ(Look(), second);
 }
 
 TEST_F(UndoTest, AWriteThatFailsLeavesNoTraceInItsTransaction) {
