@@ -13,6 +13,7 @@ namespace {
 using store::RowChange;
 using store::StepKind;
 using store::Turn;
+using store::TurnResult;
 
 // The Action that the step is about: opened, taken away, or closed.
 std::u16string SubjectOf(const store::UndoStep& step) {
@@ -50,17 +51,18 @@ bool ChainTurn::Holds(std::u16string_view id) const {
   return false;
 }
 
-bool ChainTurn::Write(Turn turn, const store::UndoStep& step) {
-  if (!IsRecorders(step.kind)) return true;
-  if (!isRead_) return false;
-  if (!Follow(turn, step)) return false;
+TurnResult ChainTurn::Write(Turn turn, const store::UndoStep& step) {
+  if (!IsRecorders(step.kind)) return TurnResult::kDone;
+  if (!isRead_) return TurnResult::kFailed;
+  if (!Follow(turn, step)) return TurnResult::kRefused;
   const store::CDbSession& session = store::dbSession();
   const auto count = static_cast<int32_t>(history_.Count());
   bool written = store::S_OK == session.LongTable->SetLong(kHistNumKey, count);
   if (written && count > 0) {
     written = !store::Failed(session.RcdrTable->SetRcdrRow(count - 1, Newest()));
   }
-  return written && !store::Failed(session.TextTable->SetText(kPreActIdKey, running_));
+  written = written && !store::Failed(session.TextTable->SetText(kPreActIdKey, running_));
+  return written ? TurnResult::kDone : TurnResult::kFailed;
 }
 
 bool ChainTurn::Follow(Turn turn, const store::UndoStep& step) {

@@ -13,9 +13,9 @@ class ChainTurn {
  public:
   explicit ChainTurn(core::CAppState& app);
 
-  // Writes what the chain is after the turn, if the step is one of the recorder's. False if the
-  // chain has gone on otherwise meanwhile, or can't be read or written.
-  bool Write(store::Turn turn, const store::UndoStep& step);
+  // Writes what the chain is after the turn, if the step is one of the recorder's. kRefused if the
+  // chain has gone on otherwise meanwhile, kFailed if it can't be read or written.
+  store::TurnResult Write(store::Turn turn, const store::UndoStep& step);
   // An Action has been deleted: the chain names it no longer, and its rows in the file neither.
   // False if they can't be written.
   bool Forget(std::u16string_view id);

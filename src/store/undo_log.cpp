@@ -312,7 +312,7 @@ std::vector<UndoRow> UndoLog::RowsOf(const UndoStep& step) {
   return changed;
 }
 
-TurnResult UndoLog::Take(Turn turn, const std::function<bool(const UndoStep&)>& settle) {
+TurnResult UndoLog::Take(Turn turn, const std::function<TurnResult(const UndoStep&)>& settle) {
   if (Failed(Session.BeginTransaction())) return TurnResult::kFailed;
   std::optional<UndoStep> step;
   TurnResult result = Find(turn, step) ? TurnResult::kNothing : TurnResult::kFailed;
@@ -320,8 +320,7 @@ TurnResult UndoLog::Take(Turn turn, const std::function<bool(const UndoStep&)>& 
     const HRESULT put = PutAllBack(turn, *step);
     result = put == DB_E_NOTFOUND ? TurnResult::kForeign
              : Failed(put)        ? TurnResult::kFailed
-             : settle(*step)      ? TurnResult::kDone
-                                  : TurnResult::kRefused;
+                                  : settle(*step);
     if (isUnread_) result = TurnResult::kFailed;  // `settle` reads the step, too
   }
   const Trouble trouble = LastTrouble();

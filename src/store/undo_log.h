@@ -83,8 +83,9 @@ class UndoLog {
   // The Actions that it changed, in that order; those that can be read.
   std::vector<UndoRow> RowsOf(const UndoStep& step);
   // In one transaction. `settle` is called within it, after the Actions, and says whether what
-  // hangs on them could follow. All but kDone leaves everything as it was.
-  TurnResult Take(Turn turn, const std::function<bool(const UndoStep&)>& settle);
+  // hangs on them could follow: kDone, kRefused or kFailed. All but kDone leaves everything as it
+  // was.
+  TurnResult Take(Turn turn, const std::function<TurnResult(const UndoStep&)>& settle);
   // Drops all steps, and overwrites in the file what they held.
   HRESULT Clear();
 

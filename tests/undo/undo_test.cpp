@@ -2,6 +2,7 @@
 // again to the last; what nobody else may have touched, what is kept, and what isn't.
 #include "undo/undo.h"
 
+#include <fstream>
 #include <random>
 
 #include "edit/edit_action.h"
@@ -217,6 +218,19 @@ TEST_F(UndoTest, RefusesWhatOthersHaveChangedAndWhatWouldBreakTheChain) {
   app.RcdrHistory.Append(app.ActIds.At(0));
   host.answers = {u"「記録」のあとでレコーダーの記録が変わっているため、元に戻せません。"};
   EXPECT_FALSE(Take(app, Turn::kUndo));
+}
+
+TEST_F(UndoTest, SaysWhyTheChainCannotBeRead) {
+  Record(&recorder::CRecorder::OnBtnRec);
+  const auto page = static_cast<std::streamoff>(
+      4096 * (ReadNumber(u"select rootpage from sqlite_schema where name='t_RcdrData'") - 1));
+  recorder::CloseRecorderSession(app);
+  std::fstream(hostPath, std::ios::in | std::ios::out).seekp(page) << std::string(4096, 'x');
+  app.RcdrLoaded = false;
+  ASSERT_EQ(datafile::OpenDataFile(app), 0);
+  host.answers = {u"「記録」は元に戻せません。\nデータファイルが壊れています。"};
+  EXPECT_FALSE(Take(app, Turn::kUndo));
+  EXPECT_EQ(app.IndexCount, 1);
 }
 
 TEST_F(UndoTest, OneCommandIsOneStepAndSelectsWhatItBroughtBack) {
