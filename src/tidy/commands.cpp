@@ -10,6 +10,8 @@ namespace {
 
 using Text = std::u16string;
 
+constexpr size_t kLongestMemo = 2000;  // as its column is declared
+
 Outcome Refuse(Text sentence) {
   return {{}, std::move(sentence)};
 }
@@ -63,6 +65,11 @@ Outcome RefuseEmpty(const Span& span) {
   return Refuse(Quoted(span) + u"の長さがなくなります。");
 }
 
+Outcome RefuseSame(const Span& first, const Span& second) {
+  return Refuse(Quoted(first) + u"と" + Quoted(second) +
+                u"は同じ時間です。時刻を変えるか、どちらかを削除してください。");
+}
+
 // One of those that meet at a boundary, with its times after the move.
 struct Moved {
   size_t at;
@@ -97,14 +104,18 @@ const Span* FindInTheWay(const DayChain& chain, const Moved& moved, const std::v
   return nullptr;
 }
 
-void JoinTexts(const store::Action& later, store::Action& kept) {
+// What `kept` has nothing for, it takes over.
+void FillFrom(const store::Action& other, store::Action& kept) {
   for (size_t i = store::kLatitude; i < store::kActionColumnCount; ++i) {
-    if (i != store::kMemo && (!kept[i] || kept[i]->empty())) kept[i] = later[i];
+    if (!kept[i] || kept[i]->empty()) kept[i] = other[i];
   }
-  const std::u16string_view memo = TextOf(later, store::kMemo);
-  if (memo.empty() || memo == TextOf(kept, store::kMemo)) return;
-  const Text former(TextOf(kept, store::kMemo));
-  kept[store::kMemo] = former.empty() ? Text(memo) : former + u"\r\n" + Text(memo);
+}
+
+Text JoinedMemo(const Span& first, const Span& second) {
+  const Text former(TextOf(first.action, store::kMemo));
+  const Text latter(TextOf(second.action, store::kMemo));
+  const bool isBoth = !former.empty() && !latter.empty() && former != latter;
+  return isBoth ? former + u"\r\n" + latter : Text();
 }
 
 }  // namespace
@@ -149,6 +160,7 @@ Outcome TrimBefore(const DayChain& chain, const Link& overlap) {
   const Span& first = chain.spans[overlap.before];
   const Span& second = chain.spans[overlap.after];
   if (first.runs) return RefuseRunning(first);
+  if (second.start == first.start && second.end == first.end) return RefuseSame(first, second);
   if (second.start <= first.start) return RefuseEmpty(first);
   if (IsInside(chain, overlap)) return Refuse(Quoted(first) + u"は後にも続きます。");
   return {{EndAt(chain, overlap.before, second.start)}, {}};
@@ -203,20 +215,15 @@ Outcome JoinWithNext(const DayChain& chain, size_t at) {
   const Span& first = chain.spans[at];
   const Span& second = chain.spans[next];
   if (first.runs) return RefuseRunning(first);
-  if (second.runs) {
-    RowWrite kept = StartAt(chain, next, first.start);
-    const Text later(TextOf(second.action, store::kMemo));
-    kept.action[store::kMemo] = first.action[store::kMemo];
-    store::Action memo;
-    memo[store::kMemo] = later;
-    JoinTexts(memo, kept.action);
-    JoinTexts(first.action, kept.action);
-    return {{std::move(kept), {WriteKind::kDelete, first.action}}, {}};
-  }
-  RowWrite kept{WriteKind::kUpdate, first.action};
-  if (second.end > first.end) SetEnd(chain, second.end, kept.action);
-  JoinTexts(second.action, kept.action);
-  return {{std::move(kept), {WriteKind::kDelete, second.action}}, {}};
+  const Text memo = JoinedMemo(first, second);
+  if (memo.size() > kLongestMemo) return Refuse(u"つなぐとメモが長くなりすぎます。");
+  const Span& gone = second.runs ? first : second;
+  RowWrite kept = second.runs              ? StartAt(chain, next, first.start)
+                  : second.end > first.end ? EndAt(chain, at, second.end)
+                                           : RowWrite{WriteKind::kUpdate, first.action};
+  FillFrom(gone.action, kept.action);
+  if (!memo.empty()) kept.action[store::kMemo] = memo;
+  return {{std::move(kept), {WriteKind::kDelete, gone.action}}, {}};
 }
 
 Outcome Delete(const DayChain& chain, size_t at) {

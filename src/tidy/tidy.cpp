@@ -1,5 +1,7 @@
 #include "tidy/tidy.h"
 
+#include <algorithm>
+
 #include "core/date_time.h"
 #include "core/text.h"
 #include "core/time_list.h"
@@ -73,8 +75,8 @@ bool TidyDay::Run(const Outcome& outcome, std::u16string_view title) {
   const bool written = WriteAll(outcome, title);
   if (!written) Tell(store::WithReason(u"書き込めませんでした。"), Icon::kStop);
   store::ReloadActionIndex(app_);
+  SelectById(Text(app_.SelActId));
   Read();
-  changed = changed || written;
   return written;
 }
 
@@ -85,7 +87,8 @@ bool TidyDay::WriteAll(const Outcome& outcome, std::u16string_view title) {
   const store::WriteStep step(store::StepKind::kSingle, title);
   if (store::Failed(engine.BeginTransaction())) return false;
   recorder::ChainTurn chain(app_);
-  if (!WriteRows(outcome, chain)) {
+  Text written;
+  if (!WriteRows(outcome, chain, written)) {
     const store::Trouble trouble = store::LastTrouble();
     engine.Rollback();
     store::NoteTrouble(trouble);
@@ -93,11 +96,12 @@ bool TidyDay::WriteAll(const Outcome& outcome, std::u16string_view title) {
   }
   if (store::Failed(engine.Commit())) return false;
   chain.Show();
+  app_.SelActId = written;
   return true;
 }
 
 // A deleted Action leaves the recorder's chain at once.
-bool TidyDay::WriteRows(const Outcome& outcome, recorder::ChainTurn& chain) {
+bool TidyDay::WriteRows(const Outcome& outcome, recorder::ChainTurn& chain, Text& written) {
   store::CUserDataTable& table = *store::dbSession().UserTable;
   for (const RowWrite& write : outcome.writes) {
     store::Action action = write.action;
@@ -107,7 +111,7 @@ bool TidyDay::WriteRows(const Outcome& outcome, recorder::ChainTurn& chain) {
                                   : isDelete                       ? table.Delete(id)
                                                                    : table.Update(id, action);
     if (result != store::S_OK || (isDelete && !chain.Forget(id))) return false;
-    if (!isDelete) app_.SelActId = *action[store::kActId];
+    if (!isDelete) written = *action[store::kActId];
   }
   return true;
 }
@@ -187,8 +191,12 @@ bool TidyDay::Run(Command command, const Link& link, int64_t at) {
 }
 
 void TidyDay::Select(const Link& link) {
-  app_.SelActId = store::TextOf(chain_.spans[link.before].action, store::kActId);
-  app_.SelIndex = store::FindActionPosition(app_, app_.SelActId);
+  SelectById(Text(store::TextOf(chain_.spans[link.before].action, store::kActId)));
+}
+
+void TidyDay::SelectById(const Text& id) {
+  app_.SelActId = id;
+  app_.SelIndex = id.empty() ? -1 : std::max(-1, store::FindActionPosition(app_, id));
 }
 
 std::optional<int64_t> TidyDay::ReadTime(std::u16string_view typed) {

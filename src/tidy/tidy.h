@@ -41,7 +41,6 @@ class TidyDay {
   explicit TidyDay(core::CAppState& app) : app_(app) {}
 
   const DayChain& Chain() const { return chain_; }
-  bool changed = false;  // something has been written
 
   // Reads the day again. False, after a message, if that failed.
   bool Read();
@@ -51,8 +50,8 @@ class TidyDay {
   // Runs a command that opens no screen, after a question where it deletes, or joins what differs.
   // False if nothing was written.
   bool Run(Command command, const Link& link, int64_t at = 0);
-  // Tells why not, or writes; then reads the day again. False if nothing was written. `title` is
-  // what the step is called: "分割".
+  // Says why not, or writes; then selects what it wrote and reads the day again. False if nothing
+  // was written. `title` is what the step is called: "分割".
   bool Run(const Outcome& outcome, std::u16string_view title);
   // For the edit screen: the first and the last moment of a gap, as stored; and the Action of a
   // link.
@@ -72,7 +71,9 @@ class TidyDay {
   bool MayDelete() const;
   bool MayJoin(size_t span) const;
   bool WriteAll(const Outcome& outcome, std::u16string_view title);
-  bool WriteRows(const Outcome& outcome, recorder::ChainTurn& chain);
+  // `written` is the last Action that isn't gone then.
+  bool WriteRows(const Outcome& outcome, recorder::ChainTurn& chain, std::u16string& written);
+  void SelectById(const std::u16string& id);
 
   core::CAppState& app_;
   DayChain chain_;

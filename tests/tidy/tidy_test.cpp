@@ -172,6 +172,37 @@ TEST_F(TidyTest, TheChainNamesGapsAndOverlaps) {
   EXPECT_FALSE(day.Run(MoveBoundary(day.Chain(), 720 * 60, 540 * 60), u"境界の移動"));
   EXPECT_TRUE(day.Run(MoveBoundary(day.Chain(), 420 * 60, 540 * 60), u"境界の移動"));
   EXPECT_EQ(undo::CommandText(store::Turn::kUndo), u"元に戻す: 境界の移動");
+  EXPECT_EQ(app.SelActId, app.ActIds.At(static_cast<size_t>(app.SelIndex)));
+}
+
+TEST_F(TidyTest, SaysWhyAnOverlapStays) {
+  Add(600, 660, u"会議");
+  Add(600, 660, u"電話");
+  TidyDay day(app);
+  ASSERT_TRUE(day.Read());
+  const Link& overlap = day.Chain().links[2];
+  EXPECT_TRUE(day.CommandsOf(overlap).empty());
+  host.answers = {
+      u"「会議」と「電話」は同じ時間です。時刻を変えるか、どちらかを削除してください。"};
+  EXPECT_FALSE(day.Run(Command::kTrimBefore, overlap));
+}
+
+TEST_F(TidyTest, WhatIsJoinedKeepsBothMemosOrIsRefused) {
+  store::Action first = MakeAction(u"2010/06/23 09:00:00", u"2010/06/23 10:00:00");
+  store::Action second = MakeAction(u"2010/06/23 10:00:00", u"2010/06/23 10:00:00");
+  second[store::kActId] = u"ID0000000000000002";
+  first[store::kMemo] = u"朝";
+  second[store::kMemo] = u"昼";
+  const auto join = [&](std::u16string_view running) {
+    return JoinWithNext(MakeChain({2010, 6, 23}, {first, second}, running, 11 * 3600), 0);
+  };
+  for (const Text& running : {Text(), *second[store::kActId]}) {
+    const Outcome joined = join(running);
+    ASSERT_EQ(joined.writes.size(), 2u);
+    EXPECT_EQ(joined.writes[0].action[store::kMemo], u"朝\r\n昼");
+  }
+  first[store::kMemo] = Text(1999, u'朝');
+  EXPECT_EQ(join({}).refusal, u"つなぐとメモが長くなりすぎます。");
 }
 
 TEST_F(TidyTest, WhatRunsKeepsItsEndAndTheChainFollows) {

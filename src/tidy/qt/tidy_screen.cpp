@@ -137,7 +137,12 @@ void TidyDlg::OpenRow(int row) {
   if (row < 0 || row >= static_cast<int>(links.size())) return;
   rowMenu_->clear();
   const Link link = links[static_cast<size_t>(row)];
-  for (const Command command : day_.CommandsOf(link)) {
+  const std::vector<Command> commands = day_.CommandsOf(link);
+  if (commands.empty()) {
+    day_.Run(Command::kTrimBefore, link);  // says why
+    return;
+  }
+  for (const Command command : commands) {
     QAction* item = rowMenu_->addAction(ToQt(TextOf(command)));
     connect(
         item, &QAction::triggered, this, [this, command, link] { Run(command, link); },
