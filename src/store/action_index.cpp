@@ -115,6 +115,16 @@ int FindActionPosition(const core::CAppState& app, std::u16string_view actId) {
   return -1;
 }
 
+std::u16string PlacesCondition(std::span<const size_t> places) {
+  const core::NumberList& rowIds = dbSession().Starts->RowIds();
+  std::string rows;
+  for (const size_t place : places) {
+    if (!rows.empty()) rows += ',';
+    rows += std::to_string(static_cast<int64_t>(rowIds.At(place)));
+  }
+  return u"rowid in (select value from json_each('[" + platform::ToUtf16(rows) + u"]'))";
+}
+
 // The rows are named as well as described: what is kept of them may be less than what they hold.
 // Where they are many, the engine is as quick at looking for them itself.
 std::optional<std::u16string> TouchingCondition(std::u16string_view from, std::u16string_view to) {
@@ -122,15 +132,9 @@ std::optional<std::u16string> TouchingCondition(std::u16string_view from, std::u
   if (!session.Session || session.Starts->Refresh() != 0) return std::nullopt;
   const std::u16string described = u"f_nchStaDateTime < '" + std::u16string(to) +
                                    u"' and f_nchEndDateTime >= '" + std::u16string(from) + u"'";
-  const std::vector<int64_t> touching = session.Starts->Touching(from, to);
+  const std::vector<size_t> touching = session.Starts->Touching(from, to);
   if (touching.size() > session.Starts->Ids().Count() / 4) return described;
-  std::string rows;
-  for (const int64_t row : touching) {
-    if (!rows.empty()) rows += ',';
-    rows += std::to_string(row);
-  }
-  return u"rowid in (select value from json_each('[" + platform::ToUtf16(rows) + u"]')) and " +
-         described;
+  return PlacesCondition(touching) + u" and " + described;
 }
 
 }  // namespace store

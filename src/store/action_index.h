@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -38,6 +39,9 @@ int FindActionIndexByPosition(const core::CAppState& app, std::u16string_view da
 // Exact position of an id, -1 if it isn't in the index; -101 empty index, -103 select failed,
 // -104 no such row, -105 read failed.
 int FindActionPosition(const core::CAppState& app, std::u16string_view actId);
+
+// The SQL condition of the Actions at these places of the session's sorted starts.
+std::u16string PlacesCondition(std::span<const size_t> places);
 
 // The SQL condition of the Actions that start before `to` and end at `from` or later, each
 // "yyyy/mm/dd" or "yyyy/mm/dd hh:mm:ss", found without reading the others. It's that of the moment:

@@ -164,9 +164,8 @@ size_t SortedStarts::PlaceFor(int64_t rowId, std::u16string_view start) const {
 
 // A block in which nothing ends late enough isn't looked into, and that's nearly all of those
 // before the day.
-std::vector<int64_t> SortedStarts::Touching(std::u16string_view from,
-                                            std::u16string_view to) const {
-  std::vector<int64_t> rows;
+std::vector<size_t> SortedStarts::Touching(std::u16string_view from, std::u16string_view to) const {
+  std::vector<size_t> places;
   const core::NumberList& ends = rows_.ends.Packed();
   std::u16string first(from);
   if (first.size() == kDayLength) first += u" 00:00:00";
@@ -179,11 +178,10 @@ std::vector<int64_t> SortedStarts::Touching(std::u16string_view from,
     const std::span<const uint64_t> all = ends.Block(block);
     const size_t count = std::min(all.size(), end - ends.Begin(block));
     for (size_t i = 0; i < count; ++i) {
-      if (all[i] < earliest) continue;
-      rows.push_back(static_cast<int64_t>(rows_.rowIds.At(ends.Begin(block) + i)));
+      if (all[i] >= earliest) places.push_back(ends.Begin(block) + i);
     }
   }
-  return rows;
+  return places;
 }
 
 }  // namespace store

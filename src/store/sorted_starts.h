@@ -37,11 +37,13 @@ class SortedStarts {
   // Entry i of one belongs to entry i of the other.
   const core::TextList& Ids() const { return rows_.ids; }
   const core::TextList& Starts() const { return rows_.starts; }
+  const core::TextList& Ends() const { return rows_.ends; }
+  const core::NumberList& RowIds() const { return rows_.rowIds; }
 
-  // Row ids, in the order of the list, of all Actions that start before `to` and end at `from` or
-  // later, each "yyyy/mm/dd" or "yyyy/mm/dd hh:mm:ss". Those among them whose end is no such text
-  // may do neither.
-  std::vector<int64_t> Touching(std::u16string_view from, std::u16string_view to) const;
+  // The places, in their order, of all Actions that start before `to` and end at `from` or later,
+  // each "yyyy/mm/dd" or "yyyy/mm/dd hh:mm:ss". Those among them whose end is no such text may do
+  // neither.
+  std::vector<size_t> Touching(std::u16string_view from, std::u16string_view to) const;
 
  private:
   using Texts = std::array<std::optional<std::u16string>, 3>;
