@@ -1,7 +1,11 @@
 #include "totals/read_period.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
+#include <numeric>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "core/date_time.h"
@@ -15,27 +19,17 @@ namespace totals {
 namespace {
 
 using store::HRESULT;
-using Texts = std::array<std::optional<std::u16string>, 5>;
 
-constexpr int kRowsALook = 1000;
+constexpr int64_t kNoRow = -1;
 
 std::u16string_view TextOr(const std::optional<std::u16string>& text) {
   return text ? std::u16string_view(*text) : std::u16string_view();
 }
 
-// The columns of a select, before the row's number, and where each text belongs.
+// The text columns of a select, before the row's number, and where each belongs.
 struct Selected {
-  std::vector<std::u16string_view> names = {u"f_nchStaDateTime", u"f_nchEndDateTime"};
-  std::vector<std::u16string_view RowTexts::*> texts = {&RowTexts::start, &RowTexts::end};
-
-  RowTexts TextsOf(const Texts& row) const {
-    RowTexts all;
-    for (size_t column = 0; column < texts.size(); ++column) {
-      all.*texts[column] = TextOr(row[column]);
-    }
-    return all;
-  }
-  int RowNumber() const { return static_cast<int>(names.size()); }
+  std::vector<std::u16string_view> names;
+  std::vector<std::u16string_view RowTexts::*> texts;
 };
 
 // What takes no part in the sums isn't read: texts are most of what a row costs.
@@ -57,80 +51,142 @@ Selected SelectedFor(const Choices& choices) {
   return columns;
 }
 
-// What reaches into the period, by its days alone: a moment may be written in more than one form.
-// None if that can't be told.
-std::optional<std::u16string> ConditionOf(const Period& period, const std::u16string& find) {
-  if (!period.IsBounded()) return find;
-  const auto days = store::TouchingCondition(core::DayText(DayOf(period.first)),
-                                             core::DayText(DayOf(period.after)));
-  return !days || find.empty() ? days : *days + u" and " + find;
-}
-
 HRESULT Open(const Selected& columns, std::u16string_view condition,
              std::unique_ptr<store::RowSet>& found) {
-  store::Engine* engine = store::dbSession().Session.get();
-  if (engine == nullptr) return store::E_POINTER;
   std::u16string sql = u"select ";
   for (const std::u16string_view name : columns.names) sql.append(name).append(u",");
   sql += u"rowid from t_UserData";
   if (!condition.empty()) sql.append(u" where ").append(condition);
-  const HRESULT opened = engine->OpenRows(sql, found);
+  const HRESULT opened = store::dbSession().Session->OpenRows(sql, found);
   return store::Failed(opened) ? opened : found->Bind(columns.names);
 }
 
-// The running Action ends where it starts, in the data file, so that no condition of days finds it
-// on a later one. `number` is its row, or -1.
-HRESULT AddRunning(const core::CAppState& app, const Selected& columns, const std::u16string& find,
-                   Rows& rows, int64_t& number) {
+// The recorder's running Action, or kNoRow.
+HRESULT FindRunning(const core::CAppState& app, int64_t& row) {
   std::u16string id;
   HRESULT result = recorder::ReadRunningId(app, id);
-  number = -1;
+  row = kNoRow;
   if (store::Failed(result) || id.empty()) return result;
-  std::u16string condition = u"f_nchActId = '" + store::SqlQuote(id) + u"'";
-  if (!find.empty()) condition += u" and " + find;
   std::unique_ptr<store::RowSet> found;
-  Texts row;
-  result = Open(columns, condition, found);
-  if (!store::Failed(result)) result = found->Next(row);
-  if (result != store::S_OK) return result;
-  const std::optional<Seconds> now = ReadMoment(core::MomentOf(platform::host().Now()));
-  number = found->Number(columns.RowNumber());
-  rows.AddRunning(number, columns.TextsOf(row), now.value_or(0));
+  result = Open({}, u"f_nchActId = '" + store::SqlQuote(id) + u"'", found);
+  if (!store::Failed(result)) result = found->Next({});
+  if (result == store::S_OK) row = found->Number(0);
   return result;
 }
 
-HRESULT ReadAll(store::RowSet& found, const Selected& columns, int64_t running, Rows& rows,
-                platform::LateWait& wait) {
-  Texts row;
-  HRESULT result;
-  for (int count = 1; (result = found.Next(row)) == store::S_OK; ++count) {
-    const int64_t number = found.Number(columns.RowNumber());
-    if (number != running) rows.Add(number, columns.TextsOf(row));
-    if (count % kRowsALook == 0) wait.Look();
+// Before the year 10000, whose text would stand before all others.
+std::u16string StartOfDay(DayNumber day) {
+  const core::Day date = DayOf(day);
+  return date.year > 9999 ? u"9999/12/32" : core::DayText(date);
+}
+
+// The Actions of a period from the index, which has the moments of all of them, and their texts
+// from the data file.
+class Reader {
+ public:
+  Reader(Rows& rows, int64_t running, platform::LateWait& wait)
+      : rows_(rows), wait_(wait), running_(running) {}
+
+  HRESULT Read(const Period& period, const std::u16string& find, const Selected& columns) {
+    FindPlaces(period);
+    if (!columns.names.empty() || !find.empty()) return ReadTexts(find, columns);
+    for (const size_t place : places_) Add(place, {});
+    return store::S_OK;
+  }
+
+ private:
+  void FindPlaces(const Period& period);
+  HRESULT ReadTexts(const std::u16string& find, const Selected& columns);
+  void Add(size_t place, const RowTexts& texts);
+
+  const store::SortedStarts& index_ = *store::dbSession().Starts;
+  Rows& rows_;
+  platform::LateWait& wait_;
+  const int64_t running_;
+  const Seconds now_ = ReadMoment(core::MomentOf(platform::host().Now())).value_or(0);
+  MomentReader moments_;
+  std::vector<size_t> places_;  // in the index, of what reaches into the period
+  int read_ = 0;
+};
+
+// The running Action ends where it starts, as far as the index knows, and may reach in by now.
+void Reader::FindPlaces(const Period& period) {
+  if (!period.IsBounded()) {
+    places_.resize(index_.RowIds().Count());
+    std::iota(places_.begin(), places_.end(), 0);
+    return;
+  }
+  places_ = index_.Touching(StartOfDay(period.first), StartOfDay(period.after));
+  const size_t running = running_ == kNoRow ? index_.RowIds().Count()
+                                            : index_.RowIds().Find(static_cast<uint64_t>(running_));
+  const auto at = std::ranges::lower_bound(places_, running);
+  const bool isThere =
+      running == index_.RowIds().Count() || (at != places_.end() && *at == running);
+  if (!isThere) places_.insert(at, running);
+}
+
+// Rows mostly come in the order of the index. Where they are many, the engine is as quick at going
+// through all of them.
+HRESULT Reader::ReadTexts(const std::u16string& find, const Selected& columns) {
+  const bool areMany = places_.size() > index_.RowIds().Count() / 4;
+  std::u16string condition = areMany ? u"" : store::PlacesCondition(places_);
+  if (!find.empty()) condition.append(condition.empty() ? u"" : u" and ").append(find);
+  std::vector<std::pair<int64_t, size_t>> placeOfRow;
+  for (const size_t place : places_) {
+    placeOfRow.emplace_back(static_cast<int64_t>(index_.RowIds().At(place)), place);
+  }
+  if (!std::ranges::is_sorted(placeOfRow)) std::ranges::sort(placeOfRow);
+  std::unique_ptr<store::RowSet> found;
+  HRESULT result = Open(columns, condition, found);
+  if (store::Failed(result)) return result;
+  std::array<std::optional<std::u16string>, 3> row;
+  auto next = placeOfRow.begin();
+  while ((result = found->Next(row)) == store::S_OK) {
+    const int64_t number = found->Number(static_cast<int>(columns.names.size()));
+    if (next == placeOfRow.end() || next->first != number) {
+      next = std::ranges::lower_bound(placeOfRow, std::pair(number, size_t{0}));
+    }
+    if (next == placeOfRow.end() || next->first != number) continue;
+    RowTexts texts;
+    for (size_t k = 0; k < columns.texts.size(); ++k) texts.*columns.texts[k] = TextOr(row[k]);
+    Add((next++)->second, texts);
   }
   return result;
+}
+
+void Reader::Add(size_t place, const RowTexts& texts) {
+  constexpr int kRowsALook = 1000;
+  if (++read_ % kRowsALook == 0) wait_.Look();
+  const auto row = static_cast<int64_t>(index_.RowIds().At(place));
+  const std::optional<Seconds> start = moments_.Read(index_.Starts(), place);
+  if (row == running_) {
+    rows_.AddRunning(row, start, now_, texts);
+  } else {
+    rows_.Add(row, start, moments_.Read(index_.Ends(), place), texts);
+  }
+}
+
+HRESULT ReadAll(const core::CAppState& app, const Period& period, const std::u16string& find,
+                const Choices& choices, Rows& rows, platform::LateWait& wait) {
+  const store::CDbSession& session = store::dbSession();
+  if (!session.Session) return store::E_POINTER;
+  const store::ReadView view(*session.Session);
+  if (session.Starts->Refresh() != 0) return store::E_FAIL;
+  int64_t running;
+  const HRESULT result = FindRunning(app, running);
+  if (store::Failed(result)) return result;
+  return Reader(rows, running, wait).Read(period, find, SelectedFor(choices));
 }
 
 }  // namespace
 
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
                 const Choices& choices, Rows& rows, platform::LateWait& wait) {
-  rows.Clear();
-  const Selected columns = SelectedFor(choices);
-  std::unique_ptr<store::RowSet> found;
-  int64_t running = -1;
-  HRESULT result = AddRunning(app, columns, find, rows, running);
-  const auto condition = ConditionOf(period, find);
-  if (!store::Failed(result)) {
-    result = condition ? Open(columns, *condition, found) : store::E_FAIL;
-  }
-  const bool isOpen = !store::Failed(result);
-  if (isOpen) result = ReadAll(*found, columns, running, rows, wait);
+  rows.Clear(period.IsBounded() ? std::optional(period.Moments()) : std::nullopt);
+  const HRESULT result = ReadAll(app, period, find, choices, rows, wait);
   if (!store::Failed(result)) return true;
-  platform::ShowNotice(
-      store::FaultText(isOpen ? u"CTotals::ReadPeriod GetNextRS" : u"CTotals::ReadPeriod Select",
-                       isOpen ? 2 : 1, result),
-      u"ERROR", platform::Icon::kStop);
+  platform::ShowNotice(store::FaultText(u"CTotals::ReadPeriod Select", 1, result), u"ERROR",
+                       platform::Icon::kStop);
   return false;
 }
 

@@ -36,16 +36,20 @@ void Names::Grow() {
   }
 }
 
-void Rows::Clear() {
+void Rows::Clear(const std::optional<Span>& period) {
+  period_ = period;
   all_.clear();
   leftOut_ = 0;
 }
 
-bool Rows::Add(int64_t id, const RowTexts& texts) {
-  const std::optional<Seconds> start = moments_.Read(texts.start);
-  const std::optional<Seconds> end = moments_.Read(texts.end);
+bool Rows::IsInPeriod(const std::optional<Seconds>& moment) const {
+  return moment && *moment >= period_->from && *moment < period_->to;
+}
+
+bool Rows::Add(int64_t id, const std::optional<Seconds>& start, const std::optional<Seconds>& end,
+               const RowTexts& texts) {
   if (!start || !end || *end < *start) {
-    ++leftOut_;
+    leftOut_ += !period_ || IsInPeriod(start) || IsInPeriod(end);
     return false;
   }
   all_.push_back({.id = id,
@@ -57,11 +61,10 @@ bool Rows::Add(int64_t id, const RowTexts& texts) {
   return true;
 }
 
-bool Rows::AddRunning(int64_t id, const RowTexts& texts, Seconds now) {
-  if (!Add(id, texts)) return false;
-  Row& row = all_.back();
-  row.end = std::max(row.start, now);
-  row.runs = true;
+bool Rows::AddRunning(int64_t id, const std::optional<Seconds>& start, Seconds now,
+                      const RowTexts& texts) {
+  if (!Add(id, start, std::max(start.value_or(now), now), texts)) return false;
+  all_.back().runs = true;
   return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,8 +46,6 @@ struct Row {
 };
 
 struct RowTexts {
-  std::u16string_view start;
-  std::u16string_view end;
   std::u16string_view place;
   std::u16string_view category1;
   std::u16string_view category2;
@@ -57,13 +56,16 @@ class Rows {
   // A place that holds the separator is a movement; none is with an empty one.
   explicit Rows(std::u16string_view separator) : separator_(separator) {}
 
-  // Forgets the rows, but no name.
-  void Clear();
-  // False, and counted as left out, if a moment is no date or the end lies before the start.
-  bool Add(int64_t id, const RowTexts& texts);
+  // Forgets the rows, but no name. The next ones are of `period`, or of all time.
+  void Clear(const std::optional<Span>& period = {});
+  // False if a moment is none, being no date, or the end lies before the start. That is left out,
+  // and counted if either moment lies in the period.
+  bool Add(int64_t id, const std::optional<Seconds>& start, const std::optional<Seconds>& end,
+           const RowTexts& texts);
   // The same for the Action that the recorder keeps running, which ends `now` or, where that is
   // before it, at its start.
-  bool AddRunning(int64_t id, const RowTexts& texts, Seconds now);
+  bool AddRunning(int64_t id, const std::optional<Seconds>& start, Seconds now,
+                  const RowTexts& texts);
 
   const std::vector<Row>& All() const { return all_; }
   int LeftOut() const { return leftOut_; }
@@ -76,11 +78,12 @@ class Rows {
   Span Days() const;
 
  private:
+  bool IsInPeriod(const std::optional<Seconds>& moment) const;
   int TakePlace(std::u16string_view text);
   std::vector<int> Split(std::u16string_view text);
 
   std::u16string separator_;
-  MomentReader moments_;
+  std::optional<Span> period_;
   std::vector<Row> all_;
   int leftOut_ = 0;
   Names places_, categories1_, categories2_;

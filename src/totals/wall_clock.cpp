@@ -1,7 +1,6 @@
 #include "totals/wall_clock.h"
 
 #include <chrono>
-#include <string>
 
 #include "core/calendar_value.h"
 #include "core/date_time.h"
@@ -9,42 +8,27 @@
 namespace totals {
 namespace {
 
-constexpr size_t kMomentLength = 19;
-constexpr size_t kDateLength = 10;
-constexpr size_t kTimePlace = 11;
 constexpr int kLastYear = 9999;
+// yyyymmddhhmmss, as core::PackText has a moment, lies below.
+constexpr uint64_t kAfterMoments = 100'000'000'000'000;
 
-// The number of `count` digits, or a negative one where any of them is none.
-int Digits(const char16_t* text, int count) {
-  int number = 0;
-  for (int i = 0; i < count; ++i) {
-    const unsigned digit = static_cast<unsigned>(text[i]) - u'0';
-    if (digit > 9) return -1;
-    number = number * 10 + static_cast<int>(digit);
-  }
-  return number;
-}
-
-// The forms that everything here writes, with each part at its place; none for any other, good or
-// not. yyyy/mm/dd gives the midnight that it begins with.
-std::optional<Seconds> ReadFixedDate(const char16_t* text) {
-  const int year = Digits(text, 4), month = Digits(text + 5, 2), day = Digits(text + 8, 2);
-  const bool isDate = text[4] == u'/' && text[7] == u'/' && year >= 1900 && month >= 1 &&
-                      month <= 12 && day >= 1 && day <= core::DaysInMonth(year, month);
-  if (!isDate) return {};
+std::optional<Seconds> MidnightOf(uint64_t date) {
+  const auto year = static_cast<int>(date / 10'000);
+  const auto month = static_cast<int>(date / 100 % 100), day = static_cast<int>(date % 100);
+  if (year < 1900 || day < 1 || day > core::DaysInMonth(year, month)) return {};
   return NumberOf({year, month, day}) * kDaySeconds;
 }
 
-// hh:mm:ss below 24:00.
-std::optional<Seconds> ReadFixedTime(const char16_t* text) {
-  const int hour = Digits(text, 2), minute = Digits(text + 3, 2), second = Digits(text + 6, 2);
-  const bool isTime = text[2] == u':' && text[5] == u':' && hour >= 0 && minute >= 0 &&
-                      minute < 60 && second >= 0 && second < 60 && hour < 24;
-  if (!isTime) return {};
+std::optional<Seconds> ClockOf(uint64_t time) {
+  if (time == 240'000) return kDaySeconds;
+  const auto hour = static_cast<Seconds>(time / 10'000);
+  const auto minute = static_cast<Seconds>(time / 100 % 100);
+  const auto second = static_cast<Seconds>(time % 100);
+  if (hour > 23 || minute > 59 || second > 59) return {};
   return hour * kHourSeconds + minute * kMinuteSeconds + second;
 }
 
-// What the store's check lets through: parts without their zeros, and the end of a day.
+// What else the store's check lets through: parts without their zeros, other signs between them.
 std::optional<Seconds> ReadLoose(std::u16string_view text) {
   const core::MomentText moment = core::SplitMoment(text);
   const std::optional<core::Day> day = core::ReadDay(moment.date);
@@ -83,17 +67,26 @@ DayNumber DayAt(Seconds moment) {
 }
 
 std::optional<Seconds> MomentReader::Read(std::u16string_view text) {
-  if (text.size() != kMomentLength) return ReadLoose(text);
-  if (std::u16string_view(last_, kMomentLength) == text) return moment_;
-  const std::optional<Seconds> time = ReadFixedTime(text.data() + kTimePlace);
-  if (!time) return ReadLoose(text);
-  if (!text.starts_with(std::u16string_view(last_, kDateLength))) {
-    const std::optional<Seconds> midnight = ReadFixedDate(text.data());
-    if (!midnight) return ReadLoose(text);
+  const uint64_t packed = core::PackText(text);
+  return packed < kAfterMoments ? ReadDigits(packed) : ReadLoose(text);
+}
+
+std::optional<Seconds> MomentReader::Read(const core::TextList& moments, size_t place) {
+  const uint64_t packed = moments.Packed().At(place);
+  return packed < kAfterMoments ? ReadDigits(packed) : ReadLoose(moments.At(place));
+}
+
+std::optional<Seconds> MomentReader::ReadDigits(uint64_t digits) {
+  constexpr uint64_t kClocks = 1'000'000;
+  const std::optional<Seconds> clock = ClockOf(digits % kClocks);
+  if (!clock) return {};
+  if (const uint64_t date = digits / kClocks; date != date_) {
+    const std::optional<Seconds> midnight = MidnightOf(date);
+    if (!midnight) return {};
+    date_ = date;
     midnight_ = *midnight;
   }
-  text.copy(last_, kMomentLength);
-  return moment_ = midnight_ + *time;
+  return midnight_ + *clock;
 }
 
 }  // namespace totals

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/day.h"
+#include "core/text_list.h"
 
 namespace totals {
 
@@ -38,13 +39,15 @@ DayNumber DayAt(Seconds moment);
 class MomentReader {
  public:
   std::optional<Seconds> Read(std::u16string_view text);
+  // One of a list, which keeps most of them as numbers.
+  std::optional<Seconds> Read(const core::TextList& moments, size_t place);
 
  private:
-  // What was read last, in the form of fixed places: most moments lie on the same day as the one
-  // before, and an Action often starts as another ends.
-  char16_t last_[19] = {};
+  std::optional<Seconds> ReadDigits(uint64_t digits);
+
+  // Most moments lie on the same day as the one before.
+  uint64_t date_ = 0;  // its eight digits
   Seconds midnight_ = 0;
-  Seconds moment_ = 0;
 };
 inline std::optional<Seconds> ReadMoment(std::u16string_view text) {
   return MomentReader().Read(text);

@@ -20,7 +20,7 @@ class Days : public testing::Test {
  protected:
   void Add(std::u16string_view start, std::u16string_view end, std::u16string_view category1 = u"",
            std::u16string_view place = u"", std::u16string_view category2 = u"") {
-    rows.Add(++lastId_, {start, end, place, category1, category2});
+    rows.Add(++lastId_, ReadMoment(start), ReadMoment(end), {place, category1, category2});
   }
   // "name hours xcount[inner ...]", a running one with "*", in their order.
   std::string Told(const std::vector<Group>& groups) const {

@@ -66,11 +66,12 @@ TEST_F(Days, OverlapsAreWrittenOnce) {
 }
 
 TEST_F(Days, TheRunningActionReachesUpToNow) {
-  const RowTexts running{u"2026/11/19 23:00:00", u"2026/11/19 23:00:00", u"", u"仕事", u""};
-  ASSERT_TRUE(rows.AddRunning(1, running, *ReadMoment(u"2026/11/20 09:30:00")));
+  const auto start = ReadMoment(u"2026/11/19 23:00:00");
+  const RowTexts texts{u"", u"仕事", u""};
+  ASSERT_TRUE(rows.AddRunning(1, start, *ReadMoment(u"2026/11/20 09:30:00"), texts));
   EXPECT_EQ(Groups(kTheDay), "仕事 9.5 x1*");
   rows.Clear();
-  ASSERT_TRUE(rows.AddRunning(1, running, *ReadMoment(u"2026/11/19 22:00:00")));
+  ASSERT_TRUE(rows.AddRunning(1, start, *ReadMoment(u"2026/11/19 22:00:00"), texts));
   EXPECT_EQ(rows.All()[0].end, rows.All()[0].start) << "the clock has been set back";
 }
 

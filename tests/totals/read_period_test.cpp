@@ -102,6 +102,7 @@ TEST_F(ReadPeriodTest, AFindIsAPeriodThatStays) {
   InsertAction(u"2010/06/23 22:00:00", u"2010/06/23 23:00:00", u"home");
   ASSERT_EQ(exchange::FindActions(app, {}, u"cafe", exchange::kFindInPlace), 1);
   EXPECT_EQ(Read({PeriodKind::kFind}, {}, *app.FindWhere).count, 1);
+  EXPECT_EQ(Read({PeriodKind::kFind}, {By::kHour}, *app.FindWhere).count, 1);
   EXPECT_EQ(Read(PeriodOf(PeriodKind::kDay, Day(u"2010/06/23")), {}, *app.FindWhere).count, 0);
   EXPECT_EQ(Read({PeriodKind::kAll}).count, 2);
   EXPECT_EQ(app.IndexCount, 1);
@@ -109,6 +110,27 @@ TEST_F(ReadPeriodTest, AFindIsAPeriodThatStays) {
   host.answers = {"Select Err (ln=1"};
   platform::LateWait wait;
   EXPECT_FALSE(ReadPeriod(app, {PeriodKind::kAll}, u"", {}, rows, wait));
+}
+
+TEST_F(ReadPeriodTest, WhatLacksAMomentIsLeftOutOfThePeriodOfItsOther) {
+  CreateFile();
+  for (int k = 0; k < 3; ++k) InsertAction(u"2010/06/22 22:00:00", u"2010/06/22 23:00:00");
+  for (const auto* change : {u"f_nchStaDateTime = null where rowid < '3'",
+                             u"f_nchEndDateTime = 'someday' where rowid > '1'"}) {
+    ASSERT_EQ(
+        store::dbSession().Session->Change(u"update t_UserData set " + std::u16string(change)), 0);
+  }
+  EXPECT_EQ(Read(PeriodOf(PeriodKind::kDay, Day(u"2010/06/22"))).leftOut, 2);
+  EXPECT_EQ(Read(PeriodOf(PeriodKind::kDay, Day(u"2010/06/23"))).leftOut, 0);
+  EXPECT_EQ(Read({PeriodKind::kAll}).leftOut, 3);
+}
+
+TEST_F(ReadPeriodTest, ReachesToTheLastDayThereIs) {
+  CreateFile();
+  InsertAction(u"2010/06/22 22:00:00", u"2010/06/22 23:00:00");
+  InsertAction(u"9999/12/31 22:00:00", u"9999/12/31 23:00:00");
+  const Period toTheLast = To(PeriodOf(PeriodKind::kMonth, Day(u"2010/06/22")), Day(u"9999/12/31"));
+  EXPECT_EQ(Read(toTheLast).sum, 2 * kHourSeconds);
 }
 
 TEST(LateWaitTest, ShowsTheCursorOnceItLasts) {
