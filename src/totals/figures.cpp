@@ -23,6 +23,10 @@ Seconds MeanADay(const Group& group, const Totals& totals) {
   return totals.Days() == 0 ? 0 : group.time / totals.Days();
 }
 
+std::u16string CountText(const Group& group) {
+  return (group.runs ? u"●" : u"") + Number(group.count) + u"件";
+}
+
 std::u16string OneLine(std::u16string text) {
   std::ranges::replace_if(
       text, [](char16_t c) { return c == u'\t' || c == u'\r' || c == u'\n'; }, u' ');
@@ -80,12 +84,15 @@ Summary Summarize(const Totals& totals) {
   return summary;
 }
 
-std::u16string TimeAndShare(const Group& group, const Totals& totals) {
-  return HoursText(group.time) + u" " + ShareText(group.time, totals.sum);
+BarFigures FiguresOf(const Group& group, const Totals& totals, bool isNarrow) {
+  const std::u16string time = HoursText(group.time);
+  const std::u16string share = ShareText(group.time, totals.sum);
+  if (isNarrow) return {time, share + u" " + CountText(group)};
+  return {time + u" " + share, CountAndMean(group, totals)};
 }
 
 std::u16string CountAndMean(const Group& group, const Totals& totals) {
-  std::u16string text = (group.runs ? u"●" : u"") + Number(group.count) + u"件";
+  std::u16string text = CountText(group);
   if (totals.Days() > 1) text += u" 1日" + HoursText(MeanADay(group, totals));
   return text;
 }

@@ -25,8 +25,12 @@ struct Summary {
 };
 Summary Summarize(const Totals& totals);
 
-// What stands on a bar, beside its name: "12:34 45.2%", and below it "12件 1日0:24".
-std::u16string TimeAndShare(const Group& group, const Totals& totals);
+// What stands beside a bar's name and, below it, beside the bar.
+struct BarFigures {
+  std::u16string figures;  // "12:34 45.2%", "12:34" where there is little room
+  std::u16string details;  // "12件 1日0:24", "45.2% 12件"
+};
+BarFigures FiguresOf(const Group& group, const Totals& totals, bool isNarrow);
 std::u16string CountAndMean(const Group& group, const Totals& totals);
 
 // What the levels are called, the diary's own names for its fields.

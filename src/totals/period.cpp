@@ -198,11 +198,21 @@ std::u16string ColumnText(const ColumnPlan& plan, size_t column) {
       return ZeroPadded(day.day, 1);
     case Unit::kWeek:
       return ZeroPadded(day.month, 1) + u"/" + ZeroPadded(day.day, 1);
-    case Unit::kMonth:
-      return ZeroPadded(day.month, 1) + u"月";
+    case Unit::kMonth: {
+      const bool hasYears = DayOf(plan.edges.front()).year != DayOf(plan.edges.back() - 1).year;
+      if (!hasYears || day.month > 1) return ZeroPadded(day.month, 1) + u"月";
+      break;
+    }
     default:
-      return ZeroPadded(DayOf(PeriodOfColumn(plan, column).first).year, 4);
+      break;
   }
+  return ZeroPadded(DayOf(PeriodOfColumn(plan, column).first).year, 4);
+}
+
+bool HasText(const ColumnPlan& plan, size_t column, int step) {
+  if (plan.unit != Unit::kMonth) return column % static_cast<size_t>(step) == 0;
+  while (step % kMonths != 0 && kMonths % step != 0) ++step;
+  return MonthsOf(plan.edges[column]) % step == 0;
 }
 
 }  // namespace totals

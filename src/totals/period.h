@@ -55,7 +55,10 @@ struct ColumnPlan {
 ColumnPlan PlanColumns(const Period& period);
 // All of the column's days, also those beyond the edges.
 Period PeriodOfColumn(const ColumnPlan& plan, size_t column);
-// "20", "11/15", "11月", "2026".
+// "20", "11/15", "11月", "2026", which is also January's where the months are of several years.
 std::u16string ColumnText(const ColumnPlan& plan, size_t column);
+// Whether a column's text stands below it where only each `step`th has room. Of months those do
+// that come back each year, January first.
+bool HasText(const ColumnPlan& plan, size_t column, int step);
 
 }  // namespace totals

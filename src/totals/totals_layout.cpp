@@ -63,14 +63,14 @@ int PlaceSummary(Controls& controls, int y, int width, bool isWide, bool hasNote
   };
   constexpr Part kTall[] = {{kIdSum, 0, 0, 9},
                             {kIdWritten, 0, 9, 20},
-                            {kIdRest, 1, 0, 14},
-                            {kIdCount, 1, 14, 20},
+                            {kIdRest, 1, 0, 15},
+                            {kIdCount, 1, 15, 20},
                             {kIdNote, 2, 0, 20}};
-  constexpr Part kWide[] = {{kIdSum, 0, 0, 10},
-                            {kIdWritten, 0, 10, 17},
+  constexpr Part kWide[] = {{kIdSum, 0, 0, 7},
+                            {kIdWritten, 0, 7, 16},
                             {kIdRest, 1, 0, 11},
                             {kIdNote, 1, 11, 20},
-                            {kIdCount, 0, 17, 20}};
+                            {kIdCount, 0, 16, 20}};
   const int line = Scaled(kLineHeight);
   const int inner = width - 2 * Scaled(kMargin);
   int lines = 0;
@@ -146,22 +146,26 @@ int BarRowHeight() {
   return Scaled(2 * kTextHeight + 4);
 }
 
+bool IsNarrowBar(int width) {
+  constexpr int kEnough = 180;
+  return width < Scaled(kEnough);
+}
+
 BarRow LayOutBar(int width, int position, bool isInner, Seconds time, Seconds longest,
-                 int figures) {
+                 const FigureWidths& figures) {
   const int line = Scaled(kTextHeight);
-  const int top = position * BarRowHeight();
+  const int first = position * BarRowHeight() + Scaled(2), second = first + line;
   const int left = Scaled(kBarMargin + (isInner ? kIndent : 0));
-  const int right = width - Scaled(kBarMargin) - figures;
-  const int room = std::max(right - Scaled(2 * kMargin) - left, 1);
+  const int right = width - Scaled(kBarMargin);
+  const int name = right - figures.figures - Scaled(2 * kMargin) - left;
   // The same time is as long in an inner group as in an outer one.
-  const int all = std::max(right - Scaled(2 * kMargin + kBarMargin + kIndent), 1);
-  const auto length = longest > 0 ? static_cast<int>(all * time / longest) : 0;
-  const int second = top + Scaled(2) + line;
-  return {{0, top, width, BarRowHeight()},
-          {left, top + Scaled(2), room, line},
-          {right, top + Scaled(2), figures, line},
+  const int all = right - figures.details - Scaled(2 * kMargin + kBarMargin + kIndent);
+  const auto length = longest > 0 ? static_cast<int>(std::max(all, 1) * time / longest) : 0;
+  return {{0, position * BarRowHeight(), width, BarRowHeight()},
+          {left, first, std::max(name, 1), line},
+          {right - figures.figures, first, figures.figures, line},
           {left, second + Scaled(3), std::max(length, 1), line - Scaled(5)},
-          {right, second, figures, line}};
+          {right - figures.details, second, figures.details, line}};
 }
 
 ColumnsGrid LayOutColumns(int width, int height, int columns, int entries, int label,

@@ -64,15 +64,22 @@ struct BarRow {
   Rect bar;  // as long as its time is of the longest
   Rect details;
 };
+// How wide the texts at the right are, for all rows.
+struct FigureWidths {
+  int figures = 0;
+  int details = 0;
+};
 int BarRowHeight();
-// `figures` is how wide the wider of the two texts at the right is.
-BarRow LayOutBar(int width, int position, bool isInner, Seconds time, Seconds longest, int figures);
+// The name and the bar need the room of some of the figures.
+bool IsNarrowBar(int width);
+BarRow LayOutBar(int width, int position, bool isInner, Seconds time, Seconds longest,
+                 const FigureWidths& figures);
 
 struct ColumnsGrid {
   Rect chart;  // on it the columns stand side by side
   std::vector<Rect> columns;
   int labelHeight = 0;         // of the texts below the chart
-  int labelStep = 1;           // each so many columns have theirs
+  int labelStep = 1;           // only each so many have room
   std::vector<Rect> legend;    // of each entry
   Seconds top = 0;             // that the chart's height stands for
   std::vector<Seconds> lines;  // across it, with their hours

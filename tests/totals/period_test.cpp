@@ -90,5 +90,21 @@ TEST(PeriodTest, HasAsManyColumnsAsAPictureCanShow) {
   }
 }
 
+TEST(PeriodTest, MonthsOfSeveralYearsAreToldApart) {
+  const auto texts = [](const Period& period, int step) {
+    const ColumnPlan plan = PlanColumns(period);
+    std::u16string told;
+    for (size_t column = 0; column + 1 < plan.edges.size(); ++column) {
+      if (HasText(plan, column, step)) told += ColumnText(plan, column) + u" ";
+    }
+    return told;
+  };
+  const Period months{kAll, Day(u"2024/11/21"), Day(u"2026/02/02")};
+  EXPECT_EQ(texts(months, 1).substr(0, 20), u"11月 12月 2025 2月 3月 4");
+  EXPECT_EQ(texts(months, 5), u"2025 7月 2026 ");
+  EXPECT_EQ(texts(months, 13), u"2026 ");
+  EXPECT_EQ(texts(Of(kYear, u"2026/11/20"), 2), u"1月 3月 5月 7月 9月 11月 ");
+}
+
 }  // namespace
 }  // namespace totals

@@ -12,7 +12,6 @@
 #include "platform/qt/qt_text.h"
 #include "platform/qt/text_lines.h"
 #include "totals/qt/palette.h"
-#include "totals/totals_layout.h"
 
 namespace totals {
 namespace {
@@ -130,8 +129,8 @@ void BarsCanvas::paintEvent(QPaintEvent* event) {
   const int count = static_cast<int>(totals_.Bars().size());
   const int first = std::max(dirty.top() / BarRowHeight(), 0);
   const int last = std::min(dirty.bottom() / BarRowHeight(), count - 1);
-  const int figures = FiguresWidth(first, last);
-  for (int bar = first; bar <= last; ++bar) PaintBar(painter, bar, figures);
+  const FigureWidths widths = WidthsInSight();
+  for (int bar = first; bar <= last; ++bar) PaintBar(painter, bar, widths);
   if (count == 0) {
     painter.setPen(Qt::black);
     painter.setFont(FixedFont(12));
@@ -141,43 +140,51 @@ void BarsCanvas::paintEvent(QPaintEvent* event) {
   if (hasFocus()) PaintFrame(painter);
 }
 
-// Of the bars in sight, which begin at one line.
-int BarsCanvas::FiguresWidth(int first, int last) const {
+QRect BarsCanvas::InSight() const {
+  return {0, area_->verticalScrollBar()->value(), width(), area_->viewport()->height()};
+}
+
+// Of all bars in sight, also where fewer are painted again.
+FigureWidths BarsCanvas::WidthsInSight() const {
   const QFontMetrics upper(FixedFont(12)), lower(FixedFont(10));
-  int widest = 0;
-  for (int bar = first; bar <= last; ++bar) {
-    const Group& group = *totals_.Bars()[static_cast<size_t>(bar)].group;
-    widest = std::max({widest, upper.horizontalAdvance(ToQt(TimeAndShare(group, totals_.Sums()))),
-                       lower.horizontalAdvance(ToQt(CountAndMean(group, totals_.Sums())))});
+  const int last =
+      std::min(InSight().bottom() / BarRowHeight(), static_cast<int>(totals_.Bars().size()) - 1);
+  FigureWidths widths;
+  for (int bar = InSight().top() / BarRowHeight(); bar <= last; ++bar) {
+    const BarFigures texts = FiguresAt(bar);
+    widths.figures = std::max(widths.figures, upper.horizontalAdvance(ToQt(texts.figures)));
+    widths.details = std::max(widths.details, lower.horizontalAdvance(ToQt(texts.details)));
   }
-  return widest;
+  return widths;
+}
+
+BarFigures BarsCanvas::FiguresAt(int bar) const {
+  const Group& group = *totals_.Bars()[static_cast<size_t>(bar)].group;
+  return FiguresOf(group, totals_.Sums(), IsNarrowBar(width()));
 }
 
 // Around what is in sight, and not around all of the bars.
 void BarsCanvas::PaintFrame(QPainter& painter) const {
-  const QRect inSight = visibleRegion().boundingRect();
-  const QRect inside = inSight.marginsRemoved(QMargins() + Scaled(platform::qt::kFocusFrame));
-  for (const QRect& side : QRegion(inSight) - inside) {
+  const QRect inside = InSight().marginsRemoved(QMargins() + Scaled(platform::qt::kFocusFrame));
+  for (const QRect& side : QRegion(InSight()) - inside) {
     painter.fillRect(side, palette().highlight());
   }
 }
 
-void BarsCanvas::PaintBar(QPainter& painter, int bar, int figures) const {
+void BarsCanvas::PaintBar(QPainter& painter, int bar, const FigureWidths& widths) const {
   const Bar& shown = totals_.Bars()[static_cast<size_t>(bar)];
-  const Totals& sums = totals_.Sums();
+  const BarFigures texts = FiguresAt(bar);
   const bool isInner = shown.group->key.inner != Key::kAny;
-  const BarRow row = LayOutBar(width(), bar, isInner, shown.group->time, longest_, figures);
+  const BarRow row = LayOutBar(width(), bar, isInner, shown.group->time, longest_, widths);
   if (bar == totals_.OpenBar()) painter.fillRect(ToQt(row.row), QColor(kOpenColor));
   painter.fillRect(ToQt(row.bar), ColorOf(shown.slot));
   painter.setPen(Qt::black);
   painter.setFont(FixedFont(12));
   painter.drawText(ToQt(row.name), Qt::AlignVCenter | Qt::TextSingleLine,
                    platform::qt::CutToWidth(ToQt(shown.name), painter.font(), row.name.width));
-  painter.drawText(ToQt(row.figures), Qt::AlignVCenter | Qt::AlignRight,
-                   ToQt(TimeAndShare(*shown.group, sums)));
+  painter.drawText(ToQt(row.figures), Qt::AlignVCenter | Qt::AlignRight, ToQt(texts.figures));
   painter.setFont(FixedFont(10));
-  painter.drawText(ToQt(row.details), Qt::AlignVCenter | Qt::AlignRight,
-                   ToQt(CountAndMean(*shown.group, sums)));
+  painter.drawText(ToQt(row.details), Qt::AlignVCenter | Qt::AlignRight, ToQt(texts.details));
   if (bar != current_ || !hasFocus()) return;
   painter.setPen(QPen(QColor(kCurrentColor), Scaled(2)));
   painter.drawRect(ToQt(row.row).adjusted(Scaled(3), 1, -Scaled(3), -2));
@@ -188,9 +195,9 @@ std::vector<touch::Spot> BarsCanvas::MakeSpots() {
   for (size_t bar = 0; bar < totals_.Bars().size(); ++bar) {
     const Bar& shown = totals_.Bars()[bar];
     const int position = static_cast<int>(bar);
+    const BarFigures texts = FiguresOf(*shown.group, totals_.Sums(), false);
     spots.push_back({.place = RowOf(position),
-                     .name = ToQt(shown.name + u" " + TimeAndShare(*shown.group, totals_.Sums()) +
-                                  u" " + CountAndMean(*shown.group, totals_.Sums())),
+                     .name = ToQt(shown.name + u" " + texts.figures + u" " + texts.details),
                      .press = [this, position] { emit BarTapped(position); },
                      .isCurrent = position == current_});
   }

@@ -4,6 +4,7 @@
 #include <QScrollArea>
 
 #include "totals/totals.h"
+#include "totals/totals_layout.h"
 #include "touch/qt/canvas.h"
 
 namespace totals {
@@ -46,9 +47,11 @@ class BarsCanvas : public touch::Canvas {
 
  private:
   int BarAt(QPoint point) const;
-  int FiguresWidth(int first, int last) const;
+  QRect InSight() const;
+  FigureWidths WidthsInSight() const;
+  BarFigures FiguresAt(int bar) const;
   void PaintFrame(QPainter& painter) const;
-  void PaintBar(QPainter& painter, int bar, int figures) const;
+  void PaintBar(QPainter& painter, int bar, const FigureWidths& widths) const;
   std::vector<touch::Spot> MakeSpots();
   QRect RowOf(int bar) const;
 

@@ -29,10 +29,7 @@ ColumnsCanvas::ColumnsCanvas(const CTotals& totals, QWidget* parent)
 }
 
 void ColumnsCanvas::ShowColumns() {
-  const int count = static_cast<int>(totals_.Stacked().times.size());
-  current_ = std::clamp(current_, 0, std::max(count - 1, 0));
-  update();
-  touch::TellCurrentSpot(*this);
+  SetCurrent(current_);
 }
 
 ColumnsGrid ColumnsCanvas::Grid() const {
@@ -59,9 +56,15 @@ int ColumnsCanvas::ColumnAt(QPoint point) const {
 }
 
 void ColumnsCanvas::SetCurrent(int column) {
-  current_ = std::clamp(column, 0, static_cast<int>(totals_.Stacked().times.size()) - 1);
+  const int count = static_cast<int>(totals_.Stacked().times.size());
+  current_ = std::clamp(column, 0, std::max(count - 1, 0));
   update();
   touch::TellCurrentSpot(*this);
+}
+
+void ColumnsCanvas::SetCurrentDay(DayNumber day) {
+  const std::vector<DayNumber>& edges = totals_.Stacked().plan.edges;
+  SetCurrent(static_cast<int>(std::ranges::upper_bound(edges, day) - edges.begin()) - 1);
 }
 
 void ColumnsCanvas::keyPressEvent(QKeyEvent* event) {
@@ -125,7 +128,7 @@ void ColumnsCanvas::PaintColumn(QPainter& painter, const ColumnsGrid& grid, size
                      isOther ? QColor(kOthersColor) : ColorOf(slot));
     below += times[slot];
   }
-  if (column % static_cast<size_t>(grid.labelStep) != 0) return;
+  if (!HasText(columns.plan, column, grid.labelStep)) return;
   const QRect place = ToQt(grid.columns[column]);
   painter.setPen(Qt::black);
   const QString text = ToQt(ColumnText(columns.plan, column));
