@@ -160,7 +160,10 @@ void CTotals::Show(const Period& period) {
   ReadAgain();
 }
 
+// The opened group's list is of the rows that go: a message may come before there are others.
 void CTotals::ReadAgain() {
+  const std::optional<Key> open = OpenKey();
+  OpenGroup({});
   platform::LateWait wait;
   ReadPeriod(app_, period_, IsNarrowed() ? find_ : u"", choices_, rows_, wait);
   wait.Look();
@@ -170,16 +173,13 @@ void CTotals::ReadAgain() {
     period_.after = DayAt(days.to);
   }
   SumAgain();
+  OpenGroup(open);
 }
 
 void CTotals::SumAgain() {
-  const bool isOpen = openBar_ >= 0;
-  const std::optional<Key> open =
-      isOpen ? std::optional(bars_[static_cast<size_t>(openBar_)].group->key) : std::nullopt;
   sums_ = Sum(rows_, period_.Moments(), choices_);
   columns_ = Stack(rows_, period_, choices_, sums_);
   MakeBars();
-  OpenGroup(open);
 }
 
 void CTotals::MakeBars() {
@@ -193,6 +193,11 @@ void CTotals::MakeBars() {
   }
 }
 
+std::optional<Key> CTotals::OpenKey() const {
+  if (openBar_ < 0) return {};
+  return bars_[static_cast<size_t>(openBar_)].group->key;
+}
+
 void CTotals::OpenGroup(const std::optional<Key>& key) {
   openBar_ = -1;
   open_.clear();
@@ -203,8 +208,13 @@ void CTotals::OpenGroup(const std::optional<Key>& key) {
   open_ = RowsOf(rows_, period_.Moments(), choices_, *key);
 }
 
+const Row& CTotals::RowAt(int action) const {
+  return rows_.All()[static_cast<size_t>(open_[static_cast<size_t>(action)])];
+}
+
 std::u16string CTotals::ActionText(int action) const {
-  const Row& row = rows_.All()[static_cast<size_t>(open_[static_cast<size_t>(action)])];
+  if (action >= ActionCount()) return {};
+  const Row& row = RowAt(action);
   const std::optional<ActionTexts> texts = ReadTexts(row.id);
   if (!texts) return {};
   const bool sameDay = DayAt(row.start) == DayAt(std::max(row.end - 1, row.start));
@@ -222,8 +232,8 @@ std::u16string CTotals::ActionText(int action) const {
 
 bool CTotals::SelectAction(int action) {
   if (action < 0 || action >= ActionCount()) return false;
-  const Row& row = rows_.All()[static_cast<size_t>(open_[static_cast<size_t>(action)])];
-  const std::optional<ActionTexts> texts = ReadTexts(row.id);
+  selectedRow_ = RowAt(action).id;
+  const std::optional<ActionTexts> texts = ReadTexts(selectedRow_);
   if (!texts) {
     ShowNotice(u"このアクションは既に削除されています。", u"変更不可", Icon::kWarning);
     return false;
@@ -231,6 +241,13 @@ bool CTotals::SelectAction(int action) {
   app_.SelActId = texts->id;
   app_.SelIndex = store::FindActionPosition(app_, texts->id);
   return true;
+}
+
+int CTotals::SelectedAction() const {
+  const auto at = std::ranges::find(open_, selectedRow_, [this](int position) {
+    return rows_.All()[static_cast<size_t>(position)].id;
+  });
+  return at == open_.end() ? -1 : static_cast<int>(at - open_.begin());
 }
 
 std::u16string CTotals::ClipboardText() const {

@@ -44,8 +44,10 @@ class CTotals {
   // The position of the opened group among the bars, or -1; its Actions by start.
   int OpenBar() const { return openBar_; }
   int ActionCount() const { return static_cast<int>(open_.size()); }
-  // "11/20 09:00-10:00 会社 昼までに"; "●" where it runs.
+  // "11/20 09:00-10:00 会社 昼までに"; "●" where it runs. Empty beyond the last one.
   std::u16string ActionText(int action) const;
+  // Where the one stands that was handed to the edit screen, or -1 if it has left the group.
+  int SelectedAction() const;
 
   void ChooseKind(PeriodKind kind);
   void Step(int steps);
@@ -76,9 +78,11 @@ class CTotals {
 
  private:
   bool IsNarrowed() const;
+  const Row& RowAt(int action) const;
   void Show(const Period& period);
   void SumAgain();
   void MakeBars();
+  std::optional<Key> OpenKey() const;
   void OpenGroup(const std::optional<Key>& key);
   Table MakeTable() const { return totals::MakeTable(app_, rows_, choices_, sums_); }
 
@@ -92,7 +96,8 @@ class CTotals {
   Columns columns_;
   std::vector<Bar> bars_;
   int openBar_ = -1;
-  std::vector<int> open_;  // rows of the opened group
+  std::vector<int> open_;    // rows of the opened group
+  int64_t selectedRow_ = 0;  // in the data file
 };
 
 }  // namespace totals

@@ -68,22 +68,29 @@ TEST_F(TotalsTest, AnEditedActionChangesTheFiguresAndAFindStaysAPeriod) {
   EXPECT_EQ(app.SelActId, u"ID2010062300000003");
   store::Action action;
   ASSERT_EQ(Users().ReadById(app.SelActId, action), 0);
-  action[store::kEndDateTime] = u"2010/06/30 23:00:00";
+  action[store::kStaDateTime] = u"2010/06/22 22:00:00";
+  action[store::kEndDateTime] = u"2010/06/22 23:00:00";
   ASSERT_EQ(Users().Update(app.SelActId, action), 0);
   ASSERT_EQ(store::ReloadActionIndex(app), 0);
   totals.ReadAgain();
   EXPECT_EQ(Bars(totals), "仕事 3:00 ");
   EXPECT_EQ(totals.OpenBar(), 0);
+  EXPECT_EQ(totals.SelectedAction(), 0) << "it is the first now";
   ASSERT_EQ(Users().Delete(app.SelActId), 0);
   host.answers = {"既に削除されています"};
-  EXPECT_FALSE(totals.SelectAction(1));
-  totals.TapColumn(0);
+  EXPECT_FALSE(totals.SelectAction(0));
+  totals.TapColumn(1);
   EXPECT_EQ(totals.Title(), u"2010/06/23(水)");
   EXPECT_EQ(Bars(totals), "仕事 2:00 ") << "of what was found";
   EXPECT_EQ(totals.Summarized().note, u"検索結果のみ");
   totals.ChooseKind(PeriodKind::kDay);
   EXPECT_EQ(Bars(totals), "仕事 2:00 食事 1:00 ");
   EXPECT_EQ(totals.Kinds().back(), PeriodKind::kFind);
+  totals.TapBar(0);
+  store::DisconnectDataFile();
+  host.answers = {"Select Err"};
+  totals.ReadAgain();
+  EXPECT_EQ(totals.ActionText(0), u"") << "the list isn't shown again yet";
 }
 
 TEST_F(TotalsTest, ChoosesPeriodsAndLevels) {
@@ -154,12 +161,13 @@ TEST(TotalsLayout, NothingOverlapsOrLeavesTheScreen) {
 
 TEST(TotalsLayout, BarsAndColumnsAreAsLongAsTheirTimes) {
   const testing_support::FakeHost host;
-  const BarRow longest = LayOutBar(240, 0, false, 100, 100, 80);
-  EXPECT_EQ(LayOutBar(240, 3, false, 50, 100, 80).bar.width, longest.bar.width / 2);
-  const BarRow inner = LayOutBar(240, 1, true, 100, 100, 80);
+  const BarRow longest = LayOutBar(240, 0, false, 100, 100, {80, 60});
+  EXPECT_EQ(LayOutBar(240, 3, false, 50, 100, {80, 60}).bar.width, longest.bar.width / 2);
+  const BarRow inner = LayOutBar(240, 1, true, 100, 100, {80, 60});
   EXPECT_EQ(inner.bar.width, longest.bar.width);
-  EXPECT_LT(inner.bar.x + inner.bar.width, inner.figures.x);
-  EXPECT_EQ(LayOutBar(240, 0, true, 0, 0, 80).bar.width, 1);
+  EXPECT_LT(inner.bar.x + inner.bar.width, inner.details.x);
+  EXPECT_LT(inner.name.x + inner.name.width, inner.figures.x);
+  EXPECT_EQ(LayOutBar(240, 0, true, 0, 0, {80, 60}).bar.width, 1);
   const ColumnsGrid grid = LayOutColumns(240, 100, 31, 8, 20, 24 * kHourSeconds);
   const Rect half = LayOutSegment(grid, 3, 12 * kHourSeconds, 12 * kHourSeconds);
   EXPECT_EQ(half.y, grid.chart.y);

@@ -15,6 +15,8 @@ class ColumnsCanvas : public touch::Canvas {
   ColumnsCanvas(const CTotals& totals, QWidget* parent);
 
   void ShowColumns();
+  // The column that a day lies in becomes the one that the keys have reached.
+  void SetCurrentDay(DayNumber day);
   // That the keys have reached, or -1.
   int CurrentColumn() const { return current_; }
 

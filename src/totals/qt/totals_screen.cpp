@@ -177,8 +177,10 @@ void CTotalsDlg::TapColumn(int column) {
 
 void CTotalsDlg::OnClose() {
   const bool hadList = list_->hasFocus();
+  const Period left = totals_.ShownPeriod();
   if (!totals_.GoBack()) return EndScreen(platform::qt::kResultCancel);
   ShowState();
+  if (totals_.ShownPeriod() != left) columns_->SetCurrentDay(left.first);
   if (hadList) bars_->setFocus();
 }
 
@@ -207,8 +209,12 @@ void CTotalsDlg::OpenAction(int action) {
   totals_.ReadAgain();
   ShowState();
   list_->verticalScrollBar()->setValue(scroll);
-  list_->setCurrentIndex(lines_->index(std::min(action, totals_.ActionCount() - 1)));
-  totals_.OpenBar() < 0 ? bars_->setFocus() : list_->setFocus();
+  const int selected = totals_.SelectedAction();
+  const int nearest = std::min(action, totals_.ActionCount() - 1);
+  list_->setCurrentIndex(lines_->index(selected < 0 ? nearest : selected));
+  if (totals_.OpenBar() < 0) return bars_->setFocus();
+  bars_->SetCurrentBar(totals_.OpenBar());
+  list_->setFocus();
 }
 
 void CTotalsDlg::SaveCsv() {

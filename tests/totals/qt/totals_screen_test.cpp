@@ -70,6 +70,7 @@ TEST_F(TotalsScreen, TapsMoveThePeriod) {
     Click("33220");
     Click("33220");
     EXPECT_EQ(Shown("1601"), "2010年6月");
+    EXPECT_EQ(columns->CurrentColumn(), 22);
     Click("33220");
   });
   EXPECT_FALSE(edited);
