@@ -33,6 +33,13 @@ std::u16string OneLine(std::u16string text) {
   return text;
 }
 
+// A spreadsheet works out what begins so, be it a name that came with somebody's file.
+std::u16string PlainText(const std::u16string& text) {
+  const bool isFormula =
+      !text.empty() && std::u16string_view(u"=+-@\t\r").find(text[0]) != std::u16string_view::npos;
+  return isFormula ? u"'" + text : text;
+}
+
 std::string Quoted(std::u16string_view text) {
   std::string bytes = platform::ToUtf8(text);
   if (bytes.find_first_of(",\"\r\n") == bytes.npos) return bytes;
@@ -48,9 +55,10 @@ void AddLines(const Rows& rows, const Choices& choices, const Totals& totals,
     const std::u16string name =
         NameOf(rows, LevelOf(choices, group.key), isInner ? group.key.inner : group.key.outer);
     const Seconds mean = MeanADay(group, totals);
-    table.push_back({isInner ? outerName : name, isInner ? name : u"", HoursText(group.time),
-                     DecimalHours(group.time), ShareText(group.time, totals.sum),
-                     Number(group.count), HoursText(mean), DecimalHours(mean)});
+    table.push_back({PlainText(isInner ? outerName : name), PlainText(isInner ? name : u""),
+                     HoursText(group.time), DecimalHours(group.time),
+                     ShareText(group.time, totals.sum), Number(group.count), HoursText(mean),
+                     DecimalHours(mean)});
     AddLines(rows, choices, totals, group.inner, name, table);
   }
 }

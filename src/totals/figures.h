@@ -37,7 +37,8 @@ std::u16string CountAndMean(const Group& group, const Totals& totals);
 std::u16string ByName(const core::CAppState& app, By by);
 
 // A line for each group and inner group, after one of headings: name, inner name, h:mm, decimal
-// hours, share, count, mean a day as h:mm and in decimals.
+// hours, share, count, mean a day as h:mm and in decimals. A name that a spreadsheet would take for
+// a formula begins with an apostrophe.
 using Table = std::vector<std::vector<std::u16string>>;
 Table MakeTable(const core::CAppState& app, const Rows& rows, const Choices& choices,
                 const Totals& totals);

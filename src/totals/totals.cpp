@@ -255,7 +255,8 @@ std::u16string CTotals::ClipboardText() const {
 }
 
 filedialog::FileSelectParams CTotals::AskForCsv() const {
-  std::u16string name = u"集計 " + Title();
+  std::u16string name = u"集計";
+  if (!Title().empty()) name += u" " + Title();
   std::ranges::replace(name, u'/', u'-');
   filedialog::FileSelectParams params;
   params.Mode = filedialog::kSelectToSave;

@@ -117,24 +117,28 @@ TEST_F(TotalsTest, ChoosesPeriodsAndLevels) {
 }
 
 TEST_F(TotalsTest, TheTableGoesOut) {
-  Write(u"04", u"2010/06/23 12:00:00", u"2010/06/23 12:20:00", u"a,\"b\"\nc", u"");
+  Write(u"04", u"2010/06/23 12:00:00", u"2010/06/23 12:20:00", u"=a,\"b\"\nc", u"");
   app.CurView = core::kViewWeek;
   CTotals totals(app, choices);
   EXPECT_EQ(totals.ClipboardText(),
             u"分類1\t内訳\t時間\t時間(小数)\t割合\t件数\t1日平均\t1日平均(小数)\n"
             u"仕事\t\t2:00\t2.00\t60.0%\t1\t0:17\t0.29\n"
             u"食事\t\t1:00\t1.00\t30.0%\t1\t0:08\t0.14\n"
-            u"a,\"b\" c\t\t0:20\t0.33\t10.0%\t1\t0:02\t0.05\n");
+            u"'=a,\"b\" c\t\t0:20\t0.33\t10.0%\t1\t0:02\t0.05\n");
   const std::u16string file = folder.Path(u"t.csv");
   host.answers = {"集計を保存しました。"};
   totals.WriteCsv(file);
   const std::string bytes = testing_support::ReadWholeFile(folder.HostPath("t.csv"));
   EXPECT_TRUE(bytes.starts_with("\xEF\xBB\xBF分類1,内訳,時間,")) << bytes;
-  EXPECT_TRUE(bytes.ends_with("\r\n\"a,\"\"b\"\"\nc\",,0:20,0.33,10.0%,1,0:02,0.05\r\n")) << bytes;
+  EXPECT_TRUE(bytes.ends_with("\r\n\"'=a,\"\"b\"\"\nc\",,0:20,0.33,10.0%,1,0:02,0.05\r\n"))
+      << bytes;
   host.answers = {{"既に存在します", platform::Answer::kNo}, "オープンに失敗しました"};
   totals.WriteCsv(file);
   totals.WriteCsv(folder.Path(u"none\\t.csv"));
   EXPECT_EQ(totals.AskForCsv().StartName, u"集計 2010-06-20-06-26.csv");
+  app.FindWhere = u"0";
+  app.CurView = core::kViewList;
+  EXPECT_EQ(CTotals(app, choices).AskForCsv().StartName, u"集計.csv");
 }
 
 TEST(TotalsLayout, NothingOverlapsOrLeavesTheScreen) {
