@@ -212,6 +212,13 @@ const Row& CTotals::RowAt(int action) const {
   return rows_.All()[static_cast<size_t>(open_[static_cast<size_t>(action)])];
 }
 
+// The opened group bears the name, or the one that it stands in.
+bool CTotals::IsOpenName(By by, int name) const {
+  const Key key = OpenKey().value_or(Key{});
+  const bool isInner = key.inner != Key::kAny && LevelOf(choices_, key) == by && key.inner == name;
+  return isInner || (choices_.by == by && key.outer == name);
+}
+
 std::u16string CTotals::ActionText(int action) const {
   if (action >= ActionCount()) return {};
   const Row& row = RowAt(action);
@@ -223,10 +230,13 @@ std::u16string CTotals::ActionText(int action) const {
   const std::u16string end =
       row.runs ? u"●" : ShortMoment(texts->end, withYear && !sameDay, !sameDay);
   std::u16string text = ShortMoment(texts->start, withYear, withDay) + u"-" + end;
-  for (const std::u16string* part :
-       {&texts->place, &texts->category1, &texts->category2, &texts->memo}) {
-    if (!part->empty()) text += u" " + core::RemoveLineBreaks(*part);
-  }
+  const auto append = [&text](const std::u16string& part) {
+    if (!part.empty()) text += u" " + core::RemoveLineBreaks(part);
+  };
+  if (!IsOpenName(By::kPlace, row.place)) append(texts->place);
+  if (!IsOpenName(By::kCategory1, row.category1)) append(texts->category1);
+  if (!IsOpenName(By::kCategory2, row.category2)) append(texts->category2);
+  append(texts->memo);
   return text;
 }
 

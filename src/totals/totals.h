@@ -44,7 +44,8 @@ class CTotals {
   // The position of the opened group among the bars, or -1; its Actions by start.
   int OpenBar() const { return openBar_; }
   int ActionCount() const { return static_cast<int>(open_.size()); }
-  // "11/20 09:00-10:00 会社 昼までに"; "●" where it runs. Empty beyond the last one.
+  // "11/20 09:00-10:00 会社 昼までに", without what the group's name says; "●" where it runs. Empty
+  // beyond the last one.
   std::u16string ActionText(int action) const;
   // Where the one stands that was handed to the edit screen, or -1 if it has left the group.
   int SelectedAction() const;
@@ -83,6 +84,7 @@ class CTotals {
   void SumAgain();
   void MakeBars();
   std::optional<Key> OpenKey() const;
+  bool IsOpenName(By by, int name) const;
   void OpenGroup(const std::optional<Key>& key);
   Table MakeTable() const { return totals::MakeTable(app_, rows_, choices_, sums_); }
 

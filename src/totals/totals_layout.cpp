@@ -85,12 +85,14 @@ int PlaceSummary(Controls& controls, int y, int width, bool isWide, bool hasNote
   return y + lines * line;
 }
 
-// The columns, or the opened group's name and Actions.
-void PlaceLower(Controls& controls, const Rect& area, bool isOpen) {
-  if (!isOpen) return controls.push_back({kIdColumns, area});
+// The columns, or the opened group's name, figures and Actions.
+void PlaceLower(Controls& controls, const Rect& area, const Shown& shown) {
+  if (!shown.isOpen) return controls.push_back({kIdColumns, area});
   const int line = Scaled(kLineHeight + 3);
-  controls.push_back(
-      {kIdGroup, {area.x + Scaled(kMargin), area.y, area.width - 2 * Scaled(kMargin), line}});
+  const int left = area.x + Scaled(kMargin), right = area.x + area.width - Scaled(kMargin);
+  const int figures = std::max(right - shown.groupFigures, left + 1);
+  controls.push_back({kIdGroup, {left, area.y, figures - left, line}});
+  controls.push_back({kIdGroupFigures, {figures, area.y, right - figures, line}});
   controls.push_back({kIdActions, {area.x, area.y + line, area.width, area.height - line}});
 }
 
@@ -133,12 +135,12 @@ std::vector<PlacedControl> LayOutTotals(int width, int height, const Shown& show
   if (isWide) {
     const int left = !hasLower ? width : width * (shown.isOpen ? 9 : 10) / 20;
     controls.push_back({kIdBars, {0, y, left, room}});
-    if (hasLower) PlaceLower(controls, {left, y, width - left, room}, shown.isOpen);
+    if (hasLower) PlaceLower(controls, {left, y, width - left, room}, shown);
     return controls;
   }
   const int bars = hasLower ? room * (shown.isOpen ? 9 : 10) / 20 : room;
   controls.push_back({kIdBars, {0, y, width, bars}});
-  if (hasLower) PlaceLower(controls, {0, y + bars, width, room - bars}, shown.isOpen);
+  if (hasLower) PlaceLower(controls, {0, y + bars, width, room - bars}, shown);
   return controls;
 }
 

@@ -34,7 +34,8 @@ enum TotalsControl {
   kIdGroup = 1618,
   kIdActions = 1619,
   kIdCount = 1620,
-  kIdCalendar = 1621,
+  kIdGroupFigures = 1621,
+  kIdCalendar = 1622,
   kIdKeyBack = 33220,
   kIdMenuCopy = 33221,
   kIdMenuCsv = 33222,
@@ -49,6 +50,7 @@ struct Shown {
   bool hasNote = false;
   bool hasColumns = false;
   bool isOpen = false;
+  int groupFigures = 0;  // how wide those of the opened group are
 };
 
 // All that shows, in the order of the Tab key: above one another in portrait, the bars on the left

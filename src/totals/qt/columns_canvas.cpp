@@ -151,10 +151,10 @@ void ColumnsCanvas::PaintLegend(QPainter& painter, const ColumnsGrid& grid) cons
   const size_t others = totals_.Stacked().greatest.size();
   for (size_t slot = 0; slot < grid.legend.size(); ++slot) {
     const QRect entry = ToQt(grid.legend[slot]);
-    const QRect sample(entry.left(), entry.top() + Scaled(3), Scaled(8), Scaled(8));
+    const QRect sample(entry.left(), entry.top() + Scaled(3), Scaled(7), Scaled(8));
     painter.fillRect(sample, slot == others ? QColor(kOthersColor) : ColorOf(slot));
     painter.setPen(Qt::black);
-    const QRect text = entry.adjusted(Scaled(11), 0, -Scaled(2), 0);
+    const QRect text = entry.adjusted(Scaled(9), 0, -Scaled(1), 0);
     painter.drawText(text, Qt::AlignVCenter | Qt::TextSingleLine,
                      platform::qt::CutToWidth(SlotName(slot), painter.font(), text.width()));
   }

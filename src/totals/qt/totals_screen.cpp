@@ -107,6 +107,8 @@ void CTotalsDlg::MakePictures() {
 
 void CTotalsDlg::MakeList() {
   controls_.AddLabel(kIdGroup, u"");
+  controls_.AddLabel(kIdGroupFigures, u"");
+  controls_.At<QLabel>(kIdGroupFigures)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   list_ = controls_.Add(kIdActions, new QListView(this));
   lines_ = new ActionLines(totals_, this);
   list_->setModel(lines_);
@@ -230,7 +232,8 @@ void CTotalsDlg::LayOut() {
                     .canStep = period.IsBounded(),
                     .hasNote = !totals_.Summarized().note.empty(),
                     .hasColumns = totals_.HasColumns(),
-                    .isOpen = totals_.OpenBar() >= 0};
+                    .isOpen = totals_.OpenBar() >= 0,
+                    .groupFigures = controls_.At<QLabel>(kIdGroupFigures)->sizeHint().width()};
   std::set<int> placed;
   QWidget* before = nullptr;
   for (const platform::PlacedControl& control :
@@ -265,8 +268,8 @@ void CTotalsDlg::ShowState() {
   ShowChoices();
   if (totals_.OpenBar() >= 0) {
     const Bar& open = totals_.Bars()[static_cast<size_t>(totals_.OpenBar())];
-    controls_.At<QLabel>(kIdGroup)->setText(
-        ToQt(open.name + u" " + CountAndMean(*open.group, totals_.Sums())));
+    controls_.At<QLabel>(kIdGroup)->setText(ToQt(open.name));
+    controls_.At<QLabel>(kIdGroupFigures)->setText(ToQt(CountAndMean(*open.group, totals_.Sums())));
   }
   lines_->Reset();
   LayOut();
