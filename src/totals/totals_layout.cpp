@@ -96,11 +96,11 @@ void PlaceLower(Controls& controls, const Rect& area, const Shown& shown) {
   controls.push_back({kIdActions, {area.x, area.y + line, area.width, area.height - line}});
 }
 
-// The hours of the lines: few enough to leave room between them.
+// The hours of the lines: few enough to leave room between them, and two at least.
 Seconds LineStep(Seconds highest) {
-  constexpr int kHours[] = {1,   2,   3,    6,    12,   24,    48,    120,
-                            240, 720, 1440, 4380, 8760, 43800, 87600, 438000};
-  constexpr int kMostLines = 4;
+  constexpr int kHours[] = {1,   2,    3,    6,    12,    24,    50,    100,    200,
+                            500, 1000, 2000, 5000, 10000, 20000, 50000, 100000, 200000};
+  constexpr int kMostLines = 5;
   for (const int hours : kHours) {
     if (highest <= hours * kHourSeconds * kMostLines) return hours * kHourSeconds;
   }

@@ -177,6 +177,8 @@ TEST(TotalsLayout, BarsAndColumnsAreAsLongAsTheirTimes) {
   EXPECT_EQ(half.y, grid.chart.y);
   EXPECT_EQ(half.height, grid.chart.height - grid.chart.height / 2);
   EXPECT_EQ(grid.lines.size(), 4u);
+  EXPECT_EQ(LayOutColumns(240, 100, 12, 8, 20, 501 * kHourSeconds).lines,
+            (std::vector{200 * kHourSeconds, 400 * kHourSeconds}));
   EXPECT_EQ(grid.columns[30].x + grid.columns[30].width, grid.chart.x + grid.chart.width);
   EXPECT_GE(grid.labelStep * grid.columns[0].width, 20);
   EXPECT_EQ(LayOutSegment(LayOutColumns(240, 100, 2, 0, 20, 0), 0, 0, 0).height, 0);
