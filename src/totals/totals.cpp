@@ -51,7 +51,9 @@ bool CTotals::IsNarrowed() const {
 
 Summary CTotals::Summarized() const {
   Summary summary = Summarize(sums_);
-  if (!IsNarrowed() || !period_.IsBounded()) return summary;
+  if (!IsNarrowed()) return summary;
+  summary.rest = u"それ以外の時間 " + HoursText(sums_.Unwritten());  // others may fill it
+  if (!period_.IsBounded()) return summary;
   summary.note = u"検索結果のみ" + (summary.note.empty() ? u"" : u"　" + summary.note);
   return summary;
 }

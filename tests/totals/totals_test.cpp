@@ -83,6 +83,7 @@ TEST_F(TotalsTest, AnEditedActionChangesTheFiguresAndAFindStaysAPeriod) {
   EXPECT_EQ(totals.Title(), u"2010/06/23(水)");
   EXPECT_EQ(Bars(totals), "仕事 2:00 ") << "of what was found";
   EXPECT_EQ(totals.Summarized().note, u"検索結果のみ");
+  EXPECT_EQ(totals.Summarized().rest, u"それ以外の時間 22:00");
   totals.ChooseKind(PeriodKind::kDay);
   EXPECT_EQ(Bars(totals), "仕事 2:00 食事 1:00 ");
   EXPECT_EQ(totals.Kinds().back(), PeriodKind::kFind);
