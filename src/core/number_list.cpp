@@ -3,8 +3,9 @@
 #include "core/number_list.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
+
+#include "core/text.h"
 
 namespace core {
 
@@ -92,9 +93,8 @@ size_t NumberList::ReadAhead(size_t most) const {
 
 // Where the number would stand is searched as if the list were sorted; from there both ways.
 size_t NumberList::Find(uint64_t number) const {
-  size_t below =
-      *std::ranges::partition_point(std::views::iota(size_t{0}, blocks_.size()),
-                                    [&](size_t block) { return Read(block).front() <= number; });
+  size_t below = SortedSearch(blocks_.size(), SearchMode::kUpperBound,
+                              [&](size_t block) { return Read(block).front() <= number ? 1 : -1; });
   size_t above = below;
   const auto findIn = [&](size_t block) {
     if (greatest_[block] < number) return count_;

@@ -163,7 +163,7 @@ class Writer {
     group_.clear();
     std::set<int64_t> rows;
     for (ImportRecord& record : records) {
-      Prepared& next = group_.emplace_back(ToAction(std::move(record)), false);
+      Prepared& next = group_.emplace_back(Prepared{ToAction(std::move(record)), false});
       if (store::Failed(result) || mode_ == kReadAdd) continue;
       std::optional<int64_t> row;
       result = replacer_.Complete(next.action, row);

@@ -7,7 +7,6 @@
 #include <array>
 #include <bit>
 #include <memory>
-#include <ranges>
 #include <span>
 #include <string>
 #include <utility>
@@ -248,9 +247,10 @@ bool Take(Reader& reader, const FileMark& mark, Leads& leads) {
     if (!reader.TakeTexts(texts)) return false;
   }
   if (!reader.TakeSum()) return false;
-  return std::ranges::all_of(std::views::iota(size_t{0}, leads.odd.size()), [&](size_t list) {
-    return HasItsTexts(leads.entries[list], leads.odd[list].size());
-  });
+  return std::ranges::equal(leads.odd, std::span(leads.entries).first<3>(),
+                            [](const auto& texts, const std::vector<Entry>& entries) {
+                              return HasItsTexts(entries, texts.size());
+                            });
 }
 
 bool Write(platform::File& file, const FileMark& mark, const IndexRows& rows) {
