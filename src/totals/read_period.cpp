@@ -4,8 +4,6 @@
 #include <array>
 #include <memory>
 #include <numeric>
-#include <span>
-#include <utility>
 #include <vector>
 
 #include "core/date_time.h"
@@ -95,7 +93,14 @@ class Reader {
   }
 
  private:
+  struct Place {
+    int64_t row;
+    size_t index;  // where the index has it
+  };
+
   void FindPlaces(const Period& period);
+  std::u16string Condition(const std::u16string& find) const;
+  std::vector<Place> PlacesByRow() const;
   HRESULT ReadTexts(const std::u16string& find, const Selected& columns);
   void Add(size_t place, const RowTexts& texts);
 
@@ -125,31 +130,40 @@ void Reader::FindPlaces(const Period& period) {
   if (!isThere) places_.insert(at, running);
 }
 
-// Rows mostly come in the order of the index. Where they are many, the engine is as quick at going
-// through all of them.
-HRESULT Reader::ReadTexts(const std::u16string& find, const Selected& columns) {
+// Where they are many, the engine is as quick at going through all rows.
+std::u16string Reader::Condition(const std::u16string& find) const {
   const bool areMany = places_.size() > index_.RowIds().Count() / 4;
-  std::u16string condition = areMany ? u"" : store::PlacesCondition(places_);
-  if (!find.empty()) condition.append(condition.empty() ? u"" : u" and ").append(find);
-  std::vector<std::pair<int64_t, size_t>> placeOfRow;
+  const std::u16string places = areMany ? u"" : store::PlacesCondition(places_);
+  return places.empty() || find.empty() ? places + find : places + u" and " + find;
+}
+
+// In the order of the rows, in which the engine mostly gives them.
+std::vector<Reader::Place> Reader::PlacesByRow() const {
+  std::vector<Place> byRow;
+  byRow.reserve(places_.size());
   for (const size_t place : places_) {
-    placeOfRow.emplace_back(static_cast<int64_t>(index_.RowIds().At(place)), place);
+    byRow.push_back({static_cast<int64_t>(index_.RowIds().At(place)), place});
   }
-  if (!std::ranges::is_sorted(placeOfRow)) std::ranges::sort(placeOfRow);
+  if (!std::ranges::is_sorted(byRow, {}, &Place::row)) std::ranges::sort(byRow, {}, &Place::row);
+  return byRow;
+}
+
+HRESULT Reader::ReadTexts(const std::u16string& find, const Selected& columns) {
   std::unique_ptr<store::RowSet> found;
-  HRESULT result = Open(columns, condition, found);
+  HRESULT result = Open(columns, Condition(find), found);
   if (store::Failed(result)) return result;
+  const std::vector<Place> places = PlacesByRow();
   std::array<std::optional<std::u16string>, 3> row;
-  auto next = placeOfRow.begin();
+  auto next = places.begin();
   while ((result = found->Next(row)) == store::S_OK) {
     const int64_t number = found->Number(static_cast<int>(columns.names.size()));
-    if (next == placeOfRow.end() || next->first != number) {
-      next = std::ranges::lower_bound(placeOfRow, std::pair(number, size_t{0}));
+    if (next == places.end() || next->row != number) {
+      next = std::ranges::lower_bound(places, number, {}, &Place::row);
     }
-    if (next == placeOfRow.end() || next->first != number) continue;
+    if (next == places.end() || next->row != number) continue;
     RowTexts texts;
     for (size_t k = 0; k < columns.texts.size(); ++k) texts.*columns.texts[k] = TextOr(row[k]);
-    Add((next++)->second, texts);
+    Add((next++)->index, texts);
   }
   return result;
 }
@@ -166,23 +180,29 @@ void Reader::Add(size_t place, const RowTexts& texts) {
   }
 }
 
+// A kept index is read as it's asked for and may only then turn out to be damaged; the next refresh
+// makes it of the diary.
 HRESULT ReadAll(const core::CAppState& app, const Period& period, const std::u16string& find,
                 const Choices& choices, Rows& rows, platform::LateWait& wait) {
   const store::CDbSession& session = store::dbSession();
   if (!session.Session) return store::E_POINTER;
   const store::ReadView view(*session.Session);
-  if (session.Starts->Refresh() != 0) return store::E_FAIL;
   int64_t running;
-  const HRESULT result = FindRunning(app, running);
+  HRESULT result = FindRunning(app, running);
   if (store::Failed(result)) return result;
-  return Reader(rows, running, wait).Read(period, find, SelectedFor(choices));
+  do {
+    rows.Clear(period.IsBounded() ? std::optional(period.Moments()) : std::nullopt);
+    if (session.Starts->Refresh() != 0) return store::E_FAIL;
+    result = Reader(rows, running, wait).Read(period, find, SelectedFor(choices));
+  } while (!store::Failed(result) && session.Starts->IsDamaged());
+  return result;
 }
 
 }  // namespace
 
 bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
                 const Choices& choices, Rows& rows, platform::LateWait& wait) {
-  rows.Clear(period.IsBounded() ? std::optional(period.Moments()) : std::nullopt);
+  rows.Clear();
   const HRESULT result = ReadAll(app, period, find, choices, rows, wait);
   if (!store::Failed(result)) return true;
   platform::ShowNotice(store::FaultText(u"CTotals::ReadPeriod Select", 1, result), u"ERROR",

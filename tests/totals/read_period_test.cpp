@@ -1,9 +1,12 @@
 // A year of the sample diary beside sums that SQL makes, and what only the data file knows.
 #include "totals/read_period.h"
 
+#include <fstream>
+
 #include "exchange/find.h"
 #include "recorder/recorder_state.h"
 #include "sample/sample_diary.h"
+#include "store/action_index.h"
 #include "store/store_fixture.h"
 #include "totals/days.h"
 
@@ -131,6 +134,22 @@ TEST_F(ReadPeriodTest, ReachesToTheLastDayThereIs) {
   InsertAction(u"9999/12/31 22:00:00", u"9999/12/31 23:00:00");
   const Period toTheLast = To(PeriodOf(PeriodKind::kMonth, Day(u"2010/06/22")), Day(u"9999/12/31"));
   EXPECT_EQ(Read(toTheLast).sum, 2 * kHourSeconds);
+}
+
+TEST_F(ReadPeriodTest, AKeptIndexThatIsDamagedCountsForNothing) {
+  CreateFile();
+  constexpr int kKept = 6000;
+  ASSERT_EQ(store::dbSession().Session->BeginTransaction(), store::S_OK);
+  for (int k = 0; k < kKept; ++k) InsertAction(u"2010/06/22 22:00:00", u"2010/06/22 23:00:00");
+  ASSERT_EQ(store::dbSession().Session->Commit(), store::S_OK);
+  ASSERT_EQ(store::LoadActionIndex(app), 0);
+  store::DisconnectDataFile();
+  std::fstream kept(hostPath + "-index", std::ios::binary | std::ios::in | std::ios::out);
+  kept.seekp(60'000);
+  ASSERT_TRUE(kept.put('!'));
+  kept.close();
+  ASSERT_EQ(store::ConnectDataFile(path), store::S_OK);
+  EXPECT_EQ(Read({PeriodKind::kAll}, {By::kHour}).sum, kKept * kHourSeconds);
 }
 
 TEST(LateWaitTest, ShowsTheCursorOnceItLasts) {
