@@ -131,17 +131,19 @@ void DayBar::ShowDay(const TidyDay& day) {
   update();
 }
 
-// Every sixth hour has a number below its line.
+// However short a gap or an overlap is, it shows. Every sixth hour has a number below its line.
 void DayBar::Paint(QPainter& painter) const {
   const int left = Scaled(8), wide = width() - 2 * left, high = height() - Scaled(12);
   const auto x = [&](int64_t moment) {
     return left + static_cast<int>(wide * moment / kDaySeconds);
   };
   painter.setFont(platform::qt::FixedFont(9));
+  painter.fillRect(left, 0, wide, high, kFilled);
   for (const Stretch& stretch : stretches_) {
-    const QColor colour = stretch.depth == 0 ? kEmpty : stretch.depth == 1 ? kFilled : kDouble;
-    const int from = x(stretch.from);
-    painter.fillRect(from, 0, x(stretch.to) - from, high, colour);
+    if (stretch.depth == 1) continue;
+    const int from = x(stretch.from), least = Scaled(1);
+    painter.fillRect(from, 0, std::max(least, x(stretch.to) - from), high,
+                     stretch.depth == 0 ? kEmpty : kDouble);
   }
   painter.setPen(QPen(Qt::black, 0));
   painter.drawRect(left, 0, wide, high);
