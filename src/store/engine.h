@@ -153,11 +153,11 @@ class Engine {
   // A compacted copy at `path`, as Compact makes it, which is replaced: whole and on the disk, or
   // gone after a failure.
   HRESULT CopyTo(std::u16string_view path);
-  // A copy of the file as it is now, at `path`, which is replaced. It's made by a thread of its own
-  // with a connection of its own, and what is written meanwhile isn't in it. FinishCopy waits for
-  // it, if there is one, and hands its result to `finish`: the copy is whole and on the disk, or
-  // gone with the trouble noted. Closing the file finishes its copy. `onEnd` is called by the
-  // thread once FinishCopy no longer has to wait.
+  // A copy of the file as it is now, but for the steps that could be taken back, at `path`, which
+  // is replaced. It's made by a thread of its own with a connection of its own, and what is written
+  // meanwhile isn't in it. FinishCopy waits for it, if there is one, and hands its result to
+  // `finish`: the copy is whole and on the disk, or gone with the trouble noted. Closing the file
+  // finishes its copy. `onEnd` is called by the thread once FinishCopy no longer has to wait.
   void StartCopy(std::u16string_view path, std::function<void()> onEnd,
                  std::function<void(HRESULT)> finish);
   void FinishCopy();

@@ -106,7 +106,11 @@ bool SnapshotCopy::CopyPages() {
   if (backup == nullptr) return Fail(copy_.get());
   sqlite3_backup_step(backup, -1);
   const bool copied = sqlite3_backup_finish(backup) == SQLITE_OK;
-  return (copied && Runs(copy_.get(), "PRAGMA journal_mode=DELETE")) || Fail(copy_.get());
+  const bool isOneFile = copied && Runs(copy_.get(), "PRAGMA journal_mode=DELETE");
+  if (!isOneFile) return Fail(copy_.get());
+  // What was deleted doesn't go with it; but better a copy with it than none.
+  Runs(copy_.get(), "PRAGMA secure_delete=ON; DROP TABLE IF EXISTS t_UndoData");
+  return true;
 }
 
 bool SnapshotCopy::Fail(sqlite3* database) {

@@ -315,11 +315,18 @@ TEST_F(UndoTest, DeletedTextsCanBeForgotten) {
     EXPECT_EQ(FileBytes().find("SECRET") == std::string::npos, clears);
     ASSERT_EQ(datafile::OpenDataFile(app), 0);
   }
+  store::Engine& engine = *store::dbSession().Session;
+  engine.PrepareJournal();
+  engine.StartCopy(
+      folder.Path(u"daily.sdf"), [] {}, [](store::HRESULT) {});
   recorder::CloseRecorderSession(app);
   ASSERT_EQ(store::Engine::Compact(path, folder.Path(u"copy.sdf")), store::S_OK);
-  const std::string copy = testing_support::ReadWholeFile(folder.HostPath("copy.sdf"));
-  EXPECT_EQ(copy.find("SECRET"), std::string::npos);
-  EXPECT_EQ(copy.find("t_UndoData"), std::string::npos);
+  for (const char* name : {"daily.sdf", "copy.sdf"}) {
+    const std::string copy = testing_support::ReadWholeFile(folder.HostPath(name));
+    EXPECT_NE(copy.find("t_UserData"), std::string::npos) << name;
+    EXPECT_EQ(copy.find("SECRET"), std::string::npos) << name;
+    EXPECT_EQ(copy.find("t_UndoData"), std::string::npos) << name;
+  }
 }
 
 }  // namespace
