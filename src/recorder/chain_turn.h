@@ -16,8 +16,8 @@ class ChainTurn {
   // Writes what the chain is after the turn, if the step is one of the recorder's. kRefused if the
   // chain has gone on otherwise meanwhile, kFailed if it can't be read or written.
   store::TurnResult Write(store::Turn turn, const store::UndoStep& step);
-  // An Action has been deleted: the chain names it no longer, and its rows in the file neither.
-  // False if they can't be written.
+  // An Action has been deleted: the chain names it no longer, nor do its rows in the file. False if
+  // they can't be written.
   bool Forget(std::u16string_view id);
   // After the commit: the application object follows, also where only a start has changed.
   void Show();
