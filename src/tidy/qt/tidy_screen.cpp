@@ -165,7 +165,8 @@ void TidyDlg::Run(Command command, const Link& link) {
 }
 
 std::optional<int64_t> TidyDlg::AskTime(Command command, const Link& link) {
-  const std::u16string title(TextOf(command).substr(0, TextOf(command).find(u'.')));
+  static constexpr std::u16string_view kTitles[] = {u"始まり", u"終わり", u"分ける"};
+  const std::u16string title(kTitles[static_cast<size_t>(command)]);
   const int64_t now = TidyDay::TimeFor(command, link);
   if (app_.ItmSelMode != core::kPickByLists) {
     pickers::ValueInputParams params{title, TidyDay::TimeText(now)};
