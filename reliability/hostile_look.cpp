@@ -290,7 +290,7 @@ void LookAtEverything(const std::filesystem::path& folder, Outcome& outcome) {
     watch.Do("find", [&] { Find(app); });
     watch.Do("export", [&] { Export(program, folder); });
     watch.Do("recorder", [&] { recorder::LoadRecorderData(app); });
-    watch.Do("inspection", [&] { outcome.isWhole = inspection::Inspect().IsGood(); });
+    watch.Do("inspection", [&] { outcome.isWhole = inspection::Inspect(app).IsGood(); });
   }
   TellMessages(host, outcome);
 }

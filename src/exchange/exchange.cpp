@@ -7,6 +7,7 @@
 #include "exchange/import.h"
 #include "platform/device_paths.h"
 #include "platform/host.h"
+#include "store/action_index.h"
 
 namespace exchange {
 
@@ -60,6 +61,7 @@ void CExchange::RunExportAsked(const Progress& progress) {
     return;
   }
   const platform::WaitCursor waiting;
+  store::ReadWholeActionIndex(app_);
   RunExport(app_, path_, formatVer_, progress);
 }
 

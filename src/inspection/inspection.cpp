@@ -7,7 +7,6 @@
 #include <optional>
 
 #include "core/action_id.h"
-#include "core/app_state.h"
 #include "core/date_time.h"
 #include "core/day.h"
 #include "core/text.h"
@@ -199,13 +198,14 @@ class Inspector {
 
 }  // namespace
 
-Report Inspect(const Progress& progress) {
+Report Inspect(core::CAppState& app, const Progress& progress) {
   const platform::WaitCursor waiting;
+  store::ReadWholeActionIndex(app);
   return Inspector(progress).Run();
 }
 
-void OnBtnInspect(const Progress& progress) {
-  const Report report = Inspect(progress);
+void OnBtnInspect(core::CAppState& app, const Progress& progress) {
+  const Report report = Inspect(app, progress);
   const Text title = u"データファイルの検査";
   if (report.IsGood()) {
     platform::ShowNotice(u"問題は見つかりませんでした。\n" + Number(report.actions) +

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "core/app_state.h"
+
 namespace inspection {
 
 // Called between two rows; `total` is the number of Actions.
@@ -19,10 +21,10 @@ struct Report {
   bool IsGood() const { return problems.empty(); }
 };
 
-// Takes about as long as reading the file three times. A data file must be open.
-Report Inspect(const Progress& progress = {});
+// Takes about as long as reading the file three times. A data file must be open, `app`'s.
+Report Inspect(core::CAppState& app, const Progress& progress = {});
 
 // Inspects, and says what came of it.
-void OnBtnInspect(const Progress& progress = {});
+void OnBtnInspect(core::CAppState& app, const Progress& progress = {});
 
 }  // namespace inspection

@@ -235,11 +235,24 @@ void CMainWnd::OnCommand(int id) {
   row->run(*this);
 }
 
-// Whenever nothing else is to be done, beginning after the paint.
+// Whenever nothing else is to be done: a paint or a tap waits for one slice at most.
 void CMainWnd::ReadAhead() {
-  const store::Ahead ahead = store::ReadAhead(app_);
-  if (ahead != store::Ahead::kMore) readAhead_.stop();
-  if (ahead == store::Ahead::kReloaded) View().Refill();
+  const store::Ahead ahead = store::ReadAhead();
+  if (ahead == store::Ahead::kMore) return;
+  readAhead_.stop();
+  if (ahead == store::Ahead::kDamaged) MendIndex();
+}
+
+// Once nothing stands over the window: a screen knows its Action by its position, a find that lasts
+// has begun to replace the index, and a message may stand while rows are being read.
+void CMainWnd::MendIndex() {
+  if (!platform::qt::ModalScreen::IsInFront(nullptr)) {
+    QTimer::singleShot(kLookAgainMilliseconds, &readAhead_, qOverload<>(&QTimer::start));
+    return;
+  }
+  store::MendActionIndex(app_);
+  ForgetWhatWasRead();
+  View().OnChange(views::Change::kEdited);
 }
 
 // The copy has its name at once. A failure is reported once nothing stands over the window.

@@ -62,6 +62,7 @@ class CMainWnd : public QWidget {
   void ForgetWhatWasRead();
 
   void ReadAhead();
+  void MendIndex();
   void OnDailyCopyEnd();
   void OnDateChosen(const core::Day& day);
   void OnPageChosen(int page);

@@ -97,6 +97,10 @@ bool COptions::OnBtnCompact() {
   return store::dbSession().Session != nullptr;
 }
 
+void COptions::OnBtnInspect(const inspection::Progress& progress) const {
+  inspection::OnBtnInspect(app_, progress);
+}
+
 Text COptions::FormatVersion() const {
   Text version;
   if (store::dbSession().SysInfoTable)

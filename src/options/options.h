@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/app_state.h"
+#include "inspection/inspection.h"
 #include "options/option_values.h"
 
 namespace options {
@@ -32,6 +33,7 @@ class COptions {
 
   // The data page. Compaction answers false if no data file is open any more.
   bool OnBtnCompact();
+  void OnBtnInspect(const inspection::Progress& progress) const;
   std::u16string FormatVersion() const;
   // Where the file dialog starts: the folder of the named data file, or the root.
   std::u16string DataFolder() const;

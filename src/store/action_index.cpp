@@ -46,7 +46,7 @@ int LoadActionIndex(core::CAppState& app) {
   const CDbSession& session = dbSession();
   if (!session.Session) return -3;
   session.UserTable->CloseRS();  // its view of the data would be the reading's
-  const int result = session.Starts->Refresh();
+  const int result = session.Starts->Mend();
   app.ActIds = session.Starts->Ids();
   app.ActStarts = session.Starts->Starts();
   app.IndexCount = app.TotalCount = static_cast<int>(app.ActIds.Count());
@@ -62,13 +62,25 @@ int ReloadActionIndex(core::CAppState& app) {
   return page < 0 ? -2 : 0;
 }
 
-Ahead ReadAhead(core::CAppState& app) {
+Ahead ReadAhead() {
   const CDbSession& session = dbSession();
   if (!session.Session) return Ahead::kWhole;
-  const bool isMore = session.Starts->ReadAhead();
-  if (!session.Starts->IsDamaged()) return isMore ? Ahead::kMore : Ahead::kWhole;
-  ReloadActionIndex(app);
-  return Ahead::kReloaded;
+  if (session.Starts->ReadAhead()) return Ahead::kMore;
+  return session.Starts->IsDamaged() ? Ahead::kDamaged : Ahead::kWhole;
+}
+
+void MendActionIndex(core::CAppState& app) {
+  const CDbSession& session = dbSession();
+  if (!session.Session) return;
+  // What was found has lists of its own.
+  app.FindWhere ? session.Starts->Mend() : ReloadActionIndex(app);
+}
+
+void ReadWholeActionIndex(core::CAppState& app) {
+  Ahead ahead;
+  while ((ahead = ReadAhead()) == Ahead::kMore) {
+  }
+  if (ahead == Ahead::kDamaged) MendActionIndex(app);
 }
 
 int FindActionIndexLower(const core::CAppState& app, std::u16string_view date,
@@ -134,7 +146,8 @@ std::optional<std::u16string> TouchingCondition(std::u16string_view from, std::u
                                    u"' and f_nchEndDateTime >= '" + std::u16string(from) + u"'";
   const std::vector<size_t> touching = session.Starts->Touching(from, to);
   if (touching.size() > session.Starts->Ids().Count() / 4) return described;
-  return PlacesCondition(touching) + u" and " + described;
+  const std::u16string named = PlacesCondition(touching) + u" and " + described;
+  return session.Starts->IsDamaged() ? described : named;
 }
 
 }  // namespace store

@@ -19,10 +19,15 @@ int LoadActionIndex(core::CAppState& app);
 // 0, -2 (the page was not found), -3, -101.
 int ReloadActionIndex(core::CAppState& app);
 
-// After a start only what was asked for of a large index has been read. Reads some more of it, in
-// less than 2 ms. What turns out to be damaged is read from the diary, by ReloadActionIndex.
-enum class Ahead { kMore, kWhole, kReloaded };
-Ahead ReadAhead(core::CAppState& app);
+// After a start only what was asked for of a large index has been read. Reads some more of it: a
+// millisecond or two, if the disk has it ready. kDamaged until it's mended: positions and ids may
+// be wrong, and nothing else.
+enum class Ahead { kMore, kWhole, kDamaged };
+Ahead ReadAhead();
+// Has a damaged index read from the diary, by ReloadActionIndex; a find stays.
+void MendActionIndex(core::CAppState& app);
+// For what goes through all of the index: reads what's left of it and mends it if it's damaged.
+void ReadWholeActionIndex(core::CAppState& app);
 
 // First position whose start is at or after the moment (kAtOrAfter) or after it (kAfter);
 // IndexCount if there is none, -101 if the index is empty.

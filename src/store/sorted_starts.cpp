@@ -47,8 +47,17 @@ int SortedStarts::Refresh() {
       result = ReadAgain(changes.rows[i]);
     }
   }
-  if (result == 0 && IsDamaged()) result = ReadAll();
   isWhole_ = result == 0;
+  return result;
+}
+
+int SortedStarts::Mend() {
+  const ReadView view(engine_);
+  int result = Refresh();
+  if (IsDamaged()) {
+    result = ReadAll();
+    isWhole_ = result == 0;
+  }
   return result;
 }
 
@@ -64,7 +73,7 @@ void SortedStarts::Keep() {
   if (rows_.rowIds.Count() < kMany) return;
   while (ReadAhead()) {
   }
-  const auto settled = engine_.Settle([this] { return Refresh() == 0; });
+  const auto settled = engine_.Settle([this] { return Mend() == 0; });
   if (settled) {
     mark_ = settled;
     isKept_ = false;

@@ -25,11 +25,14 @@ class SortedStarts {
   // Brings the lists to what the file holds now. 0, -3 if a select failed, -101 if a row could not
   // be read; the lists then hold what was read.
   int Refresh();
-  // What was kept from the last session is read as it's asked for. Reads some more of it, in less
-  // than 2 ms, so that nothing is left to go wrong later; whether anything is. What turns out to be
-  // damaged makes the next Refresh read all rows.
+  // What was kept from the last session is read as it's asked for. Reads some more of it, 64 blocks
+  // at most, so that nothing is left to go wrong later; whether anything is.
   bool ReadAhead();
+  // Some of that was damaged: what stands there instead is worth nothing, in copies of the lists
+  // too.
   bool IsDamaged() const { return kept_ && kept_->HasFailed(); }
+  // Refreshes the lists and, if they are damaged, reads all rows from the file.
+  int Mend();
   // Before the engine closes its file: keeps the rows for the next start, where they are many. The
   // engine is good for closing only.
   void Keep();

@@ -1,6 +1,7 @@
 // Files out and in again: their bytes, what is refused, and what a failure leaves.
 #include "exchange/exchange.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <sstream>
@@ -338,6 +339,24 @@ TEST_F(FileTest, WhyNoIdCouldBeLookedUpIsReported) {
       "インポートを中止します。",
       Answer::kOk};
   EXPECT_EQ(RunImport(app, csv, 1, kReadAdd), -2);
+}
+
+TEST_F(FileTest, AnExportIsWholeWhereTheKeptIndexIsDamaged) {
+  constexpr int kMany = 6'000;
+  store::dbSession().Session->BeginTransaction();
+  for (int i = 0; i < kMany; ++i) InsertAction(u"2010/06/23 09:00:00");
+  store::dbSession().Session->Commit();
+  for (const bool isKept : {false, true}) {
+    ASSERT_EQ(store::ConnectDataFile(path), 0);
+    if (isKept) std::filesystem::resize_file(hostPath + "-index", 8 * kMany);
+    EXPECT_EQ(store::LoadActionIndex(app), 0);
+  }
+  host.answers = {Answer::kYes, "エクスポートが完了しました。"};
+  CExchange out(app, ExchangeKind::kExport);
+  out.SetPath(csv);
+  out.OnRun({});
+  const std::string bytes = Bytes();
+  EXPECT_EQ(std::ranges::count(bytes, '\n'), kMany + 1);
 }
 
 TEST_F(FileTest, TheScreenAsksOnceAndKeepsItsPath) {

@@ -24,7 +24,7 @@ class Inspection : public StoreTest {
 
 TEST_F(Inspection, SaysWhatIsWrongAndWhatCanBeDone) {
   host.answers = {"見つかりませんでした。\n3個のアクション"};
-  inspection::OnBtnInspect();
+  inspection::OnBtnInspect(app);
   const std::tuple<const char*, std::u16string_view, std::u16string_view, const char*, const char*>
       rows[] = {
           {"no date",
@@ -62,7 +62,7 @@ TEST_F(Inspection, SaysWhatIsWrongAndWhatCanBeDone) {
     SCOPED_TRACE(why);
     Spoil(spoil);
     host.answers = {problem};
-    inspection::OnBtnInspect();
+    inspection::OnBtnInspect(app);
     EXPECT_NE(platform::ToUtf8(host.messages.back().text).find(remedy), std::string::npos);
     Spoil(mend);
   }
@@ -76,7 +76,7 @@ TEST_F(Inspection, FindsWhatTheDiskHasSpoiled) {
   testing_support::WriteWholeFile(hostPath, bytes);
   ASSERT_EQ(store::ConnectDataFile(path), store::S_OK);
   int calls = 0;
-  const inspection::Report report = inspection::Inspect([&](int, int) { ++calls; });
+  const inspection::Report report = inspection::Inspect(app, [&](int, int) { ++calls; });
   ASSERT_FALSE(report.IsGood());
   EXPECT_TRUE(report.problems[0].starts_with(u"ファイルが壊れています。"));
   EXPECT_NE(report.remedies[0].find(u"復元"), std::u16string::npos);

@@ -63,8 +63,7 @@ class KeptIndexTest : public StoreTest {
   void ExpectTrueIndex() {
     ASSERT_EQ(ConnectDataFile(path), S_OK);
     EXPECT_EQ(LoadActionIndex(app), 0);
-    while (ReadAhead(app) == Ahead::kMore) {
-    }
+    ReadWholeActionIndex(app);
     DisconnectDataFile();
     const std::string aside = keptPath + ".aside";
     std::rename(keptPath.c_str(), aside.c_str());
@@ -152,6 +151,14 @@ TEST_F(KeptIndexTest, IsReadAsItIsAskedFor) {
     ASSERT_EQ(LoadActionIndex(app), 0);
     const std::u16string last = app.ActIds.At(app.ActIds.Count() - 1);
     if (isDamaged) truncate(keptPath.c_str(), static_cast<off_t>(8 * kMany));
+    const auto touching = TouchingCondition(u"2010/06/23 12:59:00", u"2010/06/23 12:59:30");
+    std::unique_ptr<RowSet> rows;
+    dbSession().Session->OpenRows(u"select rowid from t_UserData where " + *touching, rows);
+    EXPECT_EQ(rows->Count(), kMany / 60);
+    rows.reset();
+    app.FindWhere = u"what it found stays";
+    ReadWholeActionIndex(app);
+    EXPECT_TRUE(app.FindWhere);
     InsertAction(u"2010/06/23 12:00:00");
     EXPECT_EQ(LoadActionIndex(app), 0);
     EXPECT_EQ(app.ActIds.At(app.ActIds.Count() - 1), last);

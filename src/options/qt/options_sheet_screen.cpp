@@ -7,7 +7,6 @@
 
 #include "core/settings.h"
 #include "filedialog/qt/file_select_screen.h"
-#include "inspection/inspection.h"
 #include "platform/host.h"
 #include "platform/metrics.h"
 #include "platform/qt/qt_text.h"
@@ -120,7 +119,7 @@ void OptionsSheet::Inspect() {
     button->repaint();
   };
   show({});
-  inspection::OnBtnInspect([&](int done, int total) {
+  options_.OnBtnInspect([&](int done, int total) {
     platform::host().SignalActivity();
     show(QStringLiteral(" %1%").arg(std::int64_t{done} * 100 / std::max(1, total)));
   });
