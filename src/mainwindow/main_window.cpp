@@ -226,6 +226,7 @@ void CMainWnd::ShowChange(views::Change change) {
   ShowFind();
   View().OnChange(change);
   View().FocusWidget().setFocus();
+  readAhead_.start();
 }
 
 void CMainWnd::OnCommand(int id) {
