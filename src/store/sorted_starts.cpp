@@ -71,14 +71,15 @@ bool SortedStarts::ReadAhead() {
 void SortedStarts::Keep() {
   constexpr size_t kMany = 5'000;  // fewer are read within 5 ms
   if (rows_.rowIds.Count() < kMany) return;
-  while (ReadAhead()) {
-  }
   const auto settled = engine_.Settle([this] { return Mend() == 0; });
   if (settled) {
     mark_ = settled;
     isKept_ = false;
   }
-  if (isWhole_ && mark_ && !isKept_) KeepIndex(engine_.Path(), *mark_, rows_);
+  if (!isWhole_ || !mark_ || isKept_) return;
+  while (ReadAhead()) {
+  }
+  if (!IsDamaged()) KeepIndex(engine_.Path(), *mark_, rows_);
 }
 
 int SortedStarts::ReadKeptOrAll() {
