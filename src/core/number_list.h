@@ -11,12 +11,12 @@
 
 namespace core {
 
-// Where blocks lie that haven't been read yet.
+// Where the blocks of a list lie that haven't been read yet.
 class NumberSource {
  public:
   virtual ~NumberSource() = default;
-  // Fills `numbers` with the block of that name. Whatever goes wrong is the source's to tell: the
-  // list takes what it gets.
+  // Fills `numbers` with the block of that name. The list takes what it gets: it's for the source
+  // to report what goes wrong.
   virtual void Read(size_t name, std::span<uint64_t> numbers) = 0;
 };
 
@@ -44,19 +44,20 @@ class NumberList {
   size_t BlockOf(size_t index) const;
   // Adds a block of 1 to kBlockSize numbers at the end.
   void AppendBlock(std::span<const uint64_t> numbers);
-  // The same of a block that its source knows by that name, with its greatest number.
+  // The same with a block that `source` reads when one of its numbers is asked for. `greatest` is
+  // the greatest of them.
   void AppendUnread(std::shared_ptr<NumberSource> source, size_t name, size_t count,
                     uint64_t greatest);
   // Reads blocks that haven't been read yet, `most` of them at most; how many it read.
   size_t ReadAhead(size_t most) const;
 
-  // Index of a number in a list that is nearly sorted, found the sooner the nearer it stands to
-  // where it would be in a sorted one; Count if it isn't there.
+  // Index of a number, Count if it isn't there. The nearer it stands to where it would be in a
+  // sorted list, the sooner it's found.
   size_t Find(uint64_t number) const;
 
  private:
   using Numbers = std::vector<uint64_t>;
-  // Copies of a list share the reading, too.
+  // Copies of a list share it: what one of them reads, all have.
   struct SharedBlock {
     Numbers numbers;
     std::shared_ptr<NumberSource> source;  // none once it has been read

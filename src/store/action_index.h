@@ -1,5 +1,5 @@
-// The Action index of the application object: all Actions as ids and starts, sorted by start,
-// rebuilt as a whole after every change and never patched. Its lookups need no SQL.
+// The Action index of the application object: all Actions as ids and starts, sorted by start, a
+// copy of the session's that is taken whole after every change. Its lookups need no SQL.
 #pragma once
 
 #include <optional>

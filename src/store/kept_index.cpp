@@ -1,6 +1,6 @@
-// A head, what leads to the blocks of the four lists, the odd texts and a sum over all of it; then
-// the blocks, each with its sum in what leads to it. What a full disk or a power cut leaves is
-// known by these.
+// The file: a head, a directory of the blocks of the four lists, the odd texts, and a checksum of
+// all of these; then the blocks, whose own checksums stand in the directory. They show what a full
+// disk or a power cut has left unfinished.
 #include "store/kept_index.h"
 
 #include <algorithm>
@@ -30,7 +30,8 @@ std::u16string NameOf(std::u16string_view path) {
   return std::u16string(path) + u"-index";
 }
 
-// What leads to a block, in the order of the blocks in the file.
+// Of a block, in the order of the blocks in the file: how many numbers it has, the greatest of
+// them, and its checksum.
 struct Entry {
   uint64_t count, greatest, sum;
 };
@@ -41,8 +42,8 @@ std::span<uint64_t> WordsOf(std::span<Value> values) {
   return {reinterpret_cast<uint64_t*>(values.data()), values.size_bytes() / sizeof(uint64_t)};
 }
 
-// Every number counts, and its place. Four sums side by side, as each step waits for the one
-// before.
+// A checksum of numbers and their order. Four sums side by side, because each step of one waits for
+// the step before.
 class Sum {
  public:
   // What comes in pieces is summed as if it came at once.
@@ -100,7 +101,7 @@ class Writer {
     Put(entries.size());
     Put(WordsOf(std::span(entries)));
   }
-  // Of a text, a number for each character.
+  // A number for each character of a text.
   void PutTexts(std::span<const std::u16string> texts) {
     Put(texts.size());
     for (const std::u16string& text : texts) {
@@ -143,7 +144,7 @@ class Reader {
     return true;
   }
   bool Take(uint64_t& number) { return Take({&number, 1}); }
-  // Of a list of `count` numbers. No more memory than the file has bytes, whatever it says.
+  // Of a list of `count` numbers. Takes no more memory than the file has bytes, whatever it says.
   bool TakeEntries(uint64_t count, std::vector<Entry>& entries) {
     constexpr uint64_t kAtOnce = 4'096;
     uint64_t blocks = 0;
@@ -225,9 +226,9 @@ core::NumberList ListOf(const std::vector<Entry>& entries,
   return list;
 }
 
-struct Leads {
-  std::array<std::vector<Entry>, 4> entries;
-  std::array<std::vector<std::u16string>, 3> odd;  // texts of the first three lists
+struct Directory {
+  std::array<std::vector<Entry>, 4> entries;       // ids, starts, ends, row ids
+  std::array<std::vector<std::u16string>, 3> odd;  // texts of the first three
 };
 
 bool HasItsTexts(const std::vector<Entry>& entries, size_t texts) {
@@ -235,19 +236,19 @@ bool HasItsTexts(const std::vector<Entry>& entries, size_t texts) {
       entries, [&](const Entry& entry) { return entry.greatest < core::kOddText + texts; });
 }
 
-bool Take(Reader& reader, const FileMark& mark, Leads& leads) {
+bool Take(Reader& reader, const FileMark& mark, Directory& directory) {
   std::array<uint64_t, sizeof(Head) / 8> words;
   if (!reader.Take(words)) return false;
   const auto head = std::bit_cast<Head>(words);
   if (head.form != kForm || head.mark != mark) return false;
-  for (auto& entries : leads.entries) {
+  for (auto& entries : directory.entries) {
     if (!reader.TakeEntries(head.count, entries)) return false;
   }
-  for (auto& texts : leads.odd) {
+  for (auto& texts : directory.odd) {
     if (!reader.TakeTexts(texts)) return false;
   }
   if (!reader.TakeSum()) return false;
-  return std::ranges::equal(leads.odd, std::span(leads.entries).first<3>(),
+  return std::ranges::equal(directory.odd, std::span(directory.entries).first<3>(),
                             [](const auto& texts, const std::vector<Entry>& entries) {
                               return HasItsTexts(entries, texts.size());
                             });
@@ -282,16 +283,16 @@ std::optional<KeptIndex> OpenKeptIndex(std::u16string_view path, const FileMark&
   auto file = platform::files().OpenForReading(NameOf(path));
   if (!file) return {};
   Reader reader(*file);
-  Leads leads;
-  if (!Take(reader, mark, leads)) return {};
+  Directory directory;
+  if (!Take(reader, mark, directory)) return {};
   const auto blocks = std::make_shared<BlocksOfFile>(std::move(file), reader.Length());
   KeptIndex kept{{}, blocks};
   size_t next = 0;
   for (core::TextList* list : {&kept.rows.ids, &kept.rows.starts, &kept.rows.ends}) {
-    *list = core::TextList(ListOf(leads.entries[next], blocks), std::move(leads.odd[next]));
+    *list = core::TextList(ListOf(directory.entries[next], blocks), std::move(directory.odd[next]));
     ++next;
   }
-  kept.rows.rowIds = ListOf(leads.entries.back(), blocks);
+  kept.rows.rowIds = ListOf(directory.entries.back(), blocks);
   return kept;
 }
 

@@ -1,7 +1,7 @@
 // The rows of the Action index in a file beside the data file, so that a start with many Actions
-// needn't read them all: neither from the diary nor, before something asks for them, from here.
-// It's worth nothing as soon as the data file has changed, by whatever program, and can be deleted
-// at any time. In the form of this machine, for no other.
+// needn't read them all: not from the diary, and from here only those that something asks for. It's
+// worth nothing once any program has changed the data file, and can be deleted at any time. Its
+// byte order is this machine's, and no other machine reads it.
 #pragma once
 
 #include <memory>
@@ -14,7 +14,7 @@
 
 namespace store {
 
-// What stands at the same place in each belongs to one row of t_UserData.
+// What stands at the same place in each list belongs to one row of t_UserData.
 struct IndexRows {
   core::TextList ids, starts, ends;
   core::NumberList rowIds;
@@ -23,10 +23,10 @@ struct IndexRows {
   size_t ReadAhead(size_t most) const;
 };
 
-// What a file gives of its blocks, which stays open until all of them have been read.
+// The file that unread blocks come from. It stays open until all of them have been read.
 class KeptBlocks : public core::NumberSource {
  public:
-  // One of them couldn't be read, or isn't what was kept: all of the rows are worth nothing.
+  // A block couldn't be read or wasn't what had been kept: none of the rows can be relied upon.
   bool HasFailed() const { return hasFailed_; }
 
  protected:
@@ -35,11 +35,11 @@ class KeptBlocks : public core::NumberSource {
 
 struct KeptIndex {
   IndexRows rows;
-  std::shared_ptr<const KeptBlocks> blocks;  // where they come from
+  std::shared_ptr<const KeptBlocks> blocks;  // where the rows come from
 };
 
-// What was kept for the data file at `path` in that state, its blocks not yet read; none if there
-// is none, or if what leads to the blocks isn't whole.
+// What was kept for the data file at `path` in the state of `mark`, with no block read yet. None if
+// nothing was, or if what comes before the blocks is damaged.
 std::optional<KeptIndex> OpenKeptIndex(std::u16string_view path, const FileMark& mark);
 // Replaces what was kept for the data file. A failure leaves nothing and harms nothing.
 void KeepIndex(std::u16string_view path, const FileMark& mark, const IndexRows& rows);
