@@ -144,7 +144,8 @@ class Reader {
     return true;
   }
   bool Take(uint64_t& number) { return Take({&number, 1}); }
-  // Of a list of `count` numbers. Takes no more memory than the file has bytes, whatever it says.
+  // Of a list of `count` numbers. Takes no more memory than the file has bytes, whatever it says,
+  // and stops at the first of the zeros that it may be made of.
   bool TakeEntries(uint64_t count, std::vector<Entry>& entries) {
     constexpr uint64_t kAtOnce = 4'096;
     uint64_t blocks = 0;
@@ -153,17 +154,19 @@ class Reader {
       const size_t taken = entries.size();
       entries.resize(taken + std::min(kAtOnce, blocks - taken));
       if (!Take(WordsOf(std::span(entries).subspan(taken)))) return false;
-    }
-    for (const Entry& entry : entries) {
-      const uint64_t most = std::min<uint64_t>(count, core::NumberList::kBlockSize);
-      if (entry.count == 0 || entry.count > most) return false;
-      count -= entry.count;
+      for (size_t i = taken; i < entries.size(); ++i) {
+        const uint64_t most = std::min<uint64_t>(count, core::NumberList::kBlockSize);
+        if (entries[i].count == 0 || entries[i].count > most) return false;
+        count -= entries[i].count;
+      }
     }
     return count == 0;
   }
-  bool TakeTexts(std::vector<std::u16string>& texts) {
+  // Of a list of `rows` numbers. More than twice as many texts are mostly those of removed rows,
+  // which only reading all rows gets rid of.
+  bool TakeTexts(uint64_t rows, std::vector<std::u16string>& texts) {
     uint64_t count = 0, length = 0;
-    if (!Take(count)) return false;
+    if (!Take(count) || count / 2 > rows) return false;
     while (texts.size() < count) {
       if (!Take(length) || length > kLongestOdd) return false;
       std::vector<uint64_t> characters(static_cast<size_t>(length));
@@ -245,7 +248,7 @@ bool Take(Reader& reader, const FileMark& mark, Directory& directory) {
     if (!reader.TakeEntries(head.count, entries)) return false;
   }
   for (auto& texts : directory.odd) {
-    if (!reader.TakeTexts(texts)) return false;
+    if (!reader.TakeTexts(head.count, texts)) return false;
   }
   if (!reader.TakeSum()) return false;
   return std::ranges::equal(directory.odd, std::span(directory.entries).first<3>(),
