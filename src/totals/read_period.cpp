@@ -180,29 +180,24 @@ void Reader::Add(size_t place, const RowTexts& texts) {
   }
 }
 
-// A kept index is read as it's asked for and may only then turn out to be damaged; the next refresh
-// makes it of the diary.
 HRESULT ReadAll(const core::CAppState& app, const Period& period, const std::u16string& find,
                 const Choices& choices, Rows& rows, platform::LateWait& wait) {
   const store::CDbSession& session = store::dbSession();
   if (!session.Session) return store::E_POINTER;
   const store::ReadView view(*session.Session);
+  if (session.Starts->Refresh() != 0) return store::E_FAIL;
   int64_t running;
-  HRESULT result = FindRunning(app, running);
+  const HRESULT result = FindRunning(app, running);
   if (store::Failed(result)) return result;
-  do {
-    rows.Clear(period.IsBounded() ? std::optional(period.Moments()) : std::nullopt);
-    if (session.Starts->Refresh() != 0) return store::E_FAIL;
-    result = Reader(rows, running, wait).Read(period, find, SelectedFor(choices));
-  } while (!store::Failed(result) && session.Starts->IsDamaged());
-  return result;
+  return Reader(rows, running, wait).Read(period, find, SelectedFor(choices));
 }
 
 }  // namespace
 
-bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
+bool ReadPeriod(core::CAppState& app, const Period& period, const std::u16string& find,
                 const Choices& choices, Rows& rows, platform::LateWait& wait) {
-  rows.Clear();
+  rows.Clear(period.IsBounded() ? std::optional(period.Moments()) : std::nullopt);
+  store::ReadWholeActionIndex(app);
   const HRESULT result = ReadAll(app, period, find, choices, rows, wait);
   if (!store::Failed(result)) return true;
   platform::ShowNotice(store::FaultText(u"CTotals::ReadPeriod Select", 1, result), u"ERROR",

@@ -15,9 +15,10 @@ namespace totals {
 
 // Fills `rows` with the Actions that have any part in the period, each read once, and the
 // recorder's running one, which may reach into it by now. `find` is the condition that they all
-// meet, or empty. Of the texts only those that `choices` sum up by are read. False, after a
-// message, if that failed; `rows` then holds what was read.
-bool ReadPeriod(const core::CAppState& app, const Period& period, const std::u16string& find,
+// meet, or empty. Of the texts only those that `choices` sum up by are read. The index of `app` is
+// read to its end first, and mended if need be. False, after a message, if reading failed; `rows`
+// then holds what was read.
+bool ReadPeriod(core::CAppState& app, const Period& period, const std::u16string& find,
                 const Choices& choices, Rows& rows, platform::LateWait& wait);
 
 // The texts by which a list shows an Action.

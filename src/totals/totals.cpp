@@ -165,7 +165,6 @@ void CTotals::ReadAgain() {
   const std::optional<Key> open = OpenKey();
   OpenGroup({});
   platform::LateWait wait;
-  store::ReadWholeActionIndex(app_);
   ReadPeriod(app_, period_, IsNarrowed() ? find_ : u"", choices_, rows_, wait);
   wait.Look();
   if (!period_.IsBounded()) {

@@ -149,6 +149,7 @@ TEST_F(ReadPeriodTest, AKeptIndexThatIsDamagedCountsForNothing) {
   ASSERT_TRUE(kept.put('!'));
   kept.close();
   ASSERT_EQ(store::ConnectDataFile(path), store::S_OK);
+  ASSERT_EQ(store::LoadActionIndex(app), 0);
   EXPECT_EQ(Read({PeriodKind::kAll}, {By::kHour}).sum, kKept * kHourSeconds);
 }
 
