@@ -165,9 +165,10 @@ class Writer {
     for (ImportRecord& record : records) {
       Prepared& next = group_.emplace_back(Prepared{ToAction(std::move(record)), false});
       if (store::Failed(result) || mode_ == kReadAdd) continue;
+      // What can't be read is left to its turn, so that those before it are written.
       std::optional<int64_t> row;
-      result = replacer_.Complete(next.action, row);
-      next.isComplete = row && rows.insert(*row).second;
+      const bool isRead = !store::Failed(replacer_.Complete(next.action, row));
+      next.isComplete = isRead && row && rows.insert(*row).second;
     }
     if (!store::Failed(result)) result = table_.Log().BeginGroup({rows.begin(), rows.end()});
     return store::Failed(result) ? GiveUp(result) : result;

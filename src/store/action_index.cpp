@@ -72,8 +72,11 @@ Ahead ReadAhead() {
 void MendActionIndex(core::CAppState& app) {
   const CDbSession& session = dbSession();
   if (!session.Session) return;
-  // What was found has lists of its own.
-  app.FindWhere ? session.Starts->Mend() : ReloadActionIndex(app);
+  if (app.FindWhere) {
+    session.Starts->Mend();  // what was found has lists of its own
+  } else {
+    ReloadActionIndex(app);
+  }
 }
 
 void ReadWholeActionIndex(core::CAppState& app) {

@@ -44,6 +44,11 @@ std::u16string_view TextOf(Command command) {
   return kTexts[static_cast<size_t>(command)];
 }
 
+std::u16string_view TimeNameOf(Command command) {
+  static constexpr std::u16string_view kNames[] = {u"始まり", u"終わり", u"分ける"};
+  return kNames[static_cast<size_t>(command)];
+}
+
 bool TidyDay::Read() {
   const core::Day day = core::CurrentDay();
   chain_ = {day, {}, {}};
@@ -153,6 +158,10 @@ std::vector<Command> TidyDay::CommandsOf(const Link& link) const {
     add(Command::kSplitOuter, SplitOuter(chain_, link).refusal.empty());
   }
   return commands;
+}
+
+void TidyDay::TellWhyNone(const Link& overlap) const {
+  Tell(TrimBefore(chain_, overlap).refusal, Icon::kWarning);
 }
 
 int64_t TidyDay::TimeFor(Command command, const Link& link) {

@@ -34,6 +34,8 @@ std::u16string_view TextOf(Command command);
 inline bool TakesTime(Command command) {
   return command <= Command::kSplit;
 }
+// What that time is, short enough for a title. Only of one that takes a time.
+std::u16string_view TimeNameOf(Command command);
 
 class TidyDay {
  public:
@@ -45,6 +47,8 @@ class TidyDay {
   // Reads the day again. False, after a message, if that failed.
   bool Read();
   std::vector<Command> CommandsOf(const Link& link) const;
+  // Why there is none for an overlap.
+  void TellWhyNone(const Link& overlap) const;
   // The time from which the choice of one starts.
   static int64_t TimeFor(Command command, const Link& link);
   // Runs a command that opens no screen, after a question where it deletes, or joins what differs.

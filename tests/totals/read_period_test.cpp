@@ -153,19 +153,5 @@ TEST_F(ReadPeriodTest, AKeptIndexThatIsDamagedCountsForNothing) {
   EXPECT_EQ(Read({PeriodKind::kAll}, {By::kHour}).sum, kKept * kHourSeconds);
 }
 
-TEST(LateWaitTest, ShowsTheCursorOnceItLasts) {
-  testing_support::FakeHost host;
-  host.ticks = 0xFFFFFFFF;  // about to wrap
-  host.ticksPerLook = 150;
-  {
-    platform::LateWait wait;
-    for (const int depth : {0, 1, 1}) {
-      wait.Look();
-      EXPECT_EQ(host.waitDepth, depth);
-    }
-  }
-  EXPECT_EQ(host.waitDepth, 0);
-}
-
 }  // namespace
 }  // namespace totals

@@ -139,7 +139,7 @@ void TidyDlg::OpenRow(int row) {
   const Link link = links[static_cast<size_t>(row)];
   const std::vector<Command> commands = day_.CommandsOf(link);
   if (commands.empty()) {
-    day_.Run(Command::kTrimBefore, link);  // says why
+    day_.TellWhyNone(link);
     return;
   }
   for (const Command command : commands) {
@@ -165,8 +165,7 @@ void TidyDlg::Run(Command command, const Link& link) {
 }
 
 std::optional<int64_t> TidyDlg::AskTime(Command command, const Link& link) {
-  static constexpr std::u16string_view kTitles[] = {u"始まり", u"終わり", u"分ける"};
-  const std::u16string title(kTitles[static_cast<size_t>(command)]);
+  const std::u16string title(TimeNameOf(command));
   const int64_t now = TidyDay::TimeFor(command, link);
   if (app_.ItmSelMode != core::kPickByLists) {
     pickers::ValueInputParams params{title, TidyDay::TimeText(now)};
